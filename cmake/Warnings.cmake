@@ -1,0 +1,7 @@
+# Every target of the project compiles with these; each one is an error.
+add_library(vellmoor_warnings INTERFACE)
+target_compile_options(vellmoor_warnings INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wnon-virtual-dtor
+  -Woverloaded-virtual -Wold-style-cast -Wformat=2 -Wimplicit-fallthrough -Wextra-semi
+  -Wundef -Werror
+  $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wduplicated-branches -Wlogical-op>)
