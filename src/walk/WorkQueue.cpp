@@ -11,8 +11,8 @@
 // too long, and a folder renamed meanwhile is still the same. But a chain of folders with a second folder on each level
 // would need as many descriptors as it has levels, and a process may have no more than 64. So beyond a limit the
 // oldest one is closed: being the oldest, it will be needed last. When its turn comes, it is opened again
-// from the nearest ancestor that is open, name by name (the root stays open for the whole walk), and the ancestors
-// passed just before the end, whose turn is next, get theirs back on the way: one descent serves many levels.
+// from the nearest ancestor that is open, name by name (the root stays open for the whole walk), and some of the
+// ancestors passed on the way get theirs back, so that one descent serves many levels.
 //
 // Life of Place::fd: opened by the worker; open while it reads; then either closed, as there is nothing to enter,
 // or kept on the stack. From there on it is changed only under the lock. A worker that has taken a name counts
@@ -22,6 +22,7 @@
 #include "WorkQueue.h"
 
 #include <algorithm>
+#include <bit>
 #include <cerrno>
 #include <chrono>
 #include <fcntl.h>
@@ -124,8 +125,7 @@ void WorkQueue::push(PlaceRef place) {
     stack_.push_back(std::move(place));
     waiting_.store(true, std::memory_order_relaxed);
     ++open_;
-    while (open_ > limit_ && closeOldest()) {
-    }
+    trim();
 }
 
 PlaceRef WorkQueue::pop() {
@@ -137,7 +137,8 @@ PlaceRef WorkQueue::pop() {
     return place;
 }
 
-// Answers 0 or the error number.
+// Opens a place of the stack again; answers 0 or the error number. Of the ancestors that will be needed, too, one is
+// kept open in each range of distances 1, 2 to 3, 4 to 7 ...: so the next descents are short, whatever the limit.
 int WorkQueue::reopen(Place& place) {
     std::vector<Place*> chain; // from `place` up to below the open ancestor
     Place* up = &place;
@@ -147,15 +148,14 @@ int WorkQueue::reopen(Place& place) {
     ++up->users; // not to be closed below
     int fd = up->fd;
     int error = 0;
+    int keptRange = 0;
     for (std::size_t left = chain.size(); left-- > 0 && error == 0;) {
-        int next = openDirectory(fd, chain[left]->name().c_str());
-        while (next < 0 && (errno == EMFILE || errno == ENFILE) && closeOldest()) {
-            next = openDirectory(fd, chain[left]->name().c_str());
-        }
+        const int next = openSparing(fd, chain[left]->name().c_str());
         error = next < 0 ? errno : 0;
         if (fd != up->fd) {
             Place& passed = *chain[left + 1];
-            if (error == 0 && passed.hasWork() && left < limit_ / 2) {
+            if (error == 0 && passed.hasWork() && std::bit_width(left + 1) != keptRange) {
+                keptRange = std::bit_width(left + 1);
                 adopt(passed, fd);
             } else {
                 ::close(fd);
@@ -167,11 +167,23 @@ int WorkQueue::reopen(Place& place) {
     if (error == 0) {
         adopt(place, fd);
         ++place.users;
-        while (open_ > limit_ && closeOldest()) {
-        }
+        trim();
         --place.users;
     }
     return error;
+}
+
+int WorkQueue::openSparing(int parent, const char* name) {
+    int fd = openDirectory(parent, name);
+    while (fd < 0 && (errno == EMFILE || errno == ENFILE) && closeOldest()) {
+        fd = openDirectory(parent, name);
+    }
+    return fd;
+}
+
+void WorkQueue::trim() {
+    while (open_ > limit_ && closeOldest()) {
+    }
 }
 
 void WorkQueue::adopt(Place& place, int fd) {

@@ -54,7 +54,9 @@ private:
     PlaceRef pop();
     int reopen(Place& place);
     void adopt(Place& place, int fd);
+    int openSparing(int parent, const char* name);
     bool closeOldest();
+    void trim();
 
     std::mutex mutex_;
     std::condition_variable changed_; ///< there is work, or there will be none

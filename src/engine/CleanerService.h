@@ -1,0 +1,39 @@
+// The engine as the store sees it: blocking calls, no state that two calls share.
+#pragma once
+
+#include "CancelToken.h"
+#include "CleanupReport.h"
+#include "Platform.h"
+#include "ScanSnapshot.h"
+
+#include <functional>
+#include <vector>
+
+namespace vellmoor {
+
+using ProgressCallback = std::function<void(const ScanProgressUpdate&)>;
+
+class CleanerService {
+public:
+    CleanerService() = default;
+    CleanerService(const CleanerService&) = delete;
+    CleanerService& operator=(const CleanerService&) = delete;
+    virtual ~CleanerService() = default;
+
+    /// Scans one module, or all of them for smartScan. `progress` is called on the calling thread. Throws
+    /// ScanCancelled once `token` is set, and nothing else.
+    virtual ScanSnapshot scan(CleanerModule module, const ProgressCallback& progress, const CancelToken& token) = 0;
+
+    /// Removes the selected targets of the selected, cleanable items. Never throws: problems are failure lines.
+    virtual CleanupReport clean(const std::vector<CleanupItem>& items) = 0;
+
+    virtual StartupActionResult disableStartupItem(const StartupItem& item) = 0;
+    virtual StartupActionResult enableStartupItem(const StartupItem& item) = 0;
+
+    virtual std::vector<PermissionHint> permissionHints() = 0;
+
+    /// Asks the application to end by itself; blocks up to a few seconds.
+    virtual QuitOutcome requestQuit(const MemoryApp& app) = 0;
+};
+
+} // namespace vellmoor

@@ -1,0 +1,52 @@
+// The measuring kit: how every scanner turns paths into sizes, dates, targets and rows.
+#pragma once
+
+#include "ScanContext.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vellmoor {
+
+/// Allocated bytes and files of `path`, hidden entries left out; zero for what cannot be measured. A cancelled
+/// measurement answers the part that was counted.
+PathStats stats(ScanContext& context, const Path& path);
+
+/// Whether a deep walk must not enter or count `path`.
+bool shouldSkipDuringDeepScan(const SystemLayout& layout, const Path& path);
+
+std::optional<TimePoint> modificationDate(const ScanContext& context, const Path& path);
+/// "Unknown" for no date.
+std::string relativeDate(const ScanContext& context, const std::optional<TimePoint>& date);
+/// The home folder replaced by "~".
+std::string displayPath(const SystemLayout& layout, const Path& path);
+std::string symbolFor(const ScanContext& context, const Path& path);
+
+/// One path as a target; measured when `known` is absent.
+CleanupTarget target(ScanContext& context, const Path& path, const std::optional<PathStats>& known, bool selected);
+
+/// What a category is made of; texts are localised already.
+struct CategorySpec {
+    CleanerModule module = CleanerModule::smartScan;
+    std::string title;
+    std::string description;
+    std::vector<Path> roots;
+    std::string symbol;
+    Tint tint = Tint::gray;
+    CleanupRisk risk = CleanupRisk::safe;
+    bool cleanable = true;
+    bool selected = false;
+};
+
+/// The row of a category over those of its roots that exist. Not cleanable: shown as previewOnly. Preselected only
+/// when asked for, cleanable and safe.
+CleanupItem categoryItem(ScanContext& context, const CategorySpec& spec);
+
+/// The direct children that are not hidden, in the system's order; none when the folder cannot be listed.
+std::vector<Path> visibleChildren(const ScanContext& context, const Path& folder);
+
+/// The paths that the patterns name on this disk, pattern after pattern, in listing order, not merged.
+std::vector<Path> expandRoots(ScanContext& context, const std::vector<RootPattern>& patterns);
+
+} // namespace vellmoor

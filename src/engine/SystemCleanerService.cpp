@@ -1,0 +1,52 @@
+#include "SystemCleanerService.h"
+
+#include "Cleaning.h"
+#include "PermissionHints.h"
+#include "ScanDriver.h"
+#include "StartupItems.h"
+
+#include <chrono>
+
+namespace vellmoor {
+namespace {
+
+TimePoint now() { return std::chrono::system_clock::now(); }
+
+} // namespace
+
+SystemCleanerService::SystemCleanerService(const Platform& platform, const SystemLayout& layout)
+    : platform_(platform), layout_(layout) {}
+
+ScanSnapshot SystemCleanerService::scan(CleanerModule module, const ProgressCallback& progress,
+                                        const CancelToken& token) {
+    ScanContext context(platform_, layout_, token, now());
+    return vellmoor::scan(context, module, progress);
+}
+
+CleanupReport SystemCleanerService::clean(const std::vector<CleanupItem>& items) {
+    const CancelToken never;
+    ScanContext context(platform_, layout_, never, now());
+    return vellmoor::clean(context, items);
+}
+
+StartupActionResult SystemCleanerService::disableStartupItem(const StartupItem& item) {
+    const CancelToken never;
+    ScanContext context(platform_, layout_, never, now());
+    return vellmoor::disableStartupItem(context, item);
+}
+
+StartupActionResult SystemCleanerService::enableStartupItem(const StartupItem& item) {
+    const CancelToken never;
+    ScanContext context(platform_, layout_, never, now());
+    return vellmoor::enableStartupItem(context, item);
+}
+
+std::vector<PermissionHint> SystemCleanerService::permissionHints() {
+    const CancelToken never;
+    const ScanContext context(platform_, layout_, never, now());
+    return vellmoor::permissionHints(context);
+}
+
+QuitOutcome SystemCleanerService::requestQuit(const MemoryApp& app) { return platform_.requestQuit(app); }
+
+} // namespace vellmoor

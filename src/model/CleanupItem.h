@@ -1,0 +1,79 @@
+#pragma once
+
+#include "CleanerModule.h"
+#include "Tint.h"
+#include "Uuid.h"
+
+#include <array>
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vellmoor {
+
+using TimePoint = std::chrono::system_clock::time_point;
+
+/// One path inside a category.
+struct CleanupTarget {
+    Uuid id = Uuid::random();
+    std::filesystem::path url;
+    std::string name;     ///< last path component
+    std::string location; ///< parent folder in display form
+    std::int64_t bytes = 0;
+    std::int64_t files = 0;
+    std::string modified; ///< relative modification text
+    std::optional<TimePoint> modifiedAt;
+    std::string symbol;
+    bool isSelected = false;
+};
+
+/// Extra facts on a row of the App Uninstaller.
+struct AppCleanupInfo {
+    std::optional<std::string> bundleIdentifier;
+    std::string appPath;
+    std::int64_t appBytes = 0;
+    std::int64_t residualBytes = 0;
+    std::int64_t residualCount = 0;
+    bool isRunning = false;
+};
+
+/// One cleanable category: the row of every list.
+struct CleanupItem {
+    Uuid id = Uuid::random();
+    CleanerModule module = CleanerModule::smartScan;
+    std::string title;
+    std::string description;
+    std::int64_t bytes = 0; ///< of all targets
+    std::int64_t files = 0; ///< of all targets
+    std::string symbol;
+    Tint tint = Tint::gray;
+    CleanupRisk risk = CleanupRisk::previewOnly;
+    bool isCleanable = false; ///< false for rows shown for information, which a clean skips
+    std::optional<AppCleanupInfo> appInfo;
+    bool isSelected = false;
+    std::vector<CleanupTarget> targets;
+
+    /// Bytes of the selected targets; 0 unless the row is cleanable and selected. Overflow is fatal.
+    [[nodiscard]] std::int64_t selectedBytes() const;
+    /// Files of the selected targets, at least one each; 0 unless the row is cleanable and selected.
+    [[nodiscard]] std::int64_t selectedFiles() const;
+    /// The targets whose isSelected is set, in order, whatever the row's own flags.
+    [[nodiscard]] std::vector<CleanupTarget> selectedTargets() const;
+};
+
+enum class CleanupFilter : std::uint8_t { all, recommended, selected };
+
+inline constexpr std::array allCleanupFilters{CleanupFilter::all, CleanupFilter::recommended, CleanupFilter::selected};
+
+std::string_view rawValue(CleanupFilter filter);
+/// Localised.
+std::string title(CleanupFilter filter);
+bool matches(CleanupFilter filter, const CleanupItem& item);
+/// Whether `item` stands in the list of `module`: Smart Scan lists every item.
+bool belongs(const CleanupItem& item, CleanerModule module);
+
+} // namespace vellmoor

@@ -1,0 +1,22 @@
+// Path arithmetic that needs no file system.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace vellmoor {
+
+/// "//", "." and a trailing "/" dropped, ".." taken lexically; a relative path stays relative.
+std::filesystem::path lexicallyStandardized(const std::filesystem::path& path);
+
+/// Whether `path` lies strictly below `folder`; both standardised.
+bool isStrictlyBelow(const std::filesystem::path& path, const std::filesystem::path& folder);
+
+/// `path` as the children of a stand-in root see it: `root` in front of an absolute path; "/" changes nothing.
+std::filesystem::path underRoot(const std::filesystem::path& root, std::string_view path);
+
+/// The last component, or the whole path when that is empty.
+std::string displayName(const std::filesystem::path& path);
+
+} // namespace vellmoor

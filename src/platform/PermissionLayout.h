@@ -1,0 +1,17 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace vellmoor {
+
+struct LinuxEnvironment;
+
+struct PermissionLayout {};
+
+PermissionLayout macPermissionLayout(const std::filesystem::path& home, std::uint32_t userId, const std::filesystem::path& root);
+PermissionLayout linuxPermissionLayout(const LinuxEnvironment& environment, std::uint32_t userId, const std::filesystem::path& root);
+
+} // namespace vellmoor

@@ -1,0 +1,195 @@
+// What the engine asks of the operating system. One implementation per system, and a stand-in for tests; it is
+// always passed in, there is no global one. Every function may be called from any worker thread.
+#pragma once
+
+#include "CleanupItem.h"
+#include "L.h"
+#include "MemorySnapshot.h"
+
+#include <cstdint>
+#include <expected>
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vellmoor {
+
+using Path = std::filesystem::path;
+
+/// Facts of one path; a link is described itself, not what it names.
+struct FileFacts {
+    bool isDirectory = false;
+    bool isRegularFile = false;
+    bool isSymlink = false;
+    bool isSticky = false;            ///< the sticky bit of a folder
+    std::int64_t allocatedBytes = 0;  ///< on the disk, not the length
+    std::optional<TimePoint> modified;
+    std::uint32_t owner = 0;          ///< user id
+    std::uint64_t device = 0;
+    std::uint64_t inode = 0;
+};
+
+struct FolderEntry {
+    std::string name; ///< bytes as on the disk
+    bool isDirectory = false;
+    bool isRegularFile = false;
+    bool isSymlink = false;
+    bool isHidden = false;
+};
+
+/// Nothing on success, else the system's own reason as it is shown to the user.
+using Outcome = std::expected<void, std::string>;
+
+struct Volume {
+    Path path;
+    std::string name; ///< display name; empty when the system tells none
+};
+
+struct Capacity {
+    std::int64_t totalBytes = 0;
+    std::int64_t availableBytes = 0; ///< what the user may still fill
+};
+
+/// A Trash folder: `contents` holds the items; on Linux `folder` also holds their restore notes.
+struct TrashFolder {
+    Path folder;
+    Path contents;
+};
+
+struct CommandResult {
+    std::int32_t status = -1;  ///< -1: could not be started
+    std::string output;        ///< standard output and error as written; empty when not UTF-8
+    std::string errorMessage;  ///< why it could not be started
+
+    /// The non-empty ones of output and errorMessage, joined with a line feed.
+    [[nodiscard]] std::string combinedOutput() const;
+};
+
+/// Names of an application bundle (macOS); absent parts are not in its property list.
+struct BundleInfo {
+    std::optional<std::string> identifier;
+    std::optional<std::string> displayName;
+    std::optional<std::string> name;
+};
+
+/// The keys of a launch agent (macOS) that matter here.
+struct LaunchAgent {
+    std::optional<std::string> label;
+    std::optional<std::string> program;
+    std::vector<std::string> arguments;
+    bool hasKeepAlive = false;
+    bool runAtLoad = false; ///< the Boolean true; the number 1 is not
+};
+
+struct RunningApplication {
+    std::int32_t pid = 0;
+    std::string name;
+    std::optional<std::string> bundleIdentifier;
+    Path bundlePath; ///< empty for a process without bundle
+    bool isActive = false;
+};
+
+/// A key file (desktop entry, profiles.ini, unit file): group, key (with its "[locale]" part), unescaped value.
+using KeyFile = std::map<std::string, std::map<std::string, std::string>>;
+
+enum class QuitOutcome : std::uint8_t { NotRunning, Requested, NoResponse };
+
+/// The user's own folders as the desktop names them; an empty path: the system names none.
+struct UserFolders {
+    Path downloads;
+    Path desktop;
+    Path documents;
+    Path videos;
+    Path pictures;
+};
+
+class Platform {
+public:
+    Platform() = default;
+    Platform(const Platform&) = delete;
+    Platform& operator=(const Platform&) = delete;
+    virtual ~Platform() = default;
+
+    // Facts. Reading fails to "nothing", never to an error.
+    [[nodiscard]] virtual std::optional<FileFacts> facts(const Path& path) const = 0;
+    /// macOS follows a link, Linux does not (a dangling link exists).
+    [[nodiscard]] virtual bool exists(const Path& path) const = 0;
+    [[nodiscard]] virtual bool isReadable(const Path& path) const = 0;
+    [[nodiscard]] virtual bool isExecutable(const Path& path) const = 0;
+    /// The direct children in the system's order, "." and ".." left out; the reason when it cannot be listed.
+    [[nodiscard]] virtual std::expected<std::vector<FolderEntry>, std::string> entries(const Path& folder) const = 0;
+    /// The bytes of a regular file of at most `limit` bytes; never blocks on a FIFO or device, never follows `path`
+    /// when it is a dangling link. /proc files count as regular.
+    [[nodiscard]] virtual std::optional<std::string> fileContents(const Path& path, std::size_t limit) const = 0;
+    [[nodiscard]] virtual std::optional<Path> linkTarget(const Path& path) const = 0;
+    /// Normalised as the system's own path comparison wants it; links are not resolved.
+    [[nodiscard]] virtual Path standardized(const Path& path) const = 0;
+    /// All links resolved; nothing when the path does not exist.
+    [[nodiscard]] virtual std::optional<Path> realPath(const Path& path) const = 0;
+    [[nodiscard]] virtual bool isMountPoint(const Path& path) const = 0;
+    /// macOS: a folder that is shown as one file. Linux has none.
+    [[nodiscard]] virtual bool isPackage(const Path& folder) const = 0;
+
+    // Changes. The caller has asked the user; each answers the reason when it did not happen.
+    /// Into the Trash that the system chooses; never a deletion.
+    [[nodiscard]] virtual Outcome moveToTrash(const Path& path) const = 0;
+    /// For good, with everything below; `path` lies in `trash.contents`, its restore notes go with it.
+    [[nodiscard]] virtual Outcome removeFromTrash(const Path& path, const TrashFolder& trash) const = 0;
+    /// Never replaces an existing destination.
+    [[nodiscard]] virtual Outcome moveItem(const Path& from, const Path& to) const = 0;
+    /// With the folders above it; an existing folder is no failure.
+    [[nodiscard]] virtual Outcome createFolder(const Path& folder) const = 0;
+    /// A new file; fails when something of that name exists.
+    [[nodiscard]] virtual Outcome createFile(const Path& path, std::string_view contents) const = 0;
+    /// One file or link, never a folder.
+    [[nodiscard]] virtual Outcome removeFile(const Path& path) const = 0;
+
+    // Volumes and folders
+    /// Those that may hold a Trash of the user, in the system's order.
+    [[nodiscard]] virtual std::vector<Volume> mountedVolumes() const = 0;
+    [[nodiscard]] virtual std::optional<Capacity> capacity(const Path& path) const = 0;
+    /// Linux: the localised user folders, read afresh; on macOS all empty.
+    [[nodiscard]] virtual UserFolders userFolders() const = 0;
+
+    /// Nothing when it cannot be read or parsed; at most 1 MiB is read.
+    [[nodiscard]] virtual std::optional<KeyFile> keyFile(const Path& path) const = 0;
+
+    // Applications
+    [[nodiscard]] virtual std::optional<BundleInfo> bundleInfo(const Path& bundle) const = 0;
+    [[nodiscard]] virtual std::optional<LaunchAgent> launchAgent(const Path& propertyList) const = 0;
+    [[nodiscard]] virtual std::vector<RunningApplication> runningApplications() const = 0;
+    /// Vellmoor's own bundle or executable.
+    [[nodiscard]] virtual Path ownPath() const = 0;
+    /// Asks every process of the application to end by itself; blocks for a few seconds at most, never kills.
+    [[nodiscard]] virtual QuitOutcome requestQuit(const MemoryApp& app) const = 0;
+
+    // Tools, by absolute path and never through a shell
+    /// Standard output; nothing when the tool could not start, failed, or printed no UTF-8.
+    [[nodiscard]] virtual std::optional<std::string> commandOutput(const Path& tool,
+                                                                   const std::vector<std::string>& arguments) const = 0;
+    [[nodiscard]] virtual CommandResult commandResult(const Path& tool,
+                                                      const std::vector<std::string>& arguments) const = 0;
+
+    // Host
+    [[nodiscard]] virtual std::uint32_t userId() const = 0;
+    [[nodiscard]] virtual std::int64_t physicalMemory() const = 0; ///< bytes; 0 when unknown
+    /// The first of the user's preferred languages as the system writes it ("zh-Hans-CN", "en_GB.UTF-8").
+    [[nodiscard]] virtual std::optional<std::string> preferredLanguage() const = 0;
+
+    // Text services
+    /// Short relative text such as "2 days ago".
+    [[nodiscard]] virtual std::string relativeDate(TimePoint date, TimePoint now, AppLanguage language) const = 0;
+    /// Below, at or above 0, as the user's language sorts names, ignoring case.
+    [[nodiscard]] virtual int compareNames(std::string_view a, std::string_view b) const = 0;
+    /// Whether `text` holds `phrase`, ignoring case.
+    [[nodiscard]] virtual bool containsPhrase(std::string_view text, std::string_view phrase) const = 0;
+    [[nodiscard]] virtual std::string lowerCase(std::string_view text) const = 0;
+    /// Lower case, with everything that is neither letter nor digit (in Unicode's sense) removed.
+    [[nodiscard]] virtual std::string lettersAndDigits(std::string_view text) const = 0;
+};
+
+} // namespace vellmoor
