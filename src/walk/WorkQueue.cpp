@@ -148,14 +148,14 @@ int WorkQueue::reopen(Place& place) {
     ++up->users; // not to be closed below
     int fd = up->fd;
     int error = 0;
-    int keptRange = 0;
+    std::size_t keptRange = 0;
     for (std::size_t left = chain.size(); left-- > 0 && error == 0;) {
         const int next = openSparing(fd, chain[left]->name().c_str());
         error = next < 0 ? errno : 0;
         if (fd != up->fd) {
             Place& passed = *chain[left + 1];
-            if (error == 0 && passed.hasWork() && std::bit_width(left + 1) != keptRange) {
-                keptRange = std::bit_width(left + 1);
+            if (error == 0 && passed.hasWork() && std::bit_floor(left + 1) != keptRange) {
+                keptRange = std::bit_floor(left + 1);
                 adopt(passed, fd);
             } else {
                 ::close(fd);
