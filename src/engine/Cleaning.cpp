@@ -2,6 +2,8 @@
 
 namespace vellmoor {
 
-CleanupReport clean(ScanContext&, const std::vector<CleanupItem>&, std::chrono::milliseconds) { return {}; }
+CleanupReport clean(ScanContext&, const std::vector<CleanupItem>&, std::chrono::milliseconds) {
+    return {};
+}
 
 } // namespace vellmoor

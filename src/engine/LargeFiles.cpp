@@ -2,8 +2,14 @@
 
 namespace vellmoor {
 
-std::vector<ScannedPath> largeFiles(ScanContext&, std::size_t) { return {}; }
-std::vector<CleanupItem> largeFileItems(ScanContext&, bool) { return {}; }
-std::vector<FileCandidate> makeFileCandidates(const ScanContext&, const std::vector<CleanupItem>&) { return {}; }
+std::vector<ScannedPath> largeFiles(ScanContext&, std::size_t) {
+    return {};
+}
+std::vector<CleanupItem> largeFileItems(ScanContext&, bool) {
+    return {};
+}
+std::vector<FileCandidate> makeFileCandidates(const ScanContext&, const std::vector<CleanupItem>&) {
+    return {};
+}
 
 } // namespace vellmoor

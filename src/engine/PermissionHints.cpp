@@ -2,6 +2,8 @@
 
 namespace vellmoor {
 
-std::vector<PermissionHint> permissionHints(const ScanContext&) { return {}; }
+std::vector<PermissionHint> permissionHints(const ScanContext&) {
+    return {};
+}
 
 } // namespace vellmoor

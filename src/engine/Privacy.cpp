@@ -2,6 +2,8 @@
 
 namespace vellmoor {
 
-std::vector<CleanupItem> privacyItems(ScanContext&) { return {}; }
+std::vector<CleanupItem> privacyItems(ScanContext&) {
+    return {};
+}
 
 } // namespace vellmoor

@@ -2,7 +2,11 @@
 
 namespace vellmoor {
 
-std::vector<TrashSource> trashSources(const ScanContext&) { return {}; }
-std::vector<CleanupItem> trashItems(ScanContext&) { return {}; }
+std::vector<TrashSource> trashSources(const ScanContext&) {
+    return {};
+}
+std::vector<CleanupItem> trashItems(ScanContext&) {
+    return {};
+}
 
 } // namespace vellmoor

@@ -4,8 +4,12 @@
 
 namespace vellmoor {
 
-PermissionLayout macPermissionLayout(const std::filesystem::path&, std::uint32_t, const std::filesystem::path&) { return {}; }
+PermissionLayout macPermissionLayout(const std::filesystem::path&, std::uint32_t, const std::filesystem::path&) {
+    return {};
+}
 
-PermissionLayout linuxPermissionLayout(const LinuxEnvironment&, std::uint32_t, const std::filesystem::path&) { return {}; }
+PermissionLayout linuxPermissionLayout(const LinuxEnvironment&, std::uint32_t, const std::filesystem::path&) {
+    return {};
+}
 
 } // namespace vellmoor

@@ -11,7 +11,9 @@ struct LinuxEnvironment;
 
 struct PermissionLayout {};
 
-PermissionLayout macPermissionLayout(const std::filesystem::path& home, std::uint32_t userId, const std::filesystem::path& root);
-PermissionLayout linuxPermissionLayout(const LinuxEnvironment& environment, std::uint32_t userId, const std::filesystem::path& root);
+PermissionLayout macPermissionLayout(const std::filesystem::path& home, std::uint32_t userId,
+                                     const std::filesystem::path& root);
+PermissionLayout linuxPermissionLayout(const LinuxEnvironment& environment, std::uint32_t userId,
+                                       const std::filesystem::path& root);
 
 } // namespace vellmoor

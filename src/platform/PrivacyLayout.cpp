@@ -4,8 +4,12 @@
 
 namespace vellmoor {
 
-PrivacyLayout macPrivacyLayout(const std::filesystem::path&, std::uint32_t, const std::filesystem::path&) { return {}; }
+PrivacyLayout macPrivacyLayout(const std::filesystem::path&, std::uint32_t, const std::filesystem::path&) {
+    return {};
+}
 
-PrivacyLayout linuxPrivacyLayout(const LinuxEnvironment&, std::uint32_t, const std::filesystem::path&) { return {}; }
+PrivacyLayout linuxPrivacyLayout(const LinuxEnvironment&, std::uint32_t, const std::filesystem::path&) {
+    return {};
+}
 
 } // namespace vellmoor
