@@ -76,6 +76,7 @@ LinuxEnvironment linuxEnvironment(const VariableLookup& lookup, const fs::path& 
         }
     }
     environment.ownAppImage = absolute(lookup, "APPIMAGE").value_or("").string();
+    environment.insideSnap = !lookup("SNAP").value_or("").empty();
     return environment;
 }
 

@@ -24,6 +24,7 @@ struct LinuxEnvironment {
     /// Variables of single tools (CARGO_HOME ...) that are set to an absolute path.
     std::map<std::string, std::filesystem::path> toolFolders;
     std::string ownAppImage; ///< $APPIMAGE of Vellmoor itself; empty: none
+    bool insideSnap = false; ///< Vellmoor itself runs as a snap ($SNAP is set)
 
     /// The folder of a tool's variable, else `fallback`.
     [[nodiscard]] std::vector<std::filesystem::path> toolFolder(std::string_view variable,

@@ -9,7 +9,20 @@ namespace vellmoor {
 
 struct LinuxEnvironment;
 
-struct PermissionLayout {};
+/// Data that the system or the user may have closed to Vellmoor.
+struct ProtectedLocation {
+    std::string title; ///< text key
+    std::vector<std::filesystem::path> folders;
+    std::string symbol;
+};
+
+struct PermissionLayout {
+    std::vector<ProtectedLocation> dataFolders;
+    std::filesystem::path home;
+    bool needsSearchRight = false;       ///< a folder must be enterable, too, to count as readable
+    std::filesystem::path sandboxMarker; ///< exists in a sandbox that hides parts of the home; empty: none
+    bool insideSandbox = false;          ///< known to run in one anyway
+};
 
 PermissionLayout macPermissionLayout(const std::filesystem::path& home, std::uint32_t userId,
                                      const std::filesystem::path& root);
