@@ -68,7 +68,10 @@ std::optional<PermanentRemoval> removalFrom(const Platform& platform, const Tras
 class CleanRun {
 public:
     CleanRun(ScanContext& context, std::chrono::milliseconds settle)
-        : context_(context), platform_(context.platform()), settle_(settle), sources_(trashSources(context)) {}
+        : context_(context),
+          platform_(context.platform()),
+          settle_(settle),
+          sources_(trashSources(context)) {}
 
     CleanupReport clean(const std::vector<CleanupItem>& items);
 

@@ -1,7 +1,7 @@
 #include "Trash.h"
 
-#include "Paths.h"
 #include "PathMeasurement.h"
+#include "Paths.h"
 
 #include <algorithm>
 #include <optional>
@@ -65,8 +65,7 @@ void appendVolumeSources(const ScanContext& context, const Volume& volume, std::
     for (const VolumeTrashForm& form : layout.volumeForms) {
         const Path folder = volume.path / form.folder;
         if (isAccepted(platform, form, folder)) {
-            sources.push_back(
-                source(layout, folder, L::tr("%@ 废纸篓", name), L::tr("%@ 卷宗中的废纸篓文件", name)));
+            sources.push_back(source(layout, folder, L::tr("%@ 废纸篓", name), L::tr("%@ 卷宗中的废纸篓文件", name)));
         }
     }
 }
