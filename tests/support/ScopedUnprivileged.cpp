@@ -16,8 +16,7 @@ namespace vellmoor::test {
 namespace {
 
 // All three numbers are below 32, so that they stand in the first of the kernel's two words.
-constexpr unsigned passesPermissions =
-    1U << CAP_DAC_OVERRIDE | 1U << CAP_DAC_READ_SEARCH | 1U << CAP_FOWNER;
+constexpr unsigned passesPermissions = 1U << CAP_DAC_OVERRIDE | 1U << CAP_DAC_READ_SEARCH | 1U << CAP_FOWNER;
 
 struct Capabilities {
     __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0}; // 0: the calling thread

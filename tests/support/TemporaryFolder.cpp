@@ -85,7 +85,7 @@ Listing list(int parent, const char* name) {
         if (child == "." || child == "..") {
             continue;
         }
-        struct stat status {};
+        struct stat status{};
         const bool known = ::fstatat(fd, child.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0;
         (known && S_ISDIR(status.st_mode) ? listing.folders : listing.others).push_back(child);
     }
@@ -240,7 +240,7 @@ void TemporaryFolder::setMode(const fs::path& relative, unsigned mode) const {
 }
 
 std::int64_t allocatedBytes(const fs::path& path) {
-    struct stat status {};
+    struct stat status{};
     if (::lstat(path.c_str(), &status) != 0) {
         fail(path);
     }

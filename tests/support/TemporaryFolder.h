@@ -35,8 +35,7 @@ public:
     /// A symbolic link with `target` as its text.
     std::filesystem::path link(const std::filesystem::path& target, const std::filesystem::path& relative) const;
     /// A second name for the file `existing`.
-    std::filesystem::path hardLink(const std::filesystem::path& existing,
-                                   const std::filesystem::path& relative) const;
+    std::filesystem::path hardLink(const std::filesystem::path& existing, const std::filesystem::path& relative) const;
     std::filesystem::path fifo(const std::filesystem::path& relative) const;
 
     /// Sets the modification time of `relative` itself (not of a link's target).
