@@ -22,7 +22,8 @@ say() { printf '%s\n' "$*" >&2; }
 
 missing_debian() {
   local installed
-  installed=$(dpkg-query -W -f '${db:Status-Abbrev} ${Package}\n' "${debian_packages[@]}" 2>/dev/null \
+  # dpkg-query fails when it does not know one of them: that one is missing.
+  installed=$({ dpkg-query -W -f '${db:Status-Abbrev} ${Package}\n' "${debian_packages[@]}" 2>/dev/null || true; } \
     | sed -n 's/^ii  *//p')
   comm -23 <(printf '%s\n' "${debian_packages[@]}" | sort -u) <(sort -u <<<"$installed")
 }
