@@ -13,7 +13,7 @@ debian_packages=(
   libglib2.0-dev libicu-dev libplist-dev bootstrap-icons
   libgtest-dev libgmock-dev libbenchmark-dev nlohmann-json3-dev
   clang-19 clang-format-19 clang-tidy-19 libclang-rt-19-dev shellcheck
-  xvfb xauth openbox x11-utils xdotool stalonetray dbus dbus-x11 at-spi2-core python3 python3-pyatspi gir1.2-atspi-2.0
+  xvfb xauth openbox x11-utils xdotool trayer dbus dbus-x11 at-spi2-core python3 python3-pyatspi gir1.2-atspi-2.0
   gvfs libglib2.0-bin desktop-file-utils fonts-noto-core fonts-noto-cjk
 )
 brew_packages=(cmake ninja ccache qtbase qtdeclarative qtsvg googletest google-benchmark nlohmann-json shellcheck)
