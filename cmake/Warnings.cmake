@@ -4,4 +4,6 @@ target_compile_options(vellmoor_warnings INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wnon-virtual-dtor
   -Woverloaded-virtual -Wold-style-cast -Wformat=2 -Wimplicit-fallthrough -Wextra-semi
   -Wundef -Werror
+  # Designated initialisers leave out what keeps its default.
+  -Wno-missing-field-initializers
   $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wduplicated-branches -Wlogical-op>)

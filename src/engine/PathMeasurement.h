@@ -13,9 +13,6 @@ namespace vellmoor {
 /// measurement answers the part that was counted.
 PathStats stats(ScanContext& context, const Path& path);
 
-/// Whether a deep walk must not enter or count `path`.
-bool shouldSkipDuringDeepScan(const SystemLayout& layout, const Path& path);
-
 std::optional<TimePoint> modificationDate(const ScanContext& context, const Path& path);
 /// "Unknown" for no date.
 std::string relativeDate(const ScanContext& context, const std::optional<TimePoint>& date);

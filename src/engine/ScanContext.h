@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CancelToken.h"
+#include "DesktopEntries.h"
 #include "Platform.h"
 #include "ScanSnapshot.h"
 #include "SystemLayout.h"
@@ -9,6 +10,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace vellmoor {
 
@@ -17,7 +19,10 @@ namespace vellmoor {
 class ScanContext {
 public:
     ScanContext(const Platform& platform, const SystemLayout& layout, const CancelToken& token, TimePoint now)
-        : platform_(platform), layout_(layout), token_(token), now_(now) {}
+        : platform_(platform),
+          layout_(layout),
+          token_(token),
+          now_(now) {}
 
     [[nodiscard]] const Platform& platform() const { return platform_; }
     [[nodiscard]] const SystemLayout& layout() const { return layout_; }
@@ -37,6 +42,9 @@ public:
     /// Measurements made so far in this scan, by standardised path.
     std::map<std::string, PathStats>& measurements() { return measurements_; }
 
+    /// What installedEntries() has read in this context.
+    std::optional<std::vector<InstalledEntry>>& installedEntries() { return installedEntries_; }
+
 private:
     const Platform& platform_;
     const SystemLayout& layout_;
@@ -44,6 +52,7 @@ private:
     TimePoint now_;
     std::optional<std::set<std::string>> runningNames_;
     std::map<std::string, PathStats> measurements_;
+    std::optional<std::vector<InstalledEntry>> installedEntries_;
 };
 
 } // namespace vellmoor

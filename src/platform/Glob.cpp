@@ -1,32 +1,59 @@
 #include "Glob.h"
 
+#include <algorithm>
 #include <cstddef>
 
 namespace vellmoor {
+namespace {
+
+std::size_t digitRun(std::string_view text) {
+    return std::min(text.find_first_not_of("0123456789"), text.size());
+}
+
+} // namespace
 
 bool globMatches(std::string_view pattern, std::string_view name) {
-    std::size_t p = 0;
-    std::size_t n = 0;
-    std::size_t star = std::string_view::npos;
-    std::size_t resume = 0;
-    while (n < name.size()) {
-        if (p < pattern.size() && pattern[p] == '*') {
-            star = p++;
-            resume = n;
-        } else if (p < pattern.size() && pattern[p] == name[n]) {
-            ++p;
-            ++n;
-        } else if (star != std::string_view::npos) {
-            p = star + 1;
-            n = ++resume;
+    while (!pattern.empty() && pattern.front() != '*') {
+        if (pattern.front() == '#') {
+            const std::size_t digits = digitRun(name);
+            if (digits == 0) {
+                return false;
+            }
+            name.remove_prefix(digits);
         } else {
-            return false;
+            if (name.empty() || name.front() != pattern.front()) {
+                return false;
+            }
+            name.remove_prefix(1);
+        }
+        pattern.remove_prefix(1);
+    }
+    if (pattern.empty()) {
+        return name.empty();
+    }
+    pattern.remove_prefix(1);
+    if (pattern.empty()) {
+        return true;
+    }
+    for (std::size_t skipped = 0; skipped <= name.size(); ++skipped) {
+        if (globMatches(pattern, name.substr(skipped))) {
+            return true;
         }
     }
-    while (p < pattern.size() && pattern[p] == '*') {
-        ++p;
+    return false;
+}
+
+bool globMatchesAny(std::string_view alternatives, std::string_view name) {
+    for (;;) {
+        const std::size_t end = std::min(alternatives.find('|'), alternatives.size());
+        if (globMatches(alternatives.substr(0, end), name)) {
+            return true;
+        }
+        if (end == alternatives.size()) {
+            return false;
+        }
+        alternatives.remove_prefix(end + 1);
     }
-    return p == pattern.size();
 }
 
 } // namespace vellmoor

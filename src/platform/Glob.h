@@ -4,7 +4,11 @@
 
 namespace vellmoor {
 
-/// Whether `name` matches `pattern`, in which "*" stands for any run of characters and everything else for itself.
+/// Whether `name` matches `pattern`, in which "*" stands for any run of characters, "#" for one or more decimal
+/// digits, and everything else for itself. Patterns come from the project's own tables.
 bool globMatches(std::string_view pattern, std::string_view name);
+
+/// The same for several patterns separated by "|".
+bool globMatchesAny(std::string_view alternatives, std::string_view name);
 
 } // namespace vellmoor

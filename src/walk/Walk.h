@@ -33,8 +33,8 @@ public:
 /// One directory entry as a visitor sees it; valid during the call only.
 struct Entry {
     const DirectoryPath& parent;
-    int parentFd;               ///< open on the parent; for *at() calls with `name`
-    std::string_view name;      ///< bytes as on the disk, not necessarily UTF-8; NUL-terminated
+    int parentFd;          ///< open on the parent; for *at() calls with `name`
+    std::string_view name; ///< bytes as on the disk, not necessarily UTF-8; NUL-terminated
     EntryType type;
     std::int64_t allocatedBytes; ///< allocated bytes of a regular file, 0 otherwise
     std::int64_t modifiedNs;     ///< modification time of a regular file, nanoseconds since 1970, 0 otherwise
@@ -63,12 +63,13 @@ public:
 };
 
 struct Options {
-    bool skipHidden = true;  ///< names that begin with "." (on macOS also the hidden flag) are neither visited nor entered
-    bool wantsNames = false; ///< call Visitor::directory
-    unsigned threads = 0;    ///< 0: as many as there are processors
+    bool skipHidden =
+        true; ///< names that begin with "." (on macOS also the hidden flag) are neither visited nor entered
+    bool wantsNames = false;                      ///< call Visitor::directory
+    unsigned threads = 0;                         ///< 0: as many as there are processors
     const std::atomic<bool>* cancelled = nullptr; ///< polled at least every 100 entries per worker
-    /// macOS: says whether a directory is a package, which is then visited as a directory but not entered.
-    /// Asked only for names with an extension or a bundle mark. Empty: nothing is a package.
+    /// Says whether a directory is a package, which is then visited as a directory but not entered. Asked only
+    /// for names with an extension or (macOS) a bundle mark, from any worker. Empty: nothing is a package.
     std::function<bool(const std::filesystem::path&)> isPackage;
 };
 
@@ -77,11 +78,13 @@ enum class Outcome : std::uint8_t {
     Stopped,    ///< a visitor answered Stop
     Cancelled,  ///< Options::cancelled was seen set
     Unreadable, ///< the root is not a directory (a link is none), or cannot be opened
+    Incomplete, ///< something is missing because the process had no file descriptor left, nor got one in time
 };
 
 /// Visits everything below `root`, not `root` itself. Order is not defined; the set of visits does not depend on
-/// the number of threads. Links are never followed. A directory on another file system than the root is neither
-/// visited nor entered, and a mount point is left out before it is touched.
+/// the number of threads. Links are never followed, except in the parents of `root`. A directory on another file
+/// system than the root is neither visited nor entered, and a mount point is left out before it is touched; so is
+/// whatever vanishes or whose facts cannot be read. What a visitor throws ends the walk and is thrown again here.
 Outcome walk(const std::filesystem::path& root, const Options& options, Visitor& visitor);
 
 /// The number of workers that walk() will use for `options`; at least 1.

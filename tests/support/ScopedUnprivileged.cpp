@@ -1,0 +1,82 @@
+#include "ScopedUnprivileged.h"
+
+#include <cerrno>
+#include <system_error>
+#include <unistd.h>
+
+#ifdef __linux__
+#include <linux/capability.h>
+#include <sys/syscall.h>
+#endif
+
+namespace vellmoor::test {
+
+#ifdef __linux__
+
+namespace {
+
+// All three numbers are below 32, so that they stand in the first of the kernel's two words.
+constexpr unsigned passesPermissions = 1U << CAP_DAC_OVERRIDE | 1U << CAP_DAC_READ_SEARCH | 1U << CAP_FOWNER;
+
+struct Capabilities {
+    __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0}; // 0: the calling thread
+    __user_cap_data_struct words[2]{};
+
+    void read() { check(syscall(SYS_capget, &header, words)); }
+    void write() { check(syscall(SYS_capset, &header, words)); }
+
+private:
+    static void check(long result) {
+        if (result != 0) {
+            throw std::system_error(errno, std::generic_category(), "capabilities");
+        }
+    }
+};
+
+} // namespace
+
+ScopedUnprivileged::ScopedUnprivileged() {
+    Capabilities now;
+    now.read();
+    dropped_ = now.words[0].effective & passesPermissions;
+    if (dropped_ == 0) {
+        return;
+    }
+    now.words[0].effective &= ~passesPermissions;
+    now.write();
+}
+
+// A failure to restore would falsify every later test: ending the program (noexcept) is right.
+ScopedUnprivileged::~ScopedUnprivileged() {
+    if (dropped_ == 0) {
+        return;
+    }
+    Capabilities now;
+    now.read();
+    now.words[0].effective |= dropped_;
+    now.write();
+}
+
+#else
+
+// Without capabilities, root becomes "nobody" for as long; this holds for the whole process.
+ScopedUnprivileged::ScopedUnprivileged() {
+    constexpr uid_t nobody = 65534;
+    if (geteuid() != 0) {
+        return;
+    }
+    if (seteuid(nobody) != 0) {
+        throw std::system_error(errno, std::generic_category(), "seteuid");
+    }
+    dropped_ = 1;
+}
+
+ScopedUnprivileged::~ScopedUnprivileged() {
+    if (dropped_ != 0 && seteuid(0) != 0) {
+        throw std::system_error(errno, std::generic_category(), "seteuid"); // noexcept: ends the program
+    }
+}
+
+#endif
+
+} // namespace vellmoor::test
