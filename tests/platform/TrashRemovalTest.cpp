@@ -174,8 +174,8 @@ TEST_F(TrashRemoval, AForeignFoldersModeIsNotTouched) {
     EXPECT_EQ(status.st_mode & 07777U, 0555U);
 }
 
-TEST_F(TrashRemoval, ATreeThreeThousandDeepGoesWithFewDescriptors) {
-    makeDeep(3000, 0755);
+TEST_F(TrashRemoval, ATreeTwoThousandDeepGoesWithFewDescriptors) {
+    makeDeep(2100, 0755);
     const FewDescriptors few(12);
     EXPECT_TRUE(remove("deep folder"));
     EXPECT_FALSE(isIn("deep folder"));
