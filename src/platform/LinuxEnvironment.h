@@ -19,7 +19,7 @@ struct LinuxEnvironment {
     std::filesystem::path state;
     std::vector<std::filesystem::path> configDirs;
     std::vector<std::filesystem::path> dataDirs;
-    std::filesystem::path runtime; ///< empty: none
+    std::filesystem::path runtime;     ///< empty: none
     std::vector<std::string> desktops; ///< the names in XDG_CURRENT_DESKTOP
     /// Variables of single tools (CARGO_HOME ...) that are set to an absolute path.
     std::map<std::string, std::filesystem::path> toolFolders;
