@@ -84,7 +84,7 @@ protected:
 };
 
 INSTANTIATE_TEST_SUITE_P(On, Cleaning, ::testing::Values(System::Mac, System::Linux),
-                         [](const auto& info) { return info.param == System::Mac ? "Mac" : "Linux"; });
+                         [](const auto& instance) { return instance.param == System::Mac ? "Mac" : "Linux"; });
 
 TEST_P(Cleaning, NothingSelectedGivesAnEmptyReport) {
     const CleanupReport report = clean(home, std::vector<CleanupItem>{});

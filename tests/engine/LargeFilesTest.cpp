@@ -60,7 +60,7 @@ protected:
 };
 
 INSTANTIATE_TEST_SUITE_P(On, LargeFiles, ::testing::Values(System::Mac, System::Linux),
-                         [](const auto& info) { return info.param == System::Mac ? "Mac" : "Linux"; });
+                         [](const auto& instance) { return instance.param == System::Mac ? "Mac" : "Linux"; });
 
 TEST_P(LargeFiles, AFileOfExactlyTheThresholdIsListedAndASmallerOneIsNot) {
     const Path exact = big("Downloads/exact.bin");
@@ -173,7 +173,7 @@ TEST_P(LargeFiles, ACancelledSearchAnswersNoPartOfTheList) {
 /// Cancels the scan as soon as the walk asks about a folder.
 class CancellingPlatform : public StandInPlatform {
 public:
-    CancellingPlatform(const EngineHome& home, CancelToken& token)
+    CancellingPlatform(const EngineHome& place, CancelToken& token)
         : StandInPlatform(home.platform.system, home.home, home.root),
           token_(token) {}
     bool isPackage(const Path&) const override {
