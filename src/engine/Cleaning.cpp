@@ -128,7 +128,7 @@ void CleanRun::remove(const CleanupItem& item, const CleanupTarget& target) {
     const Outcome outcome = removeTarget(item, path);
     if (outcome) {
         ++report_.removedCount;
-    } else {
+    } else if (platform_.exists(path)) { // else it vanished meanwhile, which is no failure either
         fail(displayName(path) + ": " + outcome.error());
     }
 }
