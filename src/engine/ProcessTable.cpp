@@ -2,6 +2,8 @@
 
 namespace vellmoor {
 
-std::set<std::string> runningProcessNames(const Platform&, const SystemLayout&) { return {}; }
+std::set<std::string> runningProcessNames(const Platform&, const SystemLayout&) {
+    return {};
+}
 
 } // namespace vellmoor

@@ -4,8 +4,12 @@
 
 namespace vellmoor {
 
-MemoryLayout macMemoryLayout(const std::filesystem::path&, std::uint32_t, const std::filesystem::path&) { return {}; }
+MemoryLayout macMemoryLayout(const std::filesystem::path&, std::uint32_t, const std::filesystem::path&) {
+    return {};
+}
 
-MemoryLayout linuxMemoryLayout(const LinuxEnvironment&, std::uint32_t, const std::filesystem::path&) { return {}; }
+MemoryLayout linuxMemoryLayout(const LinuxEnvironment&, std::uint32_t, const std::filesystem::path&) {
+    return {};
+}
 
 } // namespace vellmoor

@@ -11,7 +11,9 @@ struct LinuxEnvironment;
 
 struct MemoryLayout {};
 
-MemoryLayout macMemoryLayout(const std::filesystem::path& home, std::uint32_t userId, const std::filesystem::path& root);
-MemoryLayout linuxMemoryLayout(const LinuxEnvironment& environment, std::uint32_t userId, const std::filesystem::path& root);
+MemoryLayout macMemoryLayout(const std::filesystem::path& home, std::uint32_t userId,
+                             const std::filesystem::path& root);
+MemoryLayout linuxMemoryLayout(const LinuxEnvironment& environment, std::uint32_t userId,
+                               const std::filesystem::path& root);
 
 } // namespace vellmoor
