@@ -3,6 +3,7 @@
 #include "LinuxEnvironment.h"
 #include "Paths.h"
 
+#include <array>
 #include <unistd.h>
 
 namespace vellmoor {
@@ -24,40 +25,45 @@ MemoryLabels linuxLabels() {
             .fileBacked = {"Active(file):", "Inactive(file):"}};
 }
 
+constexpr std::array sharedSystemFolders{"/",
+                                         "/bin",
+                                         "/sbin",
+                                         "/lib",
+                                         "/lib64",
+                                         "/opt",
+                                         "/srv",
+                                         "/tmp",
+                                         "/snap",
+                                         "/snap/bin",
+                                         "/usr",
+                                         "/usr/bin",
+                                         "/usr/sbin",
+                                         "/usr/games",
+                                         "/usr/lib",
+                                         "/usr/lib64",
+                                         "/usr/libexec",
+                                         "/usr/share",
+                                         "/usr/local",
+                                         "/usr/local/bin",
+                                         "/usr/local/sbin",
+                                         "/usr/local/games",
+                                         "/usr/local/lib",
+                                         "/usr/local/libexec",
+                                         "/usr/lib/x86_64-linux-gnu",
+                                         "/usr/lib/aarch64-linux-gnu",
+                                         "/var/lib/flatpak/exports/bin",
+                                         "/var/lib/snapd/snap/bin"};
+
+constexpr std::array sharedHomeFolders{
+    ".local",       ".local/bin", "bin",     ".cargo/bin", "go/bin",
+    "Applications", "AppImages",  "Desktop", "Downloads",  ".local/share/flatpak/exports/bin"};
+
 std::vector<fs::path> sharedFolders(const LinuxEnvironment& environment, const fs::path& root) {
     std::vector<fs::path> folders;
-    for (const char* folder : {"/",
-                               "/bin",
-                               "/sbin",
-                               "/lib",
-                               "/lib64",
-                               "/opt",
-                               "/srv",
-                               "/tmp",
-                               "/snap",
-                               "/snap/bin",
-                               "/usr",
-                               "/usr/bin",
-                               "/usr/sbin",
-                               "/usr/games",
-                               "/usr/lib",
-                               "/usr/lib64",
-                               "/usr/libexec",
-                               "/usr/share",
-                               "/usr/local",
-                               "/usr/local/bin",
-                               "/usr/local/sbin",
-                               "/usr/local/games",
-                               "/usr/local/lib",
-                               "/usr/local/libexec",
-                               "/usr/lib/x86_64-linux-gnu",
-                               "/usr/lib/aarch64-linux-gnu",
-                               "/var/lib/flatpak/exports/bin",
-                               "/var/lib/snapd/snap/bin"}) {
+    for (const char* folder : sharedSystemFolders) {
         folders.push_back(underRoot(root, folder));
     }
-    for (const char* folder : {".local", ".local/bin", "bin", ".cargo/bin", "go/bin", "Applications", "AppImages",
-                               "Desktop", "Downloads", ".local/share/flatpak/exports/bin"}) {
+    for (const char* folder : sharedHomeFolders) {
         folders.push_back(environment.home / folder);
     }
     return folders;

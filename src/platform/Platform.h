@@ -25,10 +25,10 @@ struct FileFacts {
     bool isDirectory = false;
     bool isRegularFile = false;
     bool isSymlink = false;
-    bool isSticky = false;            ///< the sticky bit of a folder
-    std::int64_t allocatedBytes = 0;  ///< on the disk, not the length
+    bool isSticky = false;           ///< the sticky bit of a folder
+    std::int64_t allocatedBytes = 0; ///< on the disk, not the length
     std::optional<TimePoint> modified;
-    std::uint32_t owner = 0;          ///< user id
+    std::uint32_t owner = 0; ///< user id
     std::uint64_t device = 0;
     std::uint64_t inode = 0;
 };
@@ -61,9 +61,9 @@ struct TrashFolder {
 };
 
 struct CommandResult {
-    std::int32_t status = -1;  ///< -1: could not be started
-    std::string output;        ///< standard output and error as written; empty when not UTF-8
-    std::string errorMessage;  ///< why it could not be started
+    std::int32_t status = -1; ///< -1: could not be started
+    std::string output;       ///< standard output and error as written; empty when not UTF-8
+    std::string errorMessage; ///< why it could not be started
 
     /// The non-empty ones of output and errorMessage, joined with a line feed.
     [[nodiscard]] std::string combinedOutput() const;
