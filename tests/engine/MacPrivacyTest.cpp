@@ -117,8 +117,8 @@ TEST_P(MacPrivacyTable, TheRowIsCleanableButNeverPreselected) {
     EXPECT_THAT(row->selectedTargets(), IsEmpty());
 }
 
-INSTANTIATE_TEST_SUITE_P(Rows, MacPrivacyTable, testing::ValuesIn(allRows()), [](const auto& info) {
-    std::string name = info.param.title;
+INSTANTIATE_TEST_SUITE_P(Rows, MacPrivacyTable, testing::ValuesIn(allRows()), [](const auto& test) {
+    std::string name = test.param.title;
     std::erase(name, ' ');
     return name;
 });
