@@ -24,8 +24,7 @@ bool isExcludedName(const DeepScanRules& rules, std::string_view name) {
 }
 
 bool isCloudName(const DeepScanRules& rules, std::string_view name) {
-    return std::ranges::any_of(rules.homeNames,
-                               [&](const std::string& pattern) { return globMatches(pattern, name); });
+    return std::ranges::any_of(rules.homeNames, [&](const std::string& pattern) { return globMatches(pattern, name); });
 }
 
 /// The direct child of `home` that `path` is or lies below, if that is a cloud folder.
@@ -61,7 +60,9 @@ bool shouldSkipDuringDeepScan(const SystemLayout& layout, const Path& path) {
 }
 
 DeepScanFilter::DeepScanFilter(const Platform& platform, const SystemLayout& layout, const Path& root)
-    : rules_(layout.deepScan), home_(platform.standardized(layout.home)), trashFolders_(rules_.trashFolders) {
+    : rules_(layout.deepScan),
+      home_(platform.standardized(layout.home)),
+      trashFolders_(rules_.trashFolders) {
     // A home behind a link has two spellings; the walk may start from either.
     for (const Path& folder : rules_.trashFolders) {
         if (const auto real = platform.realPath(folder); real && *real != folder) {
@@ -69,9 +70,9 @@ DeepScanFilter::DeepScanFilter(const Platform& platform, const SystemLayout& lay
         }
     }
     const Path start = platform.standardized(root);
-    const bool rootInTrash =
-        liesInTrash(rules_, start) ||
-        std::ranges::any_of(trashFolders_, [&](const Path& folder) { return isStrictlyBelow(start, folder); });
+    const bool rootInTrash = liesInTrash(rules_, start) || std::ranges::any_of(trashFolders_, [&](const Path& folder) {
+                                 return isStrictlyBelow(start, folder);
+                             });
     trashRule_ = !rootInTrash;
     rootIsHome_ = start == home_;
     excludesAll_ = start != Path("/") && excludesFolder(start);

@@ -2,10 +2,15 @@
 
 #include "ScanContext.h"
 
+#include <optional>
 #include <vector>
 
 namespace vellmoor {
 
+/// Four lines: whether three kinds of data and the home folder can be read. Nothing is opened, nobody is asked.
 std::vector<PermissionHint> permissionHints(const ScanContext& context);
+
+/// The first probed folder that exists but cannot be read: the one whose permissions the user should look at.
+std::optional<Path> firstUnreadableFolder(const ScanContext& context);
 
 } // namespace vellmoor

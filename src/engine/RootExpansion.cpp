@@ -7,7 +7,9 @@
 namespace vellmoor {
 namespace {
 
-bool isWildcard(std::string_view component) { return component.find_first_of("*#|") != std::string_view::npos; }
+bool isWildcard(std::string_view component) {
+    return component.find_first_of("*#|") != std::string_view::npos;
+}
 
 bool anyRuns(ScanContext& context, const std::vector<std::string>& owners) {
     return std::ranges::any_of(owners,
@@ -22,7 +24,9 @@ bool matchesAny(const std::vector<std::string>& patterns, std::string_view name)
 class Expansion {
 public:
     Expansion(ScanContext& context, const RootPattern& pattern, std::vector<Path>& out)
-        : context_(context), pattern_(pattern), out_(out) {}
+        : context_(context),
+          pattern_(pattern),
+          out_(out) {}
 
     void run() {
         if (anyRuns(context_, pattern_.owners) || !isOnHomeDevice()) {
@@ -48,7 +52,8 @@ private:
         }
         const std::string& component = pattern_.components[level];
         if (component == "@current") {
-            if (const auto current = context_.platform().linkTarget(folder / "current"); current && !current->has_parent_path()) {
+            if (const auto current = context_.platform().linkTarget(folder / "current");
+                current && !current->has_parent_path()) {
                 descend(folder / *current, level + 1, ownerChecked);
             }
             return;

@@ -10,12 +10,15 @@
 namespace vellmoor {
 namespace {
 
-TimePoint now() { return std::chrono::system_clock::now(); }
+TimePoint now() {
+    return std::chrono::system_clock::now();
+}
 
 } // namespace
 
 SystemCleanerService::SystemCleanerService(const Platform& platform, const SystemLayout& layout)
-    : platform_(platform), layout_(layout) {}
+    : platform_(platform),
+      layout_(layout) {}
 
 ScanSnapshot SystemCleanerService::scan(CleanerModule module, const ProgressCallback& progress,
                                         const CancelToken& token) {
@@ -47,6 +50,8 @@ std::vector<PermissionHint> SystemCleanerService::permissionHints() {
     return vellmoor::permissionHints(context);
 }
 
-QuitOutcome SystemCleanerService::requestQuit(const MemoryApp& app) { return platform_.requestQuit(app); }
+QuitOutcome SystemCleanerService::requestQuit(const MemoryApp& app) {
+    return platform_.requestQuit(app);
+}
 
 } // namespace vellmoor

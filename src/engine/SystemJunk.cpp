@@ -44,7 +44,9 @@ CleanupItem downloadLeftovers(ScanContext& context) {
     return categoryItem(context, spec);
 }
 
-bool isNothing(const CleanupItem& item) { return item.isCleanable && item.bytes < 1 && item.files < 1; }
+bool isNothing(const CleanupItem& item) {
+    return item.isCleanable && item.bytes < 1 && item.files < 1;
+}
 
 } // namespace
 

@@ -11,10 +11,8 @@ struct Unit {
     unsigned decimals;
 };
 
-constexpr std::array<Unit, 4> units{{{"KB", 1'000, 0},
-                                     {"MB", 1'000'000, 1},
-                                     {"GB", 1'000'000'000, 2},
-                                     {"TB", 1'000'000'000'000, 2}}};
+constexpr std::array<Unit, 4> units{
+    {{"KB", 1'000, 0}, {"MB", 1'000'000, 1}, {"GB", 1'000'000'000, 2}, {"TB", 1'000'000'000'000, 2}}};
 
 std::uint64_t powerOfTen(unsigned exponent) {
     std::uint64_t power = 1;

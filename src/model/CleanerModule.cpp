@@ -34,12 +34,18 @@ constexpr std::array<RiskTexts, allCleanupRisks.size()> riskTexts{{
     {"previewOnly", "仅预览"},
 }};
 
-const ModuleTexts& texts(CleanerModule module) { return moduleTexts.at(static_cast<std::size_t>(module)); }
-const RiskTexts& texts(CleanupRisk risk) { return riskTexts.at(static_cast<std::size_t>(risk)); }
+const ModuleTexts& texts(CleanerModule module) {
+    return moduleTexts.at(static_cast<std::size_t>(module));
+}
+const RiskTexts& texts(CleanupRisk risk) {
+    return riskTexts.at(static_cast<std::size_t>(risk));
+}
 
 } // namespace
 
-std::string_view rawValue(CleanerModule module) { return texts(module).rawValue; }
+std::string_view rawValue(CleanerModule module) {
+    return texts(module).rawValue;
+}
 
 std::optional<CleanerModule> cleanerModule(std::string_view raw) {
     for (const CleanerModule module : allCleanerModules) {
@@ -50,10 +56,16 @@ std::optional<CleanerModule> cleanerModule(std::string_view raw) {
     return std::nullopt;
 }
 
-std::string title(CleanerModule module) { return L::tr(texts(module).title); }
-std::string subtitle(CleanerModule module) { return L::tr(texts(module).subtitle); }
+std::string title(CleanerModule module) {
+    return L::tr(texts(module).title);
+}
+std::string subtitle(CleanerModule module) {
+    return L::tr(texts(module).subtitle);
+}
 
-std::string_view rawValue(CleanupRisk risk) { return texts(risk).rawValue; }
+std::string_view rawValue(CleanupRisk risk) {
+    return texts(risk).rawValue;
+}
 
 std::optional<CleanupRisk> cleanupRisk(std::string_view raw) {
     for (const CleanupRisk risk : allCleanupRisks) {
@@ -64,6 +76,8 @@ std::optional<CleanupRisk> cleanupRisk(std::string_view raw) {
     return std::nullopt;
 }
 
-std::string title(CleanupRisk risk) { return L::tr(texts(risk).title); }
+std::string title(CleanupRisk risk) {
+    return L::tr(texts(risk).title);
+}
 
 } // namespace vellmoor

@@ -21,8 +21,9 @@ enum class CleanerModule : std::uint8_t {
 };
 
 inline constexpr std::array allCleanerModules{
-    CleanerModule::smartScan,          CleanerModule::systemJunk,     CleanerModule::largeFiles,
-    CleanerModule::privacy,            CleanerModule::appUninstaller, CleanerModule::performance,
+    CleanerModule::smartScan,          CleanerModule::systemJunk,
+    CleanerModule::largeFiles,         CleanerModule::privacy,
+    CleanerModule::appUninstaller,     CleanerModule::performance,
     CleanerModule::memoryOptimization, CleanerModule::trash,
 };
 

@@ -9,7 +9,8 @@
 namespace vellmoor {
 namespace {
 
-template <class Amount> std::int64_t sumOverSelection(const CleanupItem& item, Amount amount) {
+template <class Amount>
+std::int64_t sumOverSelection(const CleanupItem& item, Amount amount) {
     if (!item.isCleanable || !item.isSelected) {
         return 0;
     }
@@ -29,8 +30,7 @@ std::int64_t CleanupItem::selectedBytes() const {
 }
 
 std::int64_t CleanupItem::selectedFiles() const {
-    return sumOverSelection(*this,
-                            [](const CleanupTarget& target) { return std::max<std::int64_t>(target.files, 1); });
+    return sumOverSelection(*this, [](const CleanupTarget& target) { return std::max<std::int64_t>(target.files, 1); });
 }
 
 std::vector<CleanupTarget> CleanupItem::selectedTargets() const {

@@ -329,6 +329,8 @@ constexpr std::array<TextEntry, 316> englishTable{{
 
 } // namespace
 
-std::span<const TextEntry> englishTexts() { return englishTable; }
+std::span<const TextEntry> englishTexts() {
+    return englishTable;
+}
 
 } // namespace vellmoor

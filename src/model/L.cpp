@@ -50,7 +50,9 @@ const Table& linuxReplacements() {
 
 } // namespace
 
-std::string_view rawValue(AppLanguage language) { return language == AppLanguage::chinese ? "zh" : "en"; }
+std::string_view rawValue(AppLanguage language) {
+    return language == AppLanguage::chinese ? "zh" : "en";
+}
 
 std::optional<AppLanguage> appLanguage(std::string_view raw) {
     for (const AppLanguage language : allAppLanguages) {

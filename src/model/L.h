@@ -25,12 +25,12 @@ enum class TextSet : std::uint8_t { Mac, Linux };
 /// One argument of a text: a text for %@ or an integer for %d.
 class TextArgument {
 public:
-    TextArgument(std::string text) : value_(std::move(text)) {}                                // NOLINT(*-explicit-*)
-    TextArgument(std::string_view text) : value_(std::string(text)) {}                         // NOLINT(*-explicit-*)
-    TextArgument(const char* text) : value_(std::string(text)) {}                              // NOLINT(*-explicit-*)
+    TextArgument(std::string text) : value_(std::move(text)) {}        // NOLINT(*-explicit-*)
+    TextArgument(std::string_view text) : value_(std::string(text)) {} // NOLINT(*-explicit-*)
+    TextArgument(const char* text) : value_(std::string(text)) {}      // NOLINT(*-explicit-*)
     template <class Integer>
         requires std::is_integral_v<Integer>
-    TextArgument(Integer number) : value_(static_cast<std::int64_t>(number)) {}                // NOLINT(*-explicit-*)
+    TextArgument(Integer number) : value_(static_cast<std::int64_t>(number)) {} // NOLINT(*-explicit-*)
 
     /// The text, or the number in plain decimal form.
     [[nodiscard]] std::string text() const;

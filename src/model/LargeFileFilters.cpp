@@ -35,8 +35,12 @@ constexpr std::array<AgeTexts, allLargeFileAges.size()> ageTexts{{
     {"ninetyDays", "90 天以前", 90},
 }};
 
-const FilterTexts& texts(LargeFileKindFilter filter) { return kindTexts.at(static_cast<std::size_t>(filter)); }
-const AgeTexts& texts(LargeFileAgeFilter filter) { return ageTexts.at(static_cast<std::size_t>(filter)); }
+const FilterTexts& texts(LargeFileKindFilter filter) {
+    return kindTexts.at(static_cast<std::size_t>(filter));
+}
+const AgeTexts& texts(LargeFileAgeFilter filter) {
+    return ageTexts.at(static_cast<std::size_t>(filter));
+}
 
 bool holds(const std::vector<std::string_view>& extensions, std::string_view extension) {
     return std::ranges::find(extensions, extension) != extensions.end();
@@ -61,7 +65,8 @@ const FileKinds& FileKinds::linuxDesktop() {
         const auto add = [](std::vector<std::string_view>& list, std::initializer_list<std::string_view> more) {
             list.insert(list.end(), more);
         };
-        add(all.installers, {"deb", "rpm", "appimage", "flatpak", "flatpakref", "snap", "run", "bundle", "img", "msi", "exe"});
+        add(all.installers,
+            {"deb", "rpm", "appimage", "flatpak", "flatpakref", "snap", "run", "bundle", "img", "msi", "exe"});
         add(all.archives, {"xz", "zst", "lz4", "tgz", "tbz2", "txz"});
         add(all.videos, {"webm", "wmv", "flv", "mpg", "mpeg", "ts"});
         add(all.images, {"webp", "avif", "svg", "xcf"});
@@ -71,10 +76,18 @@ const FileKinds& FileKinds::linuxDesktop() {
     return kinds;
 }
 
-std::string_view rawValue(LargeFileKindFilter filter) { return texts(filter).rawValue; }
-std::string_view rawValue(LargeFileAgeFilter filter) { return texts(filter).rawValue; }
-std::string title(LargeFileKindFilter filter) { return L::tr(texts(filter).title); }
-std::string title(LargeFileAgeFilter filter) { return L::tr(texts(filter).title); }
+std::string_view rawValue(LargeFileKindFilter filter) {
+    return texts(filter).rawValue;
+}
+std::string_view rawValue(LargeFileAgeFilter filter) {
+    return texts(filter).rawValue;
+}
+std::string title(LargeFileKindFilter filter) {
+    return L::tr(texts(filter).title);
+}
+std::string title(LargeFileAgeFilter filter) {
+    return L::tr(texts(filter).title);
+}
 
 LargeFileKindFilter fileKind(const std::filesystem::path& path, const FileKinds& kinds) {
     const std::string extension = lowerExtension(path);
@@ -113,9 +126,8 @@ std::string lowerExtension(const std::filesystem::path& path) {
         return {};
     }
     extension.erase(0, 1);
-    std::ranges::transform(extension, extension.begin(), [](char c) {
-        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    });
+    std::ranges::transform(extension, extension.begin(),
+                           [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
     return extension;
 }
 

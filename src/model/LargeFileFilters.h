@@ -13,10 +13,10 @@ namespace vellmoor {
 
 enum class LargeFileKindFilter : std::uint8_t { all, installers, archives, videos, images, documents, other };
 
-inline constexpr std::array allLargeFileKinds{
-    LargeFileKindFilter::all,    LargeFileKindFilter::installers, LargeFileKindFilter::archives,
-    LargeFileKindFilter::videos, LargeFileKindFilter::images,     LargeFileKindFilter::documents,
-    LargeFileKindFilter::other};
+inline constexpr std::array allLargeFileKinds{LargeFileKindFilter::all,      LargeFileKindFilter::installers,
+                                              LargeFileKindFilter::archives, LargeFileKindFilter::videos,
+                                              LargeFileKindFilter::images,   LargeFileKindFilter::documents,
+                                              LargeFileKindFilter::other};
 
 enum class LargeFileAgeFilter : std::uint8_t { all, sevenDays, thirtyDays, ninetyDays };
 

@@ -54,6 +54,8 @@ constexpr std::array<LinuxTextEntry, 41> linuxTable{{
 
 } // namespace
 
-std::span<const LinuxTextEntry> linuxTexts() { return linuxTable; }
+std::span<const LinuxTextEntry> linuxTexts() {
+    return linuxTable;
+}
 
 } // namespace vellmoor

@@ -2,6 +2,7 @@
 // and as a snap. The privacy, permission and junk tables are made from it.
 #pragma once
 
+#include "BrowserFolder.h"
 #include "RootPattern.h"
 #include "Tint.h"
 
@@ -16,14 +17,6 @@ struct LinuxEnvironment;
 
 /// Which files a profile holds.
 enum class BrowserFamily : std::uint8_t { Chromium, Firefox, GnomeWeb };
-
-/// A user-data folder and the folder that holds its profiles' caches under the profiles' names. Either may be absent
-/// from the disk.
-struct BrowserFolder {
-    std::filesystem::path userData;
-    std::filesystem::path cache;
-    bool insideConfig = true; ///< else the browser may keep its caches in the profile itself
-};
 
 /// A browser in one packaging.
 struct LinuxBrowser {

@@ -10,10 +10,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::array toolVariables{
-    "npm_config_cache", "PNPM_HOME",        "PIP_CACHE_DIR",  "UV_CACHE_DIR",       "CARGO_HOME", "GOCACHE",
-    "GOMODCACHE",       "GOPATH",           "GRADLE_USER_HOME", "CCACHE_DIR",       "SCCACHE_DIR", "NUGET_PACKAGES",
-    "COMPOSER_CACHE_DIR", "HF_HOME",        "FLATPAK_USER_DIR"};
+constexpr std::array toolVariables{"npm_config_cache",   "PNPM_HOME",  "PIP_CACHE_DIR",   "UV_CACHE_DIR",
+                                   "CARGO_HOME",         "GOCACHE",    "GOMODCACHE",      "GOPATH",
+                                   "GRADLE_USER_HOME",   "CCACHE_DIR", "SCCACHE_DIR",     "NUGET_PACKAGES",
+                                   "COMPOSER_CACHE_DIR", "HF_HOME",    "FLATPAK_USER_DIR"};
 
 /// The value when it is an absolute path, as the Base Directory rules demand.
 std::optional<fs::path> absolute(const VariableLookup& lookup, std::string_view name) {
@@ -76,6 +76,7 @@ LinuxEnvironment linuxEnvironment(const VariableLookup& lookup, const fs::path& 
         }
     }
     environment.ownAppImage = absolute(lookup, "APPIMAGE").value_or("").string();
+    environment.insideSnap = !lookup("SNAP").value_or("").empty();
     return environment;
 }
 

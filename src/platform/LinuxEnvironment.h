@@ -19,11 +19,12 @@ struct LinuxEnvironment {
     std::filesystem::path state;
     std::vector<std::filesystem::path> configDirs;
     std::vector<std::filesystem::path> dataDirs;
-    std::filesystem::path runtime; ///< empty: none
+    std::filesystem::path runtime;     ///< empty: none
     std::vector<std::string> desktops; ///< the names in XDG_CURRENT_DESKTOP
     /// Variables of single tools (CARGO_HOME ...) that are set to an absolute path.
     std::map<std::string, std::filesystem::path> toolFolders;
     std::string ownAppImage; ///< $APPIMAGE of Vellmoor itself; empty: none
+    bool insideSnap = false; ///< Vellmoor itself runs as a snap ($SNAP is set)
 
     /// The folder of a tool's variable, else `fallback`.
     [[nodiscard]] std::vector<std::filesystem::path> toolFolder(std::string_view variable,

@@ -1,5 +1,6 @@
 #include "LinuxJunkLayout.h"
 
+#include "LinuxBrowsers.h"
 #include "Paths.h"
 
 #include <algorithm>
@@ -15,17 +16,17 @@ namespace fs = std::filesystem;
 /// take hours to rebuild, histories, keys.
 const std::vector<std::string>& neverCaches() {
     static const std::vector<std::string> names{
-        "rclone",  "sessions", "keyring-*", "ssh",       "gnupg",       "ibus",      "fcitx*",    "at-spi", "dconf",
-        "tracker*", "localsearch", "evolution", "mu",    "borg",        "restic",    "duplicity", "deja-dup", "bash",
-        "zsh",     "fish",     "vim",       "nvim",      "emacs",       "less",      "mc",        "keepassxc",
-        "cliphist", "wal",     "vellmoor*"};
+        "rclone",   "sessions",  "keyring-*",   "ssh",       "gnupg",    "ibus", "fcitx*", "at-spi",
+        "dconf",    "tracker*",  "localsearch", "evolution", "mu",       "borg", "restic", "duplicity",
+        "deja-dup", "bash",      "zsh",         "fish",      "vim",      "nvim", "emacs",  "less",
+        "mc",       "keepassxc", "cliphist",    "wal",       "vellmoor*"};
     return names;
 }
 
 /// Folders in STATE that hold chats, not logs.
 const std::vector<std::string>& chatFolders() {
-    static const std::vector<std::string> names{"weechat",  "irssi", "halloy", "senpai",  "profanity",
-                                                "gajim",    "dino",  "hexchat", "purple"};
+    static const std::vector<std::string> names{"weechat", "irssi", "halloy",  "senpai", "profanity",
+                                                "gajim",   "dino",  "hexchat", "purple"};
     return names;
 }
 
@@ -86,9 +87,8 @@ std::vector<RootPattern> developerCaches(const LinuxEnvironment& env) {
     for (const fs::path& folder : env.toolFolder("CCACHE_DIR", cache / "ccache")) {
         roots.path(folder);
     }
-    roots.add({.base = home / ".ccache",
-               .components = {"0|1|2|3|4|5|6|7|8|9|a|b|c|d|e|f|tmp"},
-               .kind = RootKind::Folder});
+    roots.add(
+        {.base = home / ".ccache", .components = {"0|1|2|3|4|5|6|7|8|9|a|b|c|d|e|f|tmp"}, .kind = RootKind::Folder});
     for (const fs::path& folder : env.toolFolder("SCCACHE_DIR", cache / "sccache")) {
         roots.path(folder);
     }
@@ -102,14 +102,15 @@ std::vector<RootPattern> developerCaches(const LinuxEnvironment& env) {
     }
     roots.path(home / ".composer/cache").below(home, {".bundle/cache", ".gem/specs"}).path(cache / "gem");
     roots.add({.base = cache / "JetBrains", .components = {"*", "caches|index|tmp"}, .kind = RootKind::Folder});
-    roots.add({.base = cache / "Google", .components = {"AndroidStudio*", "caches|index|tmp"}, .kind = RootKind::Folder});
+    roots.add(
+        {.base = cache / "Google", .components = {"AndroidStudio*", "caches|index|tmp"}, .kind = RootKind::Folder});
     for (const char* editor : {"Code", "Code - Insiders", "Code - OSS", "VSCodium", "Cursor"}) {
         roots.below(env.config / editor, {"Cache", "CachedData", "CachedExtensionVSIXs", "Code Cache", "GPUCache",
                                           "DawnGraphiteCache", "DawnWebGPUCache"});
     }
     roots.below(home / ".android", {"cache", "build-cache"});
-    roots.below(cache, {"node-gyp", "electron", "electron-builder", "typescript", "Cypress", "ms-playwright", "puppeteer",
-                        "prisma", "zig", "rebar3", "cabal", "org.swift.swiftpm", "coursier", "helm", "R"});
+    roots.below(cache, {"node-gyp", "electron", "electron-builder", "typescript", "Cypress", "ms-playwright",
+                        "puppeteer", "prisma", "zig", "rebar3", "cabal", "org.swift.swiftpm", "coursier", "helm", "R"});
     roots.below(home, {".ivy2/cache", ".pub-cache/hosted"});
     roots.below(env.toolFolder("HF_HOME", cache / "huggingface"), {"hub", "datasets", "xet", "assets"});
     roots.below(cache, {"torch", "whisper", "gpt4all", "lm-studio", "modelscope", "kagglehub"});
@@ -131,8 +132,6 @@ std::vector<std::string> namesBelow(const fs::path& cache, const std::vector<Roo
     return names;
 }
 
-std::vector<fs::path> snapFolders(const fs::path& home) { return {home / "snap", home / ".snap/data"}; }
-
 std::vector<RootPattern> userCaches(const LinuxEnvironment& env, const std::vector<RootPattern>& developer) {
     Patterns roots;
     std::vector<std::string> except = neverCaches();
@@ -140,15 +139,20 @@ std::vector<RootPattern> userCaches(const LinuxEnvironment& env, const std::vect
     roots.add({.base = env.cache,
                .components = {"*"},
                .kind = RootKind::AnyButLinks,
-               .except = std::move(except)});
+               .except = std::move(except),
+               .busy = browserCacheNames()});
     roots.add({.base = env.home / ".var/app",
                .components = {"*", "cache"},
                .kind = RootKind::Folder,
                .except = {"com.jetbrains.*", "com.google.AndroidStudio*"},
                .ownerPrefix = "flatpak:"});
-    for (const fs::path& snap : snapFolders(env.home)) {
-        roots.add({.base = snap, .components = {"*", "common", ".cache"}, .kind = RootKind::Folder, .ownerPrefix = "snap:"});
-        roots.add({.base = snap, .components = {"*", "@current", ".cache"}, .kind = RootKind::Folder, .ownerPrefix = "snap:"});
+    for (const fs::path& snap : snapDataFolders(env)) {
+        roots.add(
+            {.base = snap, .components = {"*", "common", ".cache"}, .kind = RootKind::Folder, .ownerPrefix = "snap:"});
+        roots.add({.base = snap,
+                   .components = {"*", "@current", ".cache"},
+                   .kind = RootKind::Folder,
+                   .ownerPrefix = "snap:"});
     }
     return roots.list();
 }
@@ -184,6 +188,9 @@ std::vector<RootPattern> logs(const LinuxEnvironment& env, const fs::path& root)
     roots.add({.base = env.home,
                .components = {"hs_err_pid*.log|replay_pid*.log|java_error_in_*"},
                .kind = RootKind::PlainFile});
+    for (RootPattern& reports : browserCrashReports(env)) {
+        roots.add(std::move(reports));
+    }
     return roots.list();
 }
 

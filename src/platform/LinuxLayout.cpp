@@ -15,9 +15,10 @@ DeepScanRules deepScanRules(const LinuxEnvironment& environment) {
             .trashFragments = {"/.local/share/Trash/", "/.Trash/", "/.Trashes/"},
             .trashFolders = {environment.data / "Trash"},
             .numberedTrash = true,
-            .homeNames = {"Dropbox", "Dropbox (*", "OneDrive", "OneDrive - *", "Nextcloud*", "ownCloud*", "pCloudDrive",
-                          "pCloud Drive", "Google Drive", "GoogleDrive", "MEGA", "MEGAsync", "Insync", "Seafile",
-                          "SeaDrive", "SynologyDrive", "Proton Drive", "ProtonDrive", "Yandex.Disk", "Nutstore",
+            .homeNames = {"Dropbox",        "Dropbox (*",   "OneDrive",     "OneDrive - *", "Nextcloud*",
+                          "ownCloud*",      "pCloudDrive",  "pCloud Drive", "Google Drive", "GoogleDrive",
+                          "MEGA",           "MEGAsync",     "Insync",       "Seafile",      "SeaDrive",
+                          "SynologyDrive",  "Proton Drive", "ProtonDrive",  "Yandex.Disk",  "Nutstore",
                           "Nutstore Files", "我的坚果云"},
             .markers = {".dropbox", ".stfolder", ".seafile-data", ".SynologyWorkingDirectory", ".sync_*.db",
                         "._sync_*.db"}};
@@ -39,9 +40,10 @@ std::vector<fs::path> protectedPaths(const LinuxEnvironment& environment, const 
     if (!environment.runtime.empty()) {
         paths.push_back(environment.runtime);
     }
-    for (const char* folder : {"Desktop", "Documents", "Downloads", "Music", "Pictures", "Public", "Templates", "Videos",
-                               ".ssh", ".gnupg", ".mozilla", ".thunderbird", ".local", ".var", ".var/app", "snap",
-                               ".snap", ".snap/data", ".cargo", ".npm", ".gradle", ".m2", ".android"}) {
+    for (const char* folder :
+         {"Desktop", "Documents",  "Downloads", "Music",        "Pictures", "Public", "Templates", "Videos",
+          ".ssh",    ".gnupg",     ".mozilla",  ".thunderbird", ".local",   ".var",   ".var/app",  "snap",
+          ".snap",   ".snap/data", ".cargo",    ".npm",         ".gradle",  ".m2",    ".android"}) {
         paths.push_back(environment.home / folder);
     }
     for (const char* folder : {"Trash", "Trash/files", "Trash/info", "applications", "keyrings", "flatpak"}) {
@@ -50,9 +52,9 @@ std::vector<fs::path> protectedPaths(const LinuxEnvironment& environment, const 
     for (const char* folder : {"autostart", "systemd", "systemd/user", "dconf"}) {
         paths.push_back(environment.config / folder);
     }
-    for (const char* folder : {"/bin", "/boot", "/dev", "/etc", "/home", "/lib", "/media", "/mnt", "/opt", "/proc",
-                               "/root", "/run", "/sbin", "/srv", "/sys", "/tmp", "/usr", "/var", "/var/crash",
-                               "/var/tmp"}) {
+    for (const char* folder :
+         {"/bin",  "/boot", "/dev",  "/etc", "/home", "/lib", "/media", "/mnt", "/opt",       "/proc",
+          "/root", "/run",  "/sbin", "/srv", "/sys",  "/tmp", "/usr",   "/var", "/var/crash", "/var/tmp"}) {
         paths.push_back(underRoot(root, folder));
     }
     return paths;
@@ -78,16 +80,15 @@ SystemLayout linuxLayout(const LinuxEnvironment& environment, std::uint32_t user
         layout.largeFileRoots.push_back(home / folder);
     }
     const std::string user = std::to_string(userId);
-    layout.trash = {.homeFolder = environment.data / "Trash",
-                    .homeDescription = "%@ 中的文件",
-                    .contents = "files",
-                    .volumePrefix = "",
-                    .volumeForms = {{.folder = fs::path(".Trash") / user,
-                                     .needsStickyParent = true,
-                                     .needsRealFolder = true},
-                                    {.folder = ".Trash-" + user, .needsStickyParent = false, .needsRealFolder = true}},
-                    .checksOwner = true,
-                    .permanentFragments = {}};
+    layout.trash = {
+        .homeFolder = environment.data / "Trash",
+        .homeDescription = "%@ 中的文件",
+        .contents = "files",
+        .volumePrefix = "",
+        .volumeForms = {{.folder = fs::path(".Trash") / user, .needsStickyParent = true, .needsRealFolder = true},
+                        {.folder = ".Trash-" + user, .needsStickyParent = false, .needsRealFolder = true}},
+        .checksOwner = true,
+        .permanentFragments = {}};
     layout.startupCountFolder = environment.config / "autostart";
     layout.backgroundCountFolder = environment.config / "systemd/user";
     layout.volumeLabel = "系统磁盘";

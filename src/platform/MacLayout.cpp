@@ -7,8 +7,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-RootPattern childrenOf(fs::path folder) { return {.base = std::move(folder), .components = {"*"}}; }
-RootPattern itself(fs::path path) { return {.base = std::move(path), .components = {}}; }
+RootPattern childrenOf(fs::path folder) {
+    return {.base = std::move(folder), .components = {"*"}};
+}
+RootPattern itself(fs::path path) {
+    return {.base = std::move(path), .components = {}};
+}
 
 std::vector<JunkCategory> junkCategories(const fs::path& home) {
     const fs::path library = home / "Library";
@@ -58,9 +62,9 @@ std::vector<fs::path> protectedPaths(const fs::path& home, const fs::path& root)
                                "Applications", ".Trash", ".ssh", ".gnupg"}) {
         paths.push_back(home / folder);
     }
-    for (const char* folder : {"Caches", "Logs", "Preferences", "Application Support", "Containers", "Group Containers",
-                               "LaunchAgents", "Keychains", "Mail", "Messages", "Safari", "Mobile Documents",
-                               "CloudStorage", "Developer"}) {
+    for (const char* folder :
+         {"Caches", "Logs", "Preferences", "Application Support", "Containers", "Group Containers", "LaunchAgents",
+          "Keychains", "Mail", "Messages", "Safari", "Mobile Documents", "CloudStorage", "Developer"}) {
         paths.push_back(home / "Library" / folder);
     }
     for (const char* folder : {"/System", "/Library", "/Users", "/Applications", "/Volumes", "/private", "/usr", "/bin",

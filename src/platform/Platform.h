@@ -25,10 +25,10 @@ struct FileFacts {
     bool isDirectory = false;
     bool isRegularFile = false;
     bool isSymlink = false;
-    bool isSticky = false;            ///< the sticky bit of a folder
-    std::int64_t allocatedBytes = 0;  ///< on the disk, not the length
+    bool isSticky = false;           ///< the sticky bit of a folder
+    std::int64_t allocatedBytes = 0; ///< on the disk, not the length
     std::optional<TimePoint> modified;
-    std::uint32_t owner = 0;          ///< user id
+    std::uint32_t owner = 0; ///< user id
     std::uint64_t device = 0;
     std::uint64_t inode = 0;
 };
@@ -61,9 +61,9 @@ struct TrashFolder {
 };
 
 struct CommandResult {
-    std::int32_t status = -1;  ///< -1: could not be started
-    std::string output;        ///< standard output and error as written; empty when not UTF-8
-    std::string errorMessage;  ///< why it could not be started
+    std::int32_t status = -1; ///< -1: could not be started
+    std::string output;       ///< standard output and error as written; empty when not UTF-8
+    std::string errorMessage; ///< why it could not be started
 
     /// The non-empty ones of output and errorMessage, joined with a line feed.
     [[nodiscard]] std::string combinedOutput() const;
@@ -125,6 +125,8 @@ public:
     /// The bytes of a regular file of at most `limit` bytes; never blocks on a FIFO or device, never follows `path`
     /// when it is a dangling link. /proc files count as regular.
     [[nodiscard]] virtual std::optional<std::string> fileContents(const Path& path, std::size_t limit) const = 0;
+    /// The first bytes of a regular file, at most `count`; nothing for anything else, a link included.
+    [[nodiscard]] virtual std::optional<std::string> fileStart(const Path& path, std::size_t count) const;
     [[nodiscard]] virtual std::optional<Path> linkTarget(const Path& path) const = 0;
     /// Normalised as the system's own path comparison wants it; links are not resolved.
     [[nodiscard]] virtual Path standardized(const Path& path) const = 0;

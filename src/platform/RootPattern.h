@@ -31,7 +31,7 @@ struct RootPattern {
     std::string ownerPrefix;          ///< e.g. "flatpak:": left out while this + the first wildcard's match runs
     std::vector<std::string> besides; ///< one of these names must stand beside the last component
     bool ownedByUser = false;
-    bool onHomeDevice = false;        ///< `base` lies on the file system of the home folder
+    bool onHomeDevice = false; ///< `base` lies on the file system of the home folder
 };
 
 } // namespace vellmoor

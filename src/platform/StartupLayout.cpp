@@ -4,8 +4,12 @@
 
 namespace vellmoor {
 
-StartupLayout macStartupLayout(const std::filesystem::path&, std::uint32_t, const std::filesystem::path&) { return {}; }
+StartupLayout macStartupLayout(const std::filesystem::path&, std::uint32_t, const std::filesystem::path&) {
+    return {};
+}
 
-StartupLayout linuxStartupLayout(const LinuxEnvironment&, std::uint32_t, const std::filesystem::path&) { return {}; }
+StartupLayout linuxStartupLayout(const LinuxEnvironment&, std::uint32_t, const std::filesystem::path&) {
+    return {};
+}
 
 } // namespace vellmoor

@@ -11,7 +11,9 @@ struct LinuxEnvironment;
 
 struct StartupLayout {};
 
-StartupLayout macStartupLayout(const std::filesystem::path& home, std::uint32_t userId, const std::filesystem::path& root);
-StartupLayout linuxStartupLayout(const LinuxEnvironment& environment, std::uint32_t userId, const std::filesystem::path& root);
+StartupLayout macStartupLayout(const std::filesystem::path& home, std::uint32_t userId,
+                               const std::filesystem::path& root);
+StartupLayout linuxStartupLayout(const LinuxEnvironment& environment, std::uint32_t userId,
+                                 const std::filesystem::path& root);
 
 } // namespace vellmoor

@@ -3,8 +3,8 @@
 #pragma once
 
 #include "AppLayout.h"
-#include "LargeFileFilters.h"
 #include "L.h"
+#include "LargeFileFilters.h"
 #include "MemoryLayout.h"
 #include "PermissionLayout.h"
 #include "PrivacyLayout.h"
@@ -22,14 +22,14 @@ struct LinuxEnvironment;
 
 /// What a deep walk must not enter.
 struct DeepScanRules {
-    std::vector<std::string> names;        ///< last components, exact
-    std::vector<std::string> nameEndings;  ///< endings of the last component
-    std::vector<std::string> fragments;    ///< anywhere in the path, e.g. "/Library/CloudStorage/"
-    std::vector<std::string> trashFragments; ///< fragments that mark a Trash
+    std::vector<std::string> names;                  ///< last components, exact
+    std::vector<std::string> nameEndings;            ///< endings of the last component
+    std::vector<std::string> fragments;              ///< anywhere in the path, e.g. "/Library/CloudStorage/"
+    std::vector<std::string> trashFragments;         ///< fragments that mark a Trash
     std::vector<std::filesystem::path> trashFolders; ///< everything inside these
-    bool numberedTrash = false;            ///< a component ".Trash-" and digits marks a Trash
-    std::vector<std::string> homeNames;    ///< globMatches patterns; direct children of the home folder, and below
-    std::vector<std::string> markers;      ///< patterns; a folder below the root that directly holds one is left out
+    bool numberedTrash = false;                      ///< a component ".Trash-" and digits marks a Trash
+    std::vector<std::string> homeNames; ///< globMatches patterns; direct children of the home folder, and below
+    std::vector<std::string> markers;   ///< patterns; a folder below the root that directly holds one is left out
 };
 
 /// A category of the System Junk module.
@@ -63,7 +63,7 @@ struct TrashLayout {
     std::string contents;        ///< name of the folder that holds the items; empty: the Trash folder itself
     std::string volumePrefix;    ///< only volumes below it count; empty: as the platform lists them
     std::vector<VolumeTrashForm> volumeForms;
-    bool checksOwner = false;    ///< a foreign, readable Trash is passed over
+    bool checksOwner = false; ///< a foreign, readable Trash is passed over
     /// A path is in a Trash, and removed for good, when it contains one of these; empty: only what lies strictly
     /// below the contents of a known Trash folder.
     std::vector<std::string> permanentFragments;

@@ -7,6 +7,7 @@
 
 #include <QObject>
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -16,14 +17,20 @@
 namespace vellmoor {
 
 /// The one observable state object of the main window: the shown module's results, a cache entry per module, the
-/// running scan and the actions. Touched on the main thread only; engine calls run on workers.
+/// running scan and the actions. Touched on the thread that made it only (a call from another ends the program);
+/// engine calls run on workers. Signals are emitted at the end of an operation, when all its fields are set.
 class CleanerStore final : public QObject {
     Q_OBJECT
 
 public:
     /// `service` is shared with the workers, which may outlive the store by the rest of one blocking call.
     CleanerStore(std::shared_ptr<CleanerService> service, Clock clock, QObject* parent = nullptr);
+    /// Shuts down with two seconds' patience, unless that was done.
     ~CleanerStore() override;
+
+    /// The last call: cancels the scan, drops every result still to come and waits until the workers have ended.
+    /// False when one still runs after `patience`: then what `service` refers to must stay (or the process end).
+    bool shutDown(std::chrono::milliseconds patience);
 
     // The published fields. Each has a signal; listeners read the field again.
     [[nodiscard]] CleanerModule activeModule() const;
@@ -45,41 +52,58 @@ public:
     [[nodiscard]] const std::string& statusMessage() const;
     [[nodiscard]] const std::string& lastScanLabel() const;
     [[nodiscard]] const std::optional<CleanupReport>& latestReport() const;
-    /// Whether the active module shows a result (fresh or cached) rather than its not-scanned state.
+    /// Whether `module` has a result (fresh or cached) rather than its not-scanned state.
     [[nodiscard]] bool hasResult(CleanerModule module) const;
 
     // Modules and cache
+    /// Makes `module` the active one: its cached result, or its not-scanned state. Drops the report; starts no scan.
     void show(CleanerModule module);
+    /// Stops a scan, forgets all results (their texts are in the old language) and shows the not-scanned state.
     void resetForLanguageChange();
-    /// Keeps the shown results, selection included, in the cache entry of the active module.
+    /// Keeps the shown results, selection included, in the cache entry of their module; time and source of the scan
+    /// stay. An empty result never makes an entry.
     void persistActiveState();
     /// Asks the engine for the permission hints again.
     void refreshPermissionHints();
 
     // Queries over the shown results
     [[nodiscard]] std::vector<CleanupItem> items(CleanerModule module) const;
+    /// Positions in cleanupItems().
     [[nodiscard]] std::vector<int> itemIndices(CleanerModule module, CleanupFilter filter) const;
+    /// What a clean of `module` would take: rows that are cleanable, ticked and have a ticked byte.
     [[nodiscard]] std::vector<CleanupItem> selectedItems(CleanerModule module) const;
+    /// Overflow of a sum is fatal, here and in cleanableBytes.
     [[nodiscard]] std::int64_t selectedBytes(CleanerModule module) const;
     [[nodiscard]] std::int64_t cleanableBytes(CleanerModule module) const;
+    /// The denied permissions that limit `module`'s scan; for smartScan all denied ones.
     [[nodiscard]] std::vector<PermissionHint> permissionLimitations(CleanerModule module) const;
 
-    // Selection, edited in place by the rows
-    /// Ticks or unticks a row and nothing else; a row that is not cleanable cannot be ticked.
+    // Selection, edited in place by the rows. Rows that are not cleanable and positions that do not exist are left
+    // alone. A row with paths is ticked exactly when at least one of its paths is.
+    /// Ticking a row without a ticked path ticks all its paths, and keeps a choice among them otherwise; unticking it
+    /// unticks them all, so that no path of an unticked row looks ticked or comes back with another's tick.
     void setItemSelected(int itemIndex, bool selected);
-    /// Ticks or unticks one path; the row is then selected exactly when one of its paths is.
+    void setItemsSelected(const std::vector<int>& itemIndices, bool selected);
     void setTargetSelected(int itemIndex, int targetIndex, bool selected);
+    /// Every path of every row in `module`'s list.
+    void setAllSelected(CleanerModule module, bool selected);
 
     // Scanning
+    /// Makes `module` the active one. Ignored while a scan runs. `clearsReport` false keeps the result sheet up.
     void scan(CleanerModule module, bool clearsReport);
-    /// What the scan button does while a scan runs.
+    /// What the scan button does while a scan runs; nothing when none does.
     void cancelScan();
 
-    // Actions
+    // Actions. Each is ignored while a clean or a login-item change runs (isCleaning), and ends in a rescan.
+    /// Cleans a copy of what is selected now, then scans `module` again; nothing without a selection.
     void cleanSelected(CleanerModule module);
+    /// Ignored while a scan runs too; scans `performance` afterwards.
     void setStartupItem(const StartupItem& item, bool enabled);
-    /// Asks the application to quit, words the outcome in statusMessage, then reads the memory state again.
+    /// Asks the application to quit and words the outcome in statusMessage. A moment later, when the application had
+    /// time to go, reads the memory state again if memoryOptimization is then the active module.
     void quitMemoryApp(const MemoryApp& app);
+    /// How long that moment is; 1.5 seconds unless set.
+    void setMemoryRefreshDelay(std::chrono::milliseconds delay);
     /// The result sheet was closed.
     void clearReport();
 

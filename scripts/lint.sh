@@ -1,0 +1,30 @@
+#!/usr/bin/env bash
+# clang-tidy and qmllint over the dev build. Usage: scripts/lint.sh [changed|all]
+# "changed": the sources that differ from the commit before, which keeps the gate quick; "all": every source.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+mode=${1:-changed}
+clang_tidy=$(command -v clang-tidy-19 || command -v clang-tidy)
+
+if [ "$mode" = all ]; then
+  mapfile -t sources < <(git ls-files 'src/*.cpp' 'tools/*.cpp')
+else
+  base=$(git merge-base HEAD origin/main 2>/dev/null || git rev-parse HEAD~1 2>/dev/null || git rev-parse HEAD)
+  mapfile -t sources < <({ git diff --name-only --diff-filter=d "$base" -- 'src/*.cpp' 'tools/*.cpp'
+    git ls-files -o --exclude-standard 'src/*.cpp' 'tools/*.cpp'; } | sort -u)
+fi
+
+if [ "${#sources[@]}" -gt 0 ]; then
+  printf '%s\n' "${sources[@]}" \
+    | xargs -P 2 -n 4 "$clang_tidy" -p build/dev --quiet --warnings-as-errors='*' 2>build/clang-tidy.log \
+    || { cat build/clang-tidy.log >&2; exit 1; }
+fi
+
+if grep -q all_qmllint build/dev/build.ninja 2>/dev/null; then
+  cmake --build build/dev --target all_qmllint >build/qmllint.log 2>&1 || { cat build/qmllint.log >&2; exit 1; }
+  if grep -qi 'warning' build/qmllint.log; then
+    cat build/qmllint.log >&2
+    exit 1
+  fi
+fi

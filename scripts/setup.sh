@@ -1,0 +1,89 @@
+#!/usr/bin/env bash
+# Installs what building, testing and running Vellmoor needs. Quick when nothing is missing.
+# Usage: scripts/setup.sh [--check]   (--check only says what is missing; exit 1 if anything is)
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+debian_packages=(
+  build-essential cmake ninja-build ccache pkg-config git ca-certificates
+  qt6-base-dev qt6-declarative-dev qt6-declarative-dev-tools "qt6-svg-dev|libqt6svg6-dev" libgl-dev
+  qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript qml6-module-qtquick
+  qml6-module-qtquick-controls qml6-module-qtquick-layouts qml6-module-qtquick-shapes
+  qml6-module-qtquick-templates qml6-module-qtquick-window qml6-module-qttest
+  libglib2.0-dev libicu-dev libplist-dev bootstrap-icons
+  libgtest-dev libgmock-dev libbenchmark-dev nlohmann-json3-dev
+  clang-19 clang-format-19 clang-tidy-19 libclang-rt-19-dev shellcheck
+  xvfb xauth openbox x11-utils xdotool trayer dbus dbus-x11 at-spi2-core python3 python3-pyatspi gir1.2-atspi-2.0
+  gvfs libglib2.0-bin desktop-file-utils fonts-noto-core fonts-noto-cjk
+)
+brew_packages=(cmake ninja ccache qtbase qtdeclarative qtsvg googletest google-benchmark nlohmann-json shellcheck)
+
+say() { printf '%s\n' "$*" >&2; }
+
+# The packages that are not installed; of "a|b" one is enough, and the first that this release knows is named.
+missing_debian() {
+  local installed entry name names
+  read -r -a names <<<"$(tr '|' ' ' <<<"${debian_packages[*]}")"
+  # dpkg-query fails when it does not know one of them: that one is missing.
+  installed=$({ dpkg-query -W -f '${db:Status-Abbrev} ${Package}\n' "${names[@]}" 2>/dev/null || true; } \
+    | sed -n 's/^ii  *//p')
+  for entry in "${debian_packages[@]}"; do
+    for name in ${entry//|/ }; do
+      grep -qxF "$name" <<<"$installed" && continue 2
+    done
+    for name in ${entry//|/ }; do
+      [ "$entry" = "$name" ] && break
+      apt-cache show "$name" >/dev/null 2>&1 && break
+    done
+    printf '%s\n' "$name"
+  done
+}
+
+# The command that may install: itself for root, sudo for everybody else.
+as_root() {
+  if [ "$(id -u)" -eq 0 ]; then
+    "$@"
+  elif command -v sudo >/dev/null; then
+    sudo --preserve-env=DEBIAN_FRONTEND "$@"
+  else
+    say "Missing packages: ${missing[*]}. Install them as root (there is no sudo here), then start again."
+    exit 1
+  fi
+}
+
+setup_debian() {
+  mapfile -t missing < <(missing_debian)
+  [ "${#missing[@]}" -eq 0 ] && return 0
+  if [ "${1:-}" = --check ]; then
+    say "Missing packages: ${missing[*]}"
+    exit 1
+  fi
+  say "Installing: ${missing[*]}"
+  export DEBIAN_FRONTEND=noninteractive
+  as_root apt-get update -qq
+  as_root apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+setup_macos() {
+  xcode-select -p >/dev/null 2>&1 || { say "Install the command line tools first: xcode-select --install"; exit 1; }
+  command -v brew >/dev/null || { say "Install Homebrew first: https://brew.sh"; exit 1; }
+  local installed
+  installed=$(brew list --formula -1)
+  mapfile -t missing < <(comm -23 <(printf '%s\n' "${brew_packages[@]}" | sort -u) <(sort -u <<<"$installed"))
+  [ "${#missing[@]}" -eq 0 ] && return 0
+  if [ "${1:-}" = --check ]; then
+    say "Missing formulae: ${missing[*]}"
+    exit 1
+  fi
+  brew install "${missing[@]}"
+}
+
+if [ "$(uname -s)" = Darwin ]; then
+  setup_macos "${1:-}"
+elif command -v apt-get >/dev/null; then
+  setup_debian "${1:-}"
+else
+  say "This system has no apt-get. Install the counterparts of these Debian packages, then build with CMake:"
+  say "${debian_packages[*]}"
+  exit 1
+fi

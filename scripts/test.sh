@@ -1,0 +1,43 @@
+#!/usr/bin/env bash
+# Installs what is missing, checks format and lint, builds with the sanitizers and runs every test.
+# Usage: scripts/test.sh [--tsan] [--all-tidy]
+#   --tsan      afterwards also build with the thread sanitizer and run the walk, engine, model and store tests
+#   --all-tidy  clang-tidy over every source, not only over those that differ from the last commit on main
+set -euo pipefail
+cd "$(dirname "$0")/.."
+# shellcheck source=scripts/common.sh
+. scripts/common.sh
+
+tsan=no
+tidy=changed
+for argument in "$@"; do
+  case $argument in
+    --tsan) tsan=yes ;;
+    --all-tidy) tidy=all ;;
+    *) echo "usage: scripts/test.sh [--tsan] [--all-tidy]" >&2; exit 2 ;;
+  esac
+done
+
+phase() { printf '== %s\n' "$*"; }
+
+phase "Packages"
+scripts/setup.sh
+mkdir -p build
+
+phase "Format and scripts"
+scripts/check-format.sh
+
+phase "Build"
+build_preset dev
+
+phase "Lint"
+scripts/lint.sh "$tidy"
+
+phase "Tests"
+export QT_QPA_PLATFORM=offscreen QT_QUICK_BACKEND=software
+export ASAN_OPTIONS="detect_leaks=0:abort_on_error=0" UBSAN_OPTIONS="print_stacktrace=1"
+if [ "$tsan" = yes ]; then
+  build_preset tsan walk_tests model_tests engine_tests store_tests
+  ctest --test-dir build/tsan -L tsan --output-on-failure -j2
+fi
+ctest --preset dev -j2

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "ScanSnapshot.h"
+
+#include <string>
+
+namespace vellmoor {
+
+/// A module's last result: the fields of a snapshot, when it was scanned, and what produced it.
+struct CachedModuleState : ScanSnapshot {
+    TimePoint scannedAt;
+    std::string source; ///< localised: "Smart Scan", "Single scan" or "current module"
+};
+
+} // namespace vellmoor

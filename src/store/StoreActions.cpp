@@ -1,0 +1,99 @@
+// Cleaning, login items, quitting an application: the engine works aside, its outcome is shown, the page is read again.
+#include "L.h"
+#include "StoreState.h"
+
+namespace vellmoor {
+namespace {
+
+std::string_view quitText(QuitOutcome outcome) {
+    switch (outcome) {
+    case QuitOutcome::Requested:
+        return "已请求退出 %@，稍后刷新内存状态。";
+    case QuitOutcome::NoResponse:
+        return "%@ 未响应退出请求，可在活动监视器中结束。";
+    case QuitOutcome::NotRunning:
+        break;
+    }
+    return "%@ 当前未运行。";
+}
+
+} // namespace
+
+void CleanerStore::cleanSelected(CleanerModule module) {
+    const std::vector<CleanupItem> chosen = selectedItems(module);
+    if (chosen.empty() || state_->isCleaning) {
+        return;
+    }
+    state_->startAction(L::tr("正在清理选中项目..."), module, [chosen](CleanerService& engine) {
+        CleanupReport report = engine.clean(chosen);
+        return State::ActionOutcome{{}, std::move(report)};
+    });
+}
+
+void CleanerStore::setStartupItem(const StartupItem& item, bool enabled) {
+    state_->requireOwnThread();
+    if (state_->isScanning || state_->isCleaning) {
+        return;
+    }
+    const std::string status =
+        enabled ? L::tr("正在恢复 %@ 的启动项...", item.name) : L::tr("正在禁用 %@ 的启动项...", item.name);
+    state_->startAction(status, CleanerModule::performance, [item, enabled](CleanerService& engine) {
+        const StartupActionResult result = enabled ? engine.enableStartupItem(item) : engine.disableStartupItem(item);
+        return State::ActionOutcome{result.message, {}};
+    });
+}
+
+void CleanerStore::quitMemoryApp(const MemoryApp& app) {
+    state_->requireOwnThread();
+    State* const state = state_.get();
+    const auto askAndPost = [state, app, engine = state->service, out = state->workers] {
+        const QuitOutcome outcome = engine->requestQuit(app);
+        out->post([state, name = app.name, outcome] { state->showQuitOutcome(name, outcome); });
+    };
+    state_->workers->start(askAndPost);
+}
+
+void CleanerStore::setMemoryRefreshDelay(std::chrono::milliseconds delay) {
+    state_->memoryRefresh.setInterval(delay);
+}
+
+void CleanerStore::State::startAction(const std::string& status, CleanerModule rescanned, Action action) {
+    const Update update(*this);
+    set(isCleaning, true, Cleaning);
+    set(statusMessage, status, Status);
+    // `this` is used in posted jobs only: they run on the store's thread, and not after its death.
+    workers->start([this, rescanned, action = std::move(action), engine = service, out = workers] {
+        ActionOutcome outcome;
+        try {
+            outcome = action(*engine);
+        } catch (const std::exception& error) {
+            outcome.message = error.what(); // the engine does not throw; memory can still run out
+        }
+        out->post([this, rescanned, outcome] { endAction(outcome, rescanned); });
+    });
+}
+
+void CleanerStore::State::endAction(const ActionOutcome& outcome, CleanerModule rescanned) {
+    {
+        const Update update(*this);
+        if (outcome.report) {
+            set(latestReport, outcome.report, Report);
+        }
+        set(isCleaning, false, Cleaning);
+        set(statusMessage, outcome.report ? outcome.report->message() : outcome.message, Status);
+    }
+    store.scan(rescanned, false);
+}
+
+void CleanerStore::State::showQuitOutcome(const std::string& name, QuitOutcome outcome) {
+    set(statusMessage, L::tr(quitText(outcome), name), Status);
+    memoryRefresh.start();
+}
+
+void CleanerStore::State::refreshMemoryAfterAppChange() {
+    if (activeModule == CleanerModule::memoryOptimization && !isCleaning) {
+        store.scan(CleanerModule::memoryOptimization, true);
+    }
+}
+
+} // namespace vellmoor

@@ -1,0 +1,132 @@
+// The inside of CleanerStore, shared by its source files and nobody else.
+#pragma once
+
+#include "CachedModuleState.h"
+#include "CleanerStore.h"
+#include "Workers.h"
+
+#include <QTimer>
+
+#include <bitset>
+#include <cstdint>
+#include <exception>
+#include <functional>
+#include <map>
+
+namespace vellmoor {
+
+struct CleanerStore::State {
+    /// The published fields, in the order in which their changes are announced.
+    enum Field : std::uint8_t {
+        ActiveModule,
+        CleanupItems,
+        FileCandidates,
+        StorageSegments,
+        DiskSummary,
+        Counts,
+        Memory,
+        MemoryApps,
+        StartupItems,
+        PermissionHints,
+        Progress,
+        Stage,
+        Scanning,
+        Cleaning,
+        Status,
+        LastScan,
+        Report,
+        FieldCount,
+    };
+
+    /// Holds back the signals of the fields that are set while it lives, so that a listener never sees half an update.
+    class Update {
+    public:
+        explicit Update(State& state) : state_(state) { ++state_.openUpdates; }
+        ~Update();
+        Update(const Update&) = delete;
+        Update& operator=(const Update&) = delete;
+
+    private:
+        State& state_;
+    };
+
+    /// What an action leaves: a message, or a report that words its own.
+    struct ActionOutcome {
+        std::string message;
+        std::optional<CleanupReport> report;
+    };
+    using Action = std::function<ActionOutcome(CleanerService&)>;
+
+    State(CleanerStore& owner, std::shared_ptr<CleanerService> engine, Clock now);
+
+    /// Assigns a published field; its signal follows when the outermost update ends.
+    template <class Value>
+    void set(Value& field, Value value, Field changed) {
+        field = std::move(value);
+        pending.set(changed);
+        if (openUpdates == 0) {
+            announce();
+        }
+    }
+    void announce();
+    /// The store belongs to one thread; anything else ends the program.
+    void requireOwnThread() const;
+
+    // Modules and cache
+    void publish(ScanSnapshot results);
+    void apply(const CachedModuleState& state);
+    void applyNotScannedState(CleanerModule module);
+    void persistShownResults();
+    void cache(const ScanSnapshot& snapshot, CleanerModule scannedModule);
+    [[nodiscard]] std::string relativeScanLabel(TimePoint date) const;
+    static std::vector<FileCandidate> fileCandidates(const std::vector<CleanupItem>& items);
+
+    // Scanning; the main-thread end of a scan's worker
+    void startScanWorker(CleanerModule module, std::uint64_t generation);
+    void showProgress(const ScanProgressUpdate& update, std::uint64_t generation);
+    void completeScan(const ScanSnapshot& snapshot, CleanerModule module, std::uint64_t generation);
+    void endCancelledScan(std::uint64_t generation);
+    void failScan(const std::string& cause, std::uint64_t generation);
+    void invalidateCurrentScan();
+    void finishCancelledScan();
+    [[nodiscard]] std::string scanCompletionMessage(const std::string& cleanable, CleanerModule module) const;
+
+    // Actions
+    void startAction(const std::string& status, CleanerModule rescanned, Action action);
+    void endAction(const ActionOutcome& outcome, CleanerModule rescanned);
+    void showQuitOutcome(const std::string& name, QuitOutcome outcome);
+    void refreshMemoryAfterAppChange();
+
+    // Selection
+    [[nodiscard]] CleanupItem* editableItem(int index);
+
+    CleanerStore& store;
+    std::shared_ptr<CleanerService> service;
+    Clock clock;
+    std::shared_ptr<Workers> workers;
+
+    CleanerModule activeModule = CleanerModule::smartScan;
+    /// Whose results `shown` holds. Differs from activeModule only while (or after) a module that was not shown is
+    /// scanned: its results arrive with the scan, and until then no other module's are kept under its name.
+    CleanerModule shownModule = CleanerModule::smartScan;
+    ScanSnapshot shown;
+    double scanProgress = 0;
+    std::string scanStage;
+    bool isScanning = false;
+    bool isCleaning = false;
+    std::string statusMessage;
+    std::string lastScanLabel;
+    std::optional<CleanupReport> latestReport;
+
+    std::map<CleanerModule, CachedModuleState> cachedStates;
+    /// Grows with every scan and every invalidation; what carries an older number is stale.
+    std::uint64_t scanGeneration = 0;
+    std::shared_ptr<CancelToken> scanToken; ///< of the running scan
+    QTimer memoryRefresh;
+    bool isShutDown = false;
+
+    std::bitset<FieldCount> pending;
+    int openUpdates = 0;
+};
+
+} // namespace vellmoor

@@ -1,0 +1,120 @@
+#include "ScriptedCleanerService.h"
+
+namespace vellmoor {
+namespace {
+
+/// Notes the call and answers the script, both under the lock; the script itself runs without it.
+template <class Script, class Log, class Asked>
+Script noted(std::mutex& lock, const Script& script, Log& log, const Asked& asked) {
+    const std::scoped_lock guard(lock);
+    log.push_back(asked);
+    return script;
+}
+
+} // namespace
+
+void Gate::open() {
+    const std::scoped_lock guard(lock_);
+    isOpen_ = true;
+    changed_.notify_all();
+}
+
+void Gate::pass() {
+    std::unique_lock guard(lock_);
+    visited_ = true;
+    changed_.notify_all();
+    changed_.wait(guard, [this] { return isOpen_; });
+}
+
+void Gate::awaitVisitor() {
+    std::unique_lock guard(lock_);
+    changed_.wait(guard, [this] { return visited_; });
+}
+
+ScanSnapshot ScriptedCleanerService::scan(CleanerModule module, const ProgressCallback& progress,
+                                          const CancelToken& token) {
+    const Scan script = noted(lock_, scan_, scans_, module);
+    return script ? script(module, progress, token) : ScanSnapshot();
+}
+
+CleanupReport ScriptedCleanerService::clean(const std::vector<CleanupItem>& items) {
+    const Clean script = noted(lock_, clean_, cleans_, items);
+    return script ? script(items) : CleanupReport();
+}
+
+StartupActionResult ScriptedCleanerService::disableStartupItem(const StartupItem& item) {
+    const Startup script = noted(lock_, disable_, disables_, item);
+    return script ? script(item) : StartupActionResult();
+}
+
+StartupActionResult ScriptedCleanerService::enableStartupItem(const StartupItem& item) {
+    const Startup script = noted(lock_, enable_, enables_, item);
+    return script ? script(item) : StartupActionResult();
+}
+
+std::vector<PermissionHint> ScriptedCleanerService::permissionHints() {
+    const std::scoped_lock guard(lock_);
+    return hints_;
+}
+
+QuitOutcome ScriptedCleanerService::requestQuit(const MemoryApp& app) {
+    const Quit script = noted(lock_, quit_, quits_, app);
+    return script ? script(app) : QuitOutcome::NotRunning;
+}
+
+void ScriptedCleanerService::onScan(Scan script) {
+    const std::scoped_lock guard(lock_);
+    scan_ = std::move(script);
+}
+
+void ScriptedCleanerService::onClean(Clean script) {
+    const std::scoped_lock guard(lock_);
+    clean_ = std::move(script);
+}
+
+void ScriptedCleanerService::onDisable(Startup script) {
+    const std::scoped_lock guard(lock_);
+    disable_ = std::move(script);
+}
+
+void ScriptedCleanerService::onEnable(Startup script) {
+    const std::scoped_lock guard(lock_);
+    enable_ = std::move(script);
+}
+
+void ScriptedCleanerService::onQuit(Quit script) {
+    const std::scoped_lock guard(lock_);
+    quit_ = std::move(script);
+}
+
+void ScriptedCleanerService::setHints(std::vector<PermissionHint> hints) {
+    const std::scoped_lock guard(lock_);
+    hints_ = std::move(hints);
+}
+
+std::vector<CleanerModule> ScriptedCleanerService::scans() const {
+    const std::scoped_lock guard(lock_);
+    return scans_;
+}
+
+std::vector<std::vector<CleanupItem>> ScriptedCleanerService::cleans() const {
+    const std::scoped_lock guard(lock_);
+    return cleans_;
+}
+
+std::vector<StartupItem> ScriptedCleanerService::disables() const {
+    const std::scoped_lock guard(lock_);
+    return disables_;
+}
+
+std::vector<StartupItem> ScriptedCleanerService::enables() const {
+    const std::scoped_lock guard(lock_);
+    return enables_;
+}
+
+std::vector<MemoryApp> ScriptedCleanerService::quits() const {
+    const std::scoped_lock guard(lock_);
+    return quits_;
+}
+
+} // namespace vellmoor

@@ -1,0 +1,73 @@
+// A CleanerService that does what the test says, when the test says so.
+#pragma once
+
+#include "CleanerService.h"
+
+#include <condition_variable>
+#include <functional>
+#include <mutex>
+#include <vector>
+
+namespace vellmoor {
+
+/// A door that a worker waits at until the test opens it.
+class Gate {
+public:
+    void open();
+    /// Blocks until open.
+    void pass();
+    /// Blocks until a worker has come to the gate.
+    void awaitVisitor();
+
+private:
+    std::mutex lock_;
+    std::condition_variable changed_;
+    bool isOpen_ = false;
+    bool visited_ = false;
+};
+
+class ScriptedCleanerService : public CleanerService {
+public:
+    using Scan = std::function<ScanSnapshot(CleanerModule, const ProgressCallback&, const CancelToken&)>;
+    using Clean = std::function<CleanupReport(const std::vector<CleanupItem>&)>;
+    using Startup = std::function<StartupActionResult(const StartupItem&)>;
+    using Quit = std::function<QuitOutcome(const MemoryApp&)>;
+
+    ScanSnapshot scan(CleanerModule module, const ProgressCallback& progress, const CancelToken& token) override;
+    CleanupReport clean(const std::vector<CleanupItem>& items) override;
+    StartupActionResult disableStartupItem(const StartupItem& item) override;
+    StartupActionResult enableStartupItem(const StartupItem& item) override;
+    std::vector<PermissionHint> permissionHints() override;
+    QuitOutcome requestQuit(const MemoryApp& app) override;
+
+    // The script; read by the next call. Unset: an empty answer.
+    void onScan(Scan script);
+    void onClean(Clean script);
+    void onDisable(Startup script);
+    void onEnable(Startup script);
+    void onQuit(Quit script);
+    void setHints(std::vector<PermissionHint> hints);
+
+    // What was asked
+    [[nodiscard]] std::vector<CleanerModule> scans() const;
+    [[nodiscard]] std::vector<std::vector<CleanupItem>> cleans() const;
+    [[nodiscard]] std::vector<StartupItem> disables() const;
+    [[nodiscard]] std::vector<StartupItem> enables() const;
+    [[nodiscard]] std::vector<MemoryApp> quits() const;
+
+private:
+    mutable std::mutex lock_;
+    Scan scan_;
+    Clean clean_;
+    Startup disable_;
+    Startup enable_;
+    Quit quit_;
+    std::vector<PermissionHint> hints_;
+    std::vector<CleanerModule> scans_;
+    std::vector<std::vector<CleanupItem>> cleans_;
+    std::vector<StartupItem> disables_;
+    std::vector<StartupItem> enables_;
+    std::vector<MemoryApp> quits_;
+};
+
+} // namespace vellmoor
