@@ -10,11 +10,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// `path` as it is when it belongs to the home folder, else below the stand-in root.
-fs::path placed(const fs::path& path, const fs::path& home, const fs::path& root) {
-    return path == home || isStrictlyBelow(path, home) ? path : underRoot(root, path.native());
-}
-
 void addOnce(std::vector<fs::path>& folders, const fs::path& folder) {
     if (std::ranges::find(folders, folder) == folders.end()) {
         folders.push_back(folder);
@@ -33,7 +28,7 @@ void addEntryFolders(AppLayout& layout, const LinuxEnvironment& environment, con
         addOnce(layout.entryFolders, flatpak / "exports/share/applications");
     }
     for (const fs::path& folder : environment.dataDirs) {
-        addOnce(layout.entryFolders, placed(folder / "applications", environment.home, root));
+        addOnce(layout.entryFolders, placedBelow(root, environment.home, folder / "applications"));
     }
     addOnce(layout.entryFolders, layout.systemEntryFolders[1]);
     addOnce(layout.entryFolders, layout.systemEntryFolders[2]);
