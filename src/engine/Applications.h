@@ -22,7 +22,7 @@ struct ApplicationMetadata {
 /// Every removable application of the layout, folder after folder. Protected ones are left out.
 std::vector<ApplicationMetadata> removableApplications(ScanContext& context);
 /// Bundles (macOS) only.
-std::vector<ApplicationMetadata> bundleApplications(ScanContext& context);
+std::vector<ApplicationMetadata> installedBundles(ScanContext& context);
 /// Flatpaks of the user, AppImages and program folders only.
 std::vector<ApplicationMetadata> unpackagedApplications(ScanContext& context);
 
@@ -42,9 +42,13 @@ public:
     [[nodiscard]] bool runs(const ApplicationMetadata& application) const;
 
 private:
+    void readProcesses();
+    [[nodiscard]] bool runsProgramOf(const Path& application) const;
+
     ScanContext& context_;
     std::set<Path> bundlePaths_;
     std::set<std::string> identifiers_;
+    std::set<Path> programs_; ///< of the user's processes, links resolved; AppImages as the files that they are
 };
 
 } // namespace vellmoor
