@@ -31,8 +31,16 @@ std::string bundleName(const ScanContext& context, const Path& bundle);
 /// A file name without extension and without the version, machine and system that release files carry at the end.
 std::string releaseName(std::string_view fileName);
 
-/// Whether a program of `entry` is `application` or lies in it, written so or by its real path.
-bool startsApplication(const ScanContext& context, const InstalledEntry& entry, const Path& application);
+/// A program that a desktop entry names in Exec or TryExec, executable or not.
+struct EntryProgram {
+    const InstalledEntry* entry = nullptr;
+    Path program; ///< as it is written
+    Path real;    ///< links resolved
+};
+
+std::vector<EntryProgram> entryPrograms(const ScanContext& context, const InstalledEntry& entry);
+/// Whether the program is the application (a file) or lies in it (a folder); `real` is its path without links.
+bool isProgramOf(const EntryProgram& program, const Path& application, const Path& real);
 
 /// What runs at the moment, asked once.
 class RunningPrograms {
