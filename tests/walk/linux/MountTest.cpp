@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <functional>
 #include <optional>
@@ -38,6 +39,7 @@ ChildResult inMountNamespace(const std::function<int()>& makeMounts, const std::
     if (::pipe(ends) != 0) {
         return {false, std::strerror(errno)};
     }
+    std::fflush(stdout); // or the child would print it again
     const pid_t child = ::fork();
     if (child == 0) {
         int error = enterMountNamespace();
