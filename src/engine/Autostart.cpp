@@ -1,3 +1,4 @@
+#include "Glob.h"
 #include "Paths.h"
 #include "StartupEntries.h"
 
@@ -44,14 +45,11 @@ bool startsAtLogin(const ScanContext& context, const InstalledEntry& entry) {
            (entry.tryExec.empty() || programPath(context, entry.tryExec));
 }
 
-/// Programs that run others: two entries that start one of them need not be the same application.
-bool isLauncher(std::string_view program) {
-    static constexpr std::array names{
-        "sh",   "bash",       "dash", "zsh",      "fish",        "python",      "python3",
-        "perl", "ruby",       "node", "java",     "wine",        "flatpak",     "snap",
-        "dex",  "gtk-launch", "gjs",  "xdg-open", "systemd-run", "dbus-launch", "dbus-run-session",
-        "gio"};
-    return std::ranges::find(names, program.substr(program.find_last_of('/') + 1)) != names.end();
+/// A program that only runs others: two entries that start it need not be the same application.
+bool isLauncher(const ScanContext& context, std::string_view program) {
+    const std::string name = displayName(program);
+    return std::ranges::any_of(context.layout().memory.grouping.launchers,
+                               [&](const std::string& pattern) { return globMatches(pattern, name); });
 }
 
 bool isSameProgram(const ScanContext& context, const std::string& a, const std::string& b) {
@@ -84,7 +82,7 @@ std::optional<Path> entryForStartupItem(ScanContext& context, std::string_view l
         return byId ? byId : first([&](const InstalledEntry& entry) { return entry.flatpakId == flatpak; });
     }
     const std::string program = execProgram(words);
-    if (program.empty() || isLauncher(program)) {
+    if (program.empty() || isLauncher(context, program)) {
         return std::nullopt;
     }
     return first([&](const InstalledEntry& entry) { return isSameProgram(context, entry.execProgram, program); });

@@ -288,7 +288,7 @@ std::optional<Path> programPath(const ScanContext& context, std::string_view pro
 }
 
 Path placedProgram(const SystemLayout& layout, std::string_view program) {
-    return placedBelow(layout.root, layout.home, program);
+    return placed(lexicallyStandardized(program), layout.home, layout.root);
 }
 
 } // namespace vellmoor

@@ -28,7 +28,7 @@ void addEntryFolders(AppLayout& layout, const LinuxEnvironment& environment, con
         addOnce(layout.entryFolders, flatpak / "exports/share/applications");
     }
     for (const fs::path& folder : environment.dataDirs) {
-        addOnce(layout.entryFolders, placedBelow(root, environment.home, folder / "applications"));
+        addOnce(layout.entryFolders, placed(folder / "applications", environment.home, root));
     }
     addOnce(layout.entryFolders, layout.systemEntryFolders[1]);
     addOnce(layout.entryFolders, layout.systemEntryFolders[2]);

@@ -50,11 +50,10 @@ std::filesystem::path underRoot(const std::filesystem::path& root, std::string_v
     return lexicallyStandardized(root.native() + "/" + std::string(path));
 }
 
-std::filesystem::path placedBelow(const std::filesystem::path& root, const std::filesystem::path& home,
-                                  const std::filesystem::path& path) {
-    const std::filesystem::path standard = lexicallyStandardized(path);
-    const bool isPlaced = standard == home || isStrictlyBelow(standard, home) || isStrictlyBelow(standard, root);
-    return isPlaced ? standard : underRoot(root, standard.native());
+std::filesystem::path placed(const std::filesystem::path& path, const std::filesystem::path& home,
+                             const std::filesystem::path& root) {
+    const bool stays = path == home || isStrictlyBelow(path, home) || isStrictlyBelow(path, root);
+    return stays ? path : underRoot(root, path.native());
 }
 
 std::string displayName(const std::filesystem::path& path) {

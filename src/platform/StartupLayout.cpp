@@ -38,10 +38,10 @@ StartupLayout linuxStartupLayout(const LinuxEnvironment& environment, std::uint3
     layout.loaders = {underRoot(root, "/usr/bin/systemctl"), underRoot(root, "/bin/systemctl")};
     layout.loaderIsOptional = true;
     if (!environment.runtime.empty()) {
-        layout.managerSocket = placedBelow(root, environment.home, environment.runtime / "systemd/private");
+        layout.managerSocket = placed(environment.runtime / "systemd/private", environment.home, root);
     }
     for (const fs::path& folder : environment.configDirs) {
-        layout.takeoverFolders.push_back(placedBelow(root, environment.home, folder / "autostart"));
+        layout.takeoverFolders.push_back(placed(folder / "autostart", environment.home, root));
     }
     layout.desktops = environment.desktops;
     layout.shownFolder = config / "autostart";
