@@ -6,11 +6,11 @@ cd "$(dirname "$0")/.."
 
 debian_packages=(
   build-essential cmake ninja-build ccache pkg-config git ca-certificates
-  qt6-base-dev qt6-declarative-dev qt6-declarative-dev-tools libqt6svg6-dev libgl-dev
+  qt6-base-dev qt6-declarative-dev qt6-declarative-dev-tools "qt6-svg-dev|libqt6svg6-dev" libgl-dev
   qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript qml6-module-qtquick
   qml6-module-qtquick-controls qml6-module-qtquick-layouts qml6-module-qtquick-shapes
   qml6-module-qtquick-templates qml6-module-qtquick-window qml6-module-qttest
-  libglib2.0-dev libicu-dev libplist-dev bootstrap-icons
+  libglib2.0-dev libicu-dev libxcb1-dev libplist-dev bootstrap-icons
   libgtest-dev libgmock-dev libbenchmark-dev nlohmann-json3-dev
   clang-19 clang-format-19 clang-tidy-19 libclang-rt-19-dev shellcheck
   xvfb xauth openbox x11-utils xdotool trayer dbus dbus-x11 at-spi2-core python3 python3-pyatspi gir1.2-atspi-2.0
@@ -20,12 +20,23 @@ brew_packages=(cmake ninja ccache qtbase qtdeclarative qtsvg googletest google-b
 
 say() { printf '%s\n' "$*" >&2; }
 
+# The packages that are not installed; of "a|b" one is enough, and the first that this release knows is named.
 missing_debian() {
-  local installed
+  local installed entry name names
+  read -r -a names <<<"$(tr '|' ' ' <<<"${debian_packages[*]}")"
   # dpkg-query fails when it does not know one of them: that one is missing.
-  installed=$({ dpkg-query -W -f '${db:Status-Abbrev} ${Package}\n' "${debian_packages[@]}" 2>/dev/null || true; } \
+  installed=$({ dpkg-query -W -f '${db:Status-Abbrev} ${Package}\n' "${names[@]}" 2>/dev/null || true; } \
     | sed -n 's/^ii  *//p')
-  comm -23 <(printf '%s\n' "${debian_packages[@]}" | sort -u) <(sort -u <<<"$installed")
+  for entry in "${debian_packages[@]}"; do
+    for name in ${entry//|/ }; do
+      grep -qxF "$name" <<<"$installed" && continue 2
+    done
+    for name in ${entry//|/ }; do
+      [ "$entry" = "$name" ] && break
+      apt-cache show "$name" >/dev/null 2>&1 && break
+    done
+    printf '%s\n' "$name"
+  done
 }
 
 # The command that may install: itself for root, sudo for everybody else.

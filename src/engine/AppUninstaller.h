@@ -9,14 +9,28 @@
 
 namespace vellmoor {
 
+/// One row per removable application, largest first, never preselected; where a package manager owns further
+/// applications, a last row that says so. Throws ScanCancelled.
 std::vector<CleanupItem> applicationItems(ScanContext& context);
 
-/// Applications that are never offered for removal.
+/// Applications that are never offered for removal: the system's own, and this program.
 bool isProtectedSystemAppPath(const ScanContext& context, const Path& path);
-/// The first application of that identifier in the application folders.
+/// The first application of that identifier: on macOS a bundle of the application folders, on Linux a desktop
+/// entry, the user's first.
 std::optional<Path> appLookupByBundleID(ScanContext& context, std::string_view identifier);
-std::string appDisplayName(const ScanContext& context, const Path& app);
+/// The name of a bundle or of a desktop entry.
+std::string appDisplayName(ScanContext& context, const Path& app);
+/// The identifier of a bundle or of a desktop entry.
+std::optional<std::string> appIdentifier(ScanContext& context, const Path& app);
 /// The last piece of a dotted identifier, with dashes and underscores as spaces.
 std::string friendlyName(std::string_view identifier, std::string_view fallback);
+
+/// Whether `path` is the folder of a Flatpak in a user installation. Moving it would break the installation's
+/// repository: a clean removes it by uninstallFlatpak() in place of the Trash.
+bool isFlatpakBody(const ScanContext& context, const Path& path);
+/// The program that uninstalls Flatpaks; nothing when it is not installed.
+std::optional<Path> flatpakTool(const ScanContext& context);
+/// Has Flatpak uninstall every version below `body`, for good; what it printed when it failed.
+Outcome uninstallFlatpak(const ScanContext& context, const Path& body);
 
 } // namespace vellmoor

@@ -268,12 +268,13 @@ const std::vector<InstalledEntry>& installedEntries(ScanContext& context) {
 std::optional<Path> programPath(const ScanContext& context, std::string_view program) {
     const SystemLayout& layout = context.layout();
     const auto executable = [&](const Path& path) -> std::optional<Path> {
-        const bool found = context.platform().isExecutable(path);
+        const std::optional<Path> real = context.platform().realPath(path);
+        const std::optional<FileFacts> facts = real ? context.platform().facts(*real) : std::nullopt;
+        const bool found = facts && facts->isRegularFile && context.platform().isExecutable(path);
         return found ? std::optional(path) : std::nullopt;
     };
     if (program.starts_with('/')) {
-        const Path path = lexicallyStandardized(program);
-        return executable(isStrictlyBelow(path, layout.home) ? path : underRoot(layout.root, path.native()));
+        return executable(placedProgram(layout, program));
     }
     if (program.empty() || program.find('/') != std::string_view::npos) {
         return std::nullopt;
@@ -284,6 +285,10 @@ std::optional<Path> programPath(const ScanContext& context, std::string_view pro
         }
     }
     return std::nullopt;
+}
+
+Path placedProgram(const SystemLayout& layout, std::string_view program) {
+    return placed(lexicallyStandardized(program), layout.home, layout.root);
 }
 
 } // namespace vellmoor

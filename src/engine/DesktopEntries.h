@@ -11,6 +11,7 @@
 namespace vellmoor {
 
 class ScanContext;
+struct SystemLayout;
 
 /// One desktop entry. Keys that the file lacks are empty.
 struct InstalledEntry {
@@ -47,6 +48,8 @@ std::string execProgram(const std::vector<std::string>& words);
 /// The application of a `flatpak run … ID` line; empty for any other line.
 std::string flatpakApplication(const std::vector<std::string>& words);
 
+/// An absolute path as files name it, below the layout's root when it belongs neither to the home nor to the root.
+Path placedProgram(const SystemLayout& layout, std::string_view program);
 /// Where a program of an entry lies: an absolute path as it is, a bare name in the layout's program folders;
 /// nothing when no such executable file exists.
 std::optional<Path> programPath(const ScanContext& context, std::string_view program);

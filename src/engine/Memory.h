@@ -2,15 +2,31 @@
 
 #include "ScanContext.h"
 
+#include <cstdint>
+#include <optional>
+#include <string>
 #include <vector>
 
 namespace vellmoor {
 
+/// Installed memory in bytes; 0 when nothing tells.
+std::int64_t systemMemorySize(const ScanContext& context);
+
+/// What dropping caches may free of `rawReclaimable` bytes: a share of the memory stays with the system, and less
+/// than 512 MiB counts as nothing.
+std::int64_t estimatedReleasableMemory(std::int64_t rawReclaimable, std::int64_t totalMemory);
+
+/// Without statistics all but the total is 0. Figures that overflow end the program.
 MemorySnapshot memorySnapshot(const ScanContext& context);
+
 /// At most 8, largest first.
 std::vector<MemoryApp> memoryApps(ScanContext& context);
+
 /// Always exactly one row.
 std::vector<CleanupItem> memoryItems(const MemorySnapshot& snapshot);
+
+/// The tool that drops the file caches; nothing when none is installed.
+std::optional<Path> purgeExecutablePath(const ScanContext& context);
 
 struct MemoryOptimization {
     bool succeeded = false;

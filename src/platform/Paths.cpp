@@ -50,6 +50,12 @@ std::filesystem::path underRoot(const std::filesystem::path& root, std::string_v
     return lexicallyStandardized(root.native() + "/" + std::string(path));
 }
 
+std::filesystem::path placed(const std::filesystem::path& path, const std::filesystem::path& home,
+                             const std::filesystem::path& root) {
+    const bool stays = path == home || isStrictlyBelow(path, home) || isStrictlyBelow(path, root);
+    return stays ? path : underRoot(root, path.native());
+}
+
 std::string displayName(const std::filesystem::path& path) {
     const std::string name = path.filename().string();
     return name.empty() ? path.string() : name;

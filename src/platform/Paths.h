@@ -16,6 +16,10 @@ bool isStrictlyBelow(const std::filesystem::path& path, const std::filesystem::p
 /// `path` as the children of a stand-in root see it: `root` in front of an absolute path; "/" changes nothing.
 std::filesystem::path underRoot(const std::filesystem::path& root, std::string_view path);
 
+/// `path` itself when it lies in the home folder or already below `root`, else as underRoot() places it.
+std::filesystem::path placed(const std::filesystem::path& path, const std::filesystem::path& home,
+                             const std::filesystem::path& root);
+
 /// The last component, or the whole path when that is empty.
 std::string displayName(const std::filesystem::path& path);
 

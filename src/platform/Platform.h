@@ -125,6 +125,8 @@ public:
     /// The bytes of a regular file of at most `limit` bytes; never blocks on a FIFO or device, never follows `path`
     /// when it is a dangling link. /proc files count as regular.
     [[nodiscard]] virtual std::optional<std::string> fileContents(const Path& path, std::size_t limit) const = 0;
+    /// The first bytes of a regular file, at most `count`; nothing for anything else, a link included.
+    [[nodiscard]] virtual std::optional<std::string> fileStart(const Path& path, std::size_t count) const;
     [[nodiscard]] virtual std::optional<Path> linkTarget(const Path& path) const = 0;
     /// Normalised as the system's own path comparison wants it; links are not resolved.
     [[nodiscard]] virtual Path standardized(const Path& path) const = 0;

@@ -26,8 +26,8 @@ private:
     TemporaryFolder folder_; // first: everything else lies in it
 
 public:
-    const Path home; ///< …/Users/tester or …/home/tester
-    const Path root; ///< stands for "/"; empty at first
+    const Path home;              ///< …/Users/tester or …/home/tester
+    const Path root;              ///< stands for "/"; empty at first
     LinuxEnvironment environment; ///< of the home; change it and call `useEnvironment` to try other base folders
     StandInPlatform platform;
     SystemLayout layout;
@@ -62,6 +62,8 @@ private:
 };
 
 /// Whole days, for ages.
-constexpr EngineHome::Age days(int count) { return std::chrono::hours(24 * count); }
+constexpr EngineHome::Age days(int count) {
+    return std::chrono::hours(24 * count);
+}
 
 } // namespace vellmoor::test

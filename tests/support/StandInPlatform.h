@@ -61,14 +61,14 @@ public:
     std::map<Path, Tool> tools;         ///< by full path; these count as executable. Others could not be started
     bool startsUnscriptedTools = false; ///< a tool without script is started for real
     std::vector<RunningApplication> running;
-    std::vector<Volume> volumes;       ///< each is a mount point, too
-    std::set<Path> mountPoints;        ///< further ones, besides the real ones
-    UserFolders folders;               ///< empty: the layout's own folders are used
+    std::vector<Volume> volumes; ///< each is a mount point, too
+    std::set<Path> mountPoints;  ///< further ones, besides the real ones
+    UserFolders folders;         ///< empty: the layout's own folders are used
     std::optional<Capacity> diskCapacity = Capacity{500'000'000'000, 200'000'000'000}; ///< nothing: cannot be read
     std::int64_t physical = 17'179'869'184;
-    std::uint32_t user = 0;            ///< set to the real user id, so that the files belong to the user
+    std::uint32_t user = 0; ///< set to the real user id, so that the files belong to the user
     std::optional<std::string> language = "en";
-    Path own;                          ///< what ownPath answers; some application in the root
+    Path own; ///< what ownPath answers; some application in the root
     QuitOutcome quitOutcome = QuitOutcome::Requested;
     /// Called before each change is made (or made to fail), e.g. to remove a target between scan and clean.
     std::function<void(Operation, const Path&)> beforeChange;

@@ -1,0 +1,56 @@
+#include "AppUninstaller.h"
+#include "Applications.h"
+#include "Paths.h"
+
+namespace vellmoor {
+namespace {
+
+bool hasExtension(const ScanContext& context, const std::string& name, const std::string& extension) {
+    return context.platform().lowerCase(Path(name).extension().string()) == "." + extension;
+}
+
+/// An application that lies on the system's own image may be shown here through a link of the file system.
+bool isProtected(const ScanContext& context, const Path& bundle) {
+    const std::optional<Path> real = context.platform().realPath(bundle);
+    return isProtectedSystemAppPath(context, bundle) || (real && isProtectedSystemAppPath(context, *real));
+}
+
+} // namespace
+
+std::string bundleName(const ScanContext& context, const Path& bundle) {
+    const std::optional<BundleInfo> info = context.platform().bundleInfo(bundle);
+    if (info && info->displayName && !info->displayName->empty()) {
+        return *info->displayName;
+    }
+    if (info && info->name && !info->name->empty()) {
+        return *info->name;
+    }
+    return bundle.stem().string();
+}
+
+std::vector<ApplicationMetadata> installedBundles(ScanContext& context) {
+    const AppLayout& layout = context.layout().apps;
+    std::vector<ApplicationMetadata> found;
+    for (const Path& folder : layout.bundleFolders) {
+        const auto entries = context.platform().entries(folder);
+        if (!entries) {
+            continue; // a missing folder holds no applications
+        }
+        for (const FolderEntry& entry : *entries) {
+            context.throwIfCancelled();
+            const Path path = folder / entry.name;
+            if (entry.isHidden || !entry.isDirectory || entry.isSymlink ||
+                !hasExtension(context, entry.name, layout.bundleExtension) || isProtected(context, path)) {
+                continue;
+            }
+            const std::optional<BundleInfo> info = context.platform().bundleInfo(path);
+            found.push_back({.appURL = path,
+                             .displayName = bundleName(context, path),
+                             .bundleIdentifier = info ? info->identifier : std::nullopt,
+                             .kind = ApplicationKind::Bundle});
+        }
+    }
+    return found;
+}
+
+} // namespace vellmoor

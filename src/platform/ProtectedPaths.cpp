@@ -1,0 +1,118 @@
+#include "ProtectedPaths.h"
+
+#include "Paths.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <system_error>
+#include <vector>
+
+namespace vellmoor {
+namespace {
+
+// Compiled in, so that no table and no setting can lose them. Each name also guards the folders above it.
+constexpr std::array systemFolders{
+    "/bin",         "/boot",        "/dev",         "/etc",     "/home",    "/lib",       "/lib64",        "/media",
+    "/mnt",         "/opt",         "/proc",        "/root",    "/run",     "/run/media", "/sbin",         "/snap",
+    "/srv",         "/sys",         "/tmp",         "/usr/bin", "/usr/lib", "/usr/local", "/usr/share",    "/var/cache",
+    "/var/crash",   "/var/home",    "/var/lib",     "/var/log", "/var/tmp", "/cores",     "/Applications", "/Library",
+    "/private/etc", "/private/tmp", "/private/var", "/System",  "/Users",   "/Volumes"};
+constexpr std::array homeFolders{".cache",
+                                 ".config",
+                                 ".config/autostart",
+                                 ".gnupg",
+                                 ".local/bin",
+                                 ".local/share",
+                                 ".local/share/Trash",
+                                 ".local/state",
+                                 ".mozilla",
+                                 ".ssh",
+                                 ".thunderbird",
+                                 ".Trash",
+                                 ".var/app",
+                                 "snap",
+                                 "Applications",
+                                 "Desktop",
+                                 "Documents",
+                                 "Downloads",
+                                 "Library/Application Support",
+                                 "Library/Caches",
+                                 "Library/Containers",
+                                 "Library/Keychains",
+                                 "Library/LaunchAgents",
+                                 "Library/Logs",
+                                 "Library/Mail",
+                                 "Library/Preferences",
+                                 "Movies",
+                                 "Music",
+                                 "Pictures",
+                                 "Public",
+                                 "Videos"};
+
+std::string reasonText(int error) {
+    return std::generic_category().message(error);
+}
+
+// The path with the links above it resolved; the last component stays, since a removal acts on it and not on what
+// it may point to. Nothing when the folder above is not there.
+std::optional<Path> place(const Platform& platform, const Path& path) {
+    const std::optional<Path> folder = platform.realPath(path.parent_path());
+    return folder ? std::optional<Path>(*folder / path.filename()) : std::nullopt;
+}
+
+std::vector<Path> protectedPaths(const Platform& platform, const SystemLayout& layout) {
+    std::vector<Path> all = layout.protectedPaths;
+    all.push_back(layout.home);
+    all.push_back(platform.ownPath());
+    for (const char* folder : systemFolders) {
+        all.push_back(underRoot(layout.root, folder));
+    }
+    for (const char* folder : homeFolders) {
+        all.push_back(layout.home / folder);
+    }
+    all.push_back(layout.trash.homeFolder);
+    all.push_back(layout.downloads.folder);
+    all.insert(all.end(), layout.largeFileRoots.begin(), layout.largeFileRoots.end());
+    const UserFolders user = platform.userFolders();
+    all.insert(all.end(), {user.downloads, user.desktop, user.documents, user.videos, user.pictures});
+    std::erase_if(all, [](const Path& path) { return !path.is_absolute(); });
+    const std::size_t count = all.size();
+    for (std::size_t index = 0; index < count; ++index) {
+        all[index] = platform.standardized(all[index]);
+        if (const auto real = platform.realPath(all[index])) {
+            all.push_back(*real);
+        }
+    }
+    return all;
+}
+
+bool covers(const Path& path, const Path& guarded) {
+    return path == guarded || isStrictlyBelow(guarded, path);
+}
+
+} // namespace
+
+std::optional<std::string> refusalReason(const Platform& platform, const SystemLayout& layout, const Path& path) {
+    const bool climbs = std::ranges::find(path, Path("..")) != path.end(); // through a link it may lead anywhere
+    if (!path.is_absolute() || climbs || path.native().find('\0') != std::string::npos) {
+        return reasonText(EINVAL);
+    }
+    std::vector<Path> forms{lexicallyStandardized(path), platform.standardized(path)};
+    if (const auto real = place(platform, forms.front())) {
+        forms.push_back(*real);
+    }
+    const std::vector<Path> guarded = protectedPaths(platform, layout);
+    for (const Path& form : forms) {
+        const auto isHit = [&](const Path& one) { return covers(form, one); };
+        if (form.empty() || form == "/" || std::ranges::any_of(guarded, isHit)) {
+            return reasonText(EPERM);
+        }
+        if (platform.isMountPoint(form)) {
+            return reasonText(EBUSY);
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace vellmoor

@@ -1,0 +1,11 @@
+#pragma once
+
+namespace vellmoor {
+
+/// Deletes `name` in the folder open as `parent`, with everything below it: no link is followed, no file system
+/// and no mount point is entered. A folder of the user's that forbids it is first made accessible. Any depth, at
+/// most a dozen descriptors. Stops at the first entry that cannot be deleted; 0, or its errno (EXDEV: another file
+/// system or a mount point).
+int removeTree(int parent, const char* name);
+
+} // namespace vellmoor

@@ -1,0 +1,342 @@
+#include "StandInPlatform.h"
+
+#include "Commands.h"
+#include "Files.h"
+#include "KeyFiles.h"
+#include "LargeFileFilters.h"
+#include "Mounts.h"
+#include "Paths.h"
+#include "PropertyLists.h"
+#include "StandInTrash.h"
+#include "Texts.h"
+#include "TrashRemoval.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <unistd.h>
+#include <utility>
+
+namespace vellmoor::test {
+namespace {
+
+constexpr std::array packageExtensions{
+    "app",       "bundle",        "framework",  "kext",          "plugin",    "pkg",          "mpkg",        "rtfd",
+    "xcodeproj", "photoslibrary", "theater",    "imovielibrary", "fcpbundle", "musiclibrary", "tvlibrary",   "logicx",
+    "band",      "pages",         "numbers",    "key",           "appex",     "xpc",          "qlgenerator", "prefpane",
+    "saver",     "mdimporter",    "playground", "sparsebundle",  "scptd",     "workflow",     "download"};
+
+// NSURL answers "/private/tmp/x" as "/tmp/x" when that exists.
+Path withoutPrivate(const Path& path, const Path& root) {
+    for (const char* name : {"tmp", "var", "etc"}) {
+        const Path longForm = underRoot(root, std::string("/private/") + name);
+        if (path != longForm && !isStrictlyBelow(path, longForm)) {
+            continue;
+        }
+        Path shortForm = underRoot(root, std::string("/") + name);
+        if (path != longForm) {
+            shortForm /= path.lexically_relative(longForm);
+        }
+        return files::existsFollowed(shortForm) ? shortForm : path;
+    }
+    return path;
+}
+
+bool hasDotDot(const Path& path) {
+    return std::ranges::find(path, Path("..")) != path.end();
+}
+
+} // namespace
+
+StandInPlatform::StandInPlatform(System shape, Path homeFolder, Path rootFolder)
+    : system(shape),
+      home(lexicallyStandardized(homeFolder)),
+      root(lexicallyStandardized(rootFolder)),
+      user(::getuid()),
+      own(underRoot(root, shape == System::Mac ? "/Applications/Vellmoor.app" : "/usr/bin/vellmoor")) {}
+
+void StandInPlatform::fail(Operation operation, Path path, std::string reason) {
+    failures_.push_back({operation, std::move(path), std::move(reason)});
+}
+
+void StandInPlatform::failAfter(std::size_t count, std::string reason) {
+    const std::lock_guard lock(mutex_);
+    changesLeft_ = count;
+    laterReason_ = std::move(reason);
+}
+
+std::vector<Invocation> StandInPlatform::invocations() const {
+    const std::lock_guard lock(mutex_);
+    return invocations_;
+}
+
+std::vector<Change> StandInPlatform::changes() const {
+    const std::lock_guard lock(mutex_);
+    return changes_;
+}
+
+std::vector<MemoryApp> StandInPlatform::quitRequests() const {
+    const std::lock_guard lock(mutex_);
+    return quitRequests_;
+}
+
+TrashFolder StandInPlatform::homeTrash() const {
+    if (system == System::Mac) {
+        return {home / ".Trash", home / ".Trash"};
+    }
+    return {home / ".local/share/Trash", home / ".local/share/Trash/files"};
+}
+
+// Facts
+
+std::optional<FileFacts> StandInPlatform::facts(const Path& path) const {
+    return files::facts(path);
+}
+
+bool StandInPlatform::exists(const Path& path) const {
+    return system == System::Mac ? files::existsFollowed(path) : files::existsItself(path);
+}
+
+bool StandInPlatform::isReadable(const Path& path) const {
+    return !scriptedFailure(Operation::List, path) && files::isReadable(path);
+}
+
+bool StandInPlatform::isExecutable(const Path& path) const {
+    return tools.contains(path) || files::isExecutable(path);
+}
+
+std::expected<std::vector<FolderEntry>, std::string> StandInPlatform::entries(const Path& folder) const {
+    if (auto reason = scriptedFailure(Operation::List, folder)) {
+        return std::unexpected(*std::move(reason));
+    }
+    return files::entries(folder);
+}
+
+std::optional<std::string> StandInPlatform::fileContents(const Path& path, std::size_t limit) const {
+    return files::contents(path, limit);
+}
+
+std::optional<Path> StandInPlatform::linkTarget(const Path& path) const {
+    return files::linkTarget(path);
+}
+
+Path StandInPlatform::standardized(const Path& path) const {
+    if (system == System::Linux) {
+        return lexicallyStandardized(path);
+    }
+    // macOS takes ".." through the file system when it is there.
+    const std::optional<Path> real = hasDotDot(path) ? files::realPath(path) : std::nullopt;
+    return withoutPrivate(lexicallyStandardized(real.value_or(path)), root);
+}
+
+std::optional<Path> StandInPlatform::realPath(const Path& path) const {
+    return files::realPath(path);
+}
+
+bool StandInPlatform::isMountPoint(const Path& path) const {
+    const auto isVolume = [&](const Volume& volume) { return volume.path == path; };
+    return mountPoints.contains(path) || std::ranges::any_of(volumes, isVolume) || mounts::isMountPoint(path);
+}
+
+bool StandInPlatform::isPackage(const Path& folder) const {
+    if (system != System::Mac ||
+        std::ranges::find(packageExtensions, lowerExtension(folder)) == packageExtensions.end()) {
+        return false;
+    }
+    const auto known = files::facts(folder);
+    return known && known->isDirectory;
+}
+
+// Changes
+
+std::optional<std::string> StandInPlatform::scriptedFailure(Operation operation, const Path& path) const {
+    for (const Failure& failure : failures_) {
+        if (failure.operation == operation && (failure.path.empty() || failure.path == path)) {
+            return failure.reason;
+        }
+    }
+    return std::nullopt;
+}
+
+bool StandInPlatform::mayChange(const Path& path) const {
+    const Path place = lexicallyStandardized(path);
+    const auto isBelowVolume = [&](const Volume& volume) {
+        return volume.path != "/" && isStrictlyBelow(place, volume.path);
+    };
+    return isStrictlyBelow(place, home) || (root != "/" && isStrictlyBelow(place, root)) ||
+           std::ranges::any_of(volumes, isBelowVolume);
+}
+
+Outcome StandInPlatform::change(Operation operation, const Path& path, const std::function<Outcome()>& deed) const {
+    if (beforeChange) {
+        beforeChange(operation, path);
+    }
+    if (auto reason = scriptedFailure(operation, path)) {
+        return std::unexpected(*std::move(reason));
+    }
+    if (!mayChange(path)) {
+        return std::unexpected("outside the stand-in's home, root and volumes: " + path.string());
+    }
+    const std::lock_guard lock(mutex_);
+    if (changesLeft_ && *changesLeft_ == 0) {
+        return std::unexpected(laterReason_);
+    }
+    const Outcome outcome = deed();
+    if (outcome) {
+        changes_.push_back({operation, path});
+        changesLeft_ = changesLeft_ ? std::optional(*changesLeft_ - 1) : std::nullopt;
+    }
+    return outcome;
+}
+
+TrashFolder StandInPlatform::trashFor(const Path& path) const {
+    for (const Volume& volume : volumes) {
+        if (volume.path == "/" || !isStrictlyBelow(lexicallyStandardized(path), volume.path)) {
+            continue;
+        }
+        const std::string number = std::to_string(user);
+        if (system == System::Mac) {
+            return {volume.path / ".Trashes" / number, volume.path / ".Trashes" / number};
+        }
+        return {volume.path / (".Trash-" + number), volume.path / (".Trash-" + number) / "files"};
+    }
+    return homeTrash();
+}
+
+Outcome StandInPlatform::moveToTrash(const Path& path) const {
+    return change(Operation::MoveToTrash, path, [&] { return moveIntoTrash(system, path, trashFor(path)); });
+}
+
+Outcome StandInPlatform::removeFromTrash(const Path& path, const TrashFolder& trash) const {
+    return change(Operation::RemoveFromTrash, path, [&] { return vellmoor::removeFromTrash(path, trash); });
+}
+
+Outcome StandInPlatform::moveItem(const Path& from, const Path& to) const {
+    if (!mayChange(to)) {
+        return std::unexpected("outside the stand-in's home, root and volumes: " + to.string());
+    }
+    return change(Operation::MoveItem, from, [&] { return files::moveItem(from, to); });
+}
+
+Outcome StandInPlatform::createFolder(const Path& folder) const {
+    return change(Operation::CreateFolder, folder, [&] { return files::createFolder(folder); });
+}
+
+Outcome StandInPlatform::createFile(const Path& path, std::string_view contents) const {
+    return change(Operation::CreateFile, path, [&] { return files::createFile(path, contents); });
+}
+
+Outcome StandInPlatform::removeFile(const Path& path) const {
+    return change(Operation::RemoveFile, path, [&] { return files::removeFile(path); });
+}
+
+// Volumes, applications, host
+
+std::vector<Volume> StandInPlatform::mountedVolumes() const {
+    return volumes;
+}
+
+std::optional<Capacity> StandInPlatform::capacity(const Path& /*path*/) const {
+    return diskCapacity;
+}
+
+UserFolders StandInPlatform::userFolders() const {
+    return system == System::Mac ? UserFolders{} : folders;
+}
+
+std::optional<KeyFile> StandInPlatform::keyFile(const Path& path) const {
+    return readKeyFile(path);
+}
+
+std::optional<BundleInfo> StandInPlatform::bundleInfo(const Path& bundle) const {
+    return system == System::Mac ? readBundleInfo(bundle) : std::nullopt;
+}
+
+std::optional<LaunchAgent> StandInPlatform::launchAgent(const Path& propertyList) const {
+    return system == System::Mac ? readLaunchAgent(propertyList) : std::nullopt;
+}
+
+std::vector<RunningApplication> StandInPlatform::runningApplications() const {
+    return running;
+}
+
+Path StandInPlatform::ownPath() const {
+    return own;
+}
+
+QuitOutcome StandInPlatform::requestQuit(const MemoryApp& app) const {
+    const std::lock_guard lock(mutex_);
+    quitRequests_.push_back(app);
+    return quitOutcome;
+}
+
+std::uint32_t StandInPlatform::userId() const {
+    return user;
+}
+
+std::int64_t StandInPlatform::physicalMemory() const {
+    return physical;
+}
+
+std::optional<std::string> StandInPlatform::preferredLanguage() const {
+    return language;
+}
+
+// Tools
+
+CommandResult StandInPlatform::commandResult(const Path& tool, const std::vector<std::string>& arguments) const {
+    {
+        const std::lock_guard lock(mutex_);
+        invocations_.push_back({tool, arguments});
+    }
+    const auto scripted = tools.find(tool);
+    if (scripted == tools.end()) {
+        return startsUnscriptedTools ? commands::result(tool, arguments) : CommandResult{-1, "", files::reason(ENOENT)};
+    }
+    CommandResult result = scripted->second(arguments);
+    if (!texts::isUtf8(result.output)) {
+        result.output.clear();
+    }
+    return result;
+}
+
+std::optional<std::string> StandInPlatform::commandOutput(const Path& tool,
+                                                          const std::vector<std::string>& arguments) const {
+    {
+        const std::lock_guard lock(mutex_);
+        invocations_.push_back({tool, arguments});
+    }
+    const auto scripted = tools.find(tool);
+    if (scripted == tools.end()) {
+        return startsUnscriptedTools ? commands::output(tool, arguments) : std::nullopt;
+    }
+    CommandResult result = scripted->second(arguments);
+    if (result.status != 0 || !texts::isUtf8(result.output)) {
+        return std::nullopt;
+    }
+    return std::move(result.output);
+}
+
+// Texts
+
+std::string StandInPlatform::relativeDate(TimePoint date, TimePoint now, AppLanguage inLanguage) const {
+    return texts::relativeDate(date, now, inLanguage);
+}
+
+int StandInPlatform::compareNames(std::string_view a, std::string_view b) const {
+    return texts::compareNames(a, b);
+}
+
+bool StandInPlatform::containsPhrase(std::string_view text, std::string_view phrase) const {
+    return texts::containsPhrase(text, phrase);
+}
+
+std::string StandInPlatform::lowerCase(std::string_view text) const {
+    return texts::lowerCase(text);
+}
+
+std::string StandInPlatform::lettersAndDigits(std::string_view text) const {
+    return texts::lettersAndDigits(text);
+}
+
+} // namespace vellmoor::test

@@ -1,0 +1,88 @@
+#include "StandInTrash.h"
+
+#include "Files.h"
+
+#include <array>
+#include <cctype>
+#include <cerrno>
+#include <cstdio>
+#include <ctime>
+#include <iomanip>
+#include <sstream>
+
+namespace vellmoor::test {
+namespace {
+
+std::string localTime(const char* pattern) {
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    ::localtime_r(&now, &local);
+    std::ostringstream text;
+    text << std::put_time(&local, pattern);
+    return text.str();
+}
+
+std::string percentEncoded(const std::string& path) {
+    std::string out;
+    for (const char character : path) {
+        const auto byte = static_cast<unsigned char>(character);
+        if (byte < 0x80 && (std::isalnum(byte) != 0 || std::string_view("/-_.~").contains(character))) {
+            out += character;
+        } else {
+            std::array<char, 4> digits{};
+            std::snprintf(digits.data(), digits.size(), "%%%02X", byte);
+            out += digits.data();
+        }
+    }
+    return out;
+}
+
+// "name", then "name 10.23.45.ext" and "name 10.23.45 2.ext" (macOS) or "name.2.ext" (Linux).
+std::string candidate(System system, const Path& path, int attempt) {
+    const std::string stem = path.stem().string();
+    const std::string extension = path.extension().string();
+    if (attempt == 1) {
+        return path.filename().string();
+    }
+    if (system == System::Linux) {
+        return stem + "." + std::to_string(attempt) + extension;
+    }
+    const std::string again = attempt == 2 ? "" : " " + std::to_string(attempt - 1);
+    return stem + " " + localTime("%H.%M.%S") + again + extension;
+}
+
+Outcome moveWithNote(System system, const Path& path, const TrashFolder& trash, const std::string& name) {
+    if (system == System::Mac) {
+        return files::moveItem(path, trash.contents / name);
+    }
+    const Path note = trash.folder / "info" / (name + ".trashinfo");
+    const std::string text = "[Trash Info]\nPath=" + percentEncoded(path.string()) +
+                             "\nDeletionDate=" + localTime("%Y-%m-%dT%H:%M:%S") + "\n";
+    if (const Outcome written = files::createFile(note, text); !written) {
+        return written;
+    }
+    const Outcome moved = files::moveItem(path, trash.contents / name);
+    if (!moved) {
+        (void)files::removeFile(note); // the first cause is the one to tell
+    }
+    return moved;
+}
+
+} // namespace
+
+Outcome moveIntoTrash(System system, const Path& path, const TrashFolder& trash) {
+    for (const Path& folder : {trash.contents, system == System::Linux ? trash.folder / "info" : trash.contents}) {
+        if (const Outcome made = files::createFolder(folder); !made) {
+            return made;
+        }
+    }
+    const std::string taken = files::reason(EEXIST);
+    for (int attempt = 1;; ++attempt) {
+        const Outcome moved = moveWithNote(system, path, trash, candidate(system, path, attempt));
+        if (moved || moved.error() != taken || attempt == 1000) {
+            return moved;
+        }
+    }
+}
+
+} // namespace vellmoor::test
