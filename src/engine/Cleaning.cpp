@@ -7,9 +7,11 @@
 #include "Trash.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <iterator>
 #include <optional>
 #include <string>
-#include <string_view>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -23,6 +25,10 @@ struct PermanentRemoval {
     TrashFolder trash;
 };
 
+std::string reasonText(int error) {
+    return std::generic_category().message(error);
+}
+
 /// `path` with the links of its parent folder resolved; its own last component is kept, since a link is removed
 /// and not what it names.
 std::optional<Path> realPlace(const Platform& platform, const Path& path) {
@@ -30,39 +36,78 @@ std::optional<Path> realPlace(const Platform& platform, const Path& path) {
     return parent ? std::optional(*parent / path.filename()) : std::nullopt;
 }
 
+/// Whether the system might take `url` for something else than `standard`: a relative one depends on the current
+/// folder, and ".." leads elsewhere behind a link.
+bool isAmbiguous(const Platform& platform, const Path& url, const Path& standard) {
+    if (!url.is_absolute()) {
+        return true;
+    }
+    const bool climbs = std::ranges::find(url, Path("..")) != url.end();
+    return climbs && realPlace(platform, url) != realPlace(platform, standard);
+}
+
 bool holdsAny(const Path& path, const std::vector<std::string>& fragments) {
-    return std::ranges::any_of(
-        fragments, [&](const std::string& fragment) { return path.native().find(fragment) != std::string::npos; });
+    return std::ranges::any_of(fragments,
+                               [&](const std::string& fragment) { return path.native().contains(fragment); });
 }
 
-/// Only what lies in a Trash under its real path, too: a folder on the way may have become a link since the scan.
-std::optional<PermanentRemoval> removalByFragments(const std::vector<std::string>& fragments, const Path& path,
-                                                   const Path& real) {
-    if (!holdsAny(path, fragments) || !holdsAny(real, fragments)) {
+/// The removal of what lies at the real place `real`, if that is inside the source's contents. Contents that are a
+/// link are no Trash: they would make one of the folder that they name.
+std::optional<PermanentRemoval> removalFrom(const Platform& platform, const TrashSource& source, const Path& real) {
+    const std::optional<Path> folder = platform.realPath(source.trash.folder);
+    if (!folder) {
         return std::nullopt;
     }
-    return PermanentRemoval{path, {.folder = path.parent_path(), .contents = path.parent_path()}};
+    const Path contents = *folder / source.url.lexically_relative(source.trash.folder);
+    if (platform.realPath(source.url) != contents || !isStrictlyBelow(real, contents)) {
+        return std::nullopt;
+    }
+    return PermanentRemoval{real, {.folder = *folder, .contents = contents}};
 }
 
-/// A path that is written as lying in the source's contents, or that really does: the home folder may be reached
-/// through a link. A Trash folder that is a link itself counts only for paths written so; otherwise a link to an
-/// everyday folder would make that folder a Trash.
-std::optional<PermanentRemoval> removalFrom(const Platform& platform, const TrashSource& source, const Path& path,
-                                            const Path& real) {
-    const std::optional<Path> contents = platform.realPath(source.url);
-    if (!contents || !isStrictlyBelow(real, *contents)) {
+/// The Trash folders of this moment, which need not be those of the scan.
+class KnownTrash {
+public:
+    explicit KnownTrash(const ScanContext& context)
+        : platform_(context.platform()),
+          fragments_(context.layout().trash.permanentFragments),
+          sources_(trashSources(context)) {}
+
+    /// Whether `path` is written as lying in a Trash; a folder on the way may have become a link.
+    [[nodiscard]] bool names(const Path& path) const {
+        if (!fragments_.empty()) {
+            return holdsAny(path, fragments_);
+        }
+        return std::ranges::any_of(sources_, [&](const TrashSource& source) {
+            return isStrictlyBelow(path, platform_.standardized(source.url));
+        });
+    }
+
+    /// How `path` leaves the Trash for good; nothing unless it really lies in one.
+    [[nodiscard]] std::optional<PermanentRemoval> removal(const Path& path) const {
+        const std::optional<Path> real = realPlace(platform_, path);
+        if (!real) {
+            return std::nullopt;
+        }
+        if (!fragments_.empty()) {
+            const bool inside = holdsAny(path, fragments_) && holdsAny(*real, fragments_);
+            const Path parent = path.parent_path();
+            return inside ? std::optional(PermanentRemoval{path, {.folder = parent, .contents = parent}})
+                          : std::nullopt;
+        }
+        for (const TrashSource& source : sources_) {
+            if (std::optional<PermanentRemoval> found = removalFrom(platform_, source, *real)) {
+                return found;
+            }
+        }
         return std::nullopt;
     }
-    if (isStrictlyBelow(path, platform.standardized(source.url))) {
-        return PermanentRemoval{path, source.trash};
-    }
-    const std::optional<Path> folder = realPlace(platform, source.trash.folder);
-    const Path name = source.url.lexically_relative(source.trash.folder);
-    if (!folder || *folder / name != *contents) {
-        return std::nullopt;
-    }
-    return PermanentRemoval{real, {.folder = *folder, .contents = *contents}};
-}
+
+private:
+    const Platform& platform_;
+    const std::vector<std::string>& fragments_;
+    std::vector<TrashSource> sources_;
+};
 
 /// One clean: its report grows target by target.
 class CleanRun {
@@ -71,7 +116,7 @@ public:
         : context_(context),
           platform_(context.platform()),
           settle_(settle),
-          sources_(trashSources(context)) {}
+          trash_(context) {}
 
     CleanupReport clean(const std::vector<CleanupItem>& items);
 
@@ -79,13 +124,12 @@ private:
     void optimize();
     void remove(const CleanupItem& item, const CleanupTarget& target);
     Outcome removeTarget(const CleanupItem& item, const Path& path) const;
-    [[nodiscard]] std::optional<PermanentRemoval> permanentRemoval(const Path& path) const;
     void fail(std::string line);
 
     ScanContext& context_;
     const Platform& platform_;
     std::chrono::milliseconds settle_;
-    std::vector<TrashSource> sources_; ///< as they are now, not at the time of the scan
+    KnownTrash trash_;
     CleanupReport report_;
 };
 
@@ -125,41 +169,28 @@ void CleanRun::remove(const CleanupItem& item, const CleanupTarget& target) {
     if (!platform_.exists(path)) {
         return;
     }
-    const Outcome outcome = removeTarget(item, path);
+    const Outcome outcome =
+        isAmbiguous(platform_, target.url, path) ? std::unexpected(reasonText(EINVAL)) : removeTarget(item, path);
     if (outcome) {
         ++report_.removedCount;
-    } else {
+    } else if (platform_.exists(path)) { // else it vanished meanwhile, which is no failure either
         fail(displayName(path) + ": " + outcome.error());
     }
 }
 
 /// Decides how one existing target is removed, and does it. A failed move to the Trash stays a failure: nothing is
 /// deleted in its place.
-Outcome CleanRun::removeTarget(const CleanupItem&, const Path& path) const {
+Outcome CleanRun::removeTarget(const CleanupItem& /*item*/, const Path& path) const {
     if (std::optional<std::string> reason = refusalReason(platform_, context_.layout(), path)) {
         return std::unexpected(std::move(*reason));
     }
-    if (const std::optional<PermanentRemoval> removal = permanentRemoval(path)) {
+    if (const std::optional<PermanentRemoval> removal = trash_.removal(path)) {
         return platform_.removeFromTrash(removal->path, removal->trash);
     }
+    if (trash_.names(path)) {
+        return std::unexpected(reasonText(ELOOP)); // a link leads out of the Trash, to something of the user's
+    }
     return platform_.moveToTrash(path);
-}
-
-std::optional<PermanentRemoval> CleanRun::permanentRemoval(const Path& path) const {
-    const std::optional<Path> real = realPlace(platform_, path);
-    if (!real) {
-        return std::nullopt;
-    }
-    const std::vector<std::string>& fragments = context_.layout().trash.permanentFragments;
-    if (!fragments.empty()) {
-        return removalByFragments(fragments, path, *real);
-    }
-    for (const TrashSource& source : sources_) {
-        if (std::optional<PermanentRemoval> removal = removalFrom(platform_, source, path, *real)) {
-            return removal;
-        }
-    }
-    return std::nullopt;
 }
 
 void CleanRun::fail(std::string line) {

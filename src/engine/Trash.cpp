@@ -98,12 +98,16 @@ bool hidesContents(const Platform& platform, const TrashFolder& trash) {
     return std::ranges::any_of(*listing, [&](const FolderEntry& entry) { return entry.name == name; });
 }
 
-/// Everything in the Trash, hidden entries included; empty for a missing one; nothing when it cannot be read.
+/// Everything in the Trash, hidden entries included; empty for a missing one; nothing when it cannot be read, or
+/// is a link: a disk from elsewhere could offer the user's own folders as its Trash.
 std::optional<std::vector<Path>> children(const ScanContext& context, const TrashSource& source) {
     const Platform& platform = context.platform();
     std::vector<Path> paths;
     if (!platform.exists(source.url)) {
         return hidesContents(platform, source.trash) ? std::nullopt : std::optional(paths);
+    }
+    if (const auto facts = platform.facts(source.url); facts && facts->isSymlink) {
+        return std::nullopt;
     }
     const auto listing = platform.entries(source.url);
     if (!listing || isForeign(context, source.trash.folder)) {

@@ -64,6 +64,7 @@ std::optional<Path> place(const Platform& platform, const Path& path) {
 std::vector<Path> protectedPaths(const Platform& platform, const SystemLayout& layout) {
     std::vector<Path> all = layout.protectedPaths;
     all.push_back(layout.home);
+    all.push_back(platform.ownPath());
     for (const char* folder : systemFolders) {
         all.push_back(underRoot(layout.root, folder));
     }

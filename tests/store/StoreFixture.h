@@ -20,9 +20,9 @@ ScanSnapshot snapshotOf(std::vector<CleanupItem> items);
 std::vector<std::string> titles(const std::vector<CleanupItem>& items);
 
 /// A store over a scripted engine and a clock that stands still. English, Mac wordings.
-class StoreTest : public ::testing::Test {
+class StoreFixture : public ::testing::Test {
 protected:
-    StoreTest();
+    StoreFixture();
 
     /// Handles events until `done`; fails after half a minute.
     static void processUntil(const std::function<bool()>& done);

@@ -1,4 +1,4 @@
-#include "StoreTest.h"
+#include "StoreFixture.h"
 
 #include "L.h"
 
@@ -73,14 +73,14 @@ std::vector<std::string> titles(const std::vector<CleanupItem>& items) {
     return all;
 }
 
-StoreTest::StoreTest() {
+StoreFixture::StoreFixture() {
     L::setTextSet(TextSet::Mac);
     L::setLanguage(AppLanguage::english);
     store = std::make_unique<CleanerStore>(service, [this] { return now; });
     store->setMemoryRefreshDelay(std::chrono::milliseconds(0));
 }
 
-void StoreTest::processUntil(const std::function<bool()>& done) {
+void StoreFixture::processUntil(const std::function<bool()>& done) {
     bool late = false;
     QTimer alarm;
     alarm.setSingleShot(true);
@@ -92,11 +92,11 @@ void StoreTest::processUntil(const std::function<bool()>& done) {
     }
 }
 
-void StoreTest::processQueued() {
+void StoreFixture::processQueued() {
     QCoreApplication::processEvents();
 }
 
-void StoreTest::awaitPosts(long remaining) const {
+void StoreFixture::awaitPosts(long remaining) const {
     // The fixture and the store hold the engine, and every worker until it has posted its last word.
     const long owners = store ? 2 : 1;
     const auto deadline = std::chrono::steady_clock::now() + patience;
@@ -106,29 +106,30 @@ void StoreTest::awaitPosts(long remaining) const {
     }
 }
 
-void StoreTest::awaitWorkers(long remaining) const {
+void StoreFixture::awaitWorkers(long remaining) const {
     awaitPosts(remaining);
     processQueued();
 }
 
-void StoreTest::answer(const ScanSnapshot& snapshot) {
+void StoreFixture::answer(const ScanSnapshot& snapshot) {
     service->onScan([snapshot](CleanerModule, const ProgressCallback&, const CancelToken&) { return snapshot; });
 }
 
-void StoreTest::scanned(CleanerModule module, const ScanSnapshot& snapshot) {
+void StoreFixture::scanned(CleanerModule module, const ScanSnapshot& snapshot) {
     answer(snapshot);
     store->scan(module, true);
     processUntil([this] { return !store->isScanning(); });
 }
 
-void StoreTest::answerBehind(const std::shared_ptr<Gate>& gate, const ScanSnapshot& snapshot) {
+void StoreFixture::answerBehind(const std::shared_ptr<Gate>& gate, const ScanSnapshot& snapshot) {
     service->onScan([gate, snapshot](CleanerModule, const ProgressCallback&, const CancelToken&) {
         gate->pass();
         return snapshot;
     });
 }
 
-std::shared_ptr<Gate> StoreTest::startGatedScan(CleanerModule module, const ScanSnapshot& snapshot, bool clearsReport) {
+std::shared_ptr<Gate> StoreFixture::startGatedScan(CleanerModule module, const ScanSnapshot& snapshot,
+                                                   bool clearsReport) {
     const auto gate = std::make_shared<Gate>();
     answerBehind(gate, snapshot);
     store->scan(module, clearsReport);

@@ -1,5 +1,5 @@
 #include "L.h"
-#include "StoreTest.h"
+#include "StoreFixture.h"
 
 #include <gmock/gmock.h>
 
@@ -11,7 +11,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-class StoreScan : public StoreTest {
+class StoreScan : public StoreFixture {
 protected:
     /// Starts a scan that reports `fraction`, and then stands at the gate that is answered.
     std::shared_ptr<Gate> scanReporting(double fraction) {

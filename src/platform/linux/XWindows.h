@@ -1,0 +1,12 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+namespace vellmoor::xwindows {
+
+/// Asks the window manager to close every window of these processes (_NET_CLOSE_WINDOW of the Extended Window
+/// Manager Hints), as its own close button would. Whether there was such a window; false without an X server.
+bool requestClose(const std::vector<std::int32_t>& pids);
+
+} // namespace vellmoor::xwindows

@@ -1,0 +1,27 @@
+# vellmoor_qml_module(NAME uri SOURCES cpp... USES targets...): the calling folder as one static QML module
+# vellmoor_ui_NAME of all its *.qml. A QML file that begins with "pragma Singleton" becomes a singleton.
+function(vellmoor_qml_module name uri)
+  cmake_parse_arguments(ARG "" "" "SOURCES;USES;IMPORTS" ${ARGN})
+  file(GLOB qml_files CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} *.qml)
+  foreach(file IN LISTS qml_files)
+    file(STRINGS ${file} pragma REGEX "^pragma Singleton" LIMIT_COUNT 1)
+    if(pragma)
+      set_source_files_properties(${file} PROPERTIES QT_QML_SINGLETON_TYPE TRUE)
+    endif()
+  endforeach()
+  set(target vellmoor_ui_${name})
+  qt_add_library(${target} STATIC)
+  qt_add_qml_module(${target}
+    URI ${uri} VERSION 1.0 RESOURCE_PREFIX /qt/qml IMPORTS ${ARG_IMPORTS}
+    QML_FILES ${qml_files} SOURCES ${ARG_SOURCES})
+  set_target_properties(${target} PROPERTIES AUTOMOC ON)
+  target_include_directories(${target} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+  target_link_libraries(${target} PUBLIC ${ARG_USES} Qt6::Quick)
+  # The strict warnings are for the files written here, not for what Qt's tools generate from them.
+  get_target_property(warnings vellmoor_warnings INTERFACE_COMPILE_OPTIONS)
+  set(own ${ARG_SOURCES})
+  list(FILTER own INCLUDE REGEX "\\.cpp$")
+  if(own)
+    set_source_files_properties(${own} PROPERTIES COMPILE_OPTIONS "${warnings}")
+  endif()
+endfunction()

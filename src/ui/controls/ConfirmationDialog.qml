@@ -1,0 +1,86 @@
+import QtQuick
+import QtQuick.Layouts
+import Vellmoor.Theme
+
+// Asks before an action; Return accepts only when its button has the focus, Escape cancels.
+Sheet {
+    id: root
+
+    property string message
+    property string acceptText
+    property string cancelText
+    property string symbol: "exclamationmark.triangle.fill"
+    property color tint: Colors.orange
+    property bool destructive: false
+
+    signal accepted
+
+    function accept(): void {
+        close();
+        accepted();
+    }
+
+    onOpened: cancel.forceActiveFocus()
+    width: 440
+
+    contentItem: ColumnLayout {
+        spacing: Metrics.wideGap
+
+        RowLayout {
+            Layout.fillWidth: true
+            spacing: 14
+
+            SymbolTile {
+                Layout.alignment: Qt.AlignTop
+                size: 44
+                symbol: root.symbol
+                tint: root.tint
+            }
+
+            ColumnLayout {
+                spacing: 6
+
+                Heading {
+                    Layout.fillWidth: true
+                    elide: Text.ElideNone
+                    text: root.title
+                    wrapMode: Text.Wrap
+                }
+
+                BodyText {
+                    Layout.fillWidth: true
+                    color: Colors.vmSecondaryText
+                    elide: Text.ElideNone
+                    lineHeight: 1.25
+                    objectName: root.objectName + ".message"
+                    text: root.message
+                    wrapMode: Text.Wrap
+                }
+            }
+        }
+
+        RowLayout {
+            Layout.topMargin: Metrics.gap
+            spacing: 10
+
+            Item {
+                Layout.fillWidth: true
+            }
+
+            SecondaryButton {
+                id: cancel
+
+                objectName: root.objectName + ".cancel"
+                text: root.cancelText
+                onClicked: root.close()
+            }
+
+            PrimaryButton {
+                destructive: root.destructive
+                objectName: root.objectName + ".accept"
+                text: root.acceptText
+                onClicked: root.accept()
+            }
+        }
+    }
+}

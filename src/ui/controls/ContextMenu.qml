@@ -1,0 +1,26 @@
+import QtQuick
+import QtQuick.Templates as T
+import Vellmoor.Theme
+
+// The menu under the right mouse button.
+T.Menu {
+    id: root
+
+    cascade: false
+    implicitHeight: contentHeight + 8
+    implicitWidth: 196
+    margins: 4
+    overlap: 1
+    padding: 4
+
+    background: GlassPanel {
+        color: Colors.popup
+        radius: Metrics.rowRadius
+        reach: 14
+    }
+    contentItem: ListView {
+        implicitHeight: contentHeight
+        interactive: false
+        model: root.contentModel
+    }
+}

@@ -1,0 +1,11 @@
+import QtQuick
+import Vellmoor.Theme
+
+Text {
+    color: Colors.vmText
+    elide: Text.ElideRight
+    font.family: Type.family
+    font.pixelSize: Type.display
+    font.weight: Font.DemiBold
+    textFormat: Text.PlainText
+}

@@ -1,0 +1,16 @@
+import QtQuick
+import Vellmoor.Theme
+
+// Where the keyboard is; drawn around its parent.
+Rectangle {
+    property bool shown: false
+
+    anchors.fill: parent
+    anchors.margins: -3
+    border.color: Colors.focus
+    border.width: Metrics.focusWidth
+    color: Colors.clear
+    radius: Metrics.rowRadius
+    visible: shown
+    z: 1
+}

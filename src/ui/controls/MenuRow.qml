@@ -1,0 +1,23 @@
+import QtQuick
+import QtQuick.Templates as T
+import Vellmoor.Theme
+
+// A row of an opened list.
+T.ItemDelegate {
+    id: root
+
+    Accessible.name: text
+    implicitHeight: 30
+
+    background: Rectangle {
+        color: root.highlighted || root.hovered ? Colors.faint(Colors.cyan, 0.12) : Colors.clear
+        radius: Metrics.smallRadius
+    }
+    contentItem: BodyText {
+        font.weight: root.checked ? Font.DemiBold : Font.Normal
+        leftPadding: 10
+        rightPadding: 10
+        text: root.text
+        verticalAlignment: Text.AlignVCenter
+    }
+}

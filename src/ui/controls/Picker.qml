@@ -1,0 +1,70 @@
+import QtQuick
+import QtQuick.Templates as T
+import Vellmoor.Theme
+
+// One choice of several, opened as a list.
+T.ComboBox {
+    id: root
+
+    Accessible.name: displayText
+    Accessible.role: Accessible.ComboBox
+    focusPolicy: Qt.StrongFocus
+    implicitHeight: Metrics.rowButton
+    implicitWidth: 116
+
+    background: Rectangle {
+        border.color: Colors.vmLine
+        color: root.down ? Colors.softButtonPressed : (root.hovered ? Colors.rowHover : Colors.softButton)
+        radius: height / 2
+
+        FocusRing {
+            radius: height / 2
+            shown: root.visualFocus
+        }
+    }
+    contentItem: BodyText {
+        font.pixelSize: Type.caption + 1
+        leftPadding: 12
+        rightPadding: 26
+        text: root.displayText
+        verticalAlignment: Text.AlignVCenter
+    }
+    delegate: MenuRow {
+        id: choice
+
+        required property string modelData
+        required property int index
+
+        checked: index === root.currentIndex
+        highlighted: index === root.highlightedIndex
+        objectName: root.objectName + "." + index
+        text: modelData
+        width: root.popup.width - 8
+    }
+    indicator: Symbol {
+        color: Colors.vmSecondaryText
+        name: "chevron.down"
+        size: 10
+        x: root.width - width - 11
+        y: (root.height - height) / 2
+    }
+    popup: T.Popup {
+        implicitHeight: list.contentHeight + 8
+        padding: 4
+        width: Math.max(root.width, 132)
+        y: root.height + 4
+
+        background: GlassPanel {
+            color: Colors.popup
+            radius: Metrics.rowRadius
+            reach: 14
+        }
+        contentItem: ListView {
+            id: list
+
+            clip: true
+            currentIndex: root.highlightedIndex
+            model: root.delegateModel
+        }
+    }
+}

@@ -1,0 +1,33 @@
+#include "ProgressRing.h"
+
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace vellmoor {
+namespace {
+
+// QPainter counts sixteenths of a degree, anticlockwise from three o'clock.
+int painterAngle(double clockwiseFromTop) { return static_cast<int>(std::lround((90.0 - clockwiseFromTop) * 16.0)); }
+
+int painterSpan(double degrees) { return static_cast<int>(std::lround(-degrees * 16.0)); }
+
+} // namespace
+
+ProgressRing::ProgressRing(QQuickItem* parent) : QQuickPaintedItem(parent) { setAntialiasing(true); }
+
+void ProgressRing::paint(QPainter* painter) {
+    const double inset = thickness_ / 2.0 + 1.0;
+    const QRectF circle = boundingRect().adjusted(inset, inset, -inset, -inset);
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(trackColor_, thickness_, Qt::SolidLine, Qt::RoundCap));
+    painter->drawArc(circle, painterAngle(startAngle_), painterSpan(spanAngle_));
+    const double shown = std::clamp(value_, 0.0, 1.0);
+    if (shown > 0) {
+        painter->setPen(QPen(color_, thickness_, Qt::SolidLine, Qt::RoundCap));
+        painter->drawArc(circle, painterAngle(startAngle_), painterSpan(spanAngle_ * shown));
+    }
+}
+
+} // namespace vellmoor

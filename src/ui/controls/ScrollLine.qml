@@ -1,0 +1,28 @@
+import QtQuick
+import QtQuick.Templates as T
+import Vellmoor.Theme
+
+// A thin bar that shows while there is more than fits.
+T.ScrollBar {
+    id: root
+
+    implicitHeight: 8
+    implicitWidth: 8
+    minimumSize: 0.08
+    padding: 2
+    visible: size < 1
+
+    contentItem: Rectangle {
+        color: Colors.vmText
+        implicitHeight: 4
+        implicitWidth: 4
+        opacity: root.pressed ? 0.4 : (root.hovered ? 0.3 : 0.16)
+        radius: 2
+
+        Behavior on opacity {
+            NumberAnimation {
+                duration: Motion.quick
+            }
+        }
+    }
+}

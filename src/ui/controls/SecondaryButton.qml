@@ -1,0 +1,58 @@
+import QtQuick
+import QtQuick.Templates as T
+import Vellmoor.Theme
+
+// The quiet button beside a primary one, and the small actions of panels.
+T.Button {
+    id: root
+
+    property string symbol
+    property bool compact: false
+    property color ink: Colors.vmText
+
+    Accessible.name: text
+    Accessible.role: Accessible.Button
+    focusPolicy: Qt.StrongFocus
+    implicitHeight: compact ? Metrics.rowButton : Metrics.button
+    implicitWidth: label.implicitWidth + (compact ? 20 : 32)
+    opacity: enabled ? 1 : 0.45
+
+    background: Rectangle {
+        border.color: Colors.vmLine
+        border.width: 1
+        color: root.pressed ? Colors.softButtonPressed : (root.hovered ? Colors.rowHover : Colors.softButton)
+        radius: height / 2
+
+        FocusRing {
+            radius: height / 2
+            shown: root.visualFocus
+        }
+    }
+    contentItem: Item {
+        Row {
+            id: label
+
+            anchors.centerIn: parent
+            spacing: root.compact ? 6 : Metrics.gap
+
+            Symbol {
+                anchors.verticalCenter: parent.verticalCenter
+                color: root.ink
+                name: root.symbol
+                size: root.compact ? 12 : 14
+                visible: root.symbol !== ""
+            }
+
+            Text {
+                color: root.ink
+                font.family: Type.family
+                font.pixelSize: root.compact ? Type.caption : Type.body
+                font.weight: Font.Medium
+                text: root.text
+                textFormat: Text.PlainText
+            }
+        }
+    }
+    Keys.onEnterPressed: root.click()
+    Keys.onReturnPressed: root.click()
+}

@@ -1,0 +1,78 @@
+import QtQuick
+import QtQuick.Templates as T
+import Vellmoor.Theme
+
+// One choice of a few, all visible. Left and right move the choice.
+Rectangle {
+    id: root
+
+    // Objects with "value" and "title".
+    required property var choices
+    required property string current
+    property string name: objectName
+
+    signal chosen(string value)
+
+    color: Colors.field
+    implicitHeight: 30
+    implicitWidth: row.implicitWidth + 4
+    radius: height / 2
+
+    function step(by: int): void {
+        const here = choices.findIndex(choice => choice.value === current);
+        const next = choices[here + by];
+        if (next)
+            chosen(next.value);
+    }
+
+    Row {
+        id: row
+
+        anchors.centerIn: parent
+
+        Repeater {
+            model: root.choices
+
+            T.AbstractButton {
+                id: segment
+
+                required property var modelData
+                readonly property bool isCurrent: modelData.value === root.current
+
+                Accessible.checkable: true
+                Accessible.checked: isCurrent
+                Accessible.name: modelData.title
+                Accessible.role: Accessible.RadioButton
+                focusPolicy: Qt.StrongFocus
+                height: root.height - 4
+                objectName: root.name + "." + modelData.value
+                width: title.implicitWidth + 24
+
+                background: Rectangle {
+                    border.color: segment.isCurrent ? Colors.vmLine : Colors.clear
+                    color: segment.isCurrent ? Colors.popup : Colors.clear
+                    radius: height / 2
+
+                    FocusRing {
+                        radius: height / 2
+                        shown: segment.visualFocus
+                    }
+                }
+                contentItem: Item {
+                    BodyText {
+                        id: title
+
+                        anchors.centerIn: parent
+                        color: segment.isCurrent ? Colors.vmText : Colors.vmSecondaryText
+                        font.pixelSize: Type.caption + 1
+                        font.weight: segment.isCurrent ? Font.DemiBold : Font.Normal
+                        text: segment.modelData.title
+                    }
+                }
+                Keys.onLeftPressed: root.step(-1)
+                Keys.onRightPressed: root.step(1)
+                onClicked: root.chosen(modelData.value)
+            }
+        }
+    }
+}

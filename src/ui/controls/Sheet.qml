@@ -1,0 +1,49 @@
+import QtQuick
+import QtQuick.Templates as T
+import Vellmoor.Theme
+
+// A modal surface in the middle of the window. Escape closes it.
+T.Popup {
+    id: root
+
+    property string title
+
+    anchors.centerIn: T.Overlay.overlay
+    closePolicy: T.Popup.CloseOnEscape
+    dim: true
+    focus: true
+    modal: true
+    padding: 24
+
+    T.Overlay.modal: Rectangle {
+        color: Colors.veil
+
+        Behavior on opacity {
+            NumberAnimation {
+                duration: Motion.quick
+            }
+        }
+    }
+    background: GlassPanel {
+        Accessible.name: root.title
+        Accessible.role: Accessible.Dialog
+        color: Colors.sheet
+        reach: 40
+    }
+    enter: Transition {
+        NumberAnimation {
+            duration: Motion.quick
+            from: 0
+            property: "opacity"
+            to: 1
+        }
+    }
+    exit: Transition {
+        NumberAnimation {
+            duration: Motion.quick
+            from: 1
+            property: "opacity"
+            to: 0
+        }
+    }
+}

@@ -1,0 +1,46 @@
+import QtQuick
+import QtQuick.Templates as T
+import Vellmoor.Theme
+
+// SoftIconButtonStyle: one symbol, named by its help text.
+T.Button {
+    id: root
+
+    required property string symbol
+    property string help
+    property int size: Metrics.iconButton
+    property color ink: Colors.vmText
+    property bool flat: false
+
+    Accessible.name: help
+    Accessible.role: Accessible.Button
+    focusPolicy: Qt.StrongFocus
+    implicitHeight: size
+    implicitWidth: size
+    opacity: enabled ? 1 : 0.4
+
+    background: Rectangle {
+        color: root.pressed ? Colors.softButtonPressed : (root.flat && !root.hovered ? Colors.clear : Colors.softButton)
+        radius: Metrics.smallRadius
+
+        FocusRing {
+            radius: Metrics.smallRadius + 2
+            shown: root.visualFocus
+        }
+    }
+    contentItem: Item {
+        Symbol {
+            anchors.centerIn: parent
+            color: root.ink
+            name: root.symbol
+            size: root.size > Metrics.rowButton ? 15 : 13
+        }
+    }
+    Keys.onEnterPressed: root.click()
+    Keys.onReturnPressed: root.click()
+
+    HelpTip {
+        shown: root.hovered && root.help !== ""
+        text: root.help
+    }
+}

@@ -1,0 +1,14 @@
+import QtQuick
+import Vellmoor.Theme
+
+// A symbol by its name, in one colour.
+Image {
+    property string name
+    property color color: Colors.vmText
+    property int size: 16
+
+    height: size
+    source: name === "" ? "" : "image://symbol/" + name + "?" + color
+    sourceSize: Qt.size(size, size)
+    width: size
+}

@@ -1,0 +1,52 @@
+import QtQuick
+import QtQuick.Templates as T
+import Vellmoor.Theme
+
+// A tick that follows its model: a click asks, the model answers.
+T.AbstractButton {
+    id: root
+
+    property bool ticked: false
+    property bool partial: false
+    property int size: Metrics.tickBox
+
+    Accessible.checkable: true
+    Accessible.checked: ticked
+    Accessible.name: text
+    Accessible.role: Accessible.CheckBox
+    Accessible.onPressAction: root.click()
+    Accessible.onToggleAction: root.click()
+    focusPolicy: Qt.StrongFocus
+    implicitHeight: size
+    implicitWidth: size
+    opacity: enabled ? 1 : 0.4
+
+    background: Rectangle {
+        border.color: root.ticked ? Colors.clear : (root.hovered ? Colors.cyan : Colors.gray)
+        border.width: root.ticked ? 0 : 1.5
+        color: root.ticked ? Colors.cyan : Colors.softButton
+        radius: 6
+
+        Behavior on color {
+            ColorAnimation {
+                duration: Motion.quick
+            }
+        }
+
+        FocusRing {
+            radius: 9
+            shown: root.visualFocus
+        }
+    }
+    contentItem: Item {
+        Symbol {
+            anchors.centerIn: parent
+            color: Colors.onAccent
+            name: root.partial ? "minus" : "checkmark"
+            size: root.size - 6
+            visible: root.ticked
+        }
+    }
+    Keys.onEnterPressed: root.click()
+    Keys.onReturnPressed: root.click()
+}

@@ -1,0 +1,13 @@
+pragma Singleton
+import QtQml
+
+// The texts of the window. A binding that calls one of these is evaluated again when the language changes.
+QtObject {
+    function tr(key: string): string {
+        return Texts.revision >= 0 ? Texts.text(key) : "";
+    }
+
+    function tr1(key: string, argument: string): string {
+        return Texts.revision >= 0 ? Texts.text1(key, argument) : "";
+    }
+}

@@ -1,0 +1,269 @@
+#include "RecordListModels.h"
+
+#include "ApplicationIconProvider.h"
+#include "ByteCount.h"
+#include "QtText.h"
+
+#include <algorithm>
+#include <array>
+
+namespace vellmoor {
+namespace {
+
+// The roles of all lists; each list answers its own ones.
+enum Role : std::uint16_t {
+    RawRole = Qt::UserRole + 1,
+    TitleRole,
+    SubtitleRole,
+    SymbolRole,
+    ValueRole,
+    FractionRole,
+    TintRole,
+    NameRole,
+    LocationRole,
+    SizeRole,
+    ModifiedRole,
+    IconRole,
+    EnabledRole,
+    KindRole,
+    ProcessesRole,
+    MemoryRole,
+    GrantedRole,
+    RecommendationRole,
+};
+
+template <class Record> const Record* recordAt(const std::vector<Record>& records, const QModelIndex& index) {
+    const bool inside = index.row() >= 0 && index.row() < static_cast<int>(records.size());
+    return inside ? &records[static_cast<std::size_t>(index.row())] : nullptr;
+}
+
+struct PlaceholderSegment {
+    std::string_view label;
+    double fraction;
+    Tint tint;
+};
+
+// Shown before the first scan has read the disk.
+constexpr std::array<PlaceholderSegment, 3> placeholders{
+    {{"已使用", 0.72, Tint::cyan}, {"可清理", 0.06, Tint::green}, {"可用", 0.22, Tint::gray}}};
+
+QVariant placeholderData(int row, int role) {
+    const PlaceholderSegment& segment = placeholders.at(static_cast<std::size_t>(row));
+    switch (role) {
+    case TitleRole:
+        return localised(segment.label);
+    case FractionRole:
+        return segment.fraction;
+    case TintRole:
+        return toQt(tintName(segment.tint));
+    default:
+        return QString();
+    }
+}
+
+} // namespace
+
+void RecordListModel::reload() {
+    beginResetModel();
+    endResetModel();
+    Q_EMIT countChanged();
+}
+
+QVariant ModuleListModel::data(const QModelIndex& index, int role) const {
+    if (index.row() < 0 || index.row() >= count()) {
+        return {};
+    }
+    const CleanerModule module = allCleanerModules.at(static_cast<std::size_t>(index.row()));
+    switch (role) {
+    case RawRole:
+        return toQt(rawValue(module));
+    case TitleRole:
+        return toQt(title(module));
+    case SubtitleRole:
+        return toQt(subtitle(module));
+    case SymbolRole:
+        return moduleSymbol(module);
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> ModuleListModel::roleNames() const {
+    return {{RawRole, "module"}, {TitleRole, "title"}, {SubtitleRole, "subtitle"}, {SymbolRole, "symbol"}};
+}
+
+StorageSegmentModel::StorageSegmentModel(CleanerStore& store, QObject* parent) : RecordListModel(store, parent) {
+    connect(&store, &CleanerStore::storageSegmentsChanged, this, &StorageSegmentModel::reload);
+}
+
+int StorageSegmentModel::count() const {
+    const std::size_t read = store().storageSegments().size();
+    return static_cast<int>(read == 0 ? placeholders.size() : read);
+}
+
+QVariant StorageSegmentModel::data(const QModelIndex& index, int role) const {
+    if (store().storageSegments().empty() && index.row() >= 0 && index.row() < count()) {
+        return placeholderData(index.row(), role);
+    }
+    const StorageSegment* segment = recordAt(store().storageSegments(), index);
+    if (segment == nullptr) {
+        return {};
+    }
+    switch (role) {
+    case TitleRole:
+        return toQt(segment->label);
+    case ValueRole:
+        return toQt(segment->value);
+    case FractionRole:
+        return std::clamp(segment->fraction, 0.0, 1.0);
+    case TintRole:
+        return toQt(tintName(segment->color));
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> StorageSegmentModel::roleNames() const {
+    return {{TitleRole, "title"}, {ValueRole, "value"}, {FractionRole, "fraction"}, {TintRole, "tint"}};
+}
+
+FileCandidateModel::FileCandidateModel(CleanerStore& store, QObject* parent) : RecordListModel(store, parent) {
+    connect(&store, &CleanerStore::fileCandidatesChanged, this, &FileCandidateModel::reload);
+}
+
+QVariant FileCandidateModel::data(const QModelIndex& index, int role) const {
+    const FileCandidate* file = recordAt(store().fileCandidates(), index);
+    if (file == nullptr) {
+        return {};
+    }
+    switch (role) {
+    case NameRole:
+        return toQt(file->name);
+    case LocationRole:
+        return toQt(file->location);
+    case SizeRole:
+        return toQt(file->size);
+    case ModifiedRole:
+        return toQt(file->modified);
+    case SymbolRole:
+        return toQt(file->symbol);
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> FileCandidateModel::roleNames() const {
+    return {{NameRole, "name"},
+            {LocationRole, "location"},
+            {SizeRole, "size"},
+            {ModifiedRole, "modified"},
+            {SymbolRole, "symbol"}};
+}
+
+StartupListModel::StartupListModel(CleanerStore& store, Desktop& desktop, QObject* parent)
+    : RecordListModel(store, parent), desktop_(desktop) {
+    connect(&store, &CleanerStore::startupItemsChanged, this, &StartupListModel::reload);
+}
+
+int StartupListModel::enabledCount() const {
+    return static_cast<int>(std::ranges::count_if(store().startupItems(), &StartupItem::isEnabled));
+}
+
+QVariant StartupListModel::data(const QModelIndex& index, int role) const {
+    const StartupItem* item = recordAt(store().startupItems(), index);
+    if (item == nullptr) {
+        return {};
+    }
+    switch (role) {
+    case NameRole:
+        return toQt(item->name);
+    case LocationRole:
+        return item->program ? displayPath(*item->program, desktop_.homeFolder())
+                             : displayPath(item->plistURL, desktop_.homeFolder());
+    case EnabledRole:
+        return item->isEnabled;
+    case KindRole:
+        return item->startsAtLogin ? localised("登录启动") : localised("后台代理");
+    case IconRole:
+        return item->appURL ? applicationIconSource(desktop_, *item->appURL) : QString();
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> StartupListModel::roleNames() const {
+    return {{NameRole, "name"},
+            {LocationRole, "location"},
+            {EnabledRole, "startsEnabled"},
+            {KindRole, "kind"},
+            {IconRole, "icon"}};
+}
+
+void StartupListModel::reveal(int row) {
+    if (const StartupItem* item = recordAt(store().startupItems(), index(row))) {
+        desktop_.reveal(item->plistURL);
+    }
+}
+
+MemoryAppListModel::MemoryAppListModel(CleanerStore& store, Desktop& desktop, QObject* parent)
+    : RecordListModel(store, parent), desktop_(desktop) {
+    connect(&store, &CleanerStore::memoryAppsChanged, this, &MemoryAppListModel::reload);
+}
+
+QVariant MemoryAppListModel::data(const QModelIndex& index, int role) const {
+    const MemoryApp* app = recordAt(store().memoryApps(), index);
+    if (app == nullptr) {
+        return {};
+    }
+    switch (role) {
+    case NameRole:
+        return toQt(app->name);
+    case ProcessesRole:
+        return localised("%d 个进程", app->processCount);
+    case MemoryRole:
+        return toQt(byteCountText(app->bytes));
+    case IconRole:
+        return app->path ? applicationIconSource(desktop_, *app->path) : QString();
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> MemoryAppListModel::roleNames() const {
+    return {{NameRole, "name"}, {ProcessesRole, "processes"}, {MemoryRole, "memory"}, {IconRole, "icon"}};
+}
+
+PermissionListModel::PermissionListModel(CleanerStore& store, QObject* parent) : RecordListModel(store, parent) {
+    connect(&store, &CleanerStore::permissionHintsChanged, this, &PermissionListModel::reload);
+}
+
+QVariant PermissionListModel::data(const QModelIndex& index, int role) const {
+    const PermissionHint* hint = recordAt(store().permissionHints(), index);
+    if (hint == nullptr) {
+        return {};
+    }
+    switch (role) {
+    case TitleRole:
+        return toQt(hint->title);
+    case SubtitleRole:
+        return toQt(hint->description);
+    case GrantedRole:
+        return hint->isGranted;
+    case SymbolRole:
+        return toQt(hint->symbol);
+    case RecommendationRole:
+        return toQt(hint->recommendation);
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> PermissionListModel::roleNames() const {
+    return {{TitleRole, "title"},
+            {SubtitleRole, "subtitle"},
+            {GrantedRole, "granted"},
+            {SymbolRole, "symbol"},
+            {RecommendationRole, "recommendation"}};
+}
+
+} // namespace vellmoor

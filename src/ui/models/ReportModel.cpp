@@ -1,0 +1,61 @@
+#include "ReportModel.h"
+
+#include "ByteCount.h"
+#include "QtText.h"
+
+namespace vellmoor {
+
+ReportModel::ReportModel(CleanerStore& store, QObject* parent) : QObject(parent), store_(store) {
+    connect(&store_, &CleanerStore::latestReportChanged, this, &ReportModel::changed);
+}
+
+const CleanupReport& ReportModel::report() const {
+    static const CleanupReport none;
+    return store_.latestReport() ? *store_.latestReport() : none;
+}
+
+QString ReportModel::title() const {
+    if (memory()) {
+        if (!failed()) {
+            return localised("内存优化完成");
+        }
+        return nothingDone() ? localised("内存优化失败") : localised("内存优化已完成，部分失败");
+    }
+    return failed() ? localised("清理已完成，部分项目失败") : localised("清理完成");
+}
+
+QString ReportModel::subtitle() const {
+    if (memory()) {
+        return failed() ? localised("未能完成内存释放，可查看失败原因后重试。")
+                        : localised("已请求 macOS 释放预计可释放的文件缓存。");
+    }
+    return failed() ? localised("部分路径未能处理，可查看失败原因后重试。") : localised("选中项目已处理完成。");
+}
+
+QString ReportModel::freed() const { return toQt(byteCountText(report().freedBytes)); }
+
+QString ReportModel::processed() const { return localised("%d 项", report().removedCount); }
+
+QString ReportModel::failures() const { return localised("%d 项", report().failedCount); }
+
+QString ReportModel::share() const {
+    if (!memory()) {
+        return localised("%d/%d 个路径", report().removedCount, report().attemptedCount);
+    }
+    if (!report().memoryBefore || !report().memoryAfter) {
+        return QStringLiteral("--");
+    }
+    return QStringLiteral("%1% → %2%")
+        .arg(report().memoryBefore->usagePercent())
+        .arg(report().memoryAfter->usagePercent());
+}
+
+QStringList ReportModel::failureLines() const {
+    QStringList lines;
+    for (const std::string& line : report().failures) {
+        lines << toQt(line);
+    }
+    return lines;
+}
+
+} // namespace vellmoor

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "CleanerStore.h"
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QtQml/qqmlregistration.h>
+
+namespace vellmoor {
+
+/// The result sheet's texts: what a clean or a memory optimisation did.
+class ReportModel final : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the window model")
+    /// Whether there is a report to show.
+    Q_PROPERTY(bool present READ present NOTIFY changed FINAL)
+    Q_PROPERTY(bool memory READ memory NOTIFY changed FINAL)
+    Q_PROPERTY(bool failed READ failed NOTIFY changed FINAL)
+    /// Nothing at all was processed though something was tried.
+    Q_PROPERTY(bool nothingDone READ nothingDone NOTIFY changed FINAL)
+    Q_PROPERTY(QString title READ title NOTIFY changed FINAL)
+    Q_PROPERTY(QString subtitle READ subtitle NOTIFY changed FINAL)
+    Q_PROPERTY(QString freed READ freed NOTIFY changed FINAL)
+    Q_PROPERTY(QString processed READ processed NOTIFY changed FINAL)
+    Q_PROPERTY(QString failures READ failures NOTIFY changed FINAL)
+    /// The fourth tile: the change of memory use, or how many of the paths were processed.
+    Q_PROPERTY(QString share READ share NOTIFY changed FINAL)
+    Q_PROPERTY(QStringList failureLines READ failureLines NOTIFY changed FINAL)
+
+public:
+    explicit ReportModel(CleanerStore& store, QObject* parent = nullptr);
+    /// The module whose clean the next report tells of.
+    void setModule(CleanerModule module) { module_ = module; }
+    [[nodiscard]] CleanerModule module() const { return module_; }
+
+    [[nodiscard]] bool present() const { return store_.latestReport().has_value(); }
+    [[nodiscard]] bool memory() const { return module_ == CleanerModule::memoryOptimization; }
+    [[nodiscard]] bool failed() const { return present() && report().failedCount > 0; }
+    [[nodiscard]] bool nothingDone() const { return failed() && report().removedCount == 0; }
+    [[nodiscard]] QString title() const;
+    [[nodiscard]] QString subtitle() const;
+    [[nodiscard]] QString freed() const;
+    [[nodiscard]] QString processed() const;
+    [[nodiscard]] QString failures() const;
+    [[nodiscard]] QString share() const;
+    [[nodiscard]] QStringList failureLines() const;
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    /// The shown report; an empty one when there is none.
+    [[nodiscard]] const CleanupReport& report() const;
+    CleanerStore& store_;
+    CleanerModule module_ = CleanerModule::smartScan;
+};
+
+} // namespace vellmoor

@@ -1,0 +1,74 @@
+#include "ScanModel.h"
+
+#include "ByteCount.h"
+#include "QtText.h"
+
+namespace vellmoor {
+
+ScanModel::ScanModel(CleanerStore& store, QObject* parent) : QObject(parent), store_(store) {
+    const auto notify = [this](auto signal) { connect(&store_, signal, this, &ScanModel::changed); };
+    connect(&store_, &CleanerStore::isScanningChanged, this, [this] {
+        if (store_.isScanning()) {
+            scannedModule_ = store_.activeModule();
+        }
+        Q_EMIT changed();
+    });
+    notify(&CleanerStore::isCleaningChanged);
+    notify(&CleanerStore::scanProgressChanged);
+    notify(&CleanerStore::scanStageChanged);
+    notify(&CleanerStore::statusMessageChanged);
+    notify(&CleanerStore::lastScanLabelChanged);
+    notify(&CleanerStore::cleanupItemsChanged);
+    notify(&CleanerStore::diskSummaryChanged);
+    notify(&CleanerStore::countsChanged);
+}
+
+void ScanModel::setModule(CleanerModule module) {
+    module_ = module;
+    Q_EMIT changed();
+}
+
+QString ScanModel::stage() const { return toQt(store_.scanStage()); }
+
+QString ScanModel::status() const { return toQt(store_.statusMessage()); }
+
+QString ScanModel::lastScan() const { return toQt(store_.lastScanLabel()); }
+
+QString ScanModel::title() const {
+    if (scanning()) {
+        return localised("正在扫描 %@", vellmoor::title(scannedModule_));
+    }
+    if (!scanned()) {
+        return module_ == CleanerModule::smartScan ? localised("准备好后开始扫描你的 Mac")
+                                                   : localised("尚未扫描此模块");
+    }
+    return localised("发现 %@ 可安全处理项目", byteCountText(store_.cleanableBytes(module_)));
+}
+
+QString ScanModel::headline() const { return moduleHeadline(module_); }
+
+QString ScanModel::description() const { return moduleDescription(module_); }
+
+QString ScanModel::ringNumber() const {
+    const bool hasFigure = scanned() && !scanning();
+    return hasFigure ? toQt(byteCountParts(store_.cleanableBytes(module_)).number) : QString();
+}
+
+QString ScanModel::ringUnit() const {
+    if (scanning()) {
+        return localised("扫描中");
+    }
+    if (!scanned()) {
+        return localised("等待扫描");
+    }
+    const std::string unit = byteCountParts(store_.cleanableBytes(module_)).unit;
+    return unit == "GB" ? localised("GB 可清理") : localised("%@ 可清理", unit);
+}
+
+int ScanModel::itemCount() const { return static_cast<int>(store_.itemIndices(module_, CleanupFilter::all).size()); }
+
+QString ScanModel::cleanable() const { return toQt(byteCountText(store_.cleanableBytes(module_))); }
+
+QString ScanModel::diskSummary() const { return toQt(store_.diskSummary()); }
+
+} // namespace vellmoor

@@ -1,0 +1,250 @@
+#include "WindowModel.h"
+
+#include "ByteCount.h"
+#include "QtText.h"
+#include "Selection.h"
+
+#include <QMetaObject>
+
+#include <algorithm>
+#include <array>
+
+namespace vellmoor {
+
+WindowModel::WindowModel(CleanerStore& store, LanguageManager& languages, Desktop& desktop, QObject* parent)
+    : QObject(parent), store_(store), desktop_(desktop), module_(store.activeModule()), scan_(store), modules_(store),
+      segments_(store), items_(store, desktop), largeFiles_(store, desktop), details_(store, desktop),
+      candidates_(store), startup_(store, desktop), memory_(store), memoryApps_(store, desktop), permissions_(store),
+      report_(store) {
+    details_.setInitiallyExpanded(true);
+    connectStore();
+    connect(&languages, &LanguageManager::languageChanged, this, &WindowModel::retranslate);
+    follow(module_);
+}
+
+void WindowModel::connectStore() {
+    // A clean or a switched start-up item ends with a scan of its module, which becomes the shown one.
+    connect(&store_, &CleanerStore::activeModuleChanged, this, [this] { follow(store_.activeModule()); });
+    connect(&store_, &CleanerStore::selectionChanged, this, &WindowModel::noteSelectionChange);
+    connect(&store_, &CleanerStore::cleanupItemsChanged, this, &WindowModel::selectionChanged);
+    connect(&store_, &CleanerStore::permissionHintsChanged, this, &WindowModel::limitationChanged);
+    connect(&store_, &CleanerStore::isScanningChanged, this, [this] {
+        Q_EMIT busyChanged();
+        Q_EMIT selectionChanged();
+    });
+    connect(&store_, &CleanerStore::isCleaningChanged, this, [this] {
+        if (!store_.isCleaning()) {
+            changingStartupRow_ = -1;
+        }
+        Q_EMIT busyChanged();
+        Q_EMIT selectionChanged();
+    });
+}
+
+QString WindowModel::module() const { return toQt(rawValue(module_)); }
+
+void WindowModel::setModule(const QString& module) {
+    const auto wanted = cleanerModule(module.toStdString());
+    if (!wanted || *wanted == module_) {
+        return;
+    }
+    store_.show(*wanted);
+    follow(*wanted);
+}
+
+void WindowModel::follow(CleanerModule module) {
+    const bool changed = module_ != module;
+    module_ = module;
+    items_.setModule(module);
+    details_.setModule(module);
+    scan_.setModule(module);
+    if (changed) {
+        Q_EMIT moduleChanged();
+    }
+    Q_EMIT textsChanged();
+    Q_EMIT selectionChanged();
+    Q_EMIT limitationChanged();
+}
+
+void WindowModel::noteSelectionChange() {
+    // Sums over thousands of ticks are told once, not once per tick.
+    if (!selectionChangePending_) {
+        selectionChangePending_ = true;
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                selectionChangePending_ = false;
+                Q_EMIT selectionChanged();
+            },
+            Qt::QueuedConnection);
+    }
+}
+
+void WindowModel::retranslate() {
+    store_.resetForLanguageChange();
+    modules_.reload();
+    segments_.reload();
+    Q_EMIT largeFiles_.languageChanged();
+    Q_EMIT scan_.changed();
+    Q_EMIT memory_.changed();
+    Q_EMIT report_.changed();
+    Q_EMIT textsChanged();
+    Q_EMIT selectionChanged();
+    Q_EMIT limitationChanged();
+}
+
+QString WindowModel::moduleTitle() const { return toQt(title(module_)); }
+
+QString WindowModel::moduleSubtitle() const { return toQt(subtitle(module_)); }
+
+QString WindowModel::moduleSymbol() const { return vellmoor::moduleSymbol(module_); }
+
+QString WindowModel::volumeLabel() const { return localised(desktop_.volumeLabel()); }
+
+QString WindowModel::selectedSize() const { return toQt(byteCountText(store_.selectedBytes(module_))); }
+
+QString WindowModel::selectedText() const {
+    return localised("当前选择 %@", byteCountText(store_.selectedBytes(module_)));
+}
+
+int WindowModel::selectedItemCount() const { return static_cast<int>(store_.selectedItems(module_).size()); }
+
+QString WindowModel::selectedPathsText() const {
+    int paths = 0;
+    for (const CleanupItem& item : store_.selectedItems(module_)) {
+        paths += selectedTargetCount(item);
+    }
+    return localised("已选择 %d 个路径，预计释放 %@", paths, byteCountText(store_.selectedBytes(module_)));
+}
+
+int WindowModel::recommendedCount() const {
+    return static_cast<int>(store_.itemIndices(module_, CleanupFilter::recommended).size());
+}
+
+bool WindowModel::canScan() const { return !store_.isCleaning(); }
+
+bool WindowModel::canClean() const {
+    return !store_.isScanning() && !store_.isCleaning() && !store_.selectedItems(module_).empty();
+}
+
+QString WindowModel::cleanTitle() const {
+    return module_ == CleanerModule::memoryOptimization ? localised("优化") : localised("清理");
+}
+
+QString WindowModel::cleanBusyTitle() const {
+    return module_ == CleanerModule::memoryOptimization ? localised("优化中...") : localised("清理中...");
+}
+
+QString WindowModel::confirmationTitle() const {
+    return module_ == CleanerModule::memoryOptimization ? localised("确认释放内存？") : localised("确认清理选中项目？");
+}
+
+QString WindowModel::confirmationMessage() const {
+    if (module_ == CleanerModule::memoryOptimization) {
+        return localised("将请求 macOS 释放预计可释放的文件缓存并整理内存压力；系统可能会要求管理员授权。"
+                         "当前预计可释放 %@。",
+                         byteCountText(store_.cleanableBytes(module_)));
+    }
+    return localised("普通项目会移到废纸篓；废纸篓中的项目会被永久删除。当前选择 %@。%@",
+                     byteCountText(store_.selectedBytes(module_)), riskSummary().toStdString());
+}
+
+QString WindowModel::riskSummary() const {
+    std::array<int, allCleanupRisks.size()> counts{};
+    for (const CleanupItem& item : store_.selectedItems(module_)) {
+        ++counts.at(static_cast<std::size_t>(item.risk));
+    }
+    QStringList parts;
+    for (const CleanupRisk risk : allCleanupRisks) {
+        const int count = counts.at(static_cast<std::size_t>(risk));
+        if (count > 0) {
+            parts << localised("%@ %d 项", title(risk), count);
+        }
+    }
+    return parts.isEmpty() ? QString() : localised("风险级别：%@。", parts.join(localised("，")).toStdString());
+}
+
+QString WindowModel::limitation() const {
+    QStringList areas;
+    for (const PermissionHint& hint : store_.permissionLimitations(module_)) {
+        areas << toQt(hint.title);
+    }
+    return areas.isEmpty() ? QString()
+                           : localised("开启完全磁盘访问后，可扫描 %@。", areas.join(localised("、")).toStdString());
+}
+
+void WindowModel::scanOrCancel() {
+    if (store_.isScanning()) {
+        store_.cancelScan();
+    } else {
+        refresh();
+    }
+}
+
+void WindowModel::refresh() {
+    if (canScan() && !store_.isScanning()) {
+        store_.persistActiveState();
+        store_.scan(module_, true);
+    }
+}
+
+void WindowModel::cleanSelected() {
+    if (canClean()) {
+        report_.setModule(module_);
+        store_.cleanSelected(module_);
+    }
+}
+
+void WindowModel::closeReport() { store_.clearReport(); }
+
+void WindowModel::rescanReported() {
+    const CleanerModule module = report_.module();
+    store_.clearReport();
+    store_.scan(module, true);
+}
+
+void WindowModel::setAllSelected(bool selected) {
+    for (const int index : store_.itemIndices(module_, CleanupFilter::all)) {
+        setCategorySelected(store_, index, selected);
+    }
+}
+
+void WindowModel::switchStartupItem(int row) {
+    const auto& items = store_.startupItems();
+    if (row < 0 || row >= static_cast<int>(items.size()) || store_.isScanning() || store_.isCleaning()) {
+        return;
+    }
+    const StartupItem item = items[static_cast<std::size_t>(row)];
+    changingStartupRow_ = row;
+    store_.setStartupItem(item, !item.isEnabled);
+}
+
+void WindowModel::quitMemoryApp(int row) {
+    const auto& apps = store_.memoryApps();
+    if (row >= 0 && row < static_cast<int>(apps.size())) {
+        store_.quitMemoryApp(MemoryApp(apps[static_cast<std::size_t>(row)]));
+    }
+}
+
+void WindowModel::refreshPermissions() { store_.refreshPermissionHints(); }
+
+void WindowModel::activated() {
+    store_.persistActiveState();
+    store_.refreshPermissionHints();
+    // Showing the module again would take away an open result sheet and a running scan's progress.
+    if (!store_.latestReport() && !store_.isScanning() && !store_.isCleaning()) {
+        store_.show(module_);
+    }
+}
+
+void WindowModel::openHome() { desktop_.openHome(); }
+
+void WindowModel::openTrash() { desktop_.openTrash(); }
+
+void WindowModel::openSystemMonitor() { desktop_.openSystemMonitor(); }
+
+void WindowModel::openLoginItemsSettings() { desktop_.openLoginItemsSettings(); }
+
+void WindowModel::openPermissionSettings() { desktop_.openPermissionSettings(); }
+
+} // namespace vellmoor

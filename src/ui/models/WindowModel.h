@@ -1,0 +1,154 @@
+#pragma once
+
+#include "CleanerStore.h"
+#include "CleanupListModel.h"
+#include "Desktop.h"
+#include "LanguageManager.h"
+#include "LargeFileListModel.h"
+#include "MemoryModel.h"
+#include "RecordListModels.h"
+#include "ReportModel.h"
+#include "ScanModel.h"
+
+#include <QObject>
+#include <QtQml/qqmlregistration.h>
+
+namespace vellmoor {
+
+/// The window's side of the store: which module is shown, the lists and texts of its page, and the user's actions.
+class WindowModel final : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the window loader")
+    /// The raw value of the shown module.
+    Q_PROPERTY(QString module READ module WRITE setModule NOTIFY moduleChanged FINAL)
+    Q_PROPERTY(QString moduleTitle READ moduleTitle NOTIFY textsChanged FINAL)
+    Q_PROPERTY(QString moduleSubtitle READ moduleSubtitle NOTIFY textsChanged FINAL)
+    Q_PROPERTY(QString moduleSymbol READ moduleSymbol NOTIFY textsChanged FINAL)
+
+    Q_PROPERTY(vellmoor::ScanModel* scan READ scan CONSTANT FINAL)
+    Q_PROPERTY(vellmoor::ModuleListModel* modules READ modules CONSTANT FINAL)
+    Q_PROPERTY(vellmoor::StorageSegmentModel* segments READ segments CONSTANT FINAL)
+    Q_PROPERTY(vellmoor::CleanupListModel* items READ items CONSTANT FINAL)
+    Q_PROPERTY(vellmoor::LargeFileListModel* largeFiles READ largeFiles CONSTANT FINAL)
+    Q_PROPERTY(vellmoor::CleanupListModel* details READ details CONSTANT FINAL)
+    Q_PROPERTY(vellmoor::FileCandidateModel* candidates READ candidates CONSTANT FINAL)
+    Q_PROPERTY(vellmoor::StartupListModel* startup READ startup CONSTANT FINAL)
+    Q_PROPERTY(vellmoor::MemoryModel* memory READ memory CONSTANT FINAL)
+    Q_PROPERTY(vellmoor::MemoryAppListModel* memoryApps READ memoryApps CONSTANT FINAL)
+    Q_PROPERTY(vellmoor::PermissionListModel* permissions READ permissions CONSTANT FINAL)
+    Q_PROPERTY(vellmoor::ReportModel* report READ report CONSTANT FINAL)
+
+    Q_PROPERTY(QString volumeLabel READ volumeLabel NOTIFY textsChanged FINAL)
+    Q_PROPERTY(QString selectedSize READ selectedSize NOTIFY selectionChanged FINAL)
+    Q_PROPERTY(QString selectedText READ selectedText NOTIFY selectionChanged FINAL)
+    /// Categories of the shown module that hold something to clean.
+    Q_PROPERTY(int selectedItemCount READ selectedItemCount NOTIFY selectionChanged FINAL)
+    /// The line over the detail sheet: how many paths, how many bytes.
+    Q_PROPERTY(QString selectedPathsText READ selectedPathsText NOTIFY selectionChanged FINAL)
+    Q_PROPERTY(int recommendedCount READ recommendedCount NOTIFY selectionChanged FINAL)
+    Q_PROPERTY(bool canScan READ canScan NOTIFY busyChanged FINAL)
+    Q_PROPERTY(bool canClean READ canClean NOTIFY selectionChanged FINAL)
+    Q_PROPERTY(QString cleanTitle READ cleanTitle NOTIFY textsChanged FINAL)
+    Q_PROPERTY(QString cleanBusyTitle READ cleanBusyTitle NOTIFY textsChanged FINAL)
+    Q_PROPERTY(QString confirmationTitle READ confirmationTitle NOTIFY textsChanged FINAL)
+    Q_PROPERTY(QString confirmationMessage READ confirmationMessage NOTIFY selectionChanged FINAL)
+    /// The banner's text; empty when nothing limits the shown module.
+    Q_PROPERTY(QString limitation READ limitation NOTIFY limitationChanged FINAL)
+    /// The row of the start-up item being changed; -1: none.
+    Q_PROPERTY(int changingStartupRow READ changingStartupRow NOTIFY busyChanged FINAL)
+
+public:
+    WindowModel(CleanerStore& store, LanguageManager& languages, Desktop& desktop, QObject* parent = nullptr);
+
+    [[nodiscard]] QString module() const;
+    void setModule(const QString& module);
+    [[nodiscard]] QString moduleTitle() const;
+    [[nodiscard]] QString moduleSubtitle() const;
+    [[nodiscard]] QString moduleSymbol() const;
+
+    [[nodiscard]] ScanModel* scan() { return &scan_; }
+    [[nodiscard]] ModuleListModel* modules() { return &modules_; }
+    [[nodiscard]] StorageSegmentModel* segments() { return &segments_; }
+    [[nodiscard]] CleanupListModel* items() { return &items_; }
+    [[nodiscard]] LargeFileListModel* largeFiles() { return &largeFiles_; }
+    [[nodiscard]] CleanupListModel* details() { return &details_; }
+    [[nodiscard]] FileCandidateModel* candidates() { return &candidates_; }
+    [[nodiscard]] StartupListModel* startup() { return &startup_; }
+    [[nodiscard]] MemoryModel* memory() { return &memory_; }
+    [[nodiscard]] MemoryAppListModel* memoryApps() { return &memoryApps_; }
+    [[nodiscard]] PermissionListModel* permissions() { return &permissions_; }
+    [[nodiscard]] ReportModel* report() { return &report_; }
+
+    [[nodiscard]] QString volumeLabel() const;
+    [[nodiscard]] QString selectedSize() const;
+    [[nodiscard]] QString selectedText() const;
+    [[nodiscard]] int selectedItemCount() const;
+    [[nodiscard]] QString selectedPathsText() const;
+    [[nodiscard]] int recommendedCount() const;
+    [[nodiscard]] bool canScan() const;
+    [[nodiscard]] bool canClean() const;
+    [[nodiscard]] QString cleanTitle() const;
+    [[nodiscard]] QString cleanBusyTitle() const;
+    [[nodiscard]] QString confirmationTitle() const;
+    [[nodiscard]] QString confirmationMessage() const;
+    [[nodiscard]] QString limitation() const;
+    [[nodiscard]] int changingStartupRow() const { return changingStartupRow_; }
+
+    /// The scan button: starts a scan of the shown module, or cancels the running one.
+    Q_INVOKABLE void scanOrCancel();
+    /// Starts a scan of the shown module unless one runs.
+    Q_INVOKABLE void refresh();
+    /// After the user confirmed.
+    Q_INVOKABLE void cleanSelected();
+    Q_INVOKABLE void closeReport();
+    Q_INVOKABLE void rescanReported();
+    Q_INVOKABLE void setAllSelected(bool selected);
+    /// After the user confirmed: switches the start-up item of that row.
+    Q_INVOKABLE void switchStartupItem(int row);
+    /// After the user confirmed.
+    Q_INVOKABLE void quitMemoryApp(int row);
+    Q_INVOKABLE void refreshPermissions();
+    /// The window became the active one.
+    Q_INVOKABLE void activated();
+
+    Q_INVOKABLE void openHome();
+    Q_INVOKABLE void openTrash();
+    Q_INVOKABLE void openSystemMonitor();
+    Q_INVOKABLE void openLoginItemsSettings();
+    Q_INVOKABLE void openPermissionSettings();
+
+Q_SIGNALS:
+    void moduleChanged();
+    void textsChanged();
+    void selectionChanged();
+    void busyChanged();
+    void limitationChanged();
+
+private:
+    void connectStore();
+    void follow(CleanerModule module);
+    void noteSelectionChange();
+    void retranslate();
+    [[nodiscard]] QString riskSummary() const;
+
+    CleanerStore& store_;
+    Desktop& desktop_;
+    CleanerModule module_;
+    ScanModel scan_;
+    ModuleListModel modules_;
+    StorageSegmentModel segments_;
+    CleanupListModel items_;
+    LargeFileListModel largeFiles_;
+    CleanupListModel details_;
+    FileCandidateModel candidates_;
+    StartupListModel startup_;
+    MemoryModel memory_;
+    MemoryAppListModel memoryApps_;
+    PermissionListModel permissions_;
+    ReportModel report_;
+    int changingStartupRow_ = -1;
+    bool selectionChangePending_ = false;
+};
+
+} // namespace vellmoor

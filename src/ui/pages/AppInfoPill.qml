@@ -1,0 +1,43 @@
+import QtQuick
+import Vellmoor.Controls
+import Vellmoor.Theme
+
+// A small labelled capsule: title over value.
+Rectangle {
+    id: root
+
+    required property string title
+    required property string value
+    required property color tint
+
+    Accessible.name: title + " " + value
+    Accessible.role: Accessible.StaticText
+    color: Colors.faint(tint, 0.12)
+    implicitHeight: text.implicitHeight + 8
+    implicitWidth: text.implicitWidth + 16
+    radius: 7
+
+    Column {
+        id: text
+
+        anchors.left: parent.left
+        anchors.leftMargin: 8
+        anchors.right: parent.right
+        anchors.rightMargin: 8
+        anchors.verticalCenter: parent.verticalCenter
+
+        Caption {
+            font.pixelSize: Type.caption - 1
+            text: root.title
+            width: parent.width
+        }
+
+        Caption {
+            color: Colors.ink(root.tint)
+            elide: Text.ElideMiddle
+            font.weight: Font.Medium
+            text: root.value
+            width: parent.width
+        }
+    }
+}

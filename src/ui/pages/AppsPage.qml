@@ -1,0 +1,40 @@
+import QtQuick
+import QtQuick.Layouts
+import Vellmoor.Controls
+import Vellmoor.Models
+import Vellmoor.Theme
+
+// The applications that can be removed.
+GlassPanel {
+    id: root
+
+    required property WindowModel vm
+
+    ColumnLayout {
+        anchors.fill: parent
+        anchors.margins: 12
+        spacing: Metrics.wideGap
+
+        ListHeader {
+            Layout.fillWidth: true
+            Layout.leftMargin: 4
+            counter: L.tr1("%d 个待卸载", root.vm.items.selectedCount)
+            title: L.tr("应用")
+
+            FilterBar {
+                current: root.vm.items.filter
+
+                onChosen: value => root.vm.items.filter = value
+            }
+        }
+
+        CleanupList {
+            Layout.fillHeight: true
+            Layout.fillWidth: true
+            look: "app"
+            objectName: "cleanupList"
+            rows: root.vm.items
+            scanning: root.vm.scan.scanning
+        }
+    }
+}

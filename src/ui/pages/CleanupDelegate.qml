@@ -1,0 +1,77 @@
+import QtQuick
+import Vellmoor.Models
+
+// A row of a cleanup list: a path, or a category drawn as the list wants it.
+CleanupRoles {
+    id: root
+
+    required property CleanupListModel rows
+    // "cleanup", "detail", "file" or "app"
+    required property string look
+    property bool isCurrent: false
+
+    height: loader.height
+    objectName: name
+
+    Loader {
+        id: loader
+
+        sourceComponent: {
+            if (root.isTarget)
+                return target;
+            return root.look === "cleanup" ? category : root.look === "detail" ? heading : root.look === "file" ? file : app;
+        }
+        width: root.width
+    }
+
+    Component {
+        id: target
+
+        CleanupTargetRow {
+            isCurrent: root.isCurrent
+            isEnabled: root.cleanable
+            row: root
+            rows: root.rows
+        }
+    }
+
+    Component {
+        id: category
+
+        CleanupRow {
+            isCurrent: root.isCurrent
+            row: root
+            rows: root.rows
+        }
+    }
+
+    Component {
+        id: heading
+
+        CleanupDetailCategoryHeader {
+            isCurrent: root.isCurrent
+            row: root
+            rows: root.rows
+        }
+    }
+
+    Component {
+        id: file
+
+        LargeFileRow {
+            isCurrent: root.isCurrent
+            row: root
+            rows: root.rows
+        }
+    }
+
+    Component {
+        id: app
+
+        AppUninstallerRow {
+            isCurrent: root.isCurrent
+            row: root
+            rows: root.rows
+        }
+    }
+}

@@ -1,0 +1,43 @@
+import QtQuick
+import QtQuick.Templates as T
+import Vellmoor.Controls
+import Vellmoor.Models
+import Vellmoor.Theme
+
+// A virtual list of categories and their paths. Up and Down move, Space ticks, Right and Left unfold and fold,
+// Return shows the path in the file manager.
+ListView {
+    id: root
+
+    required property CleanupListModel rows
+    property string look: "cleanup"
+    property bool scanning: false
+
+    Accessible.role: Accessible.List
+    Keys.onLeftPressed: rows.setExpanded(currentIndex, false)
+    Keys.onReturnPressed: rows.reveal(currentIndex)
+    Keys.onRightPressed: rows.setExpanded(currentIndex, true)
+    Keys.onSpacePressed: rows.toggle(currentIndex)
+    activeFocusOnTab: count > 0
+    boundsBehavior: Flickable.StopAtBounds
+    clip: true
+    model: rows
+    reuseItems: true
+    spacing: 6
+
+    T.ScrollBar.vertical: ScrollLine {
+    }
+    delegate: CleanupDelegate {
+        isCurrent: ListView.isCurrentItem && root.activeFocus
+        look: root.look
+        rows: root.rows
+        width: ListView.view.width
+    }
+
+    EmptyStateView {
+        anchors.centerIn: parent
+        isScanning: root.scanning
+        visible: root.rows.itemCount === 0
+        width: parent.width
+    }
+}

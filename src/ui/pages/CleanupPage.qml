@@ -1,0 +1,38 @@
+import QtQuick
+import QtQuick.Layouts
+import Vellmoor.Controls
+import Vellmoor.Models
+import Vellmoor.Theme
+
+// The list of categories that most modules show.
+GlassPanel {
+    id: root
+
+    required property WindowModel vm
+
+    ColumnLayout {
+        anchors.fill: parent
+        anchors.margins: 12
+        spacing: Metrics.wideGap
+
+        ListHeader {
+            Layout.fillWidth: true
+            Layout.leftMargin: 4
+            title: L.tr("推荐清理")
+
+            FilterBar {
+                current: root.vm.items.filter
+
+                onChosen: value => root.vm.items.filter = value
+            }
+        }
+
+        CleanupList {
+            Layout.fillHeight: true
+            Layout.fillWidth: true
+            objectName: "cleanupList"
+            rows: root.vm.items
+            scanning: root.vm.scan.scanning
+        }
+    }
+}

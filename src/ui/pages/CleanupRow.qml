@@ -1,0 +1,82 @@
+import QtQuick
+import QtQuick.Layouts
+import Vellmoor.Controls
+import Vellmoor.Models
+import Vellmoor.Theme
+
+// One category: its tick, what it is, how much it holds and how safe it is to remove.
+RowFrame {
+    id: root
+
+    required property CleanupRoles row
+    required property CleanupListModel rows
+
+    Accessible.description: row.detail
+    Accessible.name: row.title + " " + row.size + " " + row.riskTitle
+    Accessible.role: Accessible.ListItem
+    implicitHeight: Math.max(64, line.implicitHeight + 18)
+
+    onTapped: rows.toggleExpanded(row.index)
+
+    RowLayout {
+        id: line
+
+        anchors.fill: parent
+        anchors.leftMargin: 12
+        anchors.rightMargin: 6
+        spacing: 10
+
+        RowTick {
+            row: root.row
+            rows: root.rows
+        }
+
+        SymbolTile {
+            symbol: root.row.symbol
+            tint: Colors.tint(root.row.tint)
+        }
+
+        ColumnLayout {
+            Layout.fillWidth: true
+            spacing: 3
+
+            RowLayout {
+                spacing: Metrics.gap
+
+                BodyText {
+                    Layout.fillWidth: true
+                    font.weight: Font.DemiBold
+                    text: root.row.title
+                }
+
+                BodyText {
+                    font.pixelSize: Type.caption + 1
+                    font.weight: Font.Medium
+                    text: root.row.amount
+                }
+            }
+
+            RowLayout {
+                spacing: Metrics.gap
+
+                Caption {
+                    Layout.fillWidth: true
+                    maximumLineCount: 2
+                    text: root.row.detail
+                    wrapMode: Text.Wrap
+                }
+
+                RiskBadge {
+                    Layout.alignment: Qt.AlignTop
+                    risk: root.row.risk
+                    text: root.row.risk === "previewOnly" ? L.tr("预览") : root.row.riskTitle
+                }
+            }
+        }
+
+        ExpandButton {
+            row: root.row
+            rows: root.rows
+        }
+    }
+}

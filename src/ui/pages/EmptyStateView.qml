@@ -1,0 +1,28 @@
+import QtQuick
+import Vellmoor.Controls
+import Vellmoor.Models
+import Vellmoor.Theme
+
+// What a list shows while it is empty.
+Column {
+    id: root
+
+    required property bool isScanning
+
+    spacing: Metrics.wideGap
+
+    SymbolTile {
+        anchors.horizontalCenter: parent.horizontalCenter
+        size: 64
+        symbol: root.isScanning ? "waveform" : "tray"
+        tint: root.isScanning ? Colors.cyan : Colors.gray
+    }
+
+    BodyText {
+        color: Colors.vmSecondaryText
+        horizontalAlignment: Text.AlignHCenter
+        objectName: "emptyState"
+        text: root.isScanning ? L.tr("正在读取文件系统...") : L.tr("暂无结果")
+        width: root.width
+    }
+}

@@ -1,0 +1,28 @@
+import QtQuick
+import QtQuick.Layouts
+import Vellmoor.Controls
+import Vellmoor.Theme
+
+// A title and its figure on one line.
+RowLayout {
+    id: root
+
+    required property string title
+    required property string value
+    property color tint: Colors.vmText
+
+    Accessible.name: title + " " + value
+    Accessible.role: Accessible.StaticText
+
+    BodyText {
+        Layout.fillWidth: true
+        color: Colors.vmSecondaryText
+        text: root.title
+    }
+
+    BodyText {
+        color: root.tint
+        font.weight: Font.DemiBold
+        text: root.value
+    }
+}

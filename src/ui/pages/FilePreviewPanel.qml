@@ -1,0 +1,51 @@
+import QtQuick
+import QtQuick.Layouts
+import Vellmoor.Controls
+import Vellmoor.Models
+import Vellmoor.Theme
+
+// The largest files of the last scan.
+GlassPanel {
+    id: root
+
+    required property WindowModel vm
+
+    signal viewAll
+
+    implicitHeight: content.implicitHeight + 2 * Metrics.panelPadding
+
+    ColumnLayout {
+        id: content
+
+        anchors.left: parent.left
+        anchors.margins: Metrics.panelPadding
+        anchors.right: parent.right
+        anchors.top: parent.top
+        spacing: 10
+
+        RowLayout {
+            PanelHeader {
+                Layout.fillWidth: true
+                symbol: "doc"
+                title: L.tr("文件预览")
+            }
+
+            SecondaryButton {
+                compact: true
+                objectName: "viewAll"
+                text: L.tr("查看全部")
+
+                onClicked: root.viewAll()
+            }
+        }
+
+        Repeater {
+            model: root.vm.candidates
+
+            FileCandidateRow {
+                Layout.fillWidth: true
+                visible: index < 4
+            }
+        }
+    }
+}

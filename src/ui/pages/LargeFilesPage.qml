@@ -1,0 +1,78 @@
+import QtQuick
+import QtQuick.Layouts
+import Vellmoor.Controls
+import Vellmoor.Models
+import Vellmoor.Theme
+
+// The large files with their two filters and the bulk selection.
+GlassPanel {
+    id: root
+
+    required property WindowModel vm
+    readonly property LargeFileListModel files: vm.largeFiles
+
+    ColumnLayout {
+        anchors.fill: parent
+        anchors.margins: 12
+        spacing: 10
+
+        ListHeader {
+            Layout.fillWidth: true
+            Layout.leftMargin: 4
+            counter: L.tr1("%d 个结果", root.files.itemCount)
+            selection: L.tr1("%d 个已选", root.files.selectedCount)
+            title: L.tr("大文件")
+
+            Picker {
+                currentIndex: root.files.kind
+                implicitWidth: 104
+                model: root.files.kindTitles
+                objectName: "kindFilter"
+
+                onActivated: index => root.files.kind = index
+            }
+
+            Picker {
+                currentIndex: root.files.age
+                implicitWidth: 104
+                model: root.files.ageTitles
+                objectName: "ageFilter"
+
+                onActivated: index => root.files.age = index
+            }
+        }
+
+        RowLayout {
+            spacing: Metrics.gap
+
+            SecondaryButton {
+                compact: true
+                enabled: root.files.itemCount > 0
+                objectName: "selectFiltered"
+                symbol: "checkmark.circle"
+                text: L.tr("全选当前筛选")
+
+                onClicked: root.files.setAllSelected(true)
+            }
+
+            SecondaryButton {
+                compact: true
+                enabled: root.files.itemCount > 0
+                objectName: "deselectFiltered"
+                symbol: "xmark.circle"
+                text: L.tr("取消当前筛选")
+
+                onClicked: root.files.setAllSelected(false)
+            }
+        }
+
+        CleanupList {
+            Layout.fillHeight: true
+            Layout.fillWidth: true
+            look: "file"
+            objectName: "cleanupList"
+            rows: root.files
+            scanning: root.vm.scan.scanning
+        }
+    }
+}

@@ -1,0 +1,36 @@
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Vellmoor.Controls
+import Vellmoor.Models
+import Vellmoor.Theme
+
+// The largest files, for reading only; two and a half lines show that there are more.
+ColumnLayout {
+    id: root
+
+    required property FileCandidateModel candidates
+
+    spacing: Metrics.gap
+
+    Subheading {
+        text: L.tr("最大项目")
+    }
+
+    ListView {
+        Accessible.role: Accessible.List
+        Layout.fillWidth: true
+        activeFocusOnTab: true
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
+        implicitHeight: Math.min(contentHeight, 122)
+        model: root.candidates
+        spacing: 10
+
+        T.ScrollBar.vertical: ScrollLine {
+        }
+        delegate: FileCandidateRow {
+            width: ListView.view.width - 14
+        }
+    }
+}

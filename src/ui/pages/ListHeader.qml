@@ -1,0 +1,44 @@
+import QtQuick
+import QtQuick.Layouts
+import Vellmoor.Controls
+import Vellmoor.Theme
+
+// The heading of a list: its title, its counters, and what stands at its right.
+RowLayout {
+    id: root
+
+    required property string title
+    property string counter
+    property string selection
+    default property alias trailing: place.data
+
+    spacing: Metrics.gap
+
+    Subheading {
+        text: root.title
+    }
+
+    Badge {
+        objectName: "list.counter"
+        text: root.counter
+        tint: Colors.cyan
+        visible: root.counter !== ""
+    }
+
+    Badge {
+        objectName: "list.selection"
+        text: root.selection
+        tint: Colors.green
+        visible: root.selection !== ""
+    }
+
+    Item {
+        Layout.fillWidth: true
+    }
+
+    RowLayout {
+        id: place
+
+        spacing: Metrics.gap
+    }
+}

@@ -1,0 +1,64 @@
+import QtQuick
+import QtQuick.Layouts
+import Vellmoor.Controls
+import Vellmoor.Models
+import Vellmoor.Theme
+
+// The memory's state, what can be freed, and who uses most of it.
+ScrollColumn {
+    id: root
+
+    required property WindowModel vm
+
+    signal quitAsked(int row, string name)
+
+    MemoryStatusPanel {
+        Layout.fillWidth: true
+        memory: root.vm.memory
+    }
+
+    GlassPanel {
+        Layout.fillWidth: true
+        implicitHeight: optimizable.implicitHeight + 24
+
+        ColumnLayout {
+            id: optimizable
+
+            anchors.left: parent.left
+            anchors.margins: 12
+            anchors.right: parent.right
+            anchors.top: parent.top
+            spacing: Metrics.gap
+
+            ListHeader {
+                Layout.leftMargin: 4
+                title: L.tr("可优化项目")
+            }
+
+            Repeater {
+                model: root.vm.items
+
+                CleanupDelegate {
+                    Layout.fillWidth: true
+                    look: "cleanup"
+                    rows: root.vm.items
+                }
+            }
+
+            EmptyStateView {
+                Layout.bottomMargin: 12
+                Layout.fillWidth: true
+                Layout.topMargin: 8
+                isScanning: root.vm.scan.scanning
+                visible: root.vm.items.itemCount === 0
+            }
+        }
+    }
+
+    MemoryAppsPanel {
+        Layout.fillWidth: true
+        vm: root.vm
+
+        onQuitAsked: (row, name) => root.quitAsked(row, name)
+    }
+}

@@ -1,0 +1,80 @@
+import QtQuick
+import QtQuick.Layouts
+import Vellmoor.Controls
+import Vellmoor.Models
+import Vellmoor.Theme
+
+// The pressure gauge and the four figures.
+GlassPanel {
+    id: root
+
+    required property MemoryModel memory
+
+    implicitHeight: content.implicitHeight + 2 * Metrics.panelPadding
+
+    ColumnLayout {
+        id: content
+
+        anchors.left: parent.left
+        anchors.margins: Metrics.panelPadding
+        anchors.right: parent.right
+        anchors.top: parent.top
+        spacing: Metrics.wideGap
+
+        RowLayout {
+            PanelHeader {
+                Layout.fillWidth: true
+                symbol: "memorychip"
+                title: L.tr("内存状态")
+            }
+
+            Caption {
+                objectName: "memoryTotal"
+                text: root.memory.total
+                visible: root.memory.known
+            }
+        }
+
+        RowLayout {
+            spacing: 14
+
+            PressureGauge {
+                memory: root.memory
+            }
+
+            GridLayout {
+                columnSpacing: 8
+                columns: 2
+                rowSpacing: 8
+
+                MemoryMetricCard {
+                    tint: Colors.cyan
+                    symbol: "gauge"
+                    title: L.tr("占用比例")
+                    value: root.memory.usageText
+                }
+
+                MemoryMetricCard {
+                    tint: Colors.orange
+                    symbol: "memorychip"
+                    title: L.tr("已使用")
+                    value: root.memory.used
+                }
+
+                MemoryMetricCard {
+                    tint: Colors.green
+                    symbol: "checkmark.circle.fill"
+                    title: L.tr("可用")
+                    value: root.memory.available
+                }
+
+                MemoryMetricCard {
+                    tint: Colors.mint
+                    symbol: "arrow.triangle.2.circlepath"
+                    title: L.tr("预计可释放")
+                    value: root.memory.reclaimable
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,49 @@
+import QtQuick
+import QtQuick.Layouts
+import Vellmoor.Controls
+import Vellmoor.Theme
+
+// One place and whether it may be read.
+RowLayout {
+    id: root
+
+    required property string title
+    required property string subtitle
+    required property string symbol
+    required property bool granted
+    required property string recommendation
+
+    Accessible.description: granted ? subtitle : recommendation
+    Accessible.name: title
+    Accessible.role: Accessible.StaticText
+    spacing: 10
+
+    SymbolTile {
+        Layout.alignment: Qt.AlignTop
+        size: Metrics.smallTile
+        symbol: root.symbol
+        tint: root.granted ? Colors.green : Colors.orange
+    }
+
+    ColumnLayout {
+        spacing: 1
+
+        BodyText {
+            Layout.fillWidth: true
+            text: root.title
+        }
+
+        Caption {
+            Layout.fillWidth: true
+            elide: Text.ElideNone
+            text: root.granted ? root.subtitle : root.recommendation
+            wrapMode: Text.Wrap
+        }
+    }
+
+    Symbol {
+        color: root.granted ? Colors.green : Colors.orange
+        name: root.granted ? "checkmark.circle.fill" : "exclamationmark.triangle.fill"
+        size: 15
+    }
+}

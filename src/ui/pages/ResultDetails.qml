@@ -1,0 +1,80 @@
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Vellmoor.Controls
+import Vellmoor.Models
+import Vellmoor.Theme
+
+// Why paths failed, or that none did.
+Rectangle {
+    id: root
+
+    required property ReportModel report
+
+    color: Colors.field
+    radius: Metrics.rowRadius
+
+    ColumnLayout {
+        anchors.fill: parent
+        anchors.margins: 14
+        spacing: Metrics.gap
+        visible: root.report.failed
+
+        Subheading {
+            text: L.tr("失败原因")
+        }
+
+        ListView {
+            Accessible.role: Accessible.List
+            Layout.fillHeight: true
+            Layout.fillWidth: true
+            activeFocusOnTab: true
+            boundsBehavior: Flickable.StopAtBounds
+            clip: true
+            model: root.report.failureLines
+            objectName: "result.failures"
+            spacing: 6
+
+            T.ScrollBar.vertical: ScrollLine {
+            }
+            delegate: BodyText {
+                required property string modelData
+
+                color: Colors.ink(Colors.red)
+                elide: Text.ElideNone
+                text: modelData
+                width: ListView.view.width - 14
+                wrapMode: Text.Wrap
+            }
+        }
+    }
+
+    Column {
+        anchors.centerIn: parent
+        spacing: 6
+        visible: !root.report.failed
+        width: parent.width - 28
+
+        SymbolTile {
+            anchors.horizontalCenter: parent.horizontalCenter
+            size: 44
+            symbol: "checkmark.circle.fill"
+            tint: Colors.green
+        }
+
+        Subheading {
+            horizontalAlignment: Text.AlignHCenter
+            objectName: "result.noFailures"
+            text: L.tr("没有失败项目")
+            topPadding: 6
+            width: parent.width
+        }
+
+        BodyText {
+            color: Colors.vmSecondaryText
+            horizontalAlignment: Text.AlignHCenter
+            text: L.tr("选中项目已按确认执行。")
+            width: parent.width
+        }
+    }
+}

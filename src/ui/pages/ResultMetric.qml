@@ -1,0 +1,54 @@
+import QtQuick
+import QtQuick.Layouts
+import Vellmoor.Controls
+import Vellmoor.Theme
+
+// One figure of a report.
+Rectangle {
+    id: root
+
+    required property string title
+    required property string value
+    required property string symbol
+    required property color tint
+
+    Accessible.name: title + " " + value
+    Accessible.role: Accessible.StaticText
+    Layout.fillWidth: true
+    Layout.preferredWidth: 1
+    border.color: Colors.vmLine
+    color: Colors.faint(tint, 0.07)
+    implicitHeight: column.implicitHeight + 28
+    radius: Metrics.rowRadius
+
+    ColumnLayout {
+        id: column
+
+        anchors.left: parent.left
+        anchors.margins: 14
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: Metrics.gap
+
+        SymbolTile {
+            size: Metrics.smallTile
+            symbol: root.symbol
+            tint: root.tint
+        }
+
+        ColumnLayout {
+            spacing: 0
+
+            Heading {
+                Layout.fillWidth: true
+                font.pixelSize: Type.subheading + 2
+                text: root.value
+            }
+
+            Caption {
+                Layout.fillWidth: true
+                text: root.title
+            }
+        }
+    }
+}

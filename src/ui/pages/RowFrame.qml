@@ -1,0 +1,44 @@
+import QtQuick
+import Vellmoor.Controls
+import Vellmoor.Theme
+
+// The surface of a row: light glass that answers the pointer. A right click asks for the row's menu.
+Rectangle {
+    id: root
+
+    property bool isCurrent: false
+    readonly property alias hovered: hover.hovered
+
+    signal tapped
+    signal menuAsked
+
+    border.color: Colors.vmLine
+    border.width: 1
+    color: hover.hovered ? Colors.rowHover : Colors.row
+    radius: Metrics.rowRadius
+
+    Behavior on color {
+        ColorAnimation {
+            duration: Motion.quick
+        }
+    }
+
+    HoverHandler {
+        id: hover
+    }
+
+    TapHandler {
+        onTapped: root.tapped()
+    }
+
+    TapHandler {
+        acceptedButtons: Qt.RightButton
+
+        onTapped: root.menuAsked()
+    }
+
+    FocusRing {
+        anchors.margins: -1
+        shown: root.isCurrent
+    }
+}

@@ -1,0 +1,61 @@
+import QtQuick
+import Vellmoor.Controls
+import Vellmoor.Models
+import Vellmoor.Theme
+
+// The ring: how far the scan is, and how much it found.
+Item {
+    id: root
+
+    required property ScanModel scan
+
+    Accessible.name: scan.ringNumber + " " + scan.ringUnit
+    Accessible.role: Accessible.ProgressBar
+    implicitHeight: 124
+    implicitWidth: 124
+
+    ProgressRing {
+        anchors.fill: parent
+        color: Colors.cyan
+        thickness: 9
+        trackColor: Colors.track
+        value: root.scan.scanning ? root.scan.progress : (root.scan.scanned ? 1 : 0)
+
+        Behavior on value {
+            NumberAnimation {
+                duration: Motion.calm
+                easing.type: Easing.OutCubic
+            }
+        }
+    }
+
+    Column {
+        anchors.centerIn: parent
+        width: parent.width - 36
+
+        Display {
+            horizontalAlignment: Text.AlignHCenter
+            text: root.scan.scanning ? Math.round(root.scan.progress * 100) + "%" : root.scan.ringNumber
+            visible: text !== ""
+            width: parent.width
+        }
+
+        Symbol {
+            anchors.horizontalCenter: parent.horizontalCenter
+            color: Colors.cyan
+            name: "sparkles"
+            size: 28
+            visible: !root.scan.scanning && root.scan.ringNumber === ""
+        }
+
+        Caption {
+            horizontalAlignment: Text.AlignHCenter
+            maximumLineCount: 2
+            objectName: "ringUnit"
+            text: root.scan.ringUnit
+            topPadding: 2
+            width: parent.width
+            wrapMode: Text.Wrap
+        }
+    }
+}

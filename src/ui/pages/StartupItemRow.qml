@@ -1,0 +1,97 @@
+import QtQuick
+import QtQuick.Layouts
+import Vellmoor.Controls
+import Vellmoor.Models
+import Vellmoor.Theme
+
+// One item that starts at login. Its button asks for the confirmation.
+RowFrame {
+    id: root
+
+    required property int index
+    required property string name
+    required property string location
+    required property bool startsEnabled
+    required property string kind
+    required property string icon
+    // A change of this row is running.
+    required property bool isWorking
+    property bool locked: false
+
+    signal changeAsked
+    signal revealAsked
+
+    Accessible.description: location
+    Accessible.name: name
+    Accessible.role: Accessible.ListItem
+    implicitHeight: Math.max(70, line.implicitHeight + 18)
+    objectName: "startup." + index
+
+    RowLayout {
+        id: line
+
+        anchors.fill: parent
+        anchors.leftMargin: 12
+        anchors.rightMargin: 10
+        spacing: 10
+
+        SymbolTile {
+            icon: root.icon
+            symbol: "power"
+            tint: root.startsEnabled ? Colors.green : Colors.gray
+        }
+
+        ColumnLayout {
+            Layout.fillWidth: true
+            spacing: 3
+
+            BodyText {
+                Layout.fillWidth: true
+                font.weight: Font.DemiBold
+                text: root.name
+            }
+
+            Caption {
+                Layout.fillWidth: true
+                elide: Text.ElideMiddle
+                text: root.location
+            }
+
+            RowLayout {
+                spacing: 6
+
+                Badge {
+                    objectName: root.objectName + ".status"
+                    text: root.startsEnabled ? L.tr("已启用") : L.tr("已禁用")
+                    tint: root.startsEnabled ? Colors.green : Colors.gray
+                }
+
+                Badge {
+                    text: root.kind
+                    tint: Colors.orange
+                }
+            }
+        }
+
+        SoftIconButton {
+            flat: true
+            help: L.tr("在 Finder 中显示")
+            ink: Colors.vmSecondaryText
+            objectName: root.objectName + ".reveal"
+            size: Metrics.rowButton
+            symbol: "magnifyingglass"
+
+            onClicked: root.revealAsked()
+        }
+
+        SecondaryButton {
+            compact: true
+            enabled: !root.isWorking && !root.locked
+            objectName: root.objectName + ".action"
+            symbol: root.startsEnabled ? "pause.circle" : "play.circle"
+            text: root.startsEnabled ? L.tr("禁用") : L.tr("恢复")
+
+            onClicked: root.changeAsked()
+        }
+    }
+}

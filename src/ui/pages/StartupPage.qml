@@ -1,0 +1,118 @@
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Vellmoor.Controls
+import Vellmoor.Models
+import Vellmoor.Theme
+
+// What starts at login, and the switch of each item.
+GlassPanel {
+    id: root
+
+    required property WindowModel vm
+    readonly property bool updating: vm.changingStartupRow >= 0
+
+    signal changeAsked(int row, string name, bool enabled)
+
+    ColumnLayout {
+        anchors.fill: parent
+        anchors.margins: 12
+        spacing: 10
+
+        ListHeader {
+            Layout.fillWidth: true
+            Layout.leftMargin: 4
+            counter: L.tr1("%d 个已启用", root.vm.startup.enabledCount)
+            title: L.tr("启动项")
+
+            SoftIconButton {
+                enabled: root.vm.canScan && !root.vm.scan.scanning
+                help: L.tr("刷新启动项")
+                objectName: "refreshStartup"
+                size: Metrics.rowButton
+                symbol: "arrow.clockwise"
+
+                onClicked: root.vm.refresh()
+            }
+
+            SecondaryButton {
+                compact: true
+                objectName: "loginItemsSettings"
+                symbol: "gearshape"
+                text: L.tr("系统登录项")
+
+                onClicked: root.vm.openLoginItemsSettings()
+            }
+        }
+
+        Caption {
+            Layout.fillWidth: true
+            Layout.leftMargin: 4
+            elide: Text.ElideNone
+            objectName: "startupNote"
+            text: root.updating ? L.tr("正在更新启动项...") : L.tr("禁用后会移到 LaunchAgents.disabled，可随时恢复")
+            wrapMode: Text.Wrap
+        }
+
+        ListView {
+            id: list
+
+            Accessible.role: Accessible.List
+            Layout.fillHeight: true
+            Layout.fillWidth: true
+            boundsBehavior: Flickable.StopAtBounds
+            clip: true
+            model: root.vm.startup
+            objectName: "startupList"
+            reuseItems: true
+            spacing: 6
+
+            T.ScrollBar.vertical: ScrollLine {
+            }
+            delegate: StartupItemRow {
+                isWorking: root.vm.changingStartupRow === index
+                locked: root.vm.scan.scanning || root.vm.scan.cleaning
+                width: ListView.view.width
+
+                onChangeAsked: root.changeAsked(index, name, startsEnabled)
+                onRevealAsked: root.vm.startup.reveal(index)
+            }
+            footer: Item {
+                height: extra.visible ? extra.height + 12 : 0
+                width: list.width
+
+                Column {
+                    id: extra
+
+                    spacing: 6
+                    topPadding: 12
+                    visible: root.vm.items.itemCount > 0
+                    width: parent.width
+
+                    Subheading {
+                        bottomPadding: 4
+                        leftPadding: 4
+                        text: L.tr("可优化项目")
+                    }
+
+                    Repeater {
+                        model: extra.visible ? root.vm.items : null
+
+                        CleanupDelegate {
+                            look: "cleanup"
+                            rows: root.vm.items
+                            width: extra.width
+                        }
+                    }
+                }
+            }
+
+            EmptyStateView {
+                anchors.centerIn: parent
+                isScanning: root.vm.scan.scanning
+                visible: root.vm.startup.count === 0 && root.vm.items.itemCount === 0
+                width: parent.width
+            }
+        }
+    }
+}

@@ -1,0 +1,50 @@
+import QtQuick
+import Vellmoor.Controls
+import Vellmoor.Models
+import Vellmoor.Theme
+
+// The disk's parts side by side, each as wide as its share.
+Item {
+    id: root
+
+    required property StorageSegmentModel segments
+
+    implicitHeight: 12
+
+    Rectangle {
+        anchors.fill: parent
+        color: Colors.track
+        radius: height / 2
+    }
+
+    Row {
+        anchors.fill: parent
+        spacing: 2
+
+        Repeater {
+            model: root.segments
+
+            Rectangle {
+                required property double fraction
+                required property string tint
+                required property string title
+                required property string value
+
+                Accessible.name: title + " " + value
+                Accessible.role: Accessible.StaticText
+                color: Colors.tint(tint)
+                height: root.height
+                objectName: "segment." + tint
+                radius: height / 2
+                width: Math.max(0, (root.width - 2 * (root.segments.count - 1)) * fraction)
+
+                Behavior on width {
+                    NumberAnimation {
+                        duration: Motion.calm
+                        easing.type: Easing.OutCubic
+                    }
+                }
+            }
+        }
+    }
+}

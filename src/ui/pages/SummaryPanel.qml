@@ -1,0 +1,47 @@
+import QtQuick
+import QtQuick.Layouts
+import Vellmoor.Controls
+import Vellmoor.Models
+import Vellmoor.Theme
+
+// The module's figures: recommended, estimated, selected.
+GlassPanel {
+    id: root
+
+    required property WindowModel vm
+
+    implicitHeight: content.implicitHeight + 2 * Metrics.panelPadding
+
+    ColumnLayout {
+        id: content
+
+        anchors.left: parent.left
+        anchors.margins: Metrics.panelPadding
+        anchors.right: parent.right
+        anchors.top: parent.top
+        spacing: 10
+
+        PanelHeader {
+            symbol: "list.bullet"
+            title: L.tr("模块概览")
+        }
+
+        FigureRow {
+            title: L.tr("建议处理")
+            value: L.tr1("%d 项", root.vm.recommendedCount)
+        }
+
+        FigureRow {
+            tint: Colors.ink(Colors.green)
+            title: L.tr("预计释放")
+            value: root.vm.scan.cleanable
+        }
+
+        FigureRow {
+            objectName: "summary.selected"
+            tint: Colors.ink(Colors.cyan)
+            title: L.tr("已选择")
+            value: root.vm.selectedSize
+        }
+    }
+}

@@ -1,0 +1,51 @@
+#include "SymbolImageProvider.h"
+
+#include <QColor>
+#include <QFile>
+#include <QPainter>
+#include <QSvgRenderer>
+
+#include <algorithm>
+
+namespace vellmoor {
+namespace {
+
+constexpr int defaultPixels = 16;
+
+QString pictureFile(const QString& symbol) { return QStringLiteral(":/symbols/%1.svg").arg(symbol); }
+
+} // namespace
+
+bool hasSymbol(const QString& symbol) { return QFile::exists(pictureFile(symbol)); }
+
+QImage symbolImage(const QString& symbol, const QColor& color, int pixels) {
+    if (!hasSymbol(symbol) || pixels < 1) {
+        return {};
+    }
+    QSvgRenderer renderer(pictureFile(symbol));
+    QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    renderer.render(&painter);
+    // The pictures are black on nothing: keep their shape, take the wanted colour.
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(image.rect(), color);
+    return image;
+}
+
+SymbolImageProvider::SymbolImageProvider() : QQuickImageProvider(QQuickImageProvider::Image) {}
+
+QImage SymbolImageProvider::requestImage(const QString& id, QSize* size, const QSize& requestedSize) {
+    const QString name = id.section(QLatin1Char('?'), 0, 0);
+    const QColor color(id.section(QLatin1Char('?'), 1));
+    const int pixels = std::max(requestedSize.width(), requestedSize.height());
+    const QImage image = symbolImage(name, color.isValid() ? color : QColor(Qt::black),
+                                     pixels > 0 ? pixels : defaultPixels);
+    if (size != nullptr) {
+        *size = image.size();
+    }
+    return image;
+}
+
+} // namespace vellmoor

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QtQml/qqmlregistration.h>
+
+class QJSEngine;
+class QQmlEngine;
+
+namespace vellmoor {
+
+/// What the theme takes from the desktop: the interface font and its size, and whether things may move.
+class Appearance final : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+    Q_PROPERTY(QString fontFamily READ fontFamily CONSTANT FINAL)
+    /// 1 for the usual size of interface text, more when the user asked for larger text.
+    Q_PROPERTY(double fontScale READ fontScale CONSTANT FINAL)
+    Q_PROPERTY(bool reducedMotion READ reducedMotion CONSTANT FINAL)
+
+public:
+    explicit Appearance(bool reducedMotion, QObject* parent = nullptr);
+    /// Takes the wish for less movement that the window loader left on the engine.
+    static Appearance* create(QQmlEngine* engine, QJSEngine*);
+    static void setReducedMotion(QQmlEngine& engine, bool reduced);
+
+    [[nodiscard]] QString fontFamily() const { return fontFamily_; }
+    [[nodiscard]] double fontScale() const { return fontScale_; }
+    [[nodiscard]] bool reducedMotion() const { return reducedMotion_; }
+
+private:
+    QString fontFamily_;
+    double fontScale_;
+    bool reducedMotion_;
+};
+
+} // namespace vellmoor

@@ -1,0 +1,39 @@
+import QtQuick
+import Vellmoor.Models
+import Vellmoor.Theme
+
+// The window itself: its sizes, its keys, and that it tells when it became the active one.
+Window {
+    id: root
+
+    required property WindowModel vm
+
+    color: Colors.groundMiddle
+    height: Metrics.windowHeight
+    minimumHeight: Metrics.windowHeight
+    minimumWidth: Metrics.windowWidth
+    title: "Vellmoor"
+    width: Metrics.windowWidth
+
+    onActiveChanged: {
+        if (active)
+            vm.activated();
+    }
+
+    ContentView {
+        anchors.fill: parent
+        vm: root.vm
+    }
+
+    Shortcut {
+        sequences: [StandardKey.Refresh, "Ctrl+R"]
+
+        onActivated: root.vm.refresh()
+    }
+
+    Shortcut {
+        sequences: [StandardKey.Quit, "Ctrl+Q"]
+
+        onActivated: Qt.quit()
+    }
+}

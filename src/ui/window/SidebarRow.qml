@@ -1,0 +1,76 @@
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Vellmoor.Controls
+import Vellmoor.Theme
+
+// One module in the sidebar.
+T.AbstractButton {
+    id: root
+
+    required property string module
+    required property string title
+    required property string subtitle
+    required property string symbol
+    property bool isSelected: false
+
+    Accessible.description: subtitle
+    Accessible.name: title
+    Accessible.role: Accessible.PageTab
+    Accessible.selected: isSelected
+    focusPolicy: Qt.StrongFocus
+    implicitHeight: Math.max(52, line.implicitHeight + 14)
+    objectName: "sidebar." + module
+
+    background: Rectangle {
+        border.color: root.isSelected ? Colors.vmLine : Colors.clear
+        color: root.isSelected ? Colors.rowHover : (root.hovered ? Colors.row : Colors.clear)
+        radius: Metrics.rowRadius
+
+        Behavior on color {
+            ColorAnimation {
+                duration: Motion.quick
+            }
+        }
+
+        FocusRing {
+            anchors.margins: 0
+            shown: root.visualFocus
+        }
+    }
+    contentItem: Item {
+        RowLayout {
+            id: line
+
+            anchors.left: parent.left
+            anchors.leftMargin: 10
+            anchors.right: parent.right
+            anchors.rightMargin: 8
+            anchors.verticalCenter: parent.verticalCenter
+            spacing: 10
+
+            SymbolTile {
+                size: Metrics.smallTile
+                symbol: root.symbol
+                tint: root.isSelected ? Colors.cyan : Colors.vmSecondaryText
+            }
+
+            ColumnLayout {
+                spacing: 0
+
+                BodyText {
+                    Layout.fillWidth: true
+                    font.weight: root.isSelected ? Font.DemiBold : Font.Medium
+                    text: root.title
+                }
+
+                Caption {
+                    Layout.fillWidth: true
+                    text: root.subtitle
+                }
+            }
+        }
+    }
+    Keys.onEnterPressed: root.click()
+    Keys.onReturnPressed: root.click()
+}

@@ -1,0 +1,171 @@
+// The rules of the house, checked on the sources themselves.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <regex>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+using ::testing::IsEmpty;
+
+const fs::path top = VELLMOOR_SOURCE_DIR;
+
+std::string contents(const fs::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    std::ostringstream out;
+    out << in.rdbuf();
+    return out.str();
+}
+
+std::vector<fs::path> filesBelow(const fs::path& folder, const std::set<std::string>& extensions) {
+    std::vector<fs::path> files;
+    for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+        if (entry.is_regular_file() && extensions.contains(entry.path().extension().string())) {
+            files.push_back(entry.path());
+        }
+    }
+    std::ranges::sort(files);
+    return files;
+}
+
+/// "engine" for src/engine/x.cpp.
+std::string layerOf(const fs::path& source) {
+    return source.lexically_relative(top / "src").begin()->string();
+}
+
+/// Which layers a layer may include, itself left out.
+const std::map<std::string, std::set<std::string>>& arrows() {
+    static const std::map<std::string, std::set<std::string>> table{
+        {"model", {}},
+        {"walk", {}},
+        {"platform", {"model"}},
+        {"engine", {"model", "walk", "platform"}},
+        {"store", {"model", "engine", "platform"}},
+        {"ui", {"model", "engine", "platform", "store"}},
+        {"app", {"model", "engine", "platform", "store", "ui"}},
+    };
+    return table;
+}
+
+std::vector<std::string> matchesOf(const std::string& text, const std::regex& pattern) {
+    std::vector<std::string> found;
+    for (std::sregex_iterator it(text.begin(), text.end(), pattern), end; it != end; ++it) {
+        found.push_back((*it)[1].str());
+    }
+    return found;
+}
+
+TEST(Project, EveryPathThatTheMapNamesExists) {
+    const std::string map = contents(top / "ARCHITECTURE.md");
+    ASSERT_FALSE(map.empty());
+    const auto named = matchesOf(
+        map, std::regex("`((?:src|tests|bench|tools|scripts|packaging|docs|cmake|\\.ci|\\.github)/[A-Za-z0-9_./-]*)`"));
+    ASSERT_GT(named.size(), 40U);
+    std::vector<std::string> missing;
+    for (const std::string& path : named) {
+        if (!fs::exists(top / path)) {
+            missing.push_back(path);
+        }
+    }
+    EXPECT_THAT(missing, IsEmpty());
+}
+
+TEST(Project, EverySourceFolderStandsOnTheMap) {
+    const std::string map = contents(top / "ARCHITECTURE.md");
+    std::vector<std::string> missing;
+    for (const auto& entry : fs::recursive_directory_iterator(top / "src")) {
+        const std::string path = entry.path().lexically_relative(top).string();
+        if (entry.is_directory() && !map.contains("`" + path + "`") && !map.contains("`" + path + "/")) {
+            missing.push_back(path);
+        }
+    }
+    EXPECT_THAT(missing, IsEmpty());
+}
+
+TEST(Project, IncludesFollowTheArrows) {
+    std::map<std::string, std::string> layerOfHeader;
+    for (const fs::path& header : filesBelow(top / "src", {".h"})) {
+        layerOfHeader[header.filename().string()] = layerOf(header);
+    }
+    std::vector<std::string> wrong;
+    for (const fs::path& source : filesBelow(top / "src", {".h", ".cpp", ".mm"})) {
+        for (const std::string& include : matchesOf(contents(source), std::regex("#\\s*include\\s+\"([^\"]+)\""))) {
+            const auto header = layerOfHeader.find(fs::path(include).filename().string());
+            if (header == layerOfHeader.end() || header->second == layerOf(source)) {
+                continue;
+            }
+            if (!arrows().at(layerOf(source)).contains(header->second)) {
+                wrong.push_back(source.lexically_relative(top).string() + " includes " + include);
+            }
+        }
+    }
+    EXPECT_THAT(wrong, IsEmpty());
+}
+
+TEST(Project, HeadersHaveOneNameEach) {
+    std::map<std::string, int> count;
+    std::vector<std::string> twice;
+    for (const fs::path& header : filesBelow(top / "src", {".h"})) {
+        if (++count[header.filename().string()] > 1) {
+            twice.push_back(header.filename().string());
+        }
+    }
+    EXPECT_THAT(twice, IsEmpty());
+}
+
+TEST(Project, NoIncludeClimbsOutOfItsFolder) {
+    std::vector<std::string> wrong;
+    for (const fs::path& source : filesBelow(top / "src", {".h", ".cpp", ".mm"})) {
+        if (contents(source).contains("#include \"../")) {
+            wrong.push_back(source.string());
+        }
+    }
+    EXPECT_THAT(wrong, IsEmpty());
+}
+
+TEST(Project, OnlyThreeLayersKnowWhichSystemTheyRunOn) {
+    std::vector<std::string> wrong;
+    const std::set<std::string> allowed{"platform", "walk", "app"};
+    for (const fs::path& source : filesBelow(top / "src", {".h", ".cpp"})) {
+        const std::string text = contents(source);
+        if (!allowed.contains(layerOf(source)) &&
+            std::regex_search(text, std::regex("#\\s*(if|ifdef|ifndef|elif)\\b"))) {
+            wrong.push_back(source.lexically_relative(top).string());
+        }
+    }
+    EXPECT_THAT(wrong, IsEmpty());
+}
+
+TEST(Project, NoQmlFileIsLongerThanAScreenOrFive) {
+    std::vector<std::string> tooLong;
+    for (const fs::path& file : filesBelow(top / "src", {".qml"})) {
+        const std::string text = contents(file);
+        if (std::ranges::count(text, '\n') > 250) {
+            tooLong.push_back(file.lexically_relative(top).string());
+        }
+    }
+    EXPECT_THAT(tooLong, IsEmpty());
+}
+
+TEST(Project, ColoursStandInTheThemeOnly) {
+    std::vector<std::string> wrong;
+    const std::regex literal("\"#[0-9a-fA-F]{3,8}\"|Qt\\.rgba\\(\\s*[0-9.]+\\s*,\\s*[0-9.]+\\s*,");
+    for (const fs::path& file : filesBelow(top / "src", {".qml"})) {
+        const bool inTheme = file.string().contains("/theme/");
+        if (!inTheme && std::regex_search(contents(file), literal)) {
+            wrong.push_back(file.lexically_relative(top).string());
+        }
+    }
+    EXPECT_THAT(wrong, IsEmpty());
+}
+
+} // namespace
