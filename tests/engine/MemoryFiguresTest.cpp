@@ -261,6 +261,21 @@ TEST_F(LinuxMemoryDeathTest, ATotalThatOverflowsIsFatal) {
     EXPECT_DEATH((void)memorySnapshot(home.context()), "overflow");
 }
 
+TEST(RealMemory, TheMachineOfTheTestsHasPlausibleFigures) {
+    const test::StandInPlatform platform(System::Linux, "/home/nobody", "/");
+    const SystemLayout layout = linuxLayout(linuxEnvironmentOf("/home/nobody"), platform.userId(), "/");
+    const CancelToken token;
+    const MemorySnapshot snapshot = memorySnapshot(ScanContext(platform, layout, token, {}));
+    EXPECT_GT(snapshot.totalBytes, 64 * 1024 * 1024);
+    EXPECT_GT(snapshot.freeBytes, 0);
+    EXPECT_LT(snapshot.freeBytes, snapshot.totalBytes);
+    EXPECT_GT(snapshot.activeBytes, 0);
+    EXPECT_LT(snapshot.activeBytes, snapshot.totalBytes);
+    EXPECT_GT(snapshot.wiredBytes, 0);
+    EXPECT_LT(snapshot.wiredBytes, snapshot.totalBytes);
+    EXPECT_GE(snapshot.reclaimableBytes, 0);
+}
+
 // The row
 
 TEST_F(MacMemory, TheRowOffersWhatIsReclaimable) {

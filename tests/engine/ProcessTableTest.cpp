@@ -6,6 +6,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <unistd.h>
+
 namespace vellmoor {
 namespace {
 
@@ -16,6 +19,7 @@ using test::Invocation;
 using test::setTool;
 using test::System;
 using test::userUnit;
+using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::UnorderedElementsAre;
@@ -195,6 +199,21 @@ TEST_F(LinuxProcessTable, TheParentIsReadFromTheStatus) {
     EXPECT_EQ(processes.parent(10), 7);
     EXPECT_EQ(processes.parent(11), std::nullopt);
     EXPECT_EQ(processes.parent(12), std::nullopt);
+}
+
+// The /proc of the machine that runs the tests
+
+TEST(RealProcesses, TheTestProgramFindsItself) {
+    const test::StandInPlatform platform(System::Linux, "/home/nobody", "/");
+    const SystemLayout layout = linuxLayout(linuxEnvironmentOf("/home/nobody"), platform.userId(), "/");
+    const Path self = std::filesystem::read_symlink("/proc/self/exe");
+    EXPECT_THAT(runningProcessNames(platform, layout), Contains(self.filename().string()));
+
+    const std::vector<ProcessMemorySample> samples = processMemorySamples(platform, layout);
+    const auto own = std::ranges::find(samples, getpid(), &ProcessMemorySample::pid);
+    ASSERT_NE(own, samples.end());
+    EXPECT_EQ(own->command, self.string());
+    EXPECT_GT(own->bytes, 100'000);
 }
 
 } // namespace
