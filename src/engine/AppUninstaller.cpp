@@ -121,7 +121,7 @@ const InstalledEntry* entryAt(ScanContext& context, const Path& path) {
 } // namespace
 
 std::vector<ApplicationMetadata> removableApplications(ScanContext& context) {
-    std::vector<ApplicationMetadata> found = bundleApplications(context);
+    std::vector<ApplicationMetadata> found = installedBundles(context);
     std::ranges::move(unpackagedApplications(context), std::back_inserter(found));
     return found;
 }
@@ -211,26 +211,6 @@ std::string friendlyName(std::string_view identifier, std::string_view fallback)
     std::string name(identifier.substr(identifier.find_last_of('.') + 1));
     std::ranges::replace_if(name, [](char c) { return c == '-' || c == '_'; }, ' ');
     return name.empty() ? std::string(fallback) : name;
-}
-
-RunningPrograms::RunningPrograms(ScanContext& context) : context_(context) {
-    for (const RunningApplication& application : context.platform().runningApplications()) {
-        if (!application.bundlePath.empty()) {
-            bundlePaths_.insert(context.platform().standardized(application.bundlePath));
-        }
-        if (application.bundleIdentifier) {
-            identifiers_.insert(*application.bundleIdentifier);
-        }
-    }
-}
-
-bool RunningPrograms::runs(const ApplicationMetadata& application) const {
-    const std::optional<std::string>& identifier = application.bundleIdentifier;
-    if (bundlePaths_.contains(context_.platform().standardized(application.appURL)) ||
-        (identifier && identifiers_.contains(*identifier))) {
-        return true;
-    }
-    return application.kind == ApplicationKind::Flatpak && context_.runningNames().contains("flatpak:" + *identifier);
 }
 
 } // namespace vellmoor

@@ -22,7 +22,7 @@ struct ApplicationMetadata {
 /// Every removable application of the layout, folder after folder. Protected ones are left out.
 std::vector<ApplicationMetadata> removableApplications(ScanContext& context);
 /// Bundles (macOS) only.
-std::vector<ApplicationMetadata> bundleApplications(ScanContext& context);
+std::vector<ApplicationMetadata> installedBundles(ScanContext& context);
 /// Flatpaks of the user, AppImages and program folders only.
 std::vector<ApplicationMetadata> unpackagedApplications(ScanContext& context);
 
@@ -31,8 +31,16 @@ std::string bundleName(const ScanContext& context, const Path& bundle);
 /// A file name without extension and without the version, machine and system that release files carry at the end.
 std::string releaseName(std::string_view fileName);
 
-/// Whether a program of `entry` is `application` or lies in it, written so or by its real path.
-bool startsApplication(const ScanContext& context, const InstalledEntry& entry, const Path& application);
+/// A program that a desktop entry names in Exec or TryExec, executable or not.
+struct EntryProgram {
+    const InstalledEntry* entry = nullptr;
+    Path program; ///< as it is written
+    Path real;    ///< links resolved
+};
+
+std::vector<EntryProgram> entryPrograms(const ScanContext& context, const InstalledEntry& entry);
+/// Whether the program is the application (a file) or lies in it (a folder); `real` is its path without links.
+bool isProgramOf(const EntryProgram& program, const Path& application, const Path& real);
 
 /// What runs at the moment, asked once.
 class RunningPrograms {
@@ -42,9 +50,13 @@ public:
     [[nodiscard]] bool runs(const ApplicationMetadata& application) const;
 
 private:
+    void readProcesses();
+    [[nodiscard]] bool runsProgramOf(const Path& application) const;
+
     ScanContext& context_;
     std::set<Path> bundlePaths_;
     std::set<std::string> identifiers_;
+    std::set<Path> programs_; ///< of the user's processes, links resolved; AppImages as the files that they are
 };
 
 } // namespace vellmoor

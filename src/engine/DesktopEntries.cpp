@@ -288,9 +288,7 @@ std::optional<Path> programPath(const ScanContext& context, std::string_view pro
 }
 
 Path placedProgram(const SystemLayout& layout, std::string_view program) {
-    const Path path = lexicallyStandardized(program);
-    const bool isPlaced = isStrictlyBelow(path, layout.home) || isStrictlyBelow(path, layout.root);
-    return isPlaced ? path : underRoot(layout.root, path.native());
+    return placed(lexicallyStandardized(program), layout.home, layout.root);
 }
 
 } // namespace vellmoor

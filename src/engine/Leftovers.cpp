@@ -50,6 +50,7 @@ LeftoverFinder::LeftoverFinder(ScanContext& context, const std::vector<Applicati
       layout_(context.layout().apps),
       applications_(applications) {
     for (const ApplicationMetadata& application : applications) {
+        realPaths_.push_back(platform_.realPath(application.appURL).value_or(application.appURL));
         tokens_.push_back(leftoverTokens(platform_, application.bundleIdentifier, application.displayName));
     }
     collectForeignTokens();
@@ -65,17 +66,28 @@ void LeftoverFinder::collectForeignTokens() {
     }
 }
 
+bool LeftoverFinder::startsOurs(const InstalledEntry& entry) const {
+    const std::vector<EntryProgram> programs = entryPrograms(context_, entry);
+    for (std::size_t i = 0; i < applications_.size(); ++i) {
+        const ApplicationMetadata& application = applications_[i];
+        const bool isOurs = application.kind == ApplicationKind::Flatpak
+                                ? entry.flatpakId == application.bundleIdentifier
+                                : std::ranges::any_of(programs, [&](const EntryProgram& program) {
+                                      return isProgramOf(program, application.appURL, realPaths_[i]);
+                                  });
+        if (isOurs) {
+            return true;
+        }
+    }
+    return false;
+}
+
 /// Whether the entry is that of an installed application which is none of the removable ones.
 bool LeftoverFinder::isInstalledElsewhere(const InstalledEntry& entry) const {
     if (!isStrictlyBelow(entry.path, context_.layout().home)) {
         return true;
     }
-    const bool startsOurs = std::ranges::any_of(applications_, [&](const ApplicationMetadata& application) {
-        return application.kind == ApplicationKind::Flatpak
-                   ? !entry.flatpakId.empty() && entry.flatpakId == application.bundleIdentifier
-                   : startsApplication(context_, entry, application.appURL);
-    });
-    if (startsOurs) {
+    if (startsOurs(entry)) {
         return false;
     }
     // An entry whose program is gone is a leftover itself.

@@ -49,6 +49,7 @@ private:
 
     void listFolders();
     void collectForeignTokens();
+    [[nodiscard]] bool startsOurs(const InstalledEntry& entry) const;
     [[nodiscard]] bool isInstalledElsewhere(const InstalledEntry& entry) const;
     [[nodiscard]] Child child(const Path& folder, const std::string& name, bool exactIdentifier) const;
     [[nodiscard]] static std::optional<Match> match(const Child& child, const LeftoverTokens& tokens);
@@ -61,6 +62,7 @@ private:
     const Platform& platform_;
     const AppLayout& layout_;
     const std::vector<ApplicationMetadata>& applications_;
+    std::vector<Path> realPaths_;         ///< of the applications
     std::vector<LeftoverTokens> tokens_;  ///< one per application
     std::vector<LeftoverTokens> foreign_; ///< of the installed applications that are not removable
     std::vector<Child> children_;

@@ -9,31 +9,9 @@
 namespace vellmoor {
 namespace {
 
-/// A program of one of the user's own entries.
-struct EntryProgram {
-    const InstalledEntry* entry = nullptr;
-    Path program;
-    Path real; ///< links resolved
-};
-
 /// Where a program of an entry is, executable or not.
 std::optional<Path> placeOf(const ScanContext& context, const std::string& program) {
     return program.starts_with('/') ? placedProgram(context.layout(), program) : programPath(context, program);
-}
-
-std::vector<EntryProgram> programsOf(const ScanContext& context, const InstalledEntry& entry) {
-    std::vector<EntryProgram> programs;
-    for (const std::string& program : {entry.execProgram, entry.tryExec}) {
-        if (const std::optional<Path> path = placeOf(context, program)) {
-            programs.push_back({&entry, *path, context.platform().realPath(*path).value_or(*path)});
-        }
-    }
-    return programs;
-}
-
-bool isIn(const EntryProgram& program, const Path& application, const Path& real) {
-    return program.program == application || isStrictlyBelow(program.program, application) || program.real == real ||
-           isStrictlyBelow(program.real, real);
 }
 
 /// Finds and names the applications that no package manager of the system owns.
@@ -80,7 +58,7 @@ void Finder::readOwnEntries() {
         const bool isOwn =
             std::ranges::any_of(own, [&](const Path& folder) { return isStrictlyBelow(entry.path, folder); });
         if (isOwn && !entry.hidden) {
-            std::ranges::move(programsOf(context_, entry), std::back_inserter(programs_));
+            std::ranges::move(entryPrograms(context_, entry), std::back_inserter(programs_));
         }
     }
 }
@@ -183,7 +161,8 @@ const InstalledEntry* Finder::entryOf(const Path& application) const {
     const Path real = platform_.realPath(application).value_or(application);
     const InstalledEntry* best = nullptr;
     for (const EntryProgram& program : programs_) {
-        if (isIn(program, application, real) && (best == nullptr || (best->noDisplay && !program.entry->noDisplay))) {
+        if (isProgramOf(program, application, real) &&
+            (best == nullptr || (best->noDisplay && !program.entry->noDisplay))) {
             best = program.entry;
         }
     }
@@ -262,10 +241,19 @@ std::string releaseName(std::string_view fileName) {
     return name;
 }
 
-bool startsApplication(const ScanContext& context, const InstalledEntry& entry, const Path& application) {
-    const Path real = context.platform().realPath(application).value_or(application);
-    return std::ranges::any_of(programsOf(context, entry),
-                               [&](const EntryProgram& program) { return isIn(program, application, real); });
+std::vector<EntryProgram> entryPrograms(const ScanContext& context, const InstalledEntry& entry) {
+    std::vector<EntryProgram> programs;
+    for (const std::string& program : {entry.execProgram, entry.tryExec}) {
+        if (const std::optional<Path> path = placeOf(context, program)) {
+            programs.push_back({&entry, *path, context.platform().realPath(*path).value_or(*path)});
+        }
+    }
+    return programs;
+}
+
+bool isProgramOf(const EntryProgram& program, const Path& application, const Path& real) {
+    return program.program == application || isStrictlyBelow(program.program, application) || program.real == real ||
+           isStrictlyBelow(program.real, real);
 }
 
 std::vector<ApplicationMetadata> unpackagedApplications(ScanContext& context) {

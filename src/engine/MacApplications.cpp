@@ -28,7 +28,7 @@ std::string bundleName(const ScanContext& context, const Path& bundle) {
     return bundle.stem().string();
 }
 
-std::vector<ApplicationMetadata> bundleApplications(ScanContext& context) {
+std::vector<ApplicationMetadata> installedBundles(ScanContext& context) {
     const AppLayout& layout = context.layout().apps;
     std::vector<ApplicationMetadata> found;
     for (const Path& folder : layout.bundleFolders) {

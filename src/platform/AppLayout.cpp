@@ -10,11 +10,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// `path` as it is when it belongs to the home folder, else below the stand-in root.
-fs::path placed(const fs::path& path, const fs::path& home, const fs::path& root) {
-    return path == home || isStrictlyBelow(path, home) ? path : underRoot(root, path.native());
-}
-
 void addOnce(std::vector<fs::path>& folders, const fs::path& folder) {
     if (std::ranges::find(folders, folder) == folders.end()) {
         folders.push_back(folder);

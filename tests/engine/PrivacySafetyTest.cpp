@@ -278,7 +278,7 @@ TEST_P(BrowserHome, NoTargetIsRefusedAsProtected) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Shapes, BrowserHome, testing::ValuesIn(allShapes()),
-                         [](const auto& info) { return info.param.name; });
+                         [](const auto& test) { return test.param.name; });
 
 TEST(PrivacySafety, FirefoxBookmarksAreOnlyShown) {
     const EngineHome home(System::Linux);

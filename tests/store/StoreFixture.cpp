@@ -128,7 +128,8 @@ void StoreFixture::answerBehind(const std::shared_ptr<Gate>& gate, const ScanSna
     });
 }
 
-std::shared_ptr<Gate> StoreFixture::startGatedScan(CleanerModule module, const ScanSnapshot& snapshot, bool clearsReport) {
+std::shared_ptr<Gate> StoreFixture::startGatedScan(CleanerModule module, const ScanSnapshot& snapshot,
+                                                   bool clearsReport) {
     const auto gate = std::make_shared<Gate>();
     answerBehind(gate, snapshot);
     store->scan(module, clearsReport);

@@ -6,6 +6,8 @@
 
 #ifdef __linux__
 #include <linux/capability.h>
+#include <linux/securebits.h>
+#include <sys/prctl.h>
 #include <sys/syscall.h>
 #endif
 
@@ -33,17 +35,26 @@ private:
     }
 };
 
+// access(2) answers for the real user and gives root its capabilities back, unless this bit is set.
+void setSecureBits(int bits) {
+    if (::prctl(PR_SET_SECUREBITS, bits) != 0) {
+        throw std::system_error(errno, std::generic_category(), "secure bits");
+    }
+}
+
 } // namespace
 
 ScopedUnprivileged::ScopedUnprivileged() {
     Capabilities now;
     now.read();
     dropped_ = now.words[0].effective & passesPermissions;
+    secureBits_ = ::prctl(PR_GET_SECUREBITS);
     if (dropped_ == 0) {
         return;
     }
     now.words[0].effective &= ~passesPermissions;
     now.write();
+    setSecureBits(secureBits_ | SECBIT_NO_SETUID_FIXUP);
 }
 
 // A failure to restore would falsify every later test: ending the program (noexcept) is right.
@@ -55,6 +66,7 @@ ScopedUnprivileged::~ScopedUnprivileged() {
     now.read();
     now.words[0].effective |= dropped_;
     now.write();
+    setSecureBits(secureBits_);
 }
 
 #else

@@ -13,6 +13,7 @@ public:
     ScopedUnprivileged& operator=(const ScopedUnprivileged&) = delete;
 
 private:
+    int secureBits_ = 0;   ///< as they were (Linux)
     unsigned dropped_ = 0; ///< the capabilities to give back, as a bit mask (Linux), or the user id (elsewhere)
 };
 

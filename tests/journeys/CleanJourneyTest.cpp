@@ -1,0 +1,105 @@
+#include "Journey.h"
+
+#include <gmock/gmock.h>
+
+namespace vellmoor::journey {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+constexpr auto trash = ".local/share/Trash";
+
+class CleanJourney : public Journey {
+protected:
+    static bool isTrashed(const std::string& name) {
+        return has(fs::path(trash) / "files" / name) && has(fs::path(trash) / "info" / (name + ".trashinfo"));
+    }
+    QString row(const std::string& title) const { return QStringLiteral("item.%1").arg(listed(title)); }
+    QString target(const std::string& title, const std::string& name) const {
+        return QStringLiteral("%1.target.%2").arg(row(title)).arg(listed(title, name));
+    }
+    void unfold(const std::string& title) {
+        click(row(title) + QStringLiteral(".expand"));
+        waitFor("the paths", [&] { return isShown(row(title) + QStringLiteral(".target.0")); });
+    }
+    void clean() {
+        click(QStringLiteral("cleanButton"));
+        click(QStringLiteral("confirm.accept"));
+        waitFor("the report", [&] { return store->latestReport().has_value(); });
+        waitFor("the rescan", [&] { return !store->isCleaning() && !store->isScanning(); });
+    }
+};
+
+TEST_F(CleanJourney, WhatIsTickedGoesToTheTrashAndWhatIsNotStaysThenTheTrashIsEmptied) {
+    file(".cache/thumbnails/large/a.png", 300'000);
+    file(".cache/player/b", 200'000);
+    file(".cache/keep-me/c", 100'000);
+    file(".local/state/app/session.log", 50'000);
+    file("Downloads/old.deb", 80'000, 20);
+    file("Documents/letter.txt", 5'000);
+    file(".config/settings.ini", 100);
+
+    open();
+    scan();
+    EXPECT_EQ(store->activeModule(), CleanerModule::smartScan);
+    ASSERT_GE(listed("User Caches"), 0);
+    unfold("User Caches");
+    click(target("User Caches", "keep-me") + QStringLiteral(".toggle"));
+    waitFor("the tick to go", [&] {
+        const auto items = store->items(CleanerModule::smartScan);
+        const auto& targets = items.at(static_cast<std::size_t>(listed("User Caches"))).targets;
+        return !targets.at(static_cast<std::size_t>(listed("User Caches", "keep-me"))).isSelected;
+    });
+
+    clean();
+    EXPECT_EQ(store->latestReport()->failedCount, 0);
+    EXPECT_EQ(store->latestReport()->removedCount, 3);
+    EXPECT_TRUE(isTrashed("thumbnails"));
+    EXPECT_TRUE(isTrashed("player"));
+    EXPECT_TRUE(isTrashed("session.log"));
+    EXPECT_FALSE(has(".cache/player"));
+    EXPECT_TRUE(has(".cache/keep-me/c"));
+    EXPECT_TRUE(has("Downloads/old.deb")) << "a cautious row is never ticked by itself";
+    EXPECT_TRUE(has("Documents/letter.txt"));
+    EXPECT_TRUE(has(".config/settings.ini"));
+    EXPECT_TRUE(isShown(QStringLiteral("result.title")));
+    click(QStringLiteral("result.done"));
+    waitFor("the sheet to close", [&] { return !store->latestReport().has_value(); });
+
+    std::string output;
+    ASSERT_EQ(run("dbus-run-session -- gio trash --restore trash:///player", &output), 0) << output;
+    EXPECT_TRUE(has(".cache/player/b"));
+    EXPECT_FALSE(has(fs::path(trash) / "info/player.trashinfo"));
+
+    text(fs::path(trash) / "directorysizes", "300000 1 thumbnails\n");
+    show(CleanerModule::trash);
+    scan();
+    ASSERT_EQ(listed("User Trash"), 0);
+    EXPECT_TRUE(store->items(CleanerModule::trash).front().isSelected);
+    clean();
+    EXPECT_EQ(store->latestReport()->failedCount, 0);
+    EXPECT_TRUE(fs::is_empty(home() / trash / "files"));
+    EXPECT_TRUE(fs::is_empty(home() / trash / "info"));
+    std::string sizes;
+    run("cat " + (home() / trash / "directorysizes").string(), &sizes);
+    EXPECT_THAT(sizes, Not(HasSubstr("thumbnails")));
+    EXPECT_TRUE(has(".cache/player/b"));
+    EXPECT_TRUE(has(".cache/keep-me/c"));
+}
+
+TEST_F(CleanJourney, CancellingTheConfirmationChangesNothing) {
+    file(".cache/player/b", 200'000);
+    open();
+    show(CleanerModule::systemJunk);
+    scan();
+    click(QStringLiteral("cleanButton"));
+    click(QStringLiteral("confirm.cancel"));
+    EXPECT_FALSE(store->isCleaning());
+    EXPECT_FALSE(store->latestReport().has_value());
+    EXPECT_TRUE(has(".cache/player/b"));
+    EXPECT_FALSE(has(trash));
+}
+
+} // namespace
+} // namespace vellmoor::journey
