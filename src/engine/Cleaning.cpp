@@ -116,6 +116,7 @@ public:
         : context_(context),
           platform_(context.platform()),
           settle_(settle),
+          guard_(platform_, context.layout()),
           trash_(context) {}
 
     CleanupReport clean(const std::vector<CleanupItem>& items);
@@ -129,6 +130,7 @@ private:
     ScanContext& context_;
     const Platform& platform_;
     std::chrono::milliseconds settle_;
+    PathGuard guard_;
     KnownTrash trash_;
     CleanupReport report_;
 };
@@ -181,7 +183,7 @@ void CleanRun::remove(const CleanupItem& item, const CleanupTarget& target) {
 /// Decides how one existing target is removed, and does it. A failed move to the Trash stays a failure: nothing is
 /// deleted in its place.
 Outcome CleanRun::removeTarget(const CleanupItem& /*item*/, const Path& path) const {
-    if (std::optional<std::string> reason = refusalReason(platform_, context_.layout(), path)) {
+    if (std::optional<std::string> reason = guard_.refusalReason(path)) {
         return std::unexpected(std::move(*reason));
     }
     if (const std::optional<PermanentRemoval> removal = trash_.removal(path)) {
