@@ -35,7 +35,8 @@ public:
         : context_(context),
           processes_(context.platform(), context.layout()),
           programs_(context),
-          own_(realPath(context.platform().ownPath())) {
+          own_(realPath(context.platform().ownPath())),
+          ownEntry_(programs_.byProgram(own_)) {
         for (const ProcessMemorySample& sample : samples) {
             commands_.emplace(sample.pid, sample.command);
         }
@@ -43,7 +44,7 @@ public:
 
     std::optional<std::string> keyOf(const ProcessMemorySample& sample) override {
         const Owner& owner = ownerOf(sample.pid);
-        if (!owner.isKnown() || (owner.entry != nullptr && owner.entry->noDisplay)) {
+        if (!owner.isKnown() || isOwn(owner) || (owner.entry != nullptr && owner.entry->noDisplay)) {
             return std::nullopt;
         }
         ownerByKey_.emplace(owner.key(), owner);
@@ -87,6 +88,13 @@ private:
             }
         }
         return owner;
+    }
+
+    /// Whether it is this program: by its AppImage, by one of its entries in the user's folder, or by its program.
+    [[nodiscard]] bool isOwn(const Owner& owner) const {
+        const std::vector<Path>& protectedPaths = context_.layout().apps.protectedPaths;
+        return std::ranges::find(protectedPaths, Path(owner.key())) != protectedPaths.end() ||
+               (owner.entry != nullptr && owner.entry == ownEntry_);
     }
 
     [[nodiscard]] bool isExcluded(const std::string& command, const std::string& group) const {
@@ -163,6 +171,7 @@ private:
     LinuxProcesses processes_;
     EntryPrograms programs_;
     Path own_;
+    const InstalledEntry* ownEntry_;
     std::map<std::int32_t, std::string> commands_;
     std::map<std::int32_t, Owner> owners_;
     std::map<std::string, Owner> ownerByKey_;
