@@ -157,8 +157,11 @@ private:
     /// The parent's application, for a helper program that lies beside the parent's.
     Owner parentsOwner(std::int32_t pid, const std::string& command) {
         const std::optional<std::int32_t> parent = processes_.parent(pid);
-        const auto parentCommand = parent ? commands_.find(*parent) : commands_.end();
-        const bool isBeside = !command.empty() && parentCommand != commands_.end() &&
+        if (!parent || command.empty()) {
+            return {};
+        }
+        const auto parentCommand = commands_.find(*parent);
+        const bool isBeside = parentCommand != commands_.end() &&
                               Path(parentCommand->second).parent_path() == Path(command).parent_path();
         return isBeside ? ownerOf(*parent) : Owner();
     }
