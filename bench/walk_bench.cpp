@@ -1,5 +1,5 @@
 // Sums the allocated bytes below a folder with the walk library.
-//   walk_bench FOLDER [--threads N] [--names] [--cancel-after MILLISECONDS]
+//   walk_bench FOLDER [--threads N] [--names] [--cancel-at FILES]
 // Prints "bytes files"; a cancelled run prints how many milliseconds the walk took to return.
 #include "Walk.h"
 
@@ -8,7 +8,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <thread>
 #include <vector>
 
 using namespace vellmoor::walk;
@@ -35,23 +34,33 @@ public:
     std::vector<Sums> sums;
 };
 
-int cancelAfter(int milliseconds, const char* root, Options options, Summing& summing) {
+/// Cancels its own walk when worker 0, which is always there, has seen so many files.
+class Cancelling : public Summing {
+public:
+    Cancelling(unsigned workers, std::int64_t files) : Summing(workers), files_(files) {}
+    Action entry(const Entry& entry, unsigned worker) override {
+        if (worker == 0 && sums[0].files == files_ && !cancelled.exchange(true)) {
+            asked = Clock::now();
+        }
+        return Summing::entry(entry, worker);
+    }
     std::atomic<bool> cancelled{false};
-    options.cancelled = &cancelled;
     Clock::time_point asked;
-    std::thread canceller([&] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
-        asked = Clock::now();
-        cancelled = true;
-    });
-    const Outcome outcome = walk(root, options, summing);
+
+private:
+    std::int64_t files_;
+};
+
+int cancelAt(std::int64_t files, const char* root, Options options) {
+    Cancelling cancelling(workerCount(options), files);
+    options.cancelled = &cancelling.cancelled;
+    const Outcome outcome = walk(root, options, cancelling);
     const Clock::time_point returned = Clock::now();
-    canceller.join();
     if (outcome != Outcome::Cancelled) {
         std::fprintf(stderr, "the walk ended before it was cancelled\n");
         return 1;
     }
-    std::printf("%.3f\n", std::chrono::duration<double, std::milli>(returned - asked).count());
+    std::printf("%.3f\n", std::chrono::duration<double, std::milli>(returned - cancelling.asked).count());
     return 0;
 }
 
@@ -60,27 +69,27 @@ int cancelAfter(int milliseconds, const char* root, Options options, Summing& su
 int main(int count, char** arguments) {
     Options options;
     options.skipHidden = false;
-    int milliseconds = -1;
+    int cancelAtFiles = -1;
     for (int i = 2; i < count; ++i) {
         const bool hasValue = i + 1 < count;
         if (std::strcmp(arguments[i], "--names") == 0) {
             options.wantsNames = true;
         } else if (std::strcmp(arguments[i], "--threads") == 0 && hasValue) {
             options.threads = static_cast<unsigned>(std::atoi(arguments[++i]));
-        } else if (std::strcmp(arguments[i], "--cancel-after") == 0 && hasValue) {
-            milliseconds = std::atoi(arguments[++i]);
+        } else if (std::strcmp(arguments[i], "--cancel-at") == 0 && hasValue) {
+            cancelAtFiles = std::atoi(arguments[++i]);
         } else {
             count = 0;
         }
     }
     if (count < 2) {
-        std::fprintf(stderr, "walk_bench FOLDER [--threads N] [--names] [--cancel-after MILLISECONDS]\n");
+        std::fprintf(stderr, "walk_bench FOLDER [--threads N] [--names] [--cancel-at FILES]\n");
         return 2;
     }
-    Summing summing(workerCount(options));
-    if (milliseconds >= 0) {
-        return cancelAfter(milliseconds, arguments[1], options, summing);
+    if (cancelAtFiles >= 0) {
+        return cancelAt(cancelAtFiles, arguments[1], options);
     }
+    Summing summing(workerCount(options));
     if (walk(arguments[1], options, summing) != Outcome::Complete) {
         std::fprintf(stderr, "the walk is not complete\n");
         return 1;
