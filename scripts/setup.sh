@@ -10,7 +10,7 @@ debian_packages=(
   qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript qml6-module-qtquick
   qml6-module-qtquick-controls qml6-module-qtquick-layouts qml6-module-qtquick-shapes
   qml6-module-qtquick-templates qml6-module-qtquick-window qml6-module-qttest
-  libglib2.0-dev libicu-dev libplist-dev bootstrap-icons
+  libglib2.0-dev libicu-dev libxcb1-dev libplist-dev bootstrap-icons
   libgtest-dev libgmock-dev libbenchmark-dev nlohmann-json3-dev
   clang-19 clang-format-19 clang-tidy-19 libclang-rt-19-dev shellcheck
   xvfb xauth openbox x11-utils xdotool trayer dbus dbus-x11 at-spi2-core python3 python3-pyatspi gir1.2-atspi-2.0

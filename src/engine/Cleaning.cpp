@@ -116,7 +116,8 @@ public:
         : context_(context),
           platform_(context.platform()),
           settle_(settle),
-          trash_(context) {}
+          trash_(context),
+          guard_(context.platform(), context.layout()) {}
 
     CleanupReport clean(const std::vector<CleanupItem>& items);
 
@@ -130,6 +131,7 @@ private:
     const Platform& platform_;
     std::chrono::milliseconds settle_;
     KnownTrash trash_;
+    PathGuard guard_;
     CleanupReport report_;
 };
 
@@ -181,7 +183,7 @@ void CleanRun::remove(const CleanupItem& item, const CleanupTarget& target) {
 /// Decides how one existing target is removed, and does it. A failed move to the Trash stays a failure: nothing is
 /// deleted in its place.
 Outcome CleanRun::removeTarget(const CleanupItem& /*item*/, const Path& path) const {
-    if (std::optional<std::string> reason = refusalReason(platform_, context_.layout(), path)) {
+    if (std::optional<std::string> reason = guard_.refusalReason(path)) {
         return std::unexpected(std::move(*reason));
     }
     if (const std::optional<PermanentRemoval> removal = trash_.removal(path)) {

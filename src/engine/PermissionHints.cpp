@@ -7,9 +7,7 @@ namespace vellmoor {
 namespace {
 
 bool canRead(const ScanContext& context, const Path& folder) {
-    const Platform& platform = context.platform();
-    return platform.isReadable(folder) &&
-           (!context.layout().permissions.needsSearchRight || platform.isExecutable(folder));
+    return context.platform().isReadable(folder);
 }
 
 bool isInSandbox(const ScanContext& context) {

@@ -8,6 +8,8 @@
 namespace vellmoor {
 namespace {
 
+// None of the statics below is ever destroyed: a worker may still look up a text while the program ends.
+
 struct Current {
     std::mutex lock;
     AppLanguage language = AppLanguage::english;
@@ -15,14 +17,14 @@ struct Current {
 };
 
 Current& current() {
-    static Current state;
+    static Current& state = *new Current;
     return state;
 }
 
 using Table = std::unordered_map<std::string_view, std::string_view>;
 
 const Table& english() {
-    static const Table table = [] {
+    static const Table& table = *new Table([] {
         Table all;
         for (const TextEntry& entry : englishTexts()) {
             all.emplace(entry.chinese, entry.english);
@@ -31,12 +33,12 @@ const Table& english() {
             all.emplace(entry.chinese, entry.english);
         }
         return all;
-    }();
+    }());
     return table;
 }
 
 const Table& linuxReplacements() {
-    static const Table table = [] {
+    static const Table& table = *new Table([] {
         Table all;
         for (const LinuxTextEntry& entry : linuxTexts()) {
             if (!entry.replaces.empty()) {
@@ -44,7 +46,7 @@ const Table& linuxReplacements() {
             }
         }
         return all;
-    }();
+    }());
     return table;
 }
 

@@ -54,7 +54,6 @@ PermissionLayout linuxPermissionLayout(const LinuxEnvironment& environment, std:
                           {"邮件数据", mailFolders(environment), "envelope"},
                           {"沙盒应用数据", sandboxFolders(environment), "shippingbox"}};
     layout.home = environment.home;
-    layout.needsSearchRight = true;
     layout.sandboxMarker = underRoot(root, "/.flatpak-info");
     layout.insideSandbox = environment.insideSnap;
     return layout;

@@ -19,7 +19,6 @@ struct ProtectedLocation {
 struct PermissionLayout {
     std::vector<ProtectedLocation> dataFolders;
     std::filesystem::path home;
-    bool needsSearchRight = false;       ///< a folder must be enterable, too, to count as readable
     std::filesystem::path sandboxMarker; ///< exists in a sandbox that hides parts of the home; empty: none
     bool insideSandbox = false;          ///< known to run in one anyway
 };

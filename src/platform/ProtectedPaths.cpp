@@ -54,11 +54,17 @@ std::string reasonText(int error) {
     return std::generic_category().message(error);
 }
 
-// The path with the links above it resolved; the last component stays, since a removal acts on it and not on what
-// it may point to. Nothing when the folder above is not there.
-std::optional<Path> place(const Platform& platform, const Path& path) {
-    const std::optional<Path> folder = platform.realPath(path.parent_path());
-    return folder ? std::optional<Path>(*folder / path.filename()) : std::nullopt;
+// The path with the links above it resolved, as far up as something exists; the last component stays, since a
+// removal acts on it and not on what it may point to.
+Path place(const Platform& platform, const Path& path) {
+    Path rest = path.filename();
+    for (Path folder = path.parent_path(); folder != folder.parent_path(); folder = folder.parent_path()) {
+        if (const auto real = platform.realPath(folder)) {
+            return *real / rest;
+        }
+        rest = folder.filename() / rest;
+    }
+    return path;
 }
 
 std::vector<Path> protectedPaths(const Platform& platform, const SystemLayout& layout) {
@@ -80,6 +86,7 @@ std::vector<Path> protectedPaths(const Platform& platform, const SystemLayout& l
     const std::size_t count = all.size();
     for (std::size_t index = 0; index < count; ++index) {
         all[index] = platform.standardized(all[index]);
+        all.push_back(place(platform, all[index]));
         if (const auto real = platform.realPath(all[index])) {
             all.push_back(*real);
         }
@@ -93,26 +100,28 @@ bool covers(const Path& path, const Path& guarded) {
 
 } // namespace
 
-std::optional<std::string> refusalReason(const Platform& platform, const SystemLayout& layout, const Path& path) {
+PathGuard::PathGuard(const Platform& platform, const SystemLayout& layout)
+    : platform_(platform),
+      guarded_(protectedPaths(platform, layout)) {}
+
+std::optional<std::string> PathGuard::refusalReason(const Path& path) const {
     const bool climbs = std::ranges::find(path, Path("..")) != path.end(); // through a link it may lead anywhere
     if (!path.is_absolute() || climbs || path.native().find('\0') != std::string::npos) {
         return reasonText(EINVAL);
     }
-    std::vector<Path> forms{lexicallyStandardized(path), platform.standardized(path)};
-    if (const auto real = place(platform, forms.front())) {
-        forms.push_back(*real);
-    }
-    const std::vector<Path> guarded = protectedPaths(platform, layout);
-    for (const Path& form : forms) {
+    const Path plain = lexicallyStandardized(path);
+    for (const Path& form : {plain, platform_.standardized(path), place(platform_, plain)}) {
         const auto isHit = [&](const Path& one) { return covers(form, one); };
-        if (form.empty() || form == "/" || std::ranges::any_of(guarded, isHit)) {
+        if (form.empty() || form == "/" || std::ranges::any_of(guarded_, isHit)) {
             return reasonText(EPERM);
         }
-        if (platform.isMountPoint(form)) {
-            return reasonText(EBUSY);
-        }
     }
-    return std::nullopt;
+    // The system's own answer is about the real place.
+    return platform_.isMountPoint(plain) ? std::optional(reasonText(EBUSY)) : std::nullopt;
+}
+
+std::optional<std::string> refusalReason(const Platform& platform, const SystemLayout& layout, const Path& path) {
+    return PathGuard(platform, layout).refusalReason(path);
 }
 
 } // namespace vellmoor

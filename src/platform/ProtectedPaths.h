@@ -7,12 +7,27 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace vellmoor {
 
-/// Why `path` must never be removed; nothing when it may be. Refused are: a relative or empty path, "/", the home
-/// folder, the layout's protected paths, every folder above one of these, and every mount point; each in the form
-/// given, in its standardised form and with its links resolved.
+/// Refused are: a relative or empty path and one with "..", "/", the home folder, the layout's protected paths, a
+/// list that is compiled in, every folder above one of these, and every mount point; each in the form given, in its
+/// standardised form and with the links above it resolved.
+class PathGuard {
+public:
+    /// Both must outlive the guard. Links of protected folders are resolved here, once.
+    PathGuard(const Platform& platform, const SystemLayout& layout);
+
+    /// Why `path` must never be removed; nothing when it may be.
+    [[nodiscard]] std::optional<std::string> refusalReason(const Path& path) const;
+
+private:
+    const Platform& platform_;
+    std::vector<Path> guarded_;
+};
+
+/// The same for a single path.
 std::optional<std::string> refusalReason(const Platform& platform, const SystemLayout& layout, const Path& path);
 
 } // namespace vellmoor

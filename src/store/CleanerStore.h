@@ -94,10 +94,11 @@ public:
     /// What the scan button does while a scan runs; nothing when none does.
     void cancelScan();
 
-    // Actions. Each is ignored while a clean or a login-item change runs (isCleaning), and ends in a rescan.
-    /// Cleans a copy of what is selected now, then scans `module` again; nothing without a selection.
+    // Actions. While a clean or a login-item change runs (isCleaning) another is ignored.
+    /// Cleans a copy of what is selected now, publishes the report, then scans `module` again, which makes it the
+    /// active one. Nothing without a selection.
     void cleanSelected(CleanerModule module);
-    /// Ignored while a scan runs too; scans `performance` afterwards.
+    /// Ignored while a scan runs too. Ends in a scan of `performance`, which makes it the active module.
     void setStartupItem(const StartupItem& item, bool enabled);
     /// Asks the application to quit and words the outcome in statusMessage. A moment later, when the application had
     /// time to go, reads the memory state again if memoryOptimization is then the active module.

@@ -50,19 +50,23 @@ void CleanerStore::quitMemoryApp(const MemoryApp& app) {
         const QuitOutcome outcome = engine->requestQuit(app);
         out->post([state, name = app.name, outcome] { state->showQuitOutcome(name, outcome); });
     };
-    state_->workers->start(askAndPost);
+    try {
+        state->workers->start(askAndPost);
+    } catch (const std::exception& noThread) {
+        state->set<std::string>(state->statusMessage, noThread.what(), State::Status);
+    }
 }
 
 void CleanerStore::setMemoryRefreshDelay(std::chrono::milliseconds delay) {
     state_->memoryRefresh.setInterval(delay);
 }
 
-void CleanerStore::State::startAction(const std::string& status, CleanerModule rescanned, Action action) {
+void CleanerStore::State::startAction(const std::string& status, CleanerModule rescanned, const Action& action) {
     const Update update(*this);
     set(isCleaning, true, Cleaning);
     set(statusMessage, status, Status);
     // `this` is used in posted jobs only: they run on the store's thread, and not after its death.
-    workers->start([this, rescanned, action = std::move(action), engine = service, out = workers] {
+    const auto actAndPost = [this, rescanned, action, engine = service, out = workers] {
         ActionOutcome outcome;
         try {
             outcome = action(*engine);
@@ -70,7 +74,12 @@ void CleanerStore::State::startAction(const std::string& status, CleanerModule r
             outcome.message = error.what(); // the engine does not throw; memory can still run out
         }
         out->post([this, rescanned, outcome] { endAction(outcome, rescanned); });
-    });
+    };
+    try {
+        workers->start(actAndPost);
+    } catch (const std::exception& noThread) {
+        endAction({noThread.what(), {}}, rescanned);
+    }
 }
 
 void CleanerStore::State::endAction(const ActionOutcome& outcome, CleanerModule rescanned) {

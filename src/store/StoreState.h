@@ -92,7 +92,7 @@ struct CleanerStore::State {
     [[nodiscard]] std::string scanCompletionMessage(const std::string& cleanable, CleanerModule module) const;
 
     // Actions
-    void startAction(const std::string& status, CleanerModule rescanned, Action action);
+    void startAction(const std::string& status, CleanerModule rescanned, const Action& action);
     void endAction(const ActionOutcome& outcome, CleanerModule rescanned);
     void showQuitOutcome(const std::string& name, QuitOutcome outcome);
     void refreshMemoryAfterAppChange();

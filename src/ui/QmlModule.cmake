@@ -11,10 +11,10 @@ function(vellmoor_qml_module name uri)
   endforeach()
   set(target vellmoor_ui_${name})
   qt_add_library(${target} STATIC)
+  set_target_properties(${target} PROPERTIES AUTOMOC ON)
   qt_add_qml_module(${target}
     URI ${uri} VERSION 1.0 RESOURCE_PREFIX /qt/qml IMPORTS ${ARG_IMPORTS}
     QML_FILES ${qml_files} SOURCES ${ARG_SOURCES})
-  set_target_properties(${target} PROPERTIES AUTOMOC ON)
   target_include_directories(${target} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
   target_link_libraries(${target} PUBLIC ${ARG_USES} Qt6::Quick)
   # The strict warnings are for the files written here, not for what Qt's tools generate from them.
@@ -22,6 +22,12 @@ function(vellmoor_qml_module name uri)
   set(own ${ARG_SOURCES})
   list(FILTER own INCLUDE REGEX "\\.cpp$")
   if(own)
-    set_source_files_properties(${own} PROPERTIES COMPILE_OPTIONS "${warnings}")
+    set_source_files_properties(${own} PROPERTIES COMPILE_OPTIONS "${warnings}" SKIP_UNITY_BUILD_INCLUSION ON)
+  endif()
+  # One small generated file per QML file, all with the same headers: compile them in bundles.
+  set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 10)
+  if(VELLMOOR_SANITIZE)
+    # Sanitizers look at the code written here; compiling QML to C++ would only cost time there.
+    set_target_properties(${target} PROPERTIES QT_QMLCACHEGEN_ARGUMENTS --only-bytecode)
   endif()
 endfunction()

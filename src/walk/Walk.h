@@ -47,7 +47,7 @@ struct Entry {
 struct Directory {
     const DirectoryPath& place;
     std::string_view name; ///< last component
-    std::uint32_t depth;   ///< 0 for the root
+    std::uint32_t depth;   ///< 1 for a child of the root
     std::span<const std::string_view> names;
 };
 

@@ -15,7 +15,7 @@
 
 namespace vellmoor::test {
 
-inline CleanupTarget ticked(const Path& path, std::int64_t bytes = 100) {
+inline CleanupTarget tickedTarget(const Path& path, std::int64_t bytes = 100) {
     CleanupTarget target;
     target.url = path;
     target.name = path.filename();
@@ -25,14 +25,14 @@ inline CleanupTarget ticked(const Path& path, std::int64_t bytes = 100) {
     return target;
 }
 
-inline CleanupItem row(const std::vector<Path>& paths, CleanerModule module = CleanerModule::systemJunk) {
+inline CleanupItem tickedRow(const std::vector<Path>& paths, CleanerModule module = CleanerModule::systemJunk) {
     CleanupItem item;
     item.module = module;
     item.risk = CleanupRisk::safe;
     item.isCleanable = true;
     item.isSelected = true;
     for (const Path& path : paths) {
-        item.targets.push_back(ticked(path));
+        item.targets.push_back(tickedTarget(path));
     }
     return item;
 }
@@ -43,15 +43,15 @@ inline CleanupReport clean(const EngineHome& home, const std::vector<CleanupItem
 }
 
 inline CleanupReport clean(const EngineHome& home, const std::vector<Path>& paths) {
-    return clean(home, std::vector<CleanupItem>{row(paths)});
+    return clean(home, std::vector<CleanupItem>{tickedRow(paths)});
 }
 
-inline std::string contents(const Path& file) {
+inline std::string fileText(const Path& file) {
     std::ifstream in(file, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
-inline std::vector<Path> changed(const EngineHome& home, Operation operation) {
+inline std::vector<Path> changedPaths(const EngineHome& home, Operation operation) {
     std::vector<Path> paths;
     for (const Change& change : home.platform.changes()) {
         if (change.operation == operation) {
@@ -71,8 +71,8 @@ protected:
     Path trashed(const std::string& name) const { return trash.contents / name; }
     void expectRemovedForGood(const Path& path) const {
         EXPECT_FALSE(home.has(path));
-        EXPECT_THAT(changed(home, Operation::RemoveFromTrash), ::testing::ElementsAre(path));
-        EXPECT_THAT(changed(home, Operation::MoveToTrash), ::testing::IsEmpty());
+        EXPECT_THAT(changedPaths(home, Operation::RemoveFromTrash), ::testing::ElementsAre(path));
+        EXPECT_THAT(changedPaths(home, Operation::MoveToTrash), ::testing::IsEmpty());
     }
 };
 

@@ -20,7 +20,7 @@ TEST_P(CleaningGuards, ALinkMovesToTheTrashAndWhatItNamesStays) {
     clean(home, {link});
     EXPECT_FALSE(home.has(link));
     EXPECT_TRUE(std::filesystem::is_symlink(trashed("link")));
-    EXPECT_EQ(contents(document), "words");
+    EXPECT_EQ(fileText(document), "words");
 }
 
 TEST_P(CleaningGuards, AFolderThatBecameALinkSinceTheScanMovesAsALink) {
@@ -28,7 +28,7 @@ TEST_P(CleaningGuards, AFolderThatBecameALinkSinceTheScanMovesAsALink) {
     const Path target = home.link(document.parent_path(), "Stuff/cache");
     clean(home, {target});
     EXPECT_FALSE(home.has(target));
-    EXPECT_EQ(contents(document), "words");
+    EXPECT_EQ(fileText(document), "words");
 }
 
 TEST_P(CleaningGuards, ALinkInTheTrashIsRemovedAsALink) {
@@ -37,7 +37,7 @@ TEST_P(CleaningGuards, ALinkInTheTrashIsRemovedAsALink) {
     const CleanupReport report = clean(home, {link});
     EXPECT_THAT(report.failures, IsEmpty());
     expectRemovedForGood(link);
-    EXPECT_EQ(contents(document), "words");
+    EXPECT_EQ(fileText(document), "words");
 }
 
 TEST_P(CleaningGuards, ALinkInTheTrashThatNamesTheHomeIsRemovedAsALink) {
@@ -46,7 +46,7 @@ TEST_P(CleaningGuards, ALinkInTheTrashThatNamesTheHomeIsRemovedAsALink) {
     const CleanupReport report = clean(home, {link});
     EXPECT_THAT(report.failures, IsEmpty());
     expectRemovedForGood(link);
-    EXPECT_EQ(contents(document), "words");
+    EXPECT_EQ(fileText(document), "words");
 }
 
 TEST_P(CleaningGuards, LinksDeepInATrashedFolderAreNotFollowed) {
@@ -56,7 +56,7 @@ TEST_P(CleaningGuards, LinksDeepInATrashedFolderAreNotFollowed) {
     const CleanupReport report = clean(home, {trashed("old")});
     EXPECT_EQ(report.removedCount, 1);
     EXPECT_FALSE(home.has(trashed("old")));
-    EXPECT_EQ(contents(document), "words");
+    EXPECT_EQ(fileText(document), "words");
 }
 
 TEST_P(CleaningGuards, NothingBehindALinkInTheTrashIsTouched) {
@@ -65,7 +65,7 @@ TEST_P(CleaningGuards, NothingBehindALinkInTheTrashIsTouched) {
     const CleanupReport report = clean(home, {trashed("folder/thesis")});
     EXPECT_THAT(home.platform.changes(), IsEmpty());
     EXPECT_THAT(report.failures, ElementsAre(StartsWith("thesis: ")));
-    EXPECT_EQ(contents(document), "words");
+    EXPECT_EQ(fileText(document), "words");
 }
 
 TEST_P(CleaningGuards, ATrashThatBecameALinkToAnotherFolderIsNotEmptied) {
@@ -76,7 +76,7 @@ TEST_P(CleaningGuards, ATrashThatBecameALinkToAnotherFolderIsNotEmptied) {
     const CleanupReport report = clean(home, {trashed("thesis")});
     EXPECT_THAT(home.platform.changes(), IsEmpty());
     EXPECT_THAT(report.failures, ElementsAre(StartsWith("thesis: ")));
-    EXPECT_EQ(contents(document), "words");
+    EXPECT_EQ(fileText(document), "words");
 }
 
 TEST_P(CleaningGuards, TheHomeAndWhatLiesAboveItAreRefused) {
@@ -87,7 +87,7 @@ TEST_P(CleaningGuards, TheHomeAndWhatLiesAboveItAreRefused) {
                 ElementsAre(StartsWith(home.home.filename().string() + ": "),
                             StartsWith(home.home.parent_path().filename().string() + ": "), StartsWith("/: ")));
     EXPECT_THAT(home.platform.changes(), IsEmpty());
-    EXPECT_EQ(contents(document), "words");
+    EXPECT_EQ(fileText(document), "words");
 }
 
 TEST_P(CleaningGuards, EveryProtectedFolderOfTheLayoutIsRefused) {
@@ -132,9 +132,9 @@ TEST_P(CleaningGuards, APathThatClimbsOutOfALinkIsRefused) {
     const Path meant = home.text("Other/a", "more words");
     home.link(home.place("Other/inner"), "Stuff/link");
     clean(home, {home.home / "Stuff/link/../a"});
-    EXPECT_EQ(contents(named), "words"); // the lexical reading
+    EXPECT_EQ(fileText(named), "words"); // the lexical reading
     if (!isMac) {                        // macOS goes through the link, as the scan did
-        EXPECT_EQ(contents(meant), "more words");
+        EXPECT_EQ(fileText(meant), "more words");
     }
 }
 

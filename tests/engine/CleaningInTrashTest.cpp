@@ -21,7 +21,7 @@ TEST_F(MacCleaning, AnItemInAVolumesTrashIsRemovedForGood) {
     const Path item = home.file("/Volumes/Stick/.Trashes/" + std::to_string(home.platform.user) + "/old");
     clean(home, {item});
     EXPECT_FALSE(home.has(item));
-    EXPECT_THAT(changed(home, Operation::RemoveFromTrash), ElementsAre(item));
+    EXPECT_THAT(changedPaths(home, Operation::RemoveFromTrash), ElementsAre(item));
 }
 
 TEST_F(MacCleaning, TheTrashIsRecognisedInTheStandardisedPath) {
@@ -29,21 +29,21 @@ TEST_F(MacCleaning, TheTrashIsRecognisedInTheStandardisedPath) {
     home.folder("Stuff");
     clean(home, {home.home / "Stuff/../.Trash/./old"});
     EXPECT_FALSE(home.has(".Trash/old"));
-    EXPECT_THAT(changed(home, Operation::RemoveFromTrash), SizeIs(1));
+    EXPECT_THAT(changedPaths(home, Operation::RemoveFromTrash), SizeIs(1));
 }
 
 TEST_F(MacCleaning, ADetourOutOfTheTrashIsNoTrash) {
     home.file("Stuff/a");
     home.folder(".Trash");
     clean(home, {home.home / ".Trash/../Stuff/a"});
-    EXPECT_THAT(changed(home, Operation::RemoveFromTrash), IsEmpty());
+    EXPECT_THAT(changedPaths(home, Operation::RemoveFromTrash), IsEmpty());
     EXPECT_TRUE(home.has(".Trash/a"));
 }
 
 TEST_F(MacCleaning, ANameThatOnlyBeginsLikeTheTrashIsNoTrash) {
     const Path file = home.file(".Trash-old/a");
     clean(home, {file});
-    EXPECT_THAT(changed(home, Operation::MoveToTrash), ElementsAre(file));
+    EXPECT_THAT(changedPaths(home, Operation::MoveToTrash), ElementsAre(file));
 }
 
 class LinuxCleaning : public ::testing::Test {
@@ -69,7 +69,7 @@ TEST_F(LinuxCleaning, TheRestoreNoteAndTheSizeGoWithTheItem) {
     EXPECT_FALSE(home.has(item));
     EXPECT_FALSE(home.has(note));
     EXPECT_TRUE(home.has(other));
-    EXPECT_EQ(contents(trash.folder / "directorysizes"), "8192 2 other\n");
+    EXPECT_EQ(fileText(trash.folder / "directorysizes"), "8192 2 other\n");
 }
 
 TEST_F(LinuxCleaning, AFailedRemovalKeepsTheRestoreNote) {
@@ -101,26 +101,26 @@ TEST_F(LinuxCleaning, AnItemInEitherFormOfAVolumesTrashIsRemovedForGood) {
     home.setMode(disk / ".Trash", 01777);
     const CleanupReport report = clean(home, {own, shared});
     EXPECT_THAT(report.failures, IsEmpty());
-    EXPECT_THAT(changed(home, Operation::RemoveFromTrash), ElementsAre(own, shared));
+    EXPECT_THAT(changedPaths(home, Operation::RemoveFromTrash), ElementsAre(own, shared));
 }
 
 TEST_F(LinuxCleaning, ACopiedStickInTheHomeIsNoTrash) {
     const Path copy = home.text("stick-copy/.Trash-" + user + "/files/a", "words");
     clean(home, {copy});
-    EXPECT_THAT(changed(home, Operation::RemoveFromTrash), IsEmpty());
-    EXPECT_EQ(contents(trash.contents / "a"), "words");
+    EXPECT_THAT(changedPaths(home, Operation::RemoveFromTrash), IsEmpty());
+    EXPECT_EQ(fileText(trash.contents / "a"), "words");
 }
 
 TEST_F(LinuxCleaning, TheMacTrashNameMeansNothing) {
     const Path file = home.text(".Trash/a", "words");
     clean(home, {file});
-    EXPECT_EQ(contents(trash.contents / "a"), "words");
+    EXPECT_EQ(fileText(trash.contents / "a"), "words");
 }
 
 TEST_F(LinuxCleaning, RestoreNotesAreNotRemovedForGood) {
     const Path note = home.text(trash.folder / "info/old.trashinfo", "[Trash Info]\nPath=/x\n");
     clean(home, {note});
-    EXPECT_THAT(changed(home, Operation::RemoveFromTrash), IsEmpty());
+    EXPECT_THAT(changedPaths(home, Operation::RemoveFromTrash), IsEmpty());
 }
 
 TEST_F(LinuxCleaning, AVolumeThatIsNoLongerMountedHasNoTrash) {
@@ -128,7 +128,7 @@ TEST_F(LinuxCleaning, AVolumeThatIsNoLongerMountedHasNoTrash) {
     const Path item = home.file(disk / (".Trash-" + user) / "files/a");
     home.platform.volumes.clear();
     clean(home, {item});
-    EXPECT_THAT(changed(home, Operation::RemoveFromTrash), IsEmpty());
+    EXPECT_THAT(changedPaths(home, Operation::RemoveFromTrash), IsEmpty());
 }
 
 TEST_F(LinuxCleaning, AForeignTrashIsNotEmptied) {
@@ -136,7 +136,7 @@ TEST_F(LinuxCleaning, AForeignTrashIsNotEmptied) {
     const Path item = home.file(disk / (".Trash-" + user) / "files/a");
     ++home.platform.user;
     clean(home, {item});
-    EXPECT_THAT(changed(home, Operation::RemoveFromTrash), IsEmpty());
+    EXPECT_THAT(changedPaths(home, Operation::RemoveFromTrash), IsEmpty());
 }
 
 TEST_F(LinuxCleaning, TheTrashOfAHomeBehindALinkIsRecognisedByItsRealPath) {
@@ -149,7 +149,7 @@ TEST_F(LinuxCleaning, TheTrashOfAHomeBehindALinkIsRecognisedByItsRealPath) {
     EXPECT_THAT(report.failures, IsEmpty());
     EXPECT_FALSE(home.has(item));
     EXPECT_FALSE(home.has(note));
-    EXPECT_THAT(changed(home, Operation::RemoveFromTrash), SizeIs(1));
+    EXPECT_THAT(changedPaths(home, Operation::RemoveFromTrash), SizeIs(1));
 }
 
 TEST_F(LinuxCleaning, TheTrashOfAHomeBehindALinkIsEmptiedThroughTheLink) {
@@ -160,7 +160,7 @@ TEST_F(LinuxCleaning, TheTrashOfAHomeBehindALinkIsEmptiedThroughTheLink) {
     const CleanupReport report = clean(home, {linked / ".local/share/Trash/files/old"});
     EXPECT_THAT(report.failures, IsEmpty());
     EXPECT_FALSE(home.has(".local/share/Trash/files/old"));
-    EXPECT_THAT(changed(home, Operation::RemoveFromTrash), SizeIs(1));
+    EXPECT_THAT(changedPaths(home, Operation::RemoveFromTrash), SizeIs(1));
 }
 
 TEST_F(LinuxCleaning, ATrashFolderThatIsALinkIsEmptied) {
@@ -180,7 +180,7 @@ TEST_F(LinuxCleaning, AFilesFolderThatIsALinkMakesNoTrashOfWhatItNames) {
     home.folder(trash.folder);
     home.link(home.place("Documents"), trash.contents);
     clean(home, {document});
-    EXPECT_THAT(changed(home, Operation::RemoveFromTrash), IsEmpty());
+    EXPECT_THAT(changedPaths(home, Operation::RemoveFromTrash), IsEmpty());
 }
 
 } // namespace

@@ -31,7 +31,7 @@ protected:
         };
     }
     static CleanupItem memoryRow() {
-        CleanupItem item = row({"/dev/null"}, CleanerModule::memoryOptimization);
+        CleanupItem item = tickedRow({"/dev/null"}, CleanerModule::memoryOptimization);
         item.targets.front().bytes = 5000;
         return item;
     }
@@ -79,7 +79,7 @@ TEST_F(MemoryCleaning, ThePlaceholderIsNeverMovedOrRemoved) {
 TEST_F(MemoryCleaning, FilesAreCleanedBesideIt) {
     scriptPurge({1, "purge is broken", ""});
     const Path file = home.file("Stuff/a");
-    const CleanupReport report = clean(home, std::vector{memoryRow(), row({file})});
+    const CleanupReport report = clean(home, std::vector{memoryRow(), tickedRow({file})});
     EXPECT_EQ(report.attemptedCount, 2);
     EXPECT_EQ(report.removedCount, 1);
     EXPECT_EQ(report.failedCount, 1);

@@ -25,7 +25,7 @@ TEST_P(Cleaning, AnOrdinaryFileMovesToTheTrash) {
     const Path file = home.text("Stuff/report.txt", "words");
     const CleanupReport report = clean(home, {file});
     EXPECT_FALSE(home.has(file));
-    EXPECT_EQ(contents(trashed("report.txt")), "words");
+    EXPECT_EQ(fileText(trashed("report.txt")), "words");
     EXPECT_EQ(report.attemptedCount, 1);
     EXPECT_EQ(report.removedCount, 1);
     EXPECT_EQ(report.failedCount, 0);
@@ -36,7 +36,7 @@ TEST_P(Cleaning, AFolderMovesToTheTrashWithEverythingInIt) {
     home.text("Stuff/cache/inner/part", "words");
     clean(home, {home.place("Stuff/cache")});
     EXPECT_FALSE(home.has("Stuff/cache"));
-    EXPECT_EQ(contents(trashed("cache/inner/part")), "words");
+    EXPECT_EQ(fileText(trashed("cache/inner/part")), "words");
 }
 
 TEST_P(Cleaning, AnItemInTheTrashIsRemovedForGood) {
@@ -55,7 +55,7 @@ TEST_P(Cleaning, TheTimeOfTheReportIsTheEndOfTheClean) {
 
 TEST_P(Cleaning, ARowThatIsNotCleanableRemovesNothingAndCountsNothing) {
     const Path file = home.file("Stuff/a");
-    CleanupItem item = row({file});
+    CleanupItem item = tickedRow({file});
     item.isCleanable = false;
     const CleanupReport report = clean(home, std::vector{item});
     EXPECT_TRUE(home.has(file));
@@ -65,7 +65,7 @@ TEST_P(Cleaning, ARowThatIsNotCleanableRemovesNothingAndCountsNothing) {
 
 TEST_P(Cleaning, ARowThatIsNotSelectedRemovesNothing) {
     const Path file = home.file("Stuff/a");
-    CleanupItem item = row({file});
+    CleanupItem item = tickedRow({file});
     item.isSelected = false;
     const CleanupReport report = clean(home, std::vector{item});
     EXPECT_TRUE(home.has(file));
@@ -75,7 +75,7 @@ TEST_P(Cleaning, ARowThatIsNotSelectedRemovesNothing) {
 TEST_P(Cleaning, ATargetThatIsNotSelectedStays) {
     const Path stays = home.file("Stuff/stays");
     const Path goes = home.file("Stuff/goes");
-    CleanupItem item = row({stays, goes});
+    CleanupItem item = tickedRow({stays, goes});
     item.targets.front().isSelected = false;
     const CleanupReport report = clean(home, std::vector{item});
     EXPECT_TRUE(home.has(stays));

@@ -22,7 +22,7 @@ class LargeFiles : public ::testing::TestWithParam<System> {
 protected:
     EngineHome home{GetParam()};
 
-    Path big(const Path& path, std::int64_t bytes = threshold, EngineHome::Age age = {}) const {
+    Path big(const Path& path, std::int64_t bytes = largeFileThreshold, EngineHome::Age age = {}) const {
         return home.file(path, bytes, age);
     }
 };
@@ -31,88 +31,85 @@ INSTANTIATE_TEST_SUITE_P(On, LargeFiles, ::testing::Values(System::Mac, System::
                          [](const auto& instance) { return instance.param == System::Mac ? "Mac" : "Linux"; });
 
 TEST_P(LargeFiles, AFileOfExactlyTheThresholdIsListedAndASmallerOneIsNot) {
-    const Path exact = big("Downloads/exact.bin");
-    const Path smaller = big("Downloads/smaller.bin", threshold - block);
-    if (allocatedBytes(exact) != threshold || allocatedBytes(smaller) != threshold - block) {
-        GTEST_SKIP() << "this file system allocates more than was asked for";
-    }
-    const auto files = found(home);
+    const Path exact = fileTaking(home, "Downloads/exact.bin", largeFileThreshold);
+    fileTaking(home, "Downloads/smaller.bin", largeFileThreshold - 4096);
+    const auto files = foundFiles(home);
     ASSERT_THAT(files, SizeIs(1));
     EXPECT_EQ(files.front().url, exact);
-    EXPECT_EQ(files.front().bytes, threshold);
+    EXPECT_EQ(files.front().bytes, largeFileThreshold);
     EXPECT_EQ(files.front().files, 1);
 }
 
 TEST_P(LargeFiles, OnlyAllocatedBytesCount) {
     const Path sparse = home.file("Downloads/disk.img", 0);
-    std::filesystem::resize_file(sparse, 4 * static_cast<std::uintmax_t>(threshold));
-    EXPECT_THAT(found(home), IsEmpty());
+    std::filesystem::resize_file(sparse, 4 * static_cast<std::uintmax_t>(largeFileThreshold));
+    EXPECT_THAT(foundFiles(home), IsEmpty());
 }
 
 TEST_P(LargeFiles, TheFiveFoldersAreSearchedAndNothingElse) {
     const Path one = big("Downloads/1.bin");
     const Path videos = GetParam() == System::Mac ? "Movies" : "Videos";
-    const std::vector<Path> inside{again(home, one, "Desktop/2.bin"), again(home, one, "Documents/3.bin"),
-                                   again(home, one, videos / "4.bin"), again(home, one, "Pictures/5.bin"), one};
-    again(home, one, "Library/6.bin");
-    again(home, one, "Music/7.bin");
-    again(home, one, "8.bin");
-    again(home, one, ".cache/9.bin");
-    EXPECT_THAT(urls(home), ::testing::UnorderedElementsAreArray(inside));
+    const std::vector<Path> inside{nameAgain(home, one, "Desktop/2.bin"), nameAgain(home, one, "Documents/3.bin"),
+                                   nameAgain(home, one, videos / "4.bin"), nameAgain(home, one, "Pictures/5.bin"), one};
+    nameAgain(home, one, "Library/6.bin");
+    nameAgain(home, one, "Music/7.bin");
+    nameAgain(home, one, "8.bin");
+    nameAgain(home, one, ".cache/9.bin");
+    EXPECT_THAT(foundUrls(home), ::testing::UnorderedElementsAreArray(inside));
 }
 
 TEST_P(LargeFiles, FilesAreFoundAtAnyDepth) {
     const Path deep = big("Documents/a/b/c/d/e/deep.bin");
-    EXPECT_THAT(urls(home), ElementsAre(deep));
+    EXPECT_THAT(foundUrls(home), ElementsAre(deep));
 }
 
 TEST_P(LargeFiles, HiddenFilesAndFoldersAreLeftOut) {
     const Path hidden = big("Downloads/.hidden.bin");
-    again(home, hidden, "Downloads/.folder/inner.bin");
-    EXPECT_THAT(found(home), IsEmpty());
+    nameAgain(home, hidden, "Downloads/.folder/inner.bin");
+    EXPECT_THAT(foundFiles(home), IsEmpty());
 }
 
 TEST_P(LargeFiles, SourceTreesAndTrashFoldersAreLeftOut) {
     const Path kept = big("Documents/project/kept.bin");
-    again(home, kept, "Documents/project/node_modules/left.bin");
-    again(home, kept, "Documents/project/.git/left.bin");
-    again(home, kept, "Documents/.Trash/left.bin");
-    EXPECT_THAT(urls(home), ElementsAre(kept));
+    nameAgain(home, kept, "Documents/project/node_modules/left.bin");
+    nameAgain(home, kept, "Documents/project/.git/left.bin");
+    nameAgain(home, kept, "Documents/.Trash/left.bin");
+    EXPECT_THAT(foundUrls(home), ElementsAre(kept));
 }
 
 TEST_P(LargeFiles, LinksAreNotFollowed) {
     const Path outside = big("Music/outside.bin");
     home.link(outside, "Downloads/link.bin");
     home.link(outside.parent_path(), "Downloads/folder");
-    EXPECT_THAT(found(home), IsEmpty());
+    EXPECT_THAT(foundFiles(home), IsEmpty());
 }
 
 TEST_P(LargeFiles, AClosedFolderIsPassedOver) {
     const Path open = big("Documents/open.bin");
-    again(home, open, "Documents/closed/inner.bin");
+    nameAgain(home, open, "Documents/closed/inner.bin");
     home.setMode("Documents/closed", 0000);
     const ScopedUnprivileged unprivileged;
-    EXPECT_THAT(urls(home), ElementsAre(open));
+    EXPECT_THAT(foundUrls(home), ElementsAre(open));
 }
 
 TEST_P(LargeFiles, AClosedRootIsPassedOver) {
     const Path open = big("Documents/open.bin");
-    again(home, open, "Downloads/inner.bin");
+    nameAgain(home, open, "Downloads/inner.bin");
     home.setMode("Downloads", 0000);
     const ScopedUnprivileged unprivileged;
-    EXPECT_THAT(urls(home), ElementsAre(open));
+    EXPECT_THAT(foundUrls(home), ElementsAre(open));
 }
 
 TEST_P(LargeFiles, WithoutAnyFolderNothingIsFound) {
-    EXPECT_THAT(found(home), IsEmpty());
+    EXPECT_THAT(foundFiles(home), IsEmpty());
 }
 
 TEST_P(LargeFiles, TheLargestComeFirstAcrossTheFoldersUpToTheLimit) {
-    const Path middle = big("Downloads/middle.bin", threshold + block);
-    const Path largest = big("Pictures/largest.bin", threshold + 2 * block);
+    const Path middle = big("Downloads/middle.bin", largeFileThreshold + step);
+    const Path largest = big("Pictures/largest.bin", largeFileThreshold + 2 * step);
     big("Documents/smallest.bin");
     std::vector<Path> order;
-    for (const ScannedPath& file : found(home, 2)) {
+    for (const ScannedPath& file : foundFiles(home, 2)) {
         order.push_back(file.url);
     }
     EXPECT_THAT(order, ElementsAre(largest, middle));
@@ -120,12 +117,12 @@ TEST_P(LargeFiles, TheLargestComeFirstAcrossTheFoldersUpToTheLimit) {
 
 TEST_P(LargeFiles, ALimitBeyondTheNumberOfFilesIsNoError) {
     big("Downloads/only.bin");
-    EXPECT_THAT(found(home, 12), SizeIs(1));
+    EXPECT_THAT(foundFiles(home, 12), SizeIs(1));
 }
 
 TEST_P(LargeFiles, TheModificationDateIsRecorded) {
-    big("Downloads/old.bin", threshold, days(40));
-    const auto files = found(home);
+    big("Downloads/old.bin", largeFileThreshold, days(40));
+    const auto files = foundFiles(home);
     ASSERT_THAT(files, SizeIs(1));
     EXPECT_EQ(files.front().modified, home.now - days(40));
 }
@@ -162,8 +159,8 @@ TEST_P(LargeFiles, ASearchThatIsCancelledOnTheWayAnswersNoPartOfTheList) {
 }
 
 TEST_P(LargeFiles, ARowDescribesOneFileAndIsNeverPreselected) {
-    const Path file = big("Downloads/sub/Film.mp4", threshold, days(3));
-    const auto items = rows(home, true);
+    const Path file = big("Downloads/sub/Film.mp4", largeFileThreshold, days(3));
+    const auto items = fileRows(home, true);
     ASSERT_THAT(items, SizeIs(1));
     const CleanupItem& row = items.front();
     EXPECT_EQ(row.module, CleanerModule::largeFiles);
@@ -189,19 +186,19 @@ TEST_P(LargeFiles, ARowDescribesOneFileAndIsNeverPreselected) {
 TEST_P(LargeFiles, OfTwentyFilesTheModuleShowsTheTwelveLargestAndTheOverviewTheEightLargest) {
     const Path small = big("Downloads/small-0.bin");
     for (int i = 1; i < 8; ++i) {
-        again(home, small, "Downloads/small-" + std::to_string(i) + ".bin");
+        nameAgain(home, small, "Downloads/small-" + std::to_string(i) + ".bin");
     }
-    const Path medium = big("Documents/medium-0.bin", threshold + block);
+    const Path medium = big("Documents/medium-0.bin", largeFileThreshold + step);
     for (int i = 1; i < 6; ++i) {
-        again(home, medium, "Documents/medium-" + std::to_string(i) + ".bin");
+        nameAgain(home, medium, "Documents/medium-" + std::to_string(i) + ".bin");
     }
-    const Path large = big("Desktop/large-0.bin", threshold + 2 * block);
+    const Path large = big("Desktop/large-0.bin", largeFileThreshold + 2 * step);
     for (int i = 1; i < 6; ++i) {
-        again(home, large, "Desktop/large-" + std::to_string(i) + ".bin");
+        nameAgain(home, large, "Desktop/large-" + std::to_string(i) + ".bin");
     }
-    ASSERT_THAT(found(home), SizeIs(20));
+    ASSERT_THAT(foundFiles(home), SizeIs(20));
 
-    const auto items = rows(home);
+    const auto items = fileRows(home);
     ASSERT_THAT(items, SizeIs(12));
     EXPECT_THAT(std::vector(items.begin(), items.begin() + 6), Each(Field(&CleanupItem::description, "~/Desktop")));
     EXPECT_THAT(std::vector(items.begin() + 6, items.end()), Each(Field(&CleanupItem::description, "~/Documents")));

@@ -7,11 +7,8 @@
 namespace vellmoor::test {
 namespace {
 
-using testing::Contains;
 using testing::ElementsAre;
-using testing::ElementsAreArray;
 using testing::IsEmpty;
-using testing::Not;
 
 enum class Family : std::uint8_t { Chromium, Firefox, GnomeWeb };
 
@@ -159,26 +156,17 @@ protected:
     EngineHome home_{System::Linux};
 };
 
-TEST_P(LinuxBrowserPlace, CookiesAreFoundInTheProfile) {
-    const std::string name = GetParam().family == Family::Chromium ? "Cookies" : "cookies.sqlite";
-    EXPECT_THAT(targetsOf(home_, GetParam().name + " Cookies"),
-                ElementsAre(profileIn(GetParam().userData, GetParam().family) + "/" + name));
-}
-
-TEST_P(LinuxBrowserPlace, TheCacheIsFoundInTheCacheFolder) {
-    const std::string name = GetParam().family == Family::Chromium  ? "Code Cache"
-                             : GetParam().family == Family::Firefox ? "cache2"
-                                                                    : "WebKitCache";
-    EXPECT_THAT(targetsOf(home_, GetParam().name + " Cache"),
-                ElementsAre(profileIn(GetParam().cache, GetParam().family) + "/" + name));
-}
-
-TEST_P(LinuxBrowserPlace, OnlyThisBrowserHasRows) {
-    EXPECT_THAT(titles(privacyRows(home_)), ElementsAre(GetParam().name + " Cookies", GetParam().name + " Cache"));
-}
-
-TEST_P(LinuxBrowserPlace, TheRowsShowTheBrowsersColour) {
-    EXPECT_EQ(privacyRows(home_).front().tint, GetParam().tint);
+TEST_P(LinuxBrowserPlace, ItsProfileAndCacheMakeTheRowsOfThisBrowserAlone) {
+    const auto& [name, tint, family, userData, cache, exe, unit] = GetParam();
+    const std::string cookies = family == Family::Chromium ? "Cookies" : "cookies.sqlite";
+    const std::string caches = family == Family::Chromium  ? "Code Cache"
+                               : family == Family::Firefox ? "cache2"
+                                                           : "WebKitCache";
+    const auto rows = privacyRows(home_);
+    ASSERT_THAT(titles(rows), ElementsAre(name + " Cookies", name + " Cache"));
+    EXPECT_THAT(targetPaths(home_, rows[0]), ElementsAre(profileIn(userData, family) + "/" + cookies));
+    EXPECT_THAT(targetPaths(home_, rows[1]), ElementsAre(profileIn(cache, family) + "/" + caches));
+    EXPECT_EQ(rows[0].tint, tint);
 }
 
 TEST_P(LinuxBrowserPlace, WhileItRunsItsRowsSaySoAndAreNotCleanable) {

@@ -90,28 +90,20 @@ protected:
     EngineHome home_{System::Mac};
 };
 
-TEST_P(MacPrivacyTable, TheRowConsistsOfThePathsOfTheTable) {
-    EXPECT_THAT(targetsOf(home_, GetParam().title), ElementsAreArray(GetParam().paths));
-}
-
-TEST_P(MacPrivacyTable, TheRowHasTheRiskOfTheTable) {
-    EXPECT_EQ(findRow(privacyRows(home_), GetParam().title)->risk, GetParam().risk);
-}
-
-TEST_P(MacPrivacyTable, TheRowShowsItsBrowser) {
+TEST_P(MacPrivacyTable, TheRowIsThatOfTheTable) {
     const auto row = findRow(privacyRows(home_), GetParam().title);
+    ASSERT_TRUE(row);
+    EXPECT_THAT(targetPaths(home_, row), ElementsAreArray(GetParam().paths));
+    EXPECT_EQ(row->description, GetParam().description + ", unchecked by default");
+    EXPECT_EQ(row->risk, GetParam().risk);
     EXPECT_EQ(row->symbol, GetParam().symbol);
     EXPECT_EQ(row->tint, GetParam().tint);
     EXPECT_EQ(row->module, CleanerModule::privacy);
 }
 
-TEST_P(MacPrivacyTable, TheDescriptionSaysThatTheRowIsNotTicked) {
-    EXPECT_EQ(findRow(privacyRows(home_), GetParam().title)->description,
-              GetParam().description + ", unchecked by default");
-}
-
 TEST_P(MacPrivacyTable, TheRowIsCleanableButNeverPreselected) {
     const auto row = findRow(privacyRows(home_), GetParam().title);
+    ASSERT_TRUE(row);
     EXPECT_TRUE(row->isCleanable);
     EXPECT_FALSE(row->isSelected);
     EXPECT_THAT(row->selectedTargets(), IsEmpty());

@@ -51,10 +51,20 @@ void PrintTo(const Location& location, std::ostream* out) {
 }
 
 /// What holds for every protected location on either system.
-void expectGrantedWithoutData(const EngineHome& home, const std::string& title) {
-    const PermissionHint found = hint(home, title);
-    EXPECT_TRUE(found.isGranted);
-    EXPECT_EQ(found.description, noData);
+void expectGrantedWithoutData(const EngineHome& home) {
+    for (const PermissionHint& found : hints(home)) {
+        EXPECT_TRUE(found.isGranted) << found.title;
+        EXPECT_EQ(found.description == noData, found.symbol != "house") << found.title;
+    }
+}
+
+/// What stands under the three protected locations.
+void expectRecommendation(const EngineHome& home, const std::string& text) {
+    const std::vector<PermissionHint> found = hints(home);
+    ASSERT_THAT(found, SizeIs(4));
+    for (std::size_t index = 0; index < 3; ++index) {
+        EXPECT_EQ(found[index].recommendation, text);
+    }
 }
 
 void expectGrantedWithData(EngineHome& home, const Location& location) {
@@ -101,9 +111,6 @@ protected:
     EngineHome home_{System::Mac};
 };
 
-TEST_P(MacProtectedLocation, IsGrantedWhenItDoesNotExist) {
-    expectGrantedWithoutData(home_, GetParam().title);
-}
 TEST_P(MacProtectedLocation, IsGrantedWhenItCanBeRead) {
     expectGrantedWithData(home_, GetParam());
 }
@@ -111,15 +118,20 @@ TEST_P(MacProtectedLocation, IsMissingWhenItCannotBeRead) {
     expectMissingWhenClosed(home_, GetParam());
 }
 
-TEST_P(MacProtectedLocation, RecommendsFullDiskAccess) {
-    EXPECT_EQ(hint(home_, GetParam().title).recommendation,
-              "Allow Full Disk Access in System Settings for more complete privacy scan results.");
-}
-
 INSTANTIATE_TEST_SUITE_P(Locations, MacProtectedLocation,
                          testing::Values(Location{"Mail Data", "envelope", "Library/Mail"},
                                          Location{"Messages Data", "message", "Library/Messages"},
                                          Location{"Safari Data", "safari", "Library/Safari"}));
+
+TEST(MacPermissionHints, AreGrantedWhereThereIsNothingToRead) {
+    const EngineHome home(System::Mac);
+    expectGrantedWithoutData(home);
+}
+
+TEST(MacPermissionHints, RecommendFullDiskAccess) {
+    const EngineHome home(System::Mac);
+    expectRecommendation(home, "Allow Full Disk Access in System Settings for more complete privacy scan results.");
+}
 
 TEST(MacPermissionHints, AreFourInTableOrder) {
     const EngineHome home(System::Mac);
@@ -163,9 +175,6 @@ protected:
     EngineHome home_{System::Linux};
 };
 
-TEST_P(LinuxProtectedLocation, IsGrantedWhenItDoesNotExist) {
-    expectGrantedWithoutData(home_, GetParam().title);
-}
 TEST_P(LinuxProtectedLocation, IsGrantedWhenItCanBeRead) {
     expectGrantedWithData(home_, GetParam());
 }
@@ -177,18 +186,6 @@ TEST_P(LinuxProtectedLocation, IsMissingWhenItCannotBeEntered) {
     home_.folder(GetParam().folder);
     home_.setMode(GetParam().folder, 0444);
     EXPECT_FALSE(hint(home_, GetParam().title).isGranted);
-}
-
-TEST_P(LinuxProtectedLocation, RecommendsALookAtThePermissions) {
-    EXPECT_EQ(hint(home_, GetParam().title).recommendation,
-              "Check the folder's owner and read permission. If Vellmoor runs in a Flatpak or Snap sandbox, allow it "
-              "to access the home directory.");
-}
-
-TEST_P(LinuxProtectedLocation, AClosedOneIsTheFolderToLookAt) {
-    home_.folder(GetParam().folder);
-    home_.setMode(GetParam().folder, 0);
-    EXPECT_EQ(unreadable(home_), home_.home / GetParam().folder);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -209,6 +206,33 @@ INSTANTIATE_TEST_SUITE_P(
                     Location{"Sandboxed App Data", "shippingbox", ".var/app"},
                     Location{"Sandboxed App Data", "shippingbox", "snap"},
                     Location{"Sandboxed App Data", "shippingbox", ".snap/data"}));
+
+TEST(LinuxPermissionHints, AreGrantedWhereThereIsNothingToRead) {
+    const EngineHome home(System::Linux);
+    expectGrantedWithoutData(home);
+}
+
+TEST(LinuxPermissionHints, RecommendALookAtThePermissions) {
+    const EngineHome home(System::Linux);
+    expectRecommendation(home, "Check the folder's owner and read permission. If Vellmoor runs in a Flatpak or Snap "
+                               "sandbox, allow it to access the home directory.");
+}
+
+TEST(LinuxPermissionHints, TheFirstUnreadableFolderIsTheOneToLookAt) {
+    const EngineHome home(System::Linux);
+    home.folder(".mozilla/firefox");
+    home.folder(".config/chromium");
+    home.folder(".thunderbird");
+    home.setMode(".config/chromium", 0);
+    home.setMode(".thunderbird", 0);
+    EXPECT_EQ(unreadable(home), home.home / ".config/chromium");
+}
+
+TEST(LinuxPermissionHints, AnUnreadableHomeIsTheFolderToLookAt) {
+    const EngineHome home(System::Linux);
+    home.setMode(home.home, 0);
+    EXPECT_EQ(unreadable(home), home.home);
+}
 
 TEST(LinuxPermissionHints, AreFourInTableOrder) {
     const EngineHome home(System::Linux);

@@ -12,7 +12,7 @@
 
 namespace vellmoor::test {
 
-inline std::vector<CleanupItem> rows(const EngineHome& home) {
+inline std::vector<CleanupItem> trashRows(const EngineHome& home) {
     ScanContext context = home.context();
     return trashItems(context);
 }
@@ -21,7 +21,7 @@ inline std::vector<TrashSource> sources(const EngineHome& home) {
     return trashSources(home.context());
 }
 
-inline std::vector<Path> urls(const EngineHome& home) {
+inline std::vector<Path> sourceUrls(const EngineHome& home) {
     std::vector<Path> all;
     for (const TrashSource& source : sources(home)) {
         all.push_back(source.url);
@@ -29,7 +29,7 @@ inline std::vector<Path> urls(const EngineHome& home) {
     return all;
 }
 
-inline std::vector<std::string> titles(const std::vector<CleanupItem>& items) {
+inline std::vector<std::string> rowTitles(const std::vector<CleanupItem>& items) {
     std::vector<std::string> all;
     for (const CleanupItem& item : items) {
         all.push_back(item.title);

@@ -36,7 +36,7 @@ protected:
 
 TEST_F(LinuxTrash, TheItemsAreTheChildrenOfTheFilesFolder) {
     const Path item = home.file(folder / "files/old.txt");
-    const auto items = rows(home);
+    const auto items = trashRows(home);
     ASSERT_THAT(items, SizeIs(1));
     const CleanupItem& row = items.front();
     EXPECT_EQ(row.title, "User Trash");
@@ -60,7 +60,7 @@ TEST_F(LinuxTrash, TheTrashFollowsTheDataFolder) {
     home.environment.data = home.folder("elsewhere");
     home.useEnvironment();
     home.file("elsewhere/Trash/files/old.txt");
-    const auto items = rows(home);
+    const auto items = trashRows(home);
     ASSERT_THAT(items, SizeIs(1));
     EXPECT_EQ(items.front().description, "Files in ~/elsewhere/Trash, these are permanently removed when emptied");
 }
@@ -70,20 +70,20 @@ TEST_F(LinuxTrash, NotesAndHalfDeletedItemsAreNoTargets) {
     home.text(folder / "info/old.txt.trashinfo", "[Trash Info]\nPath=/original/name.txt\n");
     home.text(folder / "directorysizes", "1 2 old.txt\n");
     home.file(folder / "expunged/12345/part");
-    const auto items = rows(home);
+    const auto items = trashRows(home);
     ASSERT_THAT(items, SizeIs(1));
     EXPECT_THAT(targetNames(items.front()), ElementsAre("old.txt"));
 }
 
 TEST_F(LinuxTrash, AHiddenFileAloneGivesARow) {
     home.file(folder / "files/.hidden");
-    ASSERT_THAT(rows(home), SizeIs(1));
-    EXPECT_THAT(targetNames(rows(home).front()), ElementsAre(".hidden"));
+    ASSERT_THAT(trashRows(home), SizeIs(1));
+    EXPECT_THAT(targetNames(trashRows(home).front()), ElementsAre(".hidden"));
 }
 
 TEST_F(LinuxTrash, ADanglingLinkIsListed) {
     home.link("/nowhere/at/all", folder / "files/link");
-    const auto items = rows(home);
+    const auto items = trashRows(home);
     ASSERT_THAT(items, SizeIs(1));
     EXPECT_THAT(targetNames(items.front()), ElementsAre("link"));
     EXPECT_TRUE(items.front().isCleanable);
@@ -91,24 +91,24 @@ TEST_F(LinuxTrash, ADanglingLinkIsListed) {
 
 TEST_F(LinuxTrash, ATrashedFolderIsMeasured) {
     home.file(folder / "files/project/a.bin", 8192);
-    const auto items = rows(home);
+    const auto items = trashRows(home);
     ASSERT_THAT(items, SizeIs(1));
     EXPECT_EQ(items.front().bytes, 8192);
 }
 
 TEST_F(LinuxTrash, NothingIsShownWithoutATrash) {
-    EXPECT_THAT(rows(home), IsEmpty());
+    EXPECT_THAT(trashRows(home), IsEmpty());
 }
 
 TEST_F(LinuxTrash, NothingIsShownWithoutAFilesFolder) {
     home.folder(folder / "info");
     const ScopedUnprivileged unprivileged;
-    EXPECT_THAT(rows(home), IsEmpty());
+    EXPECT_THAT(trashRows(home), IsEmpty());
 }
 
 TEST_F(LinuxTrash, AnEmptyFilesFolderGivesNoRow) {
     home.folder(folder / "files");
-    EXPECT_THAT(rows(home), IsEmpty());
+    EXPECT_THAT(trashRows(home), IsEmpty());
 }
 
 TEST_F(LinuxTrash, AClosedFilesFolderIsShownAsAccessLimitedUnderTheTrashsName) {
@@ -117,7 +117,7 @@ TEST_F(LinuxTrash, AClosedFilesFolderIsShownAsAccessLimitedUnderTheTrashsName) {
     std::vector<CleanupItem> items;
     {
         const ScopedUnprivileged unprivileged;
-        items = rows(home);
+        items = trashRows(home);
     }
     ASSERT_THAT(items, SizeIs(1));
     EXPECT_EQ(items.front().title, "User Trash access limited");
@@ -132,7 +132,7 @@ TEST_F(LinuxTrash, AClosedTrashFolderIsShownAsAccessLimited) {
     std::vector<CleanupItem> items;
     {
         const ScopedUnprivileged unprivileged;
-        items = rows(home);
+        items = trashRows(home);
     }
     ASSERT_THAT(items, SizeIs(1));
     expectAccessLimited(items.front(), folder);
@@ -142,7 +142,7 @@ TEST_F(LinuxTrash, AForeignTrashThatCanBeReadIsPassedOver) {
     home.file(folder / "files/theirs");
     ++home.platform.user;
     EXPECT_THAT(sources(home), IsEmpty());
-    EXPECT_THAT(rows(home), IsEmpty());
+    EXPECT_THAT(trashRows(home), IsEmpty());
 }
 
 TEST_F(LinuxTrash, AForeignTrashThatCannotBeReadIsShownAsAccessLimited) {
@@ -152,7 +152,7 @@ TEST_F(LinuxTrash, AForeignTrashThatCannotBeReadIsShownAsAccessLimited) {
     std::vector<CleanupItem> items;
     {
         const ScopedUnprivileged unprivileged;
-        items = rows(home);
+        items = trashRows(home);
     }
     ASSERT_THAT(items, SizeIs(1));
     expectAccessLimited(items.front(), folder);
@@ -165,7 +165,7 @@ TEST_F(LinuxTrash, AForeignTrashThatCanOnlyBeEnteredIsShownAsAccessLimited) {
     std::vector<CleanupItem> items;
     {
         const ScopedUnprivileged unprivileged;
-        items = rows(home);
+        items = trashRows(home);
     }
     ASSERT_THAT(items, SizeIs(1));
     expectAccessLimited(items.front(), folder);
@@ -175,8 +175,8 @@ TEST_F(LinuxTrash, AVolumesSharedTrashIsAcceptedWithTheStickyBit) {
     const Path disk = volume("/media/STICK");
     const Path trash = sharedTrash(disk);
     home.file(trash / "files/old");
-    EXPECT_THAT(urls(home), ElementsAre(folder / "files", trash / "files"));
-    const auto items = rows(home);
+    EXPECT_THAT(sourceUrls(home), ElementsAre(folder / "files", trash / "files"));
+    const auto items = trashRows(home);
     ASSERT_THAT(items, SizeIs(1));
     EXPECT_EQ(items.front().title, "STICK Trash");
     EXPECT_EQ(items.front().description, "Trash files on the STICK volume, these are permanently removed when emptied");
@@ -184,7 +184,7 @@ TEST_F(LinuxTrash, AVolumesSharedTrashIsAcceptedWithTheStickyBit) {
 
 TEST_F(LinuxTrash, AVolumesSharedTrashWithoutTheStickyBitIsRefused) {
     sharedTrash(volume("/media/STICK"), 0777);
-    EXPECT_THAT(urls(home), ElementsAre(folder / "files"));
+    EXPECT_THAT(sourceUrls(home), ElementsAre(folder / "files"));
 }
 
 TEST_F(LinuxTrash, AVolumesSharedTrashBehindALinkIsRefused) {
@@ -192,7 +192,7 @@ TEST_F(LinuxTrash, AVolumesSharedTrashBehindALinkIsRefused) {
     home.folder(disk / "elsewhere" / user);
     home.setMode(disk / "elsewhere", 01777);
     home.link("elsewhere", disk / ".Trash");
-    EXPECT_THAT(urls(home), ElementsAre(folder / "files"));
+    EXPECT_THAT(sourceUrls(home), ElementsAre(folder / "files"));
 }
 
 TEST_F(LinuxTrash, AUsersFolderThatIsALinkInTheSharedTrashIsRefused) {
@@ -200,33 +200,33 @@ TEST_F(LinuxTrash, AUsersFolderThatIsALinkInTheSharedTrashIsRefused) {
     home.folder(disk / "elsewhere/files");
     home.link("../elsewhere", disk / ".Trash" / user);
     home.setMode(disk / ".Trash", 01777);
-    EXPECT_THAT(urls(home), ElementsAre(folder / "files"));
+    EXPECT_THAT(sourceUrls(home), ElementsAre(folder / "files"));
 }
 
 TEST_F(LinuxTrash, AVolumesOwnTrashNeedsNoStickyBit) {
     const Path disk = volume("/media/STICK");
     const Path trash = home.folder(disk / (".Trash-" + user));
-    EXPECT_THAT(urls(home), ElementsAre(folder / "files", trash / "files"));
+    EXPECT_THAT(sourceUrls(home), ElementsAre(folder / "files", trash / "files"));
 }
 
 TEST_F(LinuxTrash, AVolumesOwnTrashThatIsALinkIsRefused) {
     const Path disk = volume("/media/STICK");
     home.folder(disk / "elsewhere/files");
     home.link("elsewhere", disk / (".Trash-" + user));
-    EXPECT_THAT(urls(home), ElementsAre(folder / "files"));
+    EXPECT_THAT(sourceUrls(home), ElementsAre(folder / "files"));
 }
 
 TEST_F(LinuxTrash, AnotherUsersVolumeTrashIsNoSource) {
     const Path disk = volume("/media/STICK");
     home.folder(disk / ".Trash-99999/files");
-    EXPECT_THAT(urls(home), ElementsAre(folder / "files"));
+    EXPECT_THAT(sourceUrls(home), ElementsAre(folder / "files"));
 }
 
 TEST_F(LinuxTrash, BothFormsOfAVolumeAreListedTheSharedOneFirst) {
     const Path disk = volume("/media/STICK");
     const Path own = home.folder(disk / (".Trash-" + user));
     const Path shared = sharedTrash(disk);
-    EXPECT_THAT(urls(home), ElementsAre(folder / "files", shared / "files", own / "files"));
+    EXPECT_THAT(sourceUrls(home), ElementsAre(folder / "files", shared / "files", own / "files"));
 }
 
 TEST_F(LinuxTrash, AVolumesTrashThatOffersTheUsersOwnFolderIsNotListed) {
@@ -234,7 +234,7 @@ TEST_F(LinuxTrash, AVolumesTrashThatOffersTheUsersOwnFolderIsNotListed) {
     const Path disk = volume("/media/STICK");
     const Path trash = home.folder(disk / (".Trash-" + user));
     home.link(home.place("Documents"), trash / "files");
-    const auto items = rows(home);
+    const auto items = trashRows(home);
     ASSERT_THAT(items, SizeIs(1));
     expectAccessLimited(items.front(), trash);
 }
@@ -243,21 +243,21 @@ TEST_F(LinuxTrash, TheRootVolumeIsNoSource) {
     home.platform.volumes.push_back({"/", ""});
     home.platform.volumes.push_back({home.root, ""});
     home.folder(home.root / (".Trash-" + user) / "files");
-    EXPECT_THAT(urls(home), ElementsAre(folder / "files"));
+    EXPECT_THAT(sourceUrls(home), ElementsAre(folder / "files"));
 }
 
 TEST_F(LinuxTrash, OneFolderUnderTwoVolumesGivesTheFirstSourceOnly) {
     const Path disk = volume("/media/STICK");
     const Path trash = home.folder(disk / (".Trash-" + user));
     home.platform.volumes.push_back({home.link(disk, "/mnt/again"), ""});
-    EXPECT_THAT(urls(home), ElementsAre(folder / "files", trash / "files"));
+    EXPECT_THAT(sourceUrls(home), ElementsAre(folder / "files", trash / "files"));
 }
 
 TEST_F(LinuxTrash, AVolumeAnywhereCounts) {
     const Path disk = volume("/data");
     const Path trash = home.folder(disk / (".Trash-" + user));
     home.file(trash / "files/old");
-    EXPECT_THAT(titles(rows(home)), UnorderedElementsAre("data Trash"));
+    EXPECT_THAT(rowTitles(trashRows(home)), UnorderedElementsAre("data Trash"));
 }
 
 } // namespace

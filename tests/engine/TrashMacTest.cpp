@@ -28,16 +28,16 @@ protected:
 
 TEST_F(MacTrash, AnEmptyTrashAndNoVolumesGiveNoRow) {
     home.folder(".Trash");
-    EXPECT_THAT(rows(home), IsEmpty());
+    EXPECT_THAT(trashRows(home), IsEmpty());
 }
 
 TEST_F(MacTrash, AMissingTrashGivesNoRow) {
-    EXPECT_THAT(rows(home), IsEmpty());
+    EXPECT_THAT(trashRows(home), IsEmpty());
 }
 
 TEST_F(MacTrash, AHiddenFileAloneGivesARow) {
     home.file(".Trash/.hidden");
-    const auto items = rows(home);
+    const auto items = trashRows(home);
     ASSERT_THAT(items, SizeIs(1));
     EXPECT_THAT(targetNames(items.front()), ElementsAre(".hidden"));
     EXPECT_EQ(items.front().files, 1);
@@ -45,7 +45,7 @@ TEST_F(MacTrash, AHiddenFileAloneGivesARow) {
 
 TEST_F(MacTrash, TheRowIsSafeAndPreselectedAndSaysWhatEmptyingDoes) {
     home.file(".Trash/old.txt");
-    const auto items = rows(home);
+    const auto items = trashRows(home);
     ASSERT_THAT(items, SizeIs(1));
     const CleanupItem& row = items.front();
     EXPECT_EQ(row.module, CleanerModule::trash);
@@ -64,7 +64,7 @@ TEST_F(MacTrash, TheRowIsSafeAndPreselectedAndSaysWhatEmptyingDoes) {
 TEST_F(MacTrash, ATrashedFolderIsMeasured) {
     home.file(".Trash/project/a.bin", 8192);
     home.file(".Trash/project/inner/b.bin", 4096);
-    const auto items = rows(home);
+    const auto items = trashRows(home);
     ASSERT_THAT(items, SizeIs(1));
     EXPECT_EQ(items.front().bytes, 12288);
     EXPECT_EQ(items.front().files, 2);
@@ -76,7 +76,7 @@ TEST_F(MacTrash, AClosedTrashIsShownAsAccessLimited) {
     std::vector<CleanupItem> items;
     {
         const ScopedUnprivileged unprivileged;
-        items = rows(home);
+        items = trashRows(home);
     }
     ASSERT_THAT(items, SizeIs(1));
     const Path folder = home.place(".Trash");
@@ -89,7 +89,7 @@ TEST_F(MacTrash, AClosedTrashIsShownAsAccessLimited) {
 TEST_F(MacTrash, AListingThatTheSystemRefusesIsShownAsAccessLimited) {
     const Path folder = home.folder(".Trash");
     home.platform.fail(Operation::List, folder, "Operation not permitted");
-    const auto items = rows(home);
+    const auto items = trashRows(home);
     ASSERT_THAT(items, SizeIs(1));
     expectAccessLimited(items.front(), folder);
 }
@@ -98,14 +98,14 @@ TEST_F(MacTrash, AClosedTrashDoesNotHideTheNextOne) {
     home.platform.fail(Operation::List, home.folder(".Trash"), "Operation not permitted");
     volume("/Volumes/Stick", "Stick");
     home.file("/Volumes/Stick/.Trashes/" + user + "/old");
-    EXPECT_THAT(titles(rows(home)), ElementsAre("User Trash access limited", "Stick Trash"));
+    EXPECT_THAT(rowTitles(trashRows(home)), ElementsAre("User Trash access limited", "Stick Trash"));
 }
 
 TEST_F(MacTrash, AVolumesTrashIsTheUsersOwnFolderInIt) {
     volume("/Volumes/Stick", "Stick");
     const Path mine = home.file("/Volumes/Stick/.Trashes/" + user + "/mine");
     home.file("/Volumes/Stick/.Trashes/99999/theirs");
-    const auto items = rows(home);
+    const auto items = trashRows(home);
     ASSERT_THAT(items, SizeIs(1));
     EXPECT_EQ(items.front().title, "Stick Trash");
     EXPECT_EQ(items.front().description, "Trash files on the Stick volume, these are permanently removed when emptied");
@@ -117,24 +117,24 @@ TEST_F(MacTrash, TheUsersTrashComesFirstAndTheVolumesInTheSystemsOrder) {
     const Path second = volume("/Volumes/B", "B");
     const Path third = volume("/Volumes/A", "A");
     const Path trash = Path(".Trashes") / user;
-    EXPECT_THAT(urls(home), ElementsAre(home.place(".Trash"), second / trash, third / trash));
+    EXPECT_THAT(sourceUrls(home), ElementsAre(home.place(".Trash"), second / trash, third / trash));
 }
 
 TEST_F(MacTrash, AVolumeThatWasNeverUsedForTrashGivesNoRow) {
     volume("/Volumes/Stick", "Stick");
-    EXPECT_THAT(rows(home), IsEmpty());
+    EXPECT_THAT(trashRows(home), IsEmpty());
 }
 
 TEST_F(MacTrash, TheStartUpDiskIsNoSource) {
     home.platform.volumes.push_back({"/", "Macintosh HD"});
     home.platform.volumes.push_back({home.root, "Macintosh HD"});
-    EXPECT_THAT(urls(home), ElementsAre(home.place(".Trash")));
+    EXPECT_THAT(sourceUrls(home), ElementsAre(home.place(".Trash")));
 }
 
 TEST_F(MacTrash, AVolumeOutsideTheVolumesFolderIsNoSource) {
     volume("/private/mnt/Stick", "Stick");
     volume("/VolumesX/Stick", "Stick");
-    EXPECT_THAT(urls(home), ElementsAre(home.place(".Trash")));
+    EXPECT_THAT(sourceUrls(home), ElementsAre(home.place(".Trash")));
 }
 
 TEST_F(MacTrash, TwoSpellingsOfOneVolumeGiveTheFirstSourceOnly) {
@@ -154,7 +154,7 @@ TEST_F(MacTrash, AForeignVolumeTrashThatCanBeReadIsListed) {
     volume("/Volumes/Stick", "Stick");
     home.file("/Volumes/Stick/.Trashes/" + user + "/old");
     ++home.platform.user;
-    EXPECT_THAT(titles(rows(home)), ElementsAre("Stick Trash"));
+    EXPECT_THAT(rowTitles(trashRows(home)), ElementsAre("Stick Trash"));
 }
 
 } // namespace

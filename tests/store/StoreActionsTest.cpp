@@ -219,6 +219,33 @@ TEST_F(StoreActions, TheRescanIsDroppedWhenAScanRunsAlready) {
     EXPECT_THAT(service->scans(), ElementsAre(CleanerModule::trash, CleanerModule::privacy));
 }
 
+TEST_F(StoreActions, ACleanMayStartWhileAScanRuns) {
+    showTrash();
+    const auto scan = startGatedScan(CleanerModule::trash, {});
+    const auto clean = startGatedClean(reportOf(1, 0, 30));
+    EXPECT_TRUE(store->isScanning());
+    EXPECT_TRUE(store->isCleaning());
+    clean->open();
+    awaitWorkers(1);
+    EXPECT_TRUE(store->latestReport());
+    EXPECT_TRUE(store->isScanning());
+    scan->open();
+    awaitEnd();
+}
+
+TEST_F(StoreActions, ACleanGoesOnThroughAChangeOfLanguageAndReportsInTheNewOne) {
+    showTrash();
+    const auto statuses = statusesFromNow();
+    const auto clean = startGatedClean(reportOf(2, 0, 30'000));
+    L::setLanguage(AppLanguage::chinese);
+    store->resetForLanguageChange();
+    EXPECT_TRUE(store->isCleaning());
+    clean->open();
+    awaitEnd();
+    EXPECT_TRUE(store->latestReport());
+    EXPECT_THAT(*statuses, Contains("已处理 2 项，预计释放 30 KB。"));
+}
+
 TEST_F(StoreActions, AClosedReportIsGone) {
     showTrash();
     store->cleanSelected(CleanerModule::trash);

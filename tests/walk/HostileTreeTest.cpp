@@ -178,31 +178,76 @@ TEST_P(HostileTree, SixtyFourDescriptorsAreEnoughForADeepTreeWithAFolderWaitingO
     EXPECT_EQ(sums.folders, 1000U);
 }
 
+TEST_P(HostileTree, AFolderMovedAwayWhileItIsClosedToSpareDescriptorsIsPassedOver) {
+    const TemporaryFolder home;
+    ASSERT_NO_FATAL_FAILURE(makeDeep(home.path(), 50, "down", true));
+    const DescriptorLimit limit(64);
+    Recorder recorder(home.path());
+    recorder.onEntry = [&](const Entry& entry) {
+        if (entry.depth == 50 && entry.name == "down") {
+            fs::rename(home / "down", home / ".moved");
+        }
+        return Action::Continue;
+    };
+    EXPECT_EQ(record(recorder, home.path(), GetParam()), Outcome::Complete);
+    EXPECT_GE(recorder.visits, 100U);
+    EXPECT_LE(recorder.visits, 150U);
+}
+
+TEST_P(HostileTree, MostDescriptorsAreLeftToOthers) {
+    const TemporaryFolder home;
+    ASSERT_NO_FATAL_FAILURE(makeDeep(home.path(), 150, "down", true));
+    const DescriptorLimit limit(128);
+    const unsigned before = openDescriptors();
+    std::atomic<unsigned> most{0};
+    Recorder recorder(home.path());
+    recorder.onEntry = [&](const Entry&) {
+        most = std::max(most.load(), openDescriptors());
+        return Action::Continue;
+    };
+    EXPECT_EQ(record(recorder, home.path(), GetParam()), Outcome::Complete);
+    EXPECT_LE(most, before + 128 / 8 + 1 + 2 * GetParam()); // waiting; the root; what each worker has in hand
+}
+
 TEST_P(HostileTree, ThreeFreeDescriptorsAreEnough) {
     const TemporaryFolder home;
-    ASSERT_NO_FATAL_FAILURE(makeDeep(home.path(), 100, "down", true));
-    for (int i = 0; i < 20; ++i) {
-        home.file("wide" + std::to_string(i) + "/folder/file");
+    for (int i = 0; i < 60; ++i) {
+        std::string folder = std::to_string(i);
+        for (int level = 0; level < 4; ++level) {
+            home.file(folder + "/one");
+            home.file(folder + "/two");
+            folder += "/down";
+        }
     }
     warmUp(home.path());
     const AlmostNoDescriptors few(3);
     Sums sums;
     EXPECT_EQ(sum(home.path(), sums), Outcome::Complete);
-    EXPECT_EQ(sums.files, 120U);
+    EXPECT_EQ(sums.files, 480U);
 }
 
-TEST_P(HostileTree, AWalkWithoutDescriptorsSaysThatSomethingIsMissing) {
+TEST_P(HostileTree, AWalkThatGetsNoDescriptorSaysThatSomethingIsMissing) {
     const TemporaryFolder home;
     home.file("a/b/file");
     warmUp(home.path());
-    for (const unsigned free : {1U, 2U}) {
+    const AlmostNoDescriptors few(2);
+    Sums sums;
+    EXPECT_EQ(sum(home.path(), sums), Outcome::Incomplete);
+    EXPECT_EQ(sums.folders, 2U);
+    EXPECT_EQ(sums.files, 0U);
+}
+
+// One for the root, and none to learn which folders must not be touched.
+TEST_P(HostileTree, WithoutDescriptorsTheRootIsUnreadable) {
+    const TemporaryFolder home;
+    home.file("file");
+    warmUp(home.path());
+    for (const unsigned free : {0U, 1U}) {
         const AlmostNoDescriptors few(free);
         Sums sums;
-        EXPECT_NE(sum(home.path(), sums), Outcome::Complete) << free;
+        EXPECT_EQ(sum(home.path(), sums), Outcome::Unreadable) << free;
+        EXPECT_EQ(sums.files, 0U) << free;
     }
-    const AlmostNoDescriptors none(0);
-    Sums sums;
-    EXPECT_EQ(sum(home.path(), sums), Outcome::Unreadable);
 }
 
 TEST_P(HostileTree, AnUnreadableFolderIsPassedOver) {

@@ -40,18 +40,20 @@ INSTANTIATE_TEST_SUITE_P(Threads, WalkEnd, ::testing::Values(1U, 2U, 8U), ::test
 TEST_P(WalkEnd, ACancelledWalkVisitsAtMostAHundredEntriesMorePerWorker) {
     const TemporaryFolder home;
     fill(home, 20, 100);
-    std::atomic<bool> cancelled{false};
-    Options options;
-    options.threads = GetParam();
-    options.cancelled = &cancelled;
-    Counter counter;
-    counter.onEntry = [&](unsigned visit) {
-        cancelled = cancelled || visit == 500;
-        return Action::Continue;
-    };
-    EXPECT_EQ(walk(home.path(), options, counter), Outcome::Cancelled);
-    EXPECT_GE(counter.visits, 500U);
-    EXPECT_LE(counter.visits, 500U + 100U * GetParam());
+    for (unsigned when = 400; when < 700; when += 25) { // wherever it hits between two looks at the flag
+        std::atomic<bool> cancelled{false};
+        Options options;
+        options.threads = GetParam();
+        options.cancelled = &cancelled;
+        Counter counter;
+        counter.onEntry = [&](unsigned visit) {
+            cancelled = cancelled || visit == when;
+            return Action::Continue;
+        };
+        EXPECT_EQ(walk(home.path(), options, counter), Outcome::Cancelled);
+        EXPECT_GE(counter.visits, when);
+        EXPECT_LE(counter.visits, when + 100U * GetParam());
+    }
 }
 
 TEST_P(WalkEnd, NothingIsVisitedWhenCancelledBefore) {

@@ -60,6 +60,7 @@ public:
         } else {
             ::posix_spawn_file_actions_addopen(&value_, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
         }
+        ::posix_spawn_file_actions_addclosefrom_np(&value_, STDERR_FILENO + 1);
     }
     ~FileActions() { ::posix_spawn_file_actions_destroy(&value_); }
     FileActions(const FileActions&) = delete;

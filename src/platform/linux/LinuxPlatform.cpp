@@ -189,8 +189,9 @@ std::int64_t LinuxPlatform::physicalMemory() const {
 }
 
 std::optional<std::string> LinuxPlatform::preferredLanguage() const {
-    const std::string first = *g_get_language_names(); // never empty; "C" stands last
-    return first == "C" || first == "POSIX" ? std::nullopt : std::optional(first);
+    const std::string first = *g_get_language_names(); // never empty
+    const std::string language = first.substr(0, first.find('.'));
+    return language == "C" || language == "POSIX" ? std::nullopt : std::optional(first);
 }
 
 // Texts

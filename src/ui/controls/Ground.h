@@ -6,7 +6,7 @@
 namespace vellmoor {
 
 /// The window's ground: one diagonal gradient of three colours, from the top left to the bottom right.
-class Ground final : public QQuickPaintedItem {
+class Ground : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QColor start MEMBER start_ NOTIFY changed FINAL)

@@ -6,7 +6,7 @@
 namespace vellmoor {
 
 /// An arc over a track: the scan's ring and the memory gauge.
-class ProgressRing final : public QQuickPaintedItem {
+class ProgressRing : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT
     /// 0 to 1.

@@ -3,28 +3,38 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import Vellmoor.Theme
 
-// A column that scrolls when it is higher than its place. The shadows of its panels may pass its edges.
-Flickable {
+// A column that scrolls when it is higher than its place. What scrolls is cut in the middle of the gaps around it,
+// so that the shadows of its panels keep their width.
+Item {
     id: root
 
     property alias spacing: column.spacing
     default property alias contents: column.data
 
-    boundsBehavior: Flickable.StopAtBounds
-    contentHeight: column.implicitHeight
-    contentWidth: width
-    flickableDirection: Flickable.VerticalFlick
-    interactive: contentHeight > height
+    Flickable {
+        id: view
 
-    T.ScrollBar.vertical: ScrollLine {
-        anchors.left: root.right
-        anchors.leftMargin: 4
-    }
+        anchors.fill: parent
+        anchors.margins: -Metrics.panelGap / 2
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
+        contentHeight: column.implicitHeight + Metrics.panelGap
+        contentWidth: width
+        flickableDirection: Flickable.VerticalFlick
+        interactive: contentHeight > height
 
-    ColumnLayout {
-        id: column
+        T.ScrollBar.vertical: ScrollLine {
+            implicitWidth: 7
+            padding: 1.5
+        }
 
-        spacing: Metrics.panelGap
-        width: root.width
+        ColumnLayout {
+            id: column
+
+            spacing: Metrics.panelGap
+            width: root.width
+            x: Metrics.panelGap / 2
+            y: Metrics.panelGap / 2
+        }
     }
 }

@@ -1,36 +1,40 @@
 #include "ShadowImageProvider.h"
 
 #include <QColor>
-#include <QPainter>
-#include <QPainterPath>
+
+#include <algorithm>
+#include <cmath>
 
 namespace vellmoor {
 namespace {
 
-constexpr int rings = 24; ///< rounded rectangles laid over each other, from wide to narrow
+/// How far (x, y) lies outside a rounded rectangle around the origin; 0 or less inside.
+double distanceOutside(double x, double y, double halfSide, double radius) {
+    const double dx = std::max(std::abs(x) - (halfSide - radius), 0.0);
+    const double dy = std::max(std::abs(y) - (halfSide - radius), 0.0);
+    return std::hypot(dx, dy) - radius;
+}
 
+/// The light comes from above: the shadow lies a little lower than what casts it.
 QImage shadowImage(int radius, int reach, const QColor& color) {
-    const int side = 2 * (radius + reach + 1) + 1;
-    QImage image(side, side, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    QColor layer = color;
-    for (int i = 0; i < rings; ++i) {
-        // Quadratic steps: dense near the edge, thinning out.
-        const double distance = 1.0 - static_cast<double>(i) / rings;
-        const double spread = reach * distance * distance;
-        layer.setAlphaF(color.alphaF() / static_cast<float>(rings));
-        painter.setBrush(layer);
-        const double inset = reach + 1 - spread;
-        const QRectF shape = QRectF(0, 0, side, side).adjusted(inset, inset, -inset, -inset);
-        // The light comes from above.
-        painter.drawRoundedRect(shape.translated(0, spread / 6.0), radius + spread, radius + spread);
+    const int margin = reach + 1;
+    const int side = 2 * (radius + margin) + 1;
+    const double half = side / 2.0;
+    const double drop = reach / 8.0;
+    QImage image(side, side, QImage::Format_ARGB32);
+    for (int row = 0; row < side; ++row) {
+        for (int column = 0; column < side; ++column) {
+            const double x = column + 0.5 - half;
+            const double y = row + 0.5 - half;
+            const double fromShape = distanceOutside(x, y, half - margin, radius);
+            const double fromShadow = std::max(distanceOutside(x, y - drop, half - margin, radius), 0.0);
+            const double fading = std::max(1.0 - fromShadow / (reach - drop), 0.0);
+            const double edge = std::clamp(fromShape + 0.5, 0.0, 1.0);
+            const double alpha = color.alphaF() * fading * fading * fading * edge;
+            image.setPixel(column, row, qRgba(color.red(), color.green(), color.blue(),
+                                              static_cast<int>(std::lround(alpha * 255.0))));
+        }
     }
-    painter.setCompositionMode(QPainter::CompositionMode_Clear);
-    const double inner = reach + 1;
-    painter.drawRoundedRect(QRectF(0, 0, side, side).adjusted(inner, inner, -inner, -inner), radius, radius);
     return image;
 }
 

@@ -10,7 +10,6 @@ T.Button {
     property string help
     property int size: Metrics.iconButton
     property color ink: Colors.vmText
-    property bool flat: false
 
     Accessible.name: help
     Accessible.role: Accessible.Button

@@ -1,5 +1,6 @@
 pragma Singleton
 import QtQml
+import Vellmoor.Models
 
 // The texts of the window. A binding that calls one of these is evaluated again when the language changes.
 QtObject {

@@ -61,8 +61,8 @@ QString ScanModel::ringUnit() const {
     if (!scanned()) {
         return localised("等待扫描");
     }
-    const std::string unit = byteCountParts(store_.cleanableBytes(module_)).unit;
-    return unit == "GB" ? localised("GB 可清理") : localised("%@ 可清理", unit);
+    const ByteCountParts size = byteCountParts(store_.cleanableBytes(module_));
+    return size.unit == "GB" ? localised("GB 可清理") : localised("%@ 可清理", size.unit);
 }
 
 int ScanModel::itemCount() const { return static_cast<int>(store_.itemIndices(module_, CleanupFilter::all).size()); }

@@ -11,6 +11,7 @@ GlassPanel {
     required property WindowModel vm
 
     ColumnLayout {
+        anchors.bottomMargin: 1
         anchors.fill: parent
         anchors.margins: 12
         spacing: Metrics.wideGap

@@ -18,7 +18,8 @@ ListView {
     Keys.onReturnPressed: rows.reveal(currentIndex)
     Keys.onRightPressed: rows.setExpanded(currentIndex, true)
     Keys.onSpacePressed: rows.toggle(currentIndex)
-    activeFocusOnTab: count > 0
+    activeFocusOnTab: true
+    bottomMargin: 11
     boundsBehavior: Flickable.StopAtBounds
     clip: true
     model: rows

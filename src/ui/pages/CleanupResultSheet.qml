@@ -95,6 +95,17 @@ Sheet {
         }
     }
 
+    Connections {
+        function onChanged(): void {
+            if (root.report.present)
+                root.open();
+            else
+                root.close();
+        }
+
+        target: root.report
+    }
+
     onClosed: vm.closeReport()
     onOpened: done.forceActiveFocus()
 }

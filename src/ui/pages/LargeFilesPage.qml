@@ -12,6 +12,7 @@ GlassPanel {
     readonly property LargeFileListModel files: vm.largeFiles
 
     ColumnLayout {
+        anchors.bottomMargin: 1
         anchors.fill: parent
         anchors.margins: 12
         spacing: 10

@@ -15,6 +15,7 @@ GlassPanel {
     signal changeAsked(int row, string name, bool enabled)
 
     ColumnLayout {
+        anchors.bottomMargin: 1
         anchors.fill: parent
         anchors.margins: 12
         spacing: 10
@@ -60,6 +61,7 @@ GlassPanel {
             Accessible.role: Accessible.List
             Layout.fillHeight: true
             Layout.fillWidth: true
+            bottomMargin: 11
             boundsBehavior: Flickable.StopAtBounds
             clip: true
             model: root.vm.startup

@@ -35,7 +35,7 @@ set(VELLMOOR_SYMBOLS
   hammer=hammer
   hand.raised=shield-lock
   house=house
-  internaldrive=device-hdd
+  internaldrive=hdd
   list.bullet=list-ul
   lock=lock
   lock.open.fill=unlock-fill

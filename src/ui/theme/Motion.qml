@@ -1,5 +1,6 @@
 pragma Singleton
 import QtQuick
+import Vellmoor.Appearance
 
 // Durations in milliseconds; nothing moves when the desktop asks for less movement.
 QtObject {

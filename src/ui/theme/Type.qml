@@ -1,5 +1,6 @@
 pragma Singleton
 import QtQuick
+import Vellmoor.Appearance
 
 // The five text sizes; they grow with the desktop's own text size.
 QtObject {

@@ -32,6 +32,9 @@ std::expected<std::unique_ptr<MainWindow>, std::string> loadMainWindow(QQmlEngin
     auto model = std::make_unique<WindowModel>(store, languages, desktop);
     QQmlEngine::setObjectOwnership(model.get(), QQmlEngine::CppOwnership);
     QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Vellmoor/MainWindow.qml")));
+    if (!component.isReady()) {
+        return std::unexpected(component.errorString().toStdString());
+    }
     std::unique_ptr<QObject> root(
         component.createWithInitialProperties({{QStringLiteral("vm"), QVariant::fromValue(model.get())}}));
     auto* window = qobject_cast<QQuickWindow*>(root.get());

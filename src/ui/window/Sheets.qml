@@ -40,7 +40,6 @@ Item {
     CleanupResultSheet {
         id: result
 
-        visible: root.vm.report.present
         vm: root.vm
     }
 

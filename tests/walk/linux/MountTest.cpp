@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <functional>
 #include <optional>
@@ -38,6 +39,7 @@ ChildResult inMountNamespace(const std::function<int()>& makeMounts, const std::
     if (::pipe(ends) != 0) {
         return {false, std::strerror(errno)};
     }
+    std::fflush(stdout); // or the child would print it again
     const pid_t child = ::fork();
     if (child == 0) {
         int error = enterMountNamespace();
@@ -152,24 +154,37 @@ TEST(WalkMounts, ARootThatIsAMountPointIsWalked) {
     EXPECT_EQ(result.text, "folder;folder/inside;|");
 }
 
+// Mounts `late` when `trigger` is visited, and answers what was visited.
+std::string visitsWithALateMount(const TemporaryFolder& home, const std::string& trigger, const std::string& late) {
+    Recorder recorder(home.path());
+    int error = 0;
+    recorder.onEntry = [&](const Entry& entry) {
+        if (entry.name == trigger) {
+            error = mountAt("tmpfs", home / late, "tmpfs", 0);
+            home.file(late + "/inside");
+        }
+        return Action::Continue;
+    };
+    record(recorder, home.path(), 1);
+    return error == 0 ? joined(recorder.all()) : std::strerror(error);
+}
+
 // The list of mounts is read at the start; what comes later is told by its device.
-TEST(WalkMounts, AFileSystemMountedDuringTheWalkIsNotEntered) {
+TEST(WalkMounts, AFileSystemMountedBeforeItsFolderIsMetIsNotVisited) {
     const TemporaryFolder home;
-    home.folder("folder");
-    const auto result = inMountNamespace([] { return 0; },
-                                         [&]() -> std::string {
-                                             Recorder recorder(home.path());
-                                             int error = 0;
-                                             recorder.onEntry = [&](const Entry&) {
-                                                 error = mountAt("tmpfs", home / "folder", "tmpfs", 0);
-                                                 home.file("folder/inside");
-                                                 return Action::Continue;
-                                             };
-                                             record(recorder, home.path(), 1);
-                                             return error == 0 ? joined(recorder.all()) : std::strerror(error);
-                                         });
+    home.folder("folder/late");
+    const auto result =
+        inMountNamespace([] { return 0; }, [&] { return visitsWithALateMount(home, "folder", "folder/late"); });
     REQUIRE_MOUNTS(result)
     EXPECT_EQ(result.text, "folder;");
+}
+
+TEST(WalkMounts, AFileSystemMountedAfterItsFolderWasMetIsNotEntered) {
+    const TemporaryFolder home;
+    home.folder("late");
+    const auto result = inMountNamespace([] { return 0; }, [&] { return visitsWithALateMount(home, "late", "late"); });
+    REQUIRE_MOUNTS(result)
+    EXPECT_EQ(result.text, "late;");
 }
 
 } // namespace

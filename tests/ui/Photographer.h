@@ -1,0 +1,45 @@
+#pragma once
+
+#include "CleanerStore.h"
+#include "Desktop.h"
+#include "LanguageManager.h"
+#include "MainWindow.h"
+
+#include <QQmlEngine>
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace vellmoor {
+
+/// The main window on a store, driven by object names; takes pictures of it.
+class Photographer {
+public:
+    Photographer(std::shared_ptr<CleanerService> service, Desktop& desktop, AppLanguage language);
+
+    [[nodiscard]] bool isReady() const { return window_ != nullptr; }
+    [[nodiscard]] CleanerStore& store() { return store_; }
+    [[nodiscard]] MainWindow& main() { return *window_; }
+    /// Runs the event loop until `done`, at most `seconds`; whether it came to be.
+    bool waitFor(const std::function<bool()>& done, int seconds = 120);
+    void show(CleanerModule module);
+    /// Scans the shown module to its end.
+    void scan();
+    /// A click on the visible item of that object name; false when there is none.
+    bool click(const QString& objectName);
+    /// Writes the window as it looks after everything has settled.
+    bool take(const std::filesystem::path& file);
+
+private:
+    LanguageManager languages_;
+    CleanerStore store_;
+    QQmlEngine engine_;
+    std::unique_ptr<MainWindow> window_;
+};
+
+/// The visible item of that object name below `root`, popups included; null when there is none.
+QQuickItem* findItem(QQuickItem* root, const QString& objectName);
+
+} // namespace vellmoor

@@ -1,0 +1,60 @@
+#include "PicturesOfHome.h"
+
+#include "LinuxEnvironment.h"
+#include "LinuxPlatform.h"
+#include "Photographer.h"
+#include "RecordingDesktop.h"
+#include "SystemCleanerService.h"
+#include "SystemLayout.h"
+
+#include <QByteArray>
+
+namespace vellmoor {
+namespace {
+
+/// The home is the one of the whole process; no XDG variable counts.
+void moveInto(const std::filesystem::path& home) {
+    qputenv("HOME", QByteArray::fromStdString(home.string()));
+    for (const auto* variable : {"XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME"}) {
+        qunsetenv(variable);
+    }
+}
+
+bool takePages(const std::shared_ptr<CleanerService>& service, const SystemLayout& layout,
+               const std::filesystem::path& folder, AppLanguage language) {
+    RecordingDesktop desktop;
+    desktop.label = layout.volumeLabel;
+    desktop.home = layout.home;
+    Photographer photographer(service, desktop, language);
+    if (!photographer.isReady()) {
+        return false;
+    }
+    photographer.scan();
+    bool done = true;
+    for (const CleanerModule module : allCleanerModules) {
+        photographer.show(module);
+        done &= photographer.take(folder / (std::string(rawValue(module)) + "-" + std::string(rawValue(language)) + ".png"));
+    }
+    photographer.show(CleanerModule::smartScan);
+    done &= photographer.click(QStringLiteral("previewButton"));
+    done &= photographer.take(folder / ("details-" + std::string(rawValue(language)) + ".png"));
+    return done;
+}
+
+} // namespace
+
+bool takePicturesOfHome(const std::filesystem::path& home, const std::filesystem::path& folder) {
+    const std::filesystem::path real = std::filesystem::canonical(home);
+    moveInto(real);
+    L::setTextSet(TextSet::Linux);
+    const LinuxPlatform platform;
+    const SystemLayout layout = linuxLayout(linuxEnvironmentOf(real), platform.userId());
+    const auto service = std::make_shared<SystemCleanerService>(platform, layout);
+    bool done = true;
+    for (const AppLanguage language : allAppLanguages) {
+        done &= takePages(service, layout, folder, language);
+    }
+    return done;
+}
+
+} // namespace vellmoor

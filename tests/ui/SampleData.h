@@ -1,0 +1,23 @@
+// Scan results as a well-used home gives them, in the current language. For page tests and pictures.
+#pragma once
+
+#include "CleanupReport.h"
+#include "ScanSnapshot.h"
+
+namespace vellmoor::sample {
+
+/// What a scan of `module` finds; for Smart Scan everything.
+ScanSnapshot snapshot(CleanerModule module);
+
+/// One category of `targets` paths.
+CleanupItem category(CleanerModule module, std::string title, CleanupRisk risk, int targets);
+
+std::vector<PermissionHint> grantedHints();
+/// The same places, two of them unreadable.
+std::vector<PermissionHint> limitedHints();
+
+CleanupReport cleanReport();
+CleanupReport partlyFailedReport();
+CleanupReport memoryReport();
+
+} // namespace vellmoor::sample
