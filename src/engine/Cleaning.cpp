@@ -132,7 +132,6 @@ private:
     std::chrono::milliseconds settle_;
     PathGuard guard_;
     KnownTrash trash_;
-    PathGuard guard_;
     CleanupReport report_;
 };
 
