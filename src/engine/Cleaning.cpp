@@ -116,8 +116,8 @@ public:
         : context_(context),
           platform_(context.platform()),
           settle_(settle),
-          trash_(context),
-          guard_(context.platform(), context.layout()) {}
+          guard_(platform_, context.layout()),
+          trash_(context) {}
 
     CleanupReport clean(const std::vector<CleanupItem>& items);
 
@@ -130,8 +130,8 @@ private:
     ScanContext& context_;
     const Platform& platform_;
     std::chrono::milliseconds settle_;
-    KnownTrash trash_;
     PathGuard guard_;
+    KnownTrash trash_;
     CleanupReport report_;
 };
 

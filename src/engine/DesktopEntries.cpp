@@ -126,7 +126,8 @@ std::string applicationId(std::string_view word) {
         return c == '.' || c == '-' || c == '_' || (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') ||
                (c >= 'A' && c <= 'Z');
     });
-    return plain && std::ranges::count(id, '.') >= 2 ? std::string(id) : std::string();
+    const bool hasGap = id.starts_with('.') || id.ends_with('.') || id.find("..") != std::string_view::npos;
+    return plain && !hasGap && std::ranges::count(id, '.') >= 2 ? std::string(id) : std::string();
 }
 
 void collectEntries(const ScanContext& context, const Path& folder, const std::string& idPrefix, int depth,

@@ -35,7 +35,8 @@ public:
         : context_(context),
           processes_(context.platform(), context.layout()),
           programs_(context),
-          own_(realPath(context.platform().ownPath())) {
+          own_(realPath(context.platform().ownPath())),
+          ownEntry_(programs_.byProgram(own_)) {
         for (const ProcessMemorySample& sample : samples) {
             commands_.emplace(sample.pid, sample.command);
         }
@@ -43,7 +44,7 @@ public:
 
     std::optional<std::string> keyOf(const ProcessMemorySample& sample) override {
         const Owner& owner = ownerOf(sample.pid);
-        if (!owner.isKnown() || (owner.entry != nullptr && owner.entry->noDisplay)) {
+        if (!owner.isKnown() || isOwn(owner) || (owner.entry != nullptr && owner.entry->noDisplay)) {
             return std::nullopt;
         }
         ownerByKey_.emplace(owner.key(), owner);
@@ -87,6 +88,13 @@ private:
             }
         }
         return owner;
+    }
+
+    /// Whether it is this program: by its AppImage, by one of its entries in the user's folder, or by its program.
+    [[nodiscard]] bool isOwn(const Owner& owner) const {
+        const std::vector<Path>& protectedPaths = context_.layout().apps.protectedPaths;
+        return std::ranges::find(protectedPaths, Path(owner.key())) != protectedPaths.end() ||
+               (owner.entry != nullptr && owner.entry == ownEntry_);
     }
 
     [[nodiscard]] bool isExcluded(const std::string& command, const std::string& group) const {
@@ -149,8 +157,11 @@ private:
     /// The parent's application, for a helper program that lies beside the parent's.
     Owner parentsOwner(std::int32_t pid, const std::string& command) {
         const std::optional<std::int32_t> parent = processes_.parent(pid);
-        const auto parentCommand = parent ? commands_.find(*parent) : commands_.end();
-        const bool isBeside = !command.empty() && parentCommand != commands_.end() &&
+        if (!parent || command.empty()) {
+            return {};
+        }
+        const auto parentCommand = commands_.find(*parent);
+        const bool isBeside = parentCommand != commands_.end() &&
                               Path(parentCommand->second).parent_path() == Path(command).parent_path();
         return isBeside ? ownerOf(*parent) : Owner();
     }
@@ -163,6 +174,7 @@ private:
     LinuxProcesses processes_;
     EntryPrograms programs_;
     Path own_;
+    const InstalledEntry* ownEntry_;
     std::map<std::int32_t, std::string> commands_;
     std::map<std::int32_t, Owner> owners_;
     std::map<std::string, Owner> ownerByKey_;

@@ -48,6 +48,7 @@ std::vector<MemoryApp> memoryApps(ScanContext& context) {
     std::erase_if(groups, [](const auto& group) { return sumOf(group.second) < 1; });
 
     std::vector<MemoryApp> apps;
+    apps.reserve(groups.size());
     for (const auto& [key, group] : groups) {
         apps.push_back(appOf(*applications, key, group));
     }

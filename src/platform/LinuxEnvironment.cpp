@@ -59,8 +59,11 @@ std::vector<fs::path> LinuxEnvironment::toolFolder(std::string_view variable, co
 LinuxEnvironment linuxEnvironment(const VariableLookup& lookup, const fs::path& accountHome) {
     LinuxEnvironment environment;
     environment.home = absolute(lookup, "HOME").value_or(lexicallyStandardized(accountHome));
+    // A base folder that is the home folder or holds it would make everything of the user's a cache or a log.
     const auto base = [&](std::string_view name, const char* fallback) {
-        return absolute(lookup, name).value_or(environment.home / fallback);
+        const std::optional<fs::path> named = absolute(lookup, name);
+        const bool holdsHome = named && (*named == environment.home || isStrictlyBelow(environment.home, *named));
+        return named && !holdsHome ? *named : environment.home / fallback;
     };
     environment.config = base("XDG_CONFIG_HOME", ".config");
     environment.cache = base("XDG_CACHE_HOME", ".cache");

@@ -85,16 +85,15 @@ ProcessGrouping linuxGrouping(const LinuxEnvironment& environment, const fs::pat
 }
 
 std::vector<PurgeTool> linuxPurgeTools(const fs::path& root) {
-    std::vector<PurgeTool> tools;
-    for (const char* folder : {"/usr/libexec/vellmoor", "/usr/lib/vellmoor", "/usr/local/libexec/vellmoor"}) {
-        tools.push_back({.tool = underRoot(root, folder) / "vellmoor-purge", .arguments = {}});
-    }
-    for (const char* folder : {"/usr/sbin", "/sbin"}) {
-        tools.push_back({.tool = underRoot(root, folder) / "sysctl",
-                         .arguments = {"-q", "-w", "vm.drop_caches=3"},
-                         .needsSync = true});
-    }
-    return tools;
+    const auto helper = [&](const char* path) {
+        return PurgeTool{.tool = underRoot(root, path), .arguments = {}, .needsSync = false};
+    };
+    const auto sysctl = [&](const char* path) {
+        return PurgeTool{
+            .tool = underRoot(root, path), .arguments = {"-q", "-w", "vm.drop_caches=3"}, .needsSync = true};
+    };
+    return {helper("/usr/libexec/vellmoor/vellmoor-purge"), helper("/usr/lib/vellmoor/vellmoor-purge"),
+            helper("/usr/local/libexec/vellmoor/vellmoor-purge"), sysctl("/usr/sbin/sysctl"), sysctl("/sbin/sysctl")};
 }
 
 } // namespace

@@ -346,6 +346,22 @@ TEST_F(LinuxApps, TheProgramItselfIsDropped) {
     EXPECT_THAT(apps(), IsEmpty());
 }
 
+TEST_F(LinuxApps, ItsOwnAppImageIsDropped) {
+    home.environment.ownAppImage = home.script("Applications/Vellmoor.AppImage", "x").string();
+    home.useEnvironment();
+    add({.pid = 10,
+         .exe = "/tmp/.mount_Vellmoor/AppRun",
+         .environment = "APPIMAGE=" + home.environment.ownAppImage + "|"});
+    EXPECT_THAT(apps(), IsEmpty());
+}
+
+TEST_F(LinuxApps, WhatItsOwnEntryStartedIsDropped) {
+    addProgram("/usr/bin/vellmoor");
+    addEntry("vellmoor-cleaner", "Vellmoor", "vellmoor");
+    add({.pid = 10, .exe = "/usr/bin/other", .group = unit(R"(app-gnome-vellmoor\x2dcleaner-1.scope)")});
+    EXPECT_THAT(apps(), IsEmpty());
+}
+
 TEST_F(LinuxApps, AProcessOfAnotherUserIsNotCounted) {
     addEntry("gedit", "Text Editor", "gedit");
     add({.pid = 10, .group = unit("app-gnome-gedit-1.scope"), .pages = 7});

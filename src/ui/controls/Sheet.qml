@@ -12,6 +12,8 @@ T.Popup {
     closePolicy: T.Popup.CloseOnEscape
     dim: true
     focus: true
+    implicitHeight: contentHeight + topPadding + bottomPadding
+    implicitWidth: contentWidth + leftPadding + rightPadding
     modal: true
     padding: 24
 

@@ -17,7 +17,15 @@ namespace {
 QString filesText(std::int64_t files) { return files == 1 ? localised("1 个文件") : localised("%d 个文件", files); }
 
 QString amountText(const CleanupItem& item) {
-    return item.files == 0 ? toQt(byteCountText(item.bytes)) : localised("%d 文件 · %@", item.files, byteCountText(item.bytes));
+    const std::string size = byteCountText(item.bytes);
+    switch (item.files) {
+    case 0:
+        return toQt(size);
+    case 1:
+        return filesText(1) + QStringLiteral(" · ") + toQt(size);
+    default:
+        return localised("%d 文件 · %@", item.files, size);
+    }
 }
 
 } // namespace

@@ -19,7 +19,7 @@ T.AbstractButton {
     Accessible.role: Accessible.PageTab
     Accessible.selected: isSelected
     focusPolicy: Qt.StrongFocus
-    implicitHeight: Math.max(52, line.implicitHeight + 14)
+    implicitHeight: Math.max(57, line.implicitHeight + 12)
     objectName: "sidebar." + module
 
     background: Rectangle {
@@ -66,7 +66,10 @@ T.AbstractButton {
 
                 Caption {
                     Layout.fillWidth: true
+                    lineHeight: 0.95
+                    maximumLineCount: 2
                     text: root.subtitle
+                    wrapMode: Text.Wrap
                 }
             }
         }
