@@ -52,14 +52,14 @@ bool holdsAny(const Path& path, const std::vector<std::string>& fragments) {
 }
 
 /// The removal of what lies at the real place `real`, if that is inside the source's contents. Contents that are a
-/// link are no Trash: they would make one of the folder that they name.
+/// link hold nothing: they would make a Trash of the folder that they name.
 std::optional<PermanentRemoval> removalFrom(const Platform& platform, const TrashSource& source, const Path& real) {
     const std::optional<Path> folder = platform.realPath(source.trash.folder);
     if (!folder) {
         return std::nullopt;
     }
     const Path contents = *folder / source.url.lexically_relative(source.trash.folder);
-    if (platform.realPath(source.url) != contents || !isStrictlyBelow(real, contents)) {
+    if (!isStrictlyBelow(real, contents)) {
         return std::nullopt;
     }
     return PermanentRemoval{real, {.folder = *folder, .contents = contents}};
