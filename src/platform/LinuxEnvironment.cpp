@@ -36,7 +36,8 @@ std::vector<std::string> split(std::string_view text, char separator) {
     return parts;
 }
 
-std::vector<fs::path> folders(const VariableLookup& lookup, std::string_view name, std::vector<fs::path> fallback) {
+std::vector<fs::path> folders(const VariableLookup& lookup, std::string_view name,
+                              const std::vector<fs::path>& fallback) {
     std::vector<fs::path> out;
     for (const std::string& part : split(lookup(name).value_or(""), ':')) {
         if (part.starts_with('/')) {

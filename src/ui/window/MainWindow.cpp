@@ -42,7 +42,7 @@ std::expected<std::unique_ptr<MainWindow>, std::string> loadMainWindow(QQmlEngin
     if (window == nullptr) {
         return std::unexpected(component.errorString().toStdString());
     }
-    root.release(); // the same object, owned as a window from here on
+    (void)root.release(); // the same object, owned as a window from here on
     return std::make_unique<MainWindow>(std::move(model), std::unique_ptr<QQuickWindow>(window));
 }
 
