@@ -30,7 +30,11 @@ const fs::path& emptiedHome() {
 }
 
 SystemLayout layoutOfHome() {
-    return linuxLayout(linuxEnvironmentOf(emptiedHome()), ::getuid());
+    const LinuxEnvironment environment = linuxEnvironmentOf(emptiedHome());
+    SystemLayout layout = linuxLayout(environment, ::getuid());
+    // No journey drops the machine's caches: this memory cannot be read, so its row cannot be ticked.
+    layout.memory = linuxMemoryLayout(environment, ::getuid(), home() / "no-such-system");
+    return layout;
 }
 
 QQuickItem* findBelow(QQuickItem* item, const QString& name) {
