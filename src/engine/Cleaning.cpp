@@ -1,5 +1,6 @@
 #include "Cleaning.h"
 
+#include "AppUninstaller.h"
 #include "CheckedMath.h"
 #include "Memory.h"
 #include "Paths.h"
@@ -185,6 +186,9 @@ void CleanRun::remove(const CleanupItem& item, const CleanupTarget& target) {
 Outcome CleanRun::removeTarget(const CleanupItem& /*item*/, const Path& path) const {
     if (std::optional<std::string> reason = guard_.refusalReason(path)) {
         return std::unexpected(std::move(*reason));
+    }
+    if (isFlatpakBody(context_, path)) {
+        return uninstallFlatpak(context_, path);
     }
     if (const std::optional<PermanentRemoval> removal = trash_.removal(path)) {
         return platform_.removeFromTrash(removal->path, removal->trash);

@@ -3,6 +3,7 @@
 #include "ScanContext.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -32,7 +33,9 @@ struct MemoryOptimization {
     bool succeeded = false;
     std::string message; ///< localised
 };
-/// Asks the system to drop its file caches; may block on the user's password prompt.
+/// Asks the system to drop its file caches; may block on the user's password prompt. `writeDisks` brings written data
+/// to the disks, for a tool that does not do so itself; by default sync(2).
 MemoryOptimization optimizeMemory(const ScanContext& context);
+MemoryOptimization optimizeMemory(const ScanContext& context, const std::function<void()>& writeDisks);
 
 } // namespace vellmoor

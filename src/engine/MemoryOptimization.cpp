@@ -84,12 +84,16 @@ std::optional<Path> purgeExecutablePath(const ScanContext& context) {
 }
 
 MemoryOptimization optimizeMemory(const ScanContext& context) {
+    return optimizeMemory(context, [] { sync(); });
+}
+
+MemoryOptimization optimizeMemory(const ScanContext& context, const std::function<void()>& writeDisks) {
     const PurgeTool* purge = purgeTool(context);
     if (purge == nullptr) {
         return notInstalled();
     }
     if (purge->needsSync) {
-        sync();
+        writeDisks();
     }
     const CommandResult result = context.platform().commandResult(purge->tool, purge->arguments);
     if (result.status == 0) {

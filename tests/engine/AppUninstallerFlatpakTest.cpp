@@ -1,4 +1,5 @@
 #include "AppsFixture.h"
+#include "Cleaning.h"
 
 namespace vellmoor::test {
 namespace {
@@ -86,6 +87,43 @@ TEST_F(FlatpakRemoval, ABodyIsADirectChildOfTheAppFolder) {
 TEST_F(FlatpakRemoval, ABodyIsKnownThroughALinkedHome) {
     home.link(home.home, "linked");
     EXPECT_TRUE(isFlatpakBody(home.context(), home.place("linked/.local/share/flatpak/app/org.example.Painter")));
+}
+
+class FlatpakClean : public FlatpakRemoval {
+protected:
+    /// Cleans the application's row with everything ticked.
+    [[nodiscard]] CleanupReport clean() const {
+        CleanupItem row = application(home, "Painter");
+        row.isSelected = true;
+        for (CleanupTarget& target : row.targets) {
+            target.isSelected = true;
+        }
+        ScanContext context = home.context();
+        return vellmoor::clean(context, {row}, std::chrono::milliseconds(0));
+    }
+};
+
+TEST_F(FlatpakClean, TheBodyIsUninstalledAndTheLeftoversGoToTheTrash) {
+    flatpakProgram(home);
+    const Path data = home.file(".var/app/org.example.Painter/config/settings").parent_path().parent_path();
+    const CleanupReport report = clean();
+    EXPECT_EQ(report.attemptedCount, 2);
+    EXPECT_EQ(report.removedCount, 2);
+    EXPECT_EQ(report.failedCount, 0);
+    ASSERT_THAT(home.platform.invocations(), ::testing::SizeIs(1));
+    EXPECT_EQ(home.platform.invocations().front().arguments, call("app/org.example.Painter/x86_64/stable"));
+    EXPECT_THAT(home.platform.changes(), ElementsAre(Change{Operation::MoveToTrash, data}));
+    EXPECT_TRUE(home.has(body)); // only Flatpak itself may take it away
+}
+
+TEST_F(FlatpakClean, AFailureIsALineAndTheBodyStays) {
+    flatpakProgram(home, {1, "error: Permission denied\n", ""});
+    const CleanupReport report = clean();
+    EXPECT_EQ(report.removedCount, 0);
+    EXPECT_EQ(report.failedCount, 1);
+    EXPECT_THAT(report.failures, ElementsAre("org.example.Painter: error: Permission denied"));
+    EXPECT_TRUE(home.has(body / "x86_64/stable/0123abcd/files/bin/program"));
+    EXPECT_THAT(home.platform.changes(), IsEmpty());
 }
 
 TEST_F(FlatpakRemoval, TheMacHasNoFlatpaks) {

@@ -127,11 +127,9 @@ TEST_F(MacPurge, PermissionDeniedAloneIsNoRefusal) {
 
 class LinuxPurge : public ::testing::Test {
 protected:
-    /// Spares the tests the real sync(), which may take seconds.
-    void dropSync() {
-        for (PurgeTool& tool : home.layout.memory.purgeTools) {
-            tool.needsSync = false;
-        }
+    MemoryOptimization optimize() {
+        return optimizeMemory(home.context(),
+                              [this] { callsBeforeDisks.push_back(home.platform.invocations().size()); });
     }
     void setHelper(std::string output, std::int32_t status) {
         setTool(home, "/usr/libexec/vellmoor/vellmoor-purge", answering(std::move(output), status));
@@ -143,12 +141,13 @@ protected:
         setTool(home, "/usr/bin/pkexec", answering(std::move(output), status));
     }
     void expectFailure(std::string_view message) {
-        const MemoryOptimization result = optimizeMemory(home.context());
+        const MemoryOptimization result = optimize();
         EXPECT_FALSE(result.succeeded);
         EXPECT_EQ(result.message, message);
     }
 
     EngineHome home{System::Linux};
+    std::vector<std::size_t> callsBeforeDisks; ///< for each time that the disks were written
     const std::string refusal = "Operation not permitted\n";
     const std::string notInstalled = "The memory cleanup helper is not installed, so memory management cannot run.";
 };
@@ -171,7 +170,7 @@ TEST_F(LinuxPurge, WithNeitherHelperNorSysctlNothingIsRun) {
 
 TEST_F(LinuxPurge, AHelperThatMayDoItNeedsNoAuthorization) {
     setHelper("", 0);
-    const MemoryOptimization result = optimizeMemory(home.context());
+    const MemoryOptimization result = optimize();
     EXPECT_TRUE(result.succeeded);
     EXPECT_EQ(result.message, "Requested the system to free reclaimable file caches.");
     EXPECT_THAT(home.platform.invocations(),
@@ -181,7 +180,7 @@ TEST_F(LinuxPurge, AHelperThatMayDoItNeedsNoAuthorization) {
 TEST_F(LinuxPurge, ARefusedHelperRunsAgainThroughPkexec) {
     setHelper(refusal, 1);
     setPkexec("", 0);
-    const MemoryOptimization result = optimizeMemory(home.context());
+    const MemoryOptimization result = optimize();
     EXPECT_TRUE(result.succeeded);
     EXPECT_EQ(result.message, "Requested the system to free reclaimable file caches with admin authorization.");
     const Path helper = home.place("/usr/libexec/vellmoor/vellmoor-purge");
@@ -238,22 +237,28 @@ TEST_F(LinuxPurge, ASilentFailureShowsItsStatus) {
 
 TEST_F(LinuxPurge, WithoutAHelperSysctlIsCalledWithItsFixedArguments) {
     setSysctl("", 0);
-    EXPECT_TRUE(optimizeMemory(home.context()).succeeded);
+    EXPECT_TRUE(optimize().succeeded);
     EXPECT_THAT(home.platform.invocations(),
                 ElementsAre(Invocation{home.place("/usr/sbin/sysctl"), {"-q", "-w", "vm.drop_caches=3"}}));
 }
 
-TEST_F(LinuxPurge, OnlySysctlNeedsItsCallerToSync) {
-    for (const PurgeTool& tool : home.layout.memory.purgeTools) {
-        EXPECT_EQ(tool.needsSync, tool.tool.filename() == "sysctl") << tool.tool;
-    }
+TEST_F(LinuxPurge, TheDisksAreWrittenOnceBeforeSysctl) {
+    setSysctl("sysctl: permission denied on key \"vm.drop_caches\"\n", 1);
+    setPkexec("", 0);
+    EXPECT_TRUE(optimize().succeeded);
+    EXPECT_THAT(callsBeforeDisks, ElementsAre(0U));
+}
+
+TEST_F(LinuxPurge, TheHelperWritesTheDisksItself) {
+    setHelper("", 0);
+    EXPECT_TRUE(optimize().succeeded);
+    EXPECT_THAT(callsBeforeDisks, IsEmpty());
 }
 
 TEST_F(LinuxPurge, ARefusedSysctlRunsAgainThroughPkexec) {
-    dropSync();
     setSysctl("sysctl: permission denied on key \"vm.drop_caches\"\n", 1);
     setPkexec("", 0);
-    EXPECT_TRUE(optimizeMemory(home.context()).succeeded);
+    EXPECT_TRUE(optimize().succeeded);
     const Path sysctl = home.place("/usr/sbin/sysctl");
     EXPECT_EQ(home.platform.invocations().at(1),
               (Invocation{home.place("/usr/bin/pkexec"),
@@ -261,7 +266,6 @@ TEST_F(LinuxPurge, ARefusedSysctlRunsAgainThroughPkexec) {
 }
 
 TEST_F(LinuxPurge, AReadOnlyProcIsAnOrdinaryFailure) {
-    dropSync();
     setSysctl("sysctl: setting key \"vm.drop_caches\": Read-only file system\n", 1);
     setPkexec("", 0);
     expectFailure("sysctl: setting key \"vm.drop_caches\": Read-only file system");

@@ -21,8 +21,16 @@ namespace {
 
 constexpr int patienceMs = 60'000;
 
+/// Every journey starts in an empty home.
+const fs::path& emptiedHome() {
+    for (const auto& entry : fs::directory_iterator(home())) {
+        fs::remove_all(entry.path());
+    }
+    return home();
+}
+
 SystemLayout layoutOfHome() {
-    return linuxLayout(linuxEnvironmentOf(home()), ::getuid());
+    return linuxLayout(linuxEnvironmentOf(emptiedHome()), ::getuid());
 }
 
 QQuickItem* findBelow(QQuickItem* item, const QString& name) {

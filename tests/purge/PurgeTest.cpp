@@ -19,6 +19,7 @@
 #include <string>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <vector>
 
 namespace vellmoor {
 namespace {
@@ -26,7 +27,9 @@ namespace {
 namespace fs = std::filesystem;
 using test::ScopedUnprivileged;
 using test::TemporaryFolder;
+using ::testing::ElementsAre;
 using ::testing::HasSubstr;
+using ::testing::IsEmpty;
 
 std::string contents(const fs::path& path) {
     std::ostringstream text;
@@ -37,6 +40,7 @@ std::string contents(const fs::path& path) {
 struct PurgeResult {
     int status = -1;
     std::string errors;
+    std::vector<std::string> atDisks; ///< what the switch held each time that the disks were written
 };
 
 PurgeResult drop(const fs::path& path) {
@@ -44,7 +48,8 @@ PurgeResult drop(const fs::path& path) {
     std::size_t size = 0;
     std::FILE* errors = open_memstream(&text, &size);
     PurgeResult result;
-    result.status = dropFileCaches(path.c_str(), errors);
+    result.status = dropFileCaches(path.c_str(), errors,
+                                   [&] { result.atDisks.push_back(fs::is_regular_file(path) ? contents(path) : ""); });
     std::fclose(errors);
     result.errors.assign(text, size);
     std::free(text);
@@ -60,6 +65,11 @@ TEST(Purge, WritesThreeIntoTheSwitch) {
     EXPECT_EQ(contents(path), "3");
 }
 
+TEST(Purge, WritesTheDisksBeforeTheCachesAreDropped) {
+    const TemporaryFolder folder;
+    EXPECT_THAT(drop(folder.text("drop_caches", "0")).atDisks, ElementsAre("0"));
+}
+
 TEST(Purge, WithoutTheRightItSaysSoAndChangesNothing) {
     const TemporaryFolder folder;
     const fs::path path = folder.text("drop_caches", "0");
@@ -72,6 +82,7 @@ TEST(Purge, WithoutTheRightItSaysSoAndChangesNothing) {
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.errors, "Operation not permitted\n");
     EXPECT_EQ(contents(path), "0");
+    EXPECT_THAT(result.atDisks, IsEmpty());
 }
 
 TEST(Purge, BothErrorsOfMissingRightsReadTheSame) {

@@ -22,12 +22,12 @@ const char* purgeErrorText(int error) {
     return error == EACCES || error == EPERM ? "Operation not permitted" : std::strerror(error);
 }
 
-int dropFileCaches(const char* switchPath, std::FILE* errors) {
+int dropFileCaches(const char* switchPath, std::FILE* errors, const std::function<void()>& writeDisks) {
     const int file = open(switchPath, O_WRONLY | O_CLOEXEC);
     if (file < 0) {
         return failure(errno, errors);
     }
-    sync(); // only clean pages can be dropped
+    writeDisks(); // only clean pages can be dropped
     const ssize_t written = write(file, pagesAndSlab.data(), pagesAndSlab.size());
     const int error = written < 0 ? errno : EIO;
     close(file);

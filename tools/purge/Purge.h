@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdio>
+#include <functional>
 
 namespace vellmoor {
 
@@ -9,7 +10,7 @@ const char* purgeErrorText(int error);
 
 /// Writes everything to the disks and then asks the kernel, through the file `switchPath`, to drop its clean file
 /// caches and reclaimable slab (kernel: admin-guide/sysctl/vm, "drop_caches"). The file is opened first, so nothing
-/// happens without the right to do so. Answers 0, or 1 with a line in `errors`.
-int dropFileCaches(const char* switchPath, std::FILE* errors);
+/// happens without the right to do so. `writeDisks` is sync(2). Answers 0, or 1 with a line in `errors`.
+int dropFileCaches(const char* switchPath, std::FILE* errors, const std::function<void()>& writeDisks);
 
 } // namespace vellmoor

@@ -27,7 +27,7 @@ T.AbstractButton {
         color: root.isSelected ? Colors.rowHover : (root.hovered ? Colors.row : Colors.clear)
         radius: Metrics.rowRadius
 
-        Behavior on color {
+        Behavior on color  {
             ColorAnimation {
                 duration: Motion.quick
             }
