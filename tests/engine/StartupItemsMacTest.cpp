@@ -247,6 +247,12 @@ TEST_F(MacStartup, ValuesOfOtherTypesCountAsAbsent) {
     }
 }
 
+TEST_F(MacStartup, ATextWithAZeroByteIsRead) {
+    const std::string label("com.ex\0agent", 12); // the property list library once ended the program here
+    agent("a.plist", key("Label", label));
+    EXPECT_THAT(onlyItem(home).label, ::testing::StartsWith("com.ex"));
+}
+
 TEST_F(MacStartup, OneArgumentThatIsNoTextMakesTheArgumentsAbsent) {
     agent("a.plist", "<key>ProgramArguments</key><array><string>/x</string><integer>1</integer></array>");
     EXPECT_EQ(onlyItem(home).program, std::nullopt);

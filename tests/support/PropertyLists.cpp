@@ -4,7 +4,6 @@
 
 #include <plist/plist.h>
 
-#include <cstdlib>
 #include <memory>
 #include <string>
 #include <vector>
