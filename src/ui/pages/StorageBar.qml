@@ -1,3 +1,4 @@
+// Delegates read the ids of this file: qmllint disable unqualified
 import QtQuick
 import Vellmoor.Controls
 import Vellmoor.Models
@@ -38,7 +39,7 @@ Item {
                 radius: height / 2
                 width: Math.max(0, (root.width - 2 * (root.segments.count - 1)) * fraction)
 
-                Behavior on width {
+                Behavior on width  {
                     NumberAnimation {
                         duration: Motion.calm
                         easing.type: Easing.OutCubic
