@@ -14,8 +14,8 @@ T.AbstractButton {
     Accessible.checked: ticked
     Accessible.name: text
     Accessible.role: Accessible.CheckBox
-    Accessible.onPressAction: root.click()
-    Accessible.onToggleAction: root.click()
+    Accessible.onPressAction: root.clicked()
+    Accessible.onToggleAction: root.clicked()
     focusPolicy: Qt.StrongFocus
     implicitHeight: size
     implicitWidth: size
@@ -47,6 +47,6 @@ T.AbstractButton {
             visible: root.ticked
         }
     }
-    Keys.onEnterPressed: root.click()
-    Keys.onReturnPressed: root.click()
+    Keys.onEnterPressed: root.clicked()
+    Keys.onReturnPressed: root.clicked()
 }

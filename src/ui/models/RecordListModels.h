@@ -35,8 +35,10 @@ private:
     CleanerStore& store_;
 };
 
+// The base's name is spelled out below: Qt's type registration looks it up by this very text.
+
 /// The sidebar's rows.
-class ModuleListModel final : public RecordListModel {
+class ModuleListModel final : public vellmoor::RecordListModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the window model")
@@ -49,7 +51,7 @@ public:
 };
 
 /// The parts of the disk bar; placeholders while the store has none.
-class StorageSegmentModel final : public RecordListModel {
+class StorageSegmentModel final : public vellmoor::RecordListModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the window model")
@@ -62,7 +64,7 @@ public:
 };
 
 /// The largest files of the last scan, for reading only.
-class FileCandidateModel final : public RecordListModel {
+class FileCandidateModel final : public vellmoor::RecordListModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the window model")
@@ -75,7 +77,7 @@ public:
 };
 
 /// What starts at login.
-class StartupListModel final : public RecordListModel {
+class StartupListModel final : public vellmoor::RecordListModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the window model")
@@ -95,7 +97,7 @@ private:
 };
 
 /// The applications that use the most memory.
-class MemoryAppListModel final : public RecordListModel {
+class MemoryAppListModel final : public vellmoor::RecordListModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the window model")
@@ -111,7 +113,7 @@ private:
 };
 
 /// Which folders Vellmoor may read.
-class PermissionListModel final : public RecordListModel {
+class PermissionListModel final : public vellmoor::RecordListModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the window model")

@@ -1,3 +1,4 @@
+// Delegates read the ids of this file: qmllint disable unqualified
 import QtQuick
 import QtQuick.Templates as T
 import Vellmoor.Controls
@@ -25,6 +26,11 @@ ListView {
     model: rows
     reuseItems: true
     spacing: 6
+
+    onActiveFocusChanged: {
+        if (activeFocus && currentIndex < 0)
+            currentIndex = 0;
+    }
 
     T.ScrollBar.vertical: ScrollLine {
     }
