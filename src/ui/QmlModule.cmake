@@ -1,7 +1,7 @@
 # vellmoor_qml_module(NAME uri SOURCES cpp... USES targets...): the calling folder as one static QML module
 # vellmoor_ui_NAME of all its *.qml. A QML file that begins with "pragma Singleton" becomes a singleton.
 function(vellmoor_qml_module name uri)
-  cmake_parse_arguments(ARG "" "" "SOURCES;USES;IMPORTS" ${ARGN})
+  cmake_parse_arguments(ARG "" "" "SOURCES;USES;DEPENDENCIES" ${ARGN})
   file(GLOB qml_files CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} *.qml)
   foreach(file IN LISTS qml_files)
     file(STRINGS ${file} pragma REGEX "^pragma Singleton" LIMIT_COUNT 1)
@@ -13,7 +13,7 @@ function(vellmoor_qml_module name uri)
   qt_add_library(${target} STATIC)
   set_target_properties(${target} PROPERTIES AUTOMOC ON)
   qt_add_qml_module(${target}
-    URI ${uri} VERSION 1.0 RESOURCE_PREFIX /qt/qml IMPORTS ${ARG_IMPORTS}
+    URI ${uri} VERSION 1.0 RESOURCE_PREFIX /qt/qml DEPENDENCIES ${ARG_DEPENDENCIES}
     QML_FILES ${qml_files} SOURCES ${ARG_SOURCES})
   target_include_directories(${target} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
   target_link_libraries(${target} PUBLIC ${ARG_USES} Qt6::Quick)

@@ -2,10 +2,10 @@
 
 #include "LinuxEnvironment.h"
 #include "LinuxPlatform.h"
-#include "Photographer.h"
 #include "RecordingDesktop.h"
 #include "SystemCleanerService.h"
 #include "SystemLayout.h"
+#include "WindowDriver.h"
 
 #include <QByteArray>
 
@@ -25,19 +25,19 @@ bool takePages(const std::shared_ptr<CleanerService>& service, const SystemLayou
     RecordingDesktop desktop;
     desktop.label = layout.volumeLabel;
     desktop.home = layout.home;
-    Photographer photographer(service, desktop, language);
-    if (!photographer.isReady()) {
+    WindowDriver driver(service, desktop, language);
+    if (!driver.isReady()) {
         return false;
     }
-    photographer.scan();
+    driver.scan();
     bool done = true;
     for (const CleanerModule module : allCleanerModules) {
-        photographer.show(module);
-        done &= photographer.take(folder / (std::string(rawValue(module)) + "-" + std::string(rawValue(language)) + ".png"));
+        driver.show(module);
+        done &= driver.take(folder / (std::string(rawValue(module)) + "-" + std::string(rawValue(language)) + ".png"));
     }
-    photographer.show(CleanerModule::smartScan);
-    done &= photographer.click(QStringLiteral("previewButton"));
-    done &= photographer.take(folder / ("details-" + std::string(rawValue(language)) + ".png"));
+    driver.show(CleanerModule::smartScan);
+    done &= driver.click(QStringLiteral("previewButton"));
+    done &= driver.take(folder / ("details-" + std::string(rawValue(language)) + ".png"));
     return done;
 }
 

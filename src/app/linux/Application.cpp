@@ -13,6 +13,7 @@
 #include <QIcon>
 #include <QOffscreenSurface>
 #include <QOpenGLContext>
+#include <QOpenGLFunctions>
 #include <QQmlEngine>
 #include <QQuickStyle>
 #include <QQuickWindow>
@@ -28,10 +29,25 @@ namespace {
 
 constexpr std::chrono::seconds patience{2};
 
-/// Qt Quick ends the program when it finds no OpenGL; its software renderer draws this window as well.
-void chooseRenderer() {
+/// Whether a graphics processor draws. OpenGL on the processor is slower and needs far more memory than Qt Quick's
+/// own software renderer, which draws this window as well.
+bool hasGraphicsProcessor() {
     QOpenGLContext context;
-    if (!context.create()) {
+    QOffscreenSurface surface;
+    surface.create();
+    if (!context.create() || !context.makeCurrent(&surface)) {
+        return false;
+    }
+    const auto* name = context.functions()->glGetString(GL_RENDERER);
+    const QByteArray renderer = name == nullptr ? QByteArray() : QByteArray(reinterpret_cast<const char*>(name));
+    context.doneCurrent();
+    return !renderer.isEmpty() && !renderer.contains("llvmpipe") && !renderer.contains("softpipe") &&
+           !renderer.contains("SwiftShader");
+}
+
+/// Without OpenGL Qt Quick would end the program.
+void chooseRenderer() {
+    if (!hasGraphicsProcessor()) {
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     }
 }

@@ -71,6 +71,8 @@ bool launchDesktopEntry(const std::string& identifier) {
     return entry && g_app_info_launch(G_APP_INFO(entry.get()), nullptr, nullptr, nullptr) != FALSE;
 }
 
-bool desktopAnimates() { return gnomeAnimates() && kdeAnimates(); }
+bool desktopAnimates() {
+    return gnomeAnimates() && kdeAnimates();
+}
 
 } // namespace vellmoor

@@ -57,9 +57,8 @@ std::vector<std::string> systemMonitors(const std::vector<std::string>& desktops
 
 std::vector<DesktopCommand> loginItemsSettings(const std::vector<std::string>& desktops) {
     if (names(desktops, "KDE")) {
-        return {{"systemsettings", {"kcm_autostart"}},
-                {"kcmshell6", {"kcm_autostart"}},
-                {"kcmshell5", {"kcm_autostart"}}};
+        return {
+            {"systemsettings", {"kcm_autostart"}}, {"kcmshell6", {"kcm_autostart"}}, {"kcmshell5", {"kcm_autostart"}}};
     }
     if (names(desktops, "XFCE")) {
         return {{"xfce4-session-settings", {}}};

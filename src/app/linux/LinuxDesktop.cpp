@@ -51,16 +51,19 @@ bool start(const DesktopCommand& tool) {
 } // namespace
 
 LinuxDesktop::LinuxDesktop(const Platform& platform, const SystemLayout& layout, LinuxEnvironment environment)
-    : platform_(platform), layout_(layout), environment_(std::move(environment)),
+    : platform_(platform),
+      layout_(layout),
+      environment_(std::move(environment)),
       volumeLabel_(volumeLabelOf(environment_.home).value_or(layout.volumeLabel)) {}
 
 void LinuxDesktop::reveal(const std::filesystem::path& path) {
-    askFileManager(QStringLiteral("ShowItems"), fileUri(path), [folder = path.parent_path()] {
-        launchUri(fileUri(folder));
-    });
+    askFileManager(QStringLiteral("ShowItems"), fileUri(path),
+                   [folder = path.parent_path()] { launchUri(fileUri(folder)); });
 }
 
-void LinuxDesktop::openHome() { launchUri(fileUri(environment_.home)); }
+void LinuxDesktop::openHome() {
+    launchUri(fileUri(environment_.home));
+}
 
 void LinuxDesktop::openTrash() {
     const std::string trash = "trash:///";
@@ -130,6 +133,8 @@ QIcon LinuxDesktop::iconOf(const std::filesystem::path& application) const {
     return name.starts_with('/') ? QIcon(QString::fromStdString(name)) : QIcon::fromTheme(QString::fromStdString(name));
 }
 
-bool LinuxDesktop::prefersReducedMotion() const { return !desktopAnimates(); }
+bool LinuxDesktop::prefersReducedMotion() const {
+    return !desktopAnimates();
+}
 
 } // namespace vellmoor

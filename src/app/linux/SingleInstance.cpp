@@ -50,8 +50,7 @@ bool SingleInstance::claim() {
 }
 
 bool SingleInstance::raiseOther() const {
-    QDBusMessage call =
-        QDBusMessage::createMethodCall(busName, objectPath, interfaceName, QStringLiteral("Activate"));
+    QDBusMessage call = QDBusMessage::createMethodCall(busName, objectPath, interfaceName, QStringLiteral("Activate"));
     call << ownPlatformData();
     return bus_.call(call, QDBus::Block, answerMilliseconds).type() == QDBusMessage::ReplyMessage;
 }
@@ -61,7 +60,9 @@ void ApplicationAdaptor::Activate(const QVariantMap& platformData) {
     Q_EMIT instance_.activated();
 }
 
-void ApplicationAdaptor::Open(const QStringList&, const QVariantMap& platformData) { Activate(platformData); }
+void ApplicationAdaptor::Open(const QStringList&, const QVariantMap& platformData) {
+    Activate(platformData);
+}
 
 void ApplicationAdaptor::ActivateAction(const QString& name, const QVariantList&, const QVariantMap& platformData) {
     takeActivationToken(platformData);

@@ -45,15 +45,16 @@ void StatusBarController::install() {
 }
 
 void StatusBarController::watchForTray() {
-    auto* watcher = new QDBusServiceWatcher(QStringLiteral("org.kde.StatusNotifierWatcher"),
-                                            QDBusConnection::sessionBus(),
-                                            QDBusServiceWatcher::WatchForRegistration, this);
+    auto* watcher =
+        new QDBusServiceWatcher(QStringLiteral("org.kde.StatusNotifierWatcher"), QDBusConnection::sessionBus(),
+                                QDBusServiceWatcher::WatchForRegistration, this);
     connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &StatusBarController::install);
 }
 
 void StatusBarController::buildMenu() {
     menu_.clear();
-    connect(menu_.addAction(localised("打开 Vellmoor")), &QAction::triggered, this, &StatusBarController::showMainWindow);
+    connect(menu_.addAction(localised("打开 Vellmoor")), &QAction::triggered, this,
+            &StatusBarController::showMainWindow);
     menu_.addSeparator();
     connect(menu_.addAction(localised("退出")), &QAction::triggered, this, &StatusBarController::quitAsked);
 }
@@ -84,7 +85,8 @@ void StatusBarController::showMainWindow() {
 }
 
 bool StatusBarController::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == &window_ && event->type() == QEvent::Close && !(isInstalled() && QSystemTrayIcon::isSystemTrayAvailable())) {
+    if (watched == &window_ && event->type() == QEvent::Close &&
+        !(isInstalled() && QSystemTrayIcon::isSystemTrayAvailable())) {
         Q_EMIT quitAsked();
     }
     return QObject::eventFilter(watched, event);

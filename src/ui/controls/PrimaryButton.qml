@@ -79,6 +79,6 @@ T.Button {
             }
         }
     }
-    Keys.onEnterPressed: root.click()
-    Keys.onReturnPressed: root.click()
+    Keys.onEnterPressed: root.clicked()
+    Keys.onReturnPressed: root.clicked()
 }

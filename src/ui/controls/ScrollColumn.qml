@@ -10,6 +10,8 @@ Item {
 
     property alias spacing: column.spacing
     default property alias contents: column.data
+    // What lies behind the lower edge.
+    property color ground: Colors.groundMiddle
 
     Flickable {
         id: view
@@ -35,6 +37,28 @@ Item {
             width: root.width
             x: Metrics.panelGap / 2
             y: Metrics.panelGap / 2
+        }
+    }
+
+    // Fades what goes on below the edge.
+    Rectangle {
+        anchors.bottom: view.bottom
+        anchors.left: view.left
+        anchors.right: view.right
+        anchors.rightMargin: 8
+        height: 28
+        visible: !view.atYEnd
+
+        gradient: Gradient {
+            GradientStop {
+                color: Colors.faint(root.ground, 0)
+                position: 0
+            }
+
+            GradientStop {
+                color: root.ground
+                position: 1
+            }
         }
     }
 }

@@ -55,6 +55,6 @@ T.Button {
             }
         }
     }
-    Keys.onEnterPressed: root.click()
-    Keys.onReturnPressed: root.click()
+    Keys.onEnterPressed: root.clicked()
+    Keys.onReturnPressed: root.clicked()
 }

@@ -20,7 +20,7 @@ T.Popup {
     T.Overlay.modal: Rectangle {
         color: Colors.veil
 
-        Behavior on opacity {
+        Behavior on opacity  {
             NumberAnimation {
                 duration: Motion.quick
             }

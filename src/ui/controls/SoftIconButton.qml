@@ -35,8 +35,8 @@ T.Button {
             size: root.size > Metrics.rowButton ? 15 : 13
         }
     }
-    Keys.onEnterPressed: root.click()
-    Keys.onReturnPressed: root.click()
+    Keys.onEnterPressed: root.clicked()
+    Keys.onReturnPressed: root.clicked()
 
     HelpTip {
         shown: root.hovered && root.help !== ""

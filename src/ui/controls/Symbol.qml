@@ -9,6 +9,7 @@ Image {
 
     height: size
     source: name === "" ? "" : "image://symbol/" + name + "?" + color
-    sourceSize: Qt.size(size, size)
+    sourceSize.height: size
+    sourceSize.width: size
     width: size
 }

@@ -31,7 +31,8 @@ Item {
     Image {
         anchors.fill: parent
         source: root.icon
-        sourceSize: Qt.size(root.size, root.size)
+        sourceSize.height: root.size
+        sourceSize.width: root.size
         visible: root.icon !== ""
     }
 }

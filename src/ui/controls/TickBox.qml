@@ -14,8 +14,8 @@ T.AbstractButton {
     Accessible.checked: ticked
     Accessible.name: text
     Accessible.role: Accessible.CheckBox
-    Accessible.onPressAction: root.click()
-    Accessible.onToggleAction: root.click()
+    Accessible.onPressAction: root.clicked()
+    Accessible.onToggleAction: root.clicked()
     focusPolicy: Qt.StrongFocus
     implicitHeight: size
     implicitWidth: size
@@ -27,7 +27,7 @@ T.AbstractButton {
         color: root.ticked ? Colors.cyan : Colors.softButton
         radius: 6
 
-        Behavior on color {
+        Behavior on color  {
             ColorAnimation {
                 duration: Motion.quick
             }
@@ -47,6 +47,6 @@ T.AbstractButton {
             visible: root.ticked
         }
     }
-    Keys.onEnterPressed: root.click()
-    Keys.onReturnPressed: root.click()
+    Keys.onEnterPressed: root.clicked()
+    Keys.onReturnPressed: root.clicked()
 }

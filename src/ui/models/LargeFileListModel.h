@@ -5,8 +5,8 @@
 
 namespace vellmoor {
 
-/// The large files that pass both filters.
-class LargeFileListModel final : public CleanupListModel {
+/// The large files that pass both filters. (The base's full name is what Qt's type registration looks up.)
+class LargeFileListModel final : public vellmoor::CleanupListModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the window model")

@@ -17,7 +17,9 @@ class RecordListModel : public QAbstractListModel {
     Q_PROPERTY(int count READ count NOTIFY countChanged FINAL)
 
 public:
-    explicit RecordListModel(CleanerStore& store, QObject* parent = nullptr) : QAbstractListModel(parent), store_(store) {}
+    explicit RecordListModel(CleanerStore& store, QObject* parent = nullptr)
+        : QAbstractListModel(parent),
+          store_(store) {}
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : count(); }
     [[nodiscard]] virtual int count() const = 0;
     /// Reads the array again.
@@ -33,8 +35,10 @@ private:
     CleanerStore& store_;
 };
 
+// The base's name is spelled out below: Qt's type registration looks it up by this very text.
+
 /// The sidebar's rows.
-class ModuleListModel final : public RecordListModel {
+class ModuleListModel final : public vellmoor::RecordListModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the window model")
@@ -47,7 +51,7 @@ public:
 };
 
 /// The parts of the disk bar; placeholders while the store has none.
-class StorageSegmentModel final : public RecordListModel {
+class StorageSegmentModel final : public vellmoor::RecordListModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the window model")
@@ -60,7 +64,7 @@ public:
 };
 
 /// The largest files of the last scan, for reading only.
-class FileCandidateModel final : public RecordListModel {
+class FileCandidateModel final : public vellmoor::RecordListModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the window model")
@@ -73,7 +77,7 @@ public:
 };
 
 /// What starts at login.
-class StartupListModel final : public RecordListModel {
+class StartupListModel final : public vellmoor::RecordListModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the window model")
@@ -93,7 +97,7 @@ private:
 };
 
 /// The applications that use the most memory.
-class MemoryAppListModel final : public RecordListModel {
+class MemoryAppListModel final : public vellmoor::RecordListModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the window model")
@@ -109,7 +113,7 @@ private:
 };
 
 /// Which folders Vellmoor may read.
-class PermissionListModel final : public RecordListModel {
+class PermissionListModel final : public vellmoor::RecordListModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the window model")

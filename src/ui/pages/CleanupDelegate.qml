@@ -1,3 +1,4 @@
+// qmllint disable unqualified
 import QtQuick
 import Vellmoor.Models
 
@@ -10,6 +11,9 @@ CleanupRoles {
     required property string look
     property bool isCurrent: false
 
+    // A row kept for later use is no row: it takes neither the keyboard nor a screen reader.
+    ListView.onPooled: visible = false
+    ListView.onReused: visible = true
     height: loader.height
     objectName: name
 

@@ -1,8 +1,8 @@
+// qmllint disable unqualified
 import QtQuick
 import QtQuick.Templates as T
 import Vellmoor.Controls
 import Vellmoor.Models
-import Vellmoor.Theme
 
 // A virtual list of categories and their paths. Up and Down move, Space ticks, Right and Left unfold and fold,
 // Return shows the path in the file manager. The last 10 pixels of its width are the scroll bar's.
@@ -25,6 +25,11 @@ ListView {
     model: rows
     reuseItems: true
     spacing: 6
+
+    onActiveFocusChanged: {
+        if (activeFocus && currentIndex < 0)
+            currentIndex = 0;
+    }
 
     T.ScrollBar.vertical: ScrollLine {
     }

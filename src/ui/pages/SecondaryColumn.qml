@@ -10,6 +10,8 @@ ScrollColumn {
 
     required property WindowModel vm
 
+    ground: Colors.groundLower
+
     signal viewAll
 
     StoragePanel {

@@ -24,6 +24,8 @@ RowFrame {
     Accessible.description: location
     Accessible.name: name
     Accessible.role: Accessible.ListItem
+    ListView.onPooled: visible = false
+    ListView.onReused: visible = true
     implicitHeight: Math.max(70, line.implicitHeight + 18)
     objectName: "startup." + index
 

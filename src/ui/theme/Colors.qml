@@ -12,6 +12,7 @@ QtObject {
     readonly property color vmLine: Qt.rgba(0, 0, 0, 0.08)
     readonly property color groundStart: "#e3f2fb"
     readonly property color groundMiddle: "#f8fafc"
+    readonly property color groundLower: "#faf1f5"
     readonly property color groundEnd: "#fbecf1"
     readonly property color sidebar: Qt.rgba(1, 1, 1, 0.46)
     readonly property color glass: Qt.rgba(1, 1, 1, 0.58)

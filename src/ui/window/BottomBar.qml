@@ -32,8 +32,10 @@ GlassPanel {
 
             Caption {
                 Layout.fillWidth: true
+                maximumLineCount: 2
                 objectName: "statusMessage"
                 text: root.vm.scan.status
+                wrapMode: Text.Wrap
             }
         }
 

@@ -2,11 +2,9 @@ import QtQuick
 import QtQuick.Layouts
 import Vellmoor.Controls
 import Vellmoor.Models
-import Vellmoor.Pages
 import Vellmoor.Theme
 
 // The root view: the sidebar, and the shown module's page.
-//
 // Object names that tests and tools may rely on:
 //   sidebar.MODULE, languageSwitch            the sidebar (MODULE is the raw value, e.g. sidebar.systemJunk)
 //   refreshButton, homeButton                 the top bar

@@ -26,13 +26,13 @@ Window {
     }
 
     Shortcut {
-        sequences: [StandardKey.Refresh, "Ctrl+R"]
+        sequences: ["Ctrl+R", "F5"]
 
         onActivated: root.vm.refresh()
     }
 
     Shortcut {
-        sequences: [StandardKey.Quit, "Ctrl+Q"]
+        sequences: ["Ctrl+Q"]
 
         onActivated: Qt.quit()
     }

@@ -27,7 +27,7 @@ T.AbstractButton {
         color: root.isSelected ? Colors.rowHover : (root.hovered ? Colors.row : Colors.clear)
         radius: Metrics.rowRadius
 
-        Behavior on color {
+        Behavior on color  {
             ColorAnimation {
                 duration: Motion.quick
             }
@@ -74,6 +74,6 @@ T.AbstractButton {
             }
         }
     }
-    Keys.onEnterPressed: root.click()
-    Keys.onReturnPressed: root.click()
+    Keys.onEnterPressed: root.clicked()
+    Keys.onReturnPressed: root.clicked()
 }

@@ -6,6 +6,7 @@
 #include "MainWindow.h"
 
 #include <QQmlEngine>
+#include <QQuickItem>
 
 #include <filesystem>
 #include <functional>
@@ -15,20 +16,29 @@
 namespace vellmoor {
 
 /// The main window on a store, driven by object names; takes pictures of it.
-class Photographer {
+class WindowDriver {
 public:
-    Photographer(std::shared_ptr<CleanerService> service, Desktop& desktop, AppLanguage language);
+    WindowDriver(std::shared_ptr<CleanerService> service, Desktop& desktop, AppLanguage language);
 
     [[nodiscard]] bool isReady() const { return window_ != nullptr; }
     [[nodiscard]] CleanerStore& store() { return store_; }
+    [[nodiscard]] LanguageManager& languages() { return languages_; }
     [[nodiscard]] MainWindow& main() { return *window_; }
     /// Runs the event loop until `done`, at most `seconds`; whether it came to be.
     bool waitFor(const std::function<bool()>& done, int seconds = 120);
     void show(CleanerModule module);
     /// Scans the shown module to its end.
     void scan();
-    /// A click on the visible item of that object name; false when there is none.
-    bool click(const QString& objectName);
+    /// The visible item of that object name, below the visible item called `within` when that is given.
+    [[nodiscard]] QQuickItem* item(const QString& objectName, const QString& within = {});
+    /// Its text; "<nothing>" when no such item is visible.
+    [[nodiscard]] QString text(const QString& objectName);
+    /// A click on that item, scrolled into view first; false when there is none.
+    bool click(const QString& objectName, Qt::MouseButton button = Qt::LeftButton, const QString& within = {});
+    /// Keys for the window, as from the keyboard.
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    /// Lets queued changes, layouts and bindings happen.
+    void settle();
     /// Writes the window as it looks after everything has settled.
     bool take(const std::filesystem::path& file);
 

@@ -1,4 +1,4 @@
-#include "Photographer.h"
+#include "WindowDriver.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -16,13 +16,6 @@ LanguageSetting fixedLanguage(AppLanguage language) {
             .write = [](const std::string&) {}};
 }
 
-void settle() {
-    // A few turns of the loop: queued selection changes, bindings, layouts, pictures of symbols.
-    for (int turn = 0; turn < 4; ++turn) {
-        QCoreApplication::processEvents();
-    }
-}
-
 /// Scrolls what lies around `item` until it is in view.
 void bringIntoView(QQuickItem* item) {
     for (QQuickItem* around = item->parentItem(); around != nullptr; around = around->parentItem()) {
@@ -35,7 +28,6 @@ void bringIntoView(QQuickItem* item) {
             around->setProperty("contentY", around->property("contentY").toDouble() + (top < 0 ? top : past));
         }
     }
-    settle();
 }
 
 } // namespace
@@ -55,7 +47,7 @@ QQuickItem* findItem(QQuickItem* root, const QString& objectName) {
     return nullptr;
 }
 
-Photographer::Photographer(std::shared_ptr<CleanerService> service, Desktop& desktop, AppLanguage language)
+WindowDriver::WindowDriver(std::shared_ptr<CleanerService> service, Desktop& desktop, AppLanguage language)
     : languages_(fixedLanguage(language), std::nullopt),
       store_(std::move(service), [] { return std::chrono::system_clock::now(); }) {
     auto loaded = loadMainWindow(engine_, store_, languages_, desktop);
@@ -69,7 +61,7 @@ Photographer::Photographer(std::shared_ptr<CleanerService> service, Desktop& des
     QCoreApplication::processEvents();
 }
 
-bool Photographer::waitFor(const std::function<bool()>& done, int seconds) {
+bool WindowDriver::waitFor(const std::function<bool()>& done, int seconds) {
     const QDeadlineTimer limit(std::chrono::seconds{seconds});
     while (!done() && !limit.hasExpired()) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 50);
@@ -77,30 +69,58 @@ bool Photographer::waitFor(const std::function<bool()>& done, int seconds) {
     return done();
 }
 
-void Photographer::show(CleanerModule module) {
+void WindowDriver::show(CleanerModule module) {
     const std::string_view raw = rawValue(module);
     window_->model().setModule(QString::fromUtf8(raw.data(), static_cast<qsizetype>(raw.size())));
 }
 
-void Photographer::scan() {
+void WindowDriver::scan() {
     window_->model().refresh();
     waitFor([this] { return !store_.isScanning(); });
 }
 
-bool Photographer::click(const QString& objectName) {
+void WindowDriver::settle() {
+    for (int turn = 0; turn < 4; ++turn) {
+        QCoreApplication::processEvents();
+        // Lists make and place their rows while the window is polished; nothing else asks for it without a display.
+        window_->window().grabWindow();
+    }
+}
+
+QQuickItem* WindowDriver::item(const QString& objectName, const QString& within) {
     settle();
-    QQuickItem* item = findItem(window_->window().contentItem(), objectName);
-    if (item == nullptr) {
+    QQuickItem* root = window_->window().contentItem();
+    if (!within.isEmpty()) {
+        root = findItem(root, within);
+    }
+    return root == nullptr ? nullptr : findItem(root, objectName);
+}
+
+QString WindowDriver::text(const QString& objectName) {
+    const QQuickItem* found = item(objectName);
+    return found == nullptr ? QStringLiteral("<nothing>") : found->property("text").toString();
+}
+
+bool WindowDriver::click(const QString& objectName, Qt::MouseButton button, const QString& within) {
+    QQuickItem* target = item(objectName, within);
+    if (target == nullptr) {
         std::fprintf(stderr, "nothing called %s is visible\n", qPrintable(objectName));
         return false;
     }
-    bringIntoView(item);
-    const QPointF center = item->mapToScene({item->width() / 2, item->height() / 2});
-    QTest::mouseClick(&window_->window(), Qt::LeftButton, Qt::NoModifier, center.toPoint());
+    bringIntoView(target);
+    settle();
+    const QPointF center = target->mapToScene({target->width() / 2, target->height() / 2});
+    QTest::mouseClick(&window_->window(), button, Qt::NoModifier, center.toPoint());
+    settle();
     return true;
 }
 
-bool Photographer::take(const std::filesystem::path& file) {
+void WindowDriver::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+    QTest::keyClick(&window_->window(), key, modifiers);
+    settle();
+}
+
+bool WindowDriver::take(const std::filesystem::path& file) {
     settle();
     return window_->window().grabWindow().save(QString::fromStdString(file.string()));
 }

@@ -1,0 +1,99 @@
+// The login items page and the memory page.
+#include "WindowFixture.h"
+
+namespace vellmoor {
+namespace {
+
+using PerformancePagesTest = WindowTest;
+INSTANTIATE_IN_BOTH_LANGUAGES(PerformancePagesTest);
+
+TEST_P(PerformancePagesTest, AnEnabledItemOffersDisableAndADisabledOneRestore) {
+    openScanned(CleanerModule::performance);
+    EXPECT_EQ(text("startup.0.action"), tr("禁用"));
+    EXPECT_EQ(text("startup.0.status"), tr("已启用"));
+    EXPECT_EQ(text("startup.3.action"), tr("恢复"));
+    EXPECT_EQ(text("startup.3.status"), tr("已禁用"));
+    EXPECT_EQ(text("list.counter"), tr("%d 个已启用", 3));
+}
+
+TEST_P(PerformancePagesTest, DisablingAsksFirst) {
+    openScanned(CleanerModule::performance);
+    ASSERT_TRUE(window().click(QStringLiteral("startup.1.action")));
+    EXPECT_EQ(text("confirmStartup.message"),
+              tr("禁用后会停止当前登录会话中的后台代理，并把配置移到 LaunchAgents.disabled。"));
+    ASSERT_TRUE(window().click(QStringLiteral("confirmStartup.cancel")));
+    EXPECT_THAT(service().disables(), ::testing::IsEmpty());
+    ASSERT_TRUE(window().click(QStringLiteral("startup.1.action")));
+    ASSERT_TRUE(window().click(QStringLiteral("confirmStartup.accept")));
+    waitUntilIdle();
+    ASSERT_EQ(service().disables().size(), 1U);
+    EXPECT_EQ(service().disables().at(0).name, "KeePassXC");
+}
+
+TEST_P(PerformancePagesTest, RestoringAsksFirst) {
+    openScanned(CleanerModule::performance);
+    ASSERT_TRUE(window().click(QStringLiteral("startup.3.action")));
+    EXPECT_EQ(text("confirmStartup.message"), tr("恢复后会移回 LaunchAgents，并尝试重新加载该启动项。"));
+    ASSERT_TRUE(window().click(QStringLiteral("confirmStartup.accept")));
+    waitUntilIdle();
+    ASSERT_EQ(service().enables().size(), 1U);
+    EXPECT_EQ(service().enables().at(0).name, "Steam");
+}
+
+TEST_P(PerformancePagesTest, WhileAnItemChangesItsButtonRests) {
+    auto gate = std::make_shared<Gate>();
+    service().onDisable([gate](const StartupItem&) {
+        gate->pass();
+        return StartupActionResult{true, "done"};
+    });
+    openScanned(CleanerModule::performance);
+    ASSERT_TRUE(window().click(QStringLiteral("startup.0.action")));
+    ASSERT_TRUE(window().click(QStringLiteral("confirmStartup.accept")));
+    EXPECT_FALSE(isEnabled("startup.0.action"));
+    EXPECT_EQ(text("startupNote"), tr("正在更新启动项..."));
+    gate->open();
+    waitUntilIdle();
+    EXPECT_EQ(text("startupNote"), tr("禁用后会移到 LaunchAgents.disabled，可随时恢复"));
+    EXPECT_TRUE(isEnabled("startup.0.action"));
+}
+
+TEST_P(PerformancePagesTest, AnItemIsShownInTheFileManager) {
+    openScanned(CleanerModule::performance);
+    ASSERT_TRUE(window().click(QStringLiteral("startup.0.reveal")));
+    EXPECT_THAT(desktop().revealed, ::testing::ElementsAre("/home/anna/.config/autostart/Nextcloud.desktop"));
+}
+
+TEST_P(PerformancePagesTest, TheDesktopsOwnSettingsCanBeOpened) {
+    openScanned(CleanerModule::performance);
+    ASSERT_TRUE(window().click(QStringLiteral("loginItemsSettings")));
+    EXPECT_THAT(desktop().asked, ::testing::ElementsAre("loginItems"));
+}
+
+TEST_P(PerformancePagesTest, TheMemoryPageTellsTheTotalAndThePressure) {
+    openScanned(CleanerModule::memoryOptimization);
+    EXPECT_EQ(text("memoryTotal"), tr("总内存 %@", std::string("16 GB")));
+    EXPECT_EQ(text("pressure"), tr("偏高"));
+}
+
+TEST_P(PerformancePagesTest, QuittingAnApplicationAsksFirst) {
+    service().onQuit([](const MemoryApp&) { return QuitOutcome::NoResponse; });
+    openScanned(CleanerModule::memoryOptimization);
+    ASSERT_TRUE(window().click(QStringLiteral("memoryApp.1.quit")));
+    ASSERT_TRUE(window().click(QStringLiteral("confirmQuit.cancel")));
+    EXPECT_THAT(service().quits(), ::testing::IsEmpty());
+    ASSERT_TRUE(window().click(QStringLiteral("memoryApp.1.quit")));
+    ASSERT_TRUE(window().click(QStringLiteral("confirmQuit.accept")));
+    window().waitFor([this] { return !service().quits().empty(); });
+    ASSERT_EQ(service().quits().size(), 1U);
+    EXPECT_EQ(service().quits().at(0).name, "Blender");
+    waitUntilIdle();
+}
+
+TEST_P(PerformancePagesTest, TheSystemMonitorCanBeOpenedFromARow) {
+    openScanned(CleanerModule::memoryOptimization);
+    ASSERT_TRUE(window().click(QStringLiteral("memoryApp.0.monitor")));
+    EXPECT_THAT(desktop().asked, ::testing::ElementsAre("monitor"));
+}
+
+} // namespace
+} // namespace vellmoor

@@ -1,0 +1,13 @@
+#include <QApplication>
+#include <QQuickStyle>
+#include <gtest/gtest.h>
+
+int main(int argc, char* argv[]) {
+    // Neither a display nor a graphics processor, wherever the tests run.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QUICK_BACKEND", "software");
+    ::testing::InitGoogleTest(&argc, argv);
+    const QApplication application(argc, argv);
+    QQuickStyle::setStyle(QStringLiteral("Basic"));
+    return RUN_ALL_TESTS();
+}
