@@ -1,9 +1,8 @@
-// Delegates read the ids of this file: qmllint disable unqualified
+// qmllint disable unqualified
 import QtQuick
 import QtQuick.Templates as T
 import Vellmoor.Controls
 import Vellmoor.Models
-import Vellmoor.Theme
 
 // A virtual list of categories and their paths. Up and Down move, Space ticks, Right and Left unfold and fold,
 // Return shows the path in the file manager. The last 10 pixels of its width are the scroll bar's.

@@ -1,5 +1,4 @@
 import QtQuick
-import Vellmoor.Models
 
 // One row of a CleanupListModel: what its roles say. The row's picture is drawn by the views that take it.
 Item {

@@ -1,4 +1,4 @@
-// Delegates read the ids of this file: qmllint disable unqualified
+// qmllint disable unqualified
 import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T

@@ -1,6 +1,5 @@
-// Delegates read the ids of this file: qmllint disable unqualified
+// qmllint disable unqualified
 import QtQuick
-import Vellmoor.Controls
 import Vellmoor.Models
 import Vellmoor.Theme
 

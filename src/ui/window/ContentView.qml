@@ -2,7 +2,6 @@ import QtQuick
 import QtQuick.Layouts
 import Vellmoor.Controls
 import Vellmoor.Models
-import Vellmoor.Pages
 import Vellmoor.Theme
 
 // The root view: the sidebar, and the shown module's page.
