@@ -90,12 +90,22 @@ CleanupItem applicationItem(ScanContext& context, const ApplicationScan& scan, b
 
 /// How many applications of the package managers menus show.
 std::size_t systemApplications(ScanContext& context) {
+    const AppLayout& layout = context.layout().apps;
     std::set<std::string> identifiers;
-    for (const Path& folder : context.layout().apps.systemEntryFolders) {
+    const auto count = [&](const InstalledEntry& entry) {
+        if (!entry.noDisplay && !entry.hidden) {
+            identifiers.insert(entry.id);
+        }
+    };
+    for (const Path& folder : layout.systemEntryFolders) {
         context.throwIfCancelled();
-        for (const InstalledEntry& entry : entriesOfFolder(context, folder)) {
-            if (!entry.noDisplay && !entry.hidden) {
-                identifiers.insert(entry.id);
+        if (std::ranges::find(layout.entryFolders, folder) == layout.entryFolders.end()) {
+            std::ranges::for_each(entriesOfFolder(context, folder), count); // the user's variables leave it out
+            continue;
+        }
+        for (const InstalledEntry& entry : installedEntries(context)) {
+            if (isStrictlyBelow(entry.path, folder)) {
+                count(entry);
             }
         }
     }

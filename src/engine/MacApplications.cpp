@@ -15,6 +15,14 @@ bool isProtected(const ScanContext& context, const Path& bundle) {
     return isProtectedSystemAppPath(context, bundle) || (real && isProtectedSystemAppPath(context, *real));
 }
 
+ApplicationMetadata appMetadata(const ScanContext& context, const Path& bundle) {
+    const std::optional<BundleInfo> info = context.platform().bundleInfo(bundle);
+    return {.appURL = bundle,
+            .displayName = bundleName(context, bundle),
+            .bundleIdentifier = info ? info->identifier : std::nullopt,
+            .kind = ApplicationKind::Bundle};
+}
+
 } // namespace
 
 std::string bundleName(const ScanContext& context, const Path& bundle) {
@@ -43,11 +51,7 @@ std::vector<ApplicationMetadata> installedBundles(ScanContext& context) {
                 !hasExtension(context, entry.name, layout.bundleExtension) || isProtected(context, path)) {
                 continue;
             }
-            const std::optional<BundleInfo> info = context.platform().bundleInfo(path);
-            found.push_back({.appURL = path,
-                             .displayName = bundleName(context, path),
-                             .bundleIdentifier = info ? info->identifier : std::nullopt,
-                             .kind = ApplicationKind::Bundle});
+            found.push_back(appMetadata(context, path));
         }
     }
     return found;

@@ -51,7 +51,7 @@ private:
 void Loader::run(const std::vector<std::string>& arguments) const {
     const StartupLayout& layout = context_.layout().startup;
     const Platform& platform = context_.platform();
-    if (!layout.loaderIsOptional) {
+    if (!layout.loaderIsOptional && !layout.loaders.empty()) {
         (void)platform.commandResult(layout.loaders.front(), arguments);
         return;
     }

@@ -19,8 +19,9 @@ struct StartupFacts {
     bool startsAtLogin = false;
 };
 
-/// The login item of a configuration file of that kind; nothing when it cannot be read or is none.
-std::optional<StartupItem> startupItem(ScanContext& context, const Path& file, StartupKind kind, bool isEnabled);
+/// The login item of a configuration file of that kind, a launch agent or what stands in for one on Linux; nothing
+/// when it cannot be read or is none.
+std::optional<StartupItem> launchAgentItem(ScanContext& context, const Path& file, StartupKind kind, bool isEnabled);
 
 // Each answers nothing for a file that cannot be read, parsed, or is not listed.
 std::optional<StartupFacts> launchAgentFacts(ScanContext& context, const Path& file);

@@ -29,19 +29,20 @@ std::string nameOf(ScanContext& context, const StartupFacts& facts, const Path& 
     return facts.ownName.empty() ? friendlyName(facts.label, file.stem().string()) : facts.ownName;
 }
 
-/// The files of the kind directly in `folder`; none when it cannot be listed.
-void addItems(ScanContext& context, const Path& folder, StartupKind kind, bool isEnabled,
-              std::vector<StartupItem>& out) {
+/// The items of the files of that kind directly in `folder`; none when it cannot be listed.
+std::vector<StartupItem> launchAgentItems(ScanContext& context, const Path& folder, StartupKind kind, bool isEnabled) {
     const std::string extension = "." + std::string(fileExtension(kind));
+    std::vector<StartupItem> items;
     for (const Path& file : visibleChildren(context, folder)) {
         context.throwIfCancelled();
         if (file.extension() != extension) {
             continue;
         }
-        if (std::optional<StartupItem> item = startupItem(context, file, kind, isEnabled)) {
-            out.push_back(*std::move(item));
+        if (std::optional<StartupItem> item = launchAgentItem(context, file, kind, isEnabled)) {
+            items.push_back(*std::move(item));
         }
     }
+    return items;
 }
 
 std::vector<Path> sessionStatePaths(ScanContext& context) {
@@ -68,7 +69,7 @@ std::string_view fileExtension(StartupKind kind) {
     return "";
 }
 
-std::optional<StartupItem> startupItem(ScanContext& context, const Path& file, StartupKind kind, bool isEnabled) {
+std::optional<StartupItem> launchAgentItem(ScanContext& context, const Path& file, StartupKind kind, bool isEnabled) {
     const std::optional<StartupFacts> facts = factsOf(context, file, kind);
     if (!facts) {
         return std::nullopt;
@@ -92,8 +93,8 @@ std::optional<StartupItem> startupItem(ScanContext& context, const Path& file, S
 std::vector<StartupItem> startupItems(ScanContext& context) {
     std::vector<StartupItem> items;
     for (const StartupFolders& folders : context.layout().startup.folders) {
-        addItems(context, folders.enabled, folders.kind, true, items);
-        addItems(context, folders.disabled, folders.kind, false, items);
+        std::ranges::move(launchAgentItems(context, folders.enabled, folders.kind, true), std::back_inserter(items));
+        std::ranges::move(launchAgentItems(context, folders.disabled, folders.kind, false), std::back_inserter(items));
     }
     std::ranges::stable_sort(items, [&](const StartupItem& a, const StartupItem& b) {
         if (a.isEnabled != b.isEnabled) {

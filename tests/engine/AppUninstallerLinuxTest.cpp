@@ -310,6 +310,15 @@ TEST_F(LinuxApplications, ALastRowCountsWhatThePackageManagersOwn) {
     EXPECT_EQ(row.appInfo, std::nullopt);
 }
 
+TEST_F(LinuxApplications, SystemEntriesCountWhateverTheVariablesName) {
+    home.environment.dataDirs = {"/opt/share"};
+    home.useEnvironment();
+    desktopFile(home, "/usr/share/applications/a.desktop", "Name=A\nExec=a\n");
+    desktopFile(home, ".local/share/applications/a.desktop", "Name=A\nExec=a\nHidden=true\n");
+    desktopFile(home, "/var/lib/snapd/desktop/applications/s_s.desktop", "Name=S\nExec=s\n");
+    EXPECT_THAT(application(home, "System-managed Apps").description, ::testing::StartsWith("2 apps"));
+}
+
 TEST_F(LinuxApplications, WithoutSystemEntriesThereIsNoSuchRow) {
     desktopFile(home, "/usr/share/applications/b.desktop", "Name=B\nExec=b\nNoDisplay=true\n");
     EXPECT_THAT(titles(home), IsEmpty());
