@@ -1,11 +1,10 @@
 // The yardstick: what a walk cannot avoid and nothing else. Lists each directory with getdents64 and asks statx for
 // each file, with threads that share a list of paths. It knows no rule: it crosses mounts, takes what d_type says,
 // needs memory for each waiting path, fails on long paths, cannot be cancelled.
-//   bare_walk FOLDER [THREADS]
+//   bare_walk FOLDER...
 #include <condition_variable>
 #include <cstddef>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
@@ -76,12 +75,11 @@ void work() {
 
 int main(int count, char** arguments) {
     if (count < 2) {
-        std::fprintf(stderr, "bare_walk FOLDER [THREADS]\n");
+        std::fprintf(stderr, "bare_walk FOLDER...\n");
         return 2;
     }
-    const unsigned threads =
-        count > 2 ? static_cast<unsigned>(std::atoi(arguments[2])) : std::thread::hardware_concurrency();
-    waiting.emplace_back(arguments[1]);
+    const unsigned threads = std::thread::hardware_concurrency();
+    waiting.assign(arguments + 1, arguments + count);
     std::vector<std::thread> helpers;
     for (unsigned i = 1; i < threads; ++i) {
         helpers.emplace_back(work);

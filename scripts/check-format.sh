@@ -24,6 +24,7 @@ fi
 for file in "${qml[@]}"; do
   if [ "$fix" = yes ]; then
     "$qmlformat" -i "$file"
+    rm -f "$file~"
   elif ! "$qmlformat" "$file" | cmp -s - "$file"; then
     echo "$file: not as qmlformat writes it (scripts/check-format.sh --fix)" >&2
     failed=yes

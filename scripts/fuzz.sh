@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# Fuzzes the readers of what tools print and of what /proc holds (tests/fuzz) with libFuzzer.
+# Fuzzes the readers of what tools print, of what /proc holds and of configuration files (tests/fuzz) with libFuzzer.
 # Usage: scripts/fuzz.sh [--runs N | --seconds S] [--build DIR] [TARGET...]
 #   --runs N      N inputs for each target, always the same ones
 #   --seconds S   S seconds for each target (60), going on from what earlier calls found
-#   TARGET        VmStat, Ps, Proc; all of them by default
+#   TARGET        VmStat, Ps, Proc, Exec, DesktopEntry, LaunchAgent; all of them by default
 # Exits with 77, saying why, where there is no clang with libFuzzer.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -21,7 +21,7 @@ while [ $# -gt 0 ]; do
     *) targets+=("$1"); shift ;;
   esac
 done
-[ "${#targets[@]}" -gt 0 ] || targets=(VmStat Ps Proc)
+[ "${#targets[@]}" -gt 0 ] || targets=(VmStat Ps Proc Exec DesktopEntry LaunchAgent)
 mkdir -p "$build"
 
 # The first clang that can link a fuzzer: the run-time library is a package of its own.
@@ -40,13 +40,34 @@ if [ -z "$compiler" ]; then
   exit 77
 fi
 
-readers=(src/engine/MemoryText.cpp src/engine/ControlGroups.cpp)
+include=(-Isrc/model -Isrc/platform -Isrc/platform/linux -Isrc/engine -Itests/support)
 for target in "${targets[@]}"; do
   source=tests/fuzz/${target}Fuzz.cpp
   program=$build/$target
-  if [ ! -x "$program" ] || [ -n "$(find "$source" tests/fuzz/Fuzz.h "${readers[@]}" "${readers[@]/%.cpp/.h}" \
-    -newer "$program" -print -quit)" ]; then
-    "$compiler" "${flags[@]}" -Isrc/engine "$source" "${readers[@]}" -o "$program"
+  packages=()
+  case $target in
+    Exec) readers=(src/engine/ExecLine.cpp) ;;
+    DesktopEntry)
+      readers=(src/engine/{ExecLine,DesktopEntries}.cpp src/model/{L,EnglishTable,LinuxTexts}.cpp
+        src/platform/{Paths,Platform}.cpp src/platform/linux/{Files,KeyFiles}.cpp)
+      packages=(glib-2.0) ;;
+    LaunchAgent)
+      readers=(tests/support/PropertyLists.cpp src/platform/linux/Files.cpp)
+      packages=(libplist-2.0) ;;
+    *) readers=(src/engine/MemoryText.cpp src/engine/ControlGroups.cpp) ;;
+  esac
+  headers=()
+  for reader in "${readers[@]}"; do
+    [ ! -e "${reader%.cpp}.h" ] || headers+=("${reader%.cpp}.h")
+  done
+  if [ ! -x "$program" ] \
+    || [ -n "$(find "$source" tests/fuzz/Fuzz.h "${readers[@]}" "${headers[@]}" -newer "$program" -print -quit)" ]; then
+    compile=() link=()
+    if [ "${#packages[@]}" -gt 0 ]; then
+      read -ra compile < <(pkg-config --cflags "${packages[@]}")
+      read -ra link < <(pkg-config --libs "${packages[@]}")
+    fi
+    "$compiler" "${flags[@]}" "${include[@]}" "${compile[@]}" "$source" "${readers[@]}" "${link[@]}" -o "$program"
   fi
   found=$build/found-$target
   [ "$repeatable" = yes ] && rm -rf "$found"

@@ -34,8 +34,7 @@ phase "Lint"
 scripts/lint.sh "$tidy"
 
 phase "Tests"
-export QT_QPA_PLATFORM=offscreen QT_QUICK_BACKEND=software
-export ASAN_OPTIONS="detect_leaks=0:abort_on_error=0" UBSAN_OPTIONS="print_stacktrace=1"
+export UBSAN_OPTIONS=print_stacktrace=1
 if [ "$tsan" = yes ]; then
   build_preset tsan walk_tests model_tests engine_tests store_tests
   ctest --test-dir build/tsan -L tsan --output-on-failure -j2

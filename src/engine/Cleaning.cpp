@@ -1,5 +1,6 @@
 #include "Cleaning.h"
 
+#include "AppUninstaller.h"
 #include "CheckedMath.h"
 #include "Memory.h"
 #include "Paths.h"
@@ -52,14 +53,14 @@ bool holdsAny(const Path& path, const std::vector<std::string>& fragments) {
 }
 
 /// The removal of what lies at the real place `real`, if that is inside the source's contents. Contents that are a
-/// link are no Trash: they would make one of the folder that they name.
+/// link hold nothing: they would make a Trash of the folder that they name.
 std::optional<PermanentRemoval> removalFrom(const Platform& platform, const TrashSource& source, const Path& real) {
     const std::optional<Path> folder = platform.realPath(source.trash.folder);
     if (!folder) {
         return std::nullopt;
     }
     const Path contents = *folder / source.url.lexically_relative(source.trash.folder);
-    if (platform.realPath(source.url) != contents || !isStrictlyBelow(real, contents)) {
+    if (!isStrictlyBelow(real, contents)) {
         return std::nullopt;
     }
     return PermanentRemoval{real, {.folder = *folder, .contents = contents}};
@@ -116,8 +117,8 @@ public:
         : context_(context),
           platform_(context.platform()),
           settle_(settle),
-          trash_(context),
-          guard_(context.platform(), context.layout()) {}
+          guard_(platform_, context.layout()),
+          trash_(context) {}
 
     CleanupReport clean(const std::vector<CleanupItem>& items);
 
@@ -130,8 +131,8 @@ private:
     ScanContext& context_;
     const Platform& platform_;
     std::chrono::milliseconds settle_;
-    KnownTrash trash_;
     PathGuard guard_;
+    KnownTrash trash_;
     CleanupReport report_;
 };
 
@@ -185,6 +186,9 @@ void CleanRun::remove(const CleanupItem& item, const CleanupTarget& target) {
 Outcome CleanRun::removeTarget(const CleanupItem& /*item*/, const Path& path) const {
     if (std::optional<std::string> reason = guard_.refusalReason(path)) {
         return std::unexpected(std::move(*reason));
+    }
+    if (isFlatpakBody(context_, path)) {
+        return uninstallFlatpak(context_, path);
     }
     if (const std::optional<PermanentRemoval> removal = trash_.removal(path)) {
         return platform_.removeFromTrash(removal->path, removal->trash);

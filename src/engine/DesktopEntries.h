@@ -1,6 +1,7 @@
 // Desktop entries: the files through which Linux desktops know the installed applications.
 #pragma once
 
+#include "ExecLine.h"
 #include "Platform.h"
 
 #include <optional>
@@ -40,21 +41,10 @@ std::vector<InstalledEntry> entriesOfFolder(const ScanContext& context, const Pa
 /// The record of a parsed entry file; nothing without the group "Desktop Entry". The type is not looked at.
 std::optional<InstalledEntry> desktopEntry(const KeyFile& file, std::string id, const Path& path);
 
-/// The words of an Exec value, quoting undone (Desktop Entry Specification, "The Exec key"); nothing when a quote
-/// is not closed.
-std::optional<std::vector<std::string>> execWords(std::string_view exec);
-/// The first word that is neither `env` with its options nor NAME=value; empty when there is none.
-std::string execProgram(const std::vector<std::string>& words);
-/// The application of a `flatpak run … ID` line; empty for any other line.
-std::string flatpakApplication(const std::vector<std::string>& words);
-
 /// An absolute path as files name it, below the layout's root when it belongs neither to the home nor to the root.
 Path placedProgram(const SystemLayout& layout, std::string_view program);
 /// Where a program of an entry lies: an absolute path as it is, a bare name in the layout's program folders;
 /// nothing when no such executable file exists.
 std::optional<Path> programPath(const ScanContext& context, std::string_view program);
-
-/// "a;b;" as its parts; empty parts are dropped.
-std::vector<std::string> listValue(std::string_view text);
 
 } // namespace vellmoor

@@ -79,9 +79,11 @@ void Finder::add(ApplicationKind kind, const Path& path, const InstalledEntry* e
         (real && isProtectedSystemAppPath(context_, *real))) {
         return;
     }
-    const bool isNamed = entry != nullptr && !entry->name.empty();
+    if (entry != nullptr && !entry->name.empty()) {
+        fallbackName = entry->name;
+    }
     found_.push_back({.appURL = path,
-                      .displayName = isNamed ? entry->name : std::move(fallbackName),
+                      .displayName = std::move(fallbackName),
                       .bundleIdentifier = std::move(identifier),
                       .kind = kind});
 }

@@ -36,7 +36,8 @@ std::vector<std::string> split(std::string_view text, char separator) {
     return parts;
 }
 
-std::vector<fs::path> folders(const VariableLookup& lookup, std::string_view name, std::vector<fs::path> fallback) {
+std::vector<fs::path> folders(const VariableLookup& lookup, std::string_view name,
+                              const std::vector<fs::path>& fallback) {
     std::vector<fs::path> out;
     for (const std::string& part : split(lookup(name).value_or(""), ':')) {
         if (part.starts_with('/')) {
@@ -59,8 +60,11 @@ std::vector<fs::path> LinuxEnvironment::toolFolder(std::string_view variable, co
 LinuxEnvironment linuxEnvironment(const VariableLookup& lookup, const fs::path& accountHome) {
     LinuxEnvironment environment;
     environment.home = absolute(lookup, "HOME").value_or(lexicallyStandardized(accountHome));
+    // A base folder that is the home folder or holds it would make everything of the user's a cache or a log.
     const auto base = [&](std::string_view name, const char* fallback) {
-        return absolute(lookup, name).value_or(environment.home / fallback);
+        const std::optional<fs::path> named = absolute(lookup, name);
+        const bool holdsHome = named && (*named == environment.home || isStrictlyBelow(environment.home, *named));
+        return named && !holdsHome ? *named : environment.home / fallback;
     };
     environment.config = base("XDG_CONFIG_HOME", ".config");
     environment.cache = base("XDG_CACHE_HOME", ".cache");

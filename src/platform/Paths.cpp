@@ -16,7 +16,7 @@ std::filesystem::path lexicallyStandardized(const std::filesystem::path& path) {
         if (part.empty() || part == ".") {
             continue;
         }
-        if (part != "..") {
+        if (part != "..") { // NOLINT(bugprone-branch-clone): "..", too, is kept where nothing is above it
             kept.push_back(part);
         } else if (!kept.empty() && kept.back() != "..") {
             kept.pop_back();

@@ -63,7 +63,7 @@ void CleanerStore::State::publish(ScanSnapshot results) {
 
 void CleanerStore::State::apply(const CachedModuleState& state) {
     const Update update(*this);
-    publish(state);
+    publish(static_cast<const ScanSnapshot&>(state));
     set(lastScanLabel, relativeScanLabel(state.scannedAt), LastScan);
     set(statusMessage, L::tr("显示来自%@的缓存结果，上次扫描：%@。", state.source, lastScanLabel), Status);
 }

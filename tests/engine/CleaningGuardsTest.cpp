@@ -68,6 +68,15 @@ TEST_P(CleaningGuards, NothingBehindALinkInTheTrashIsTouched) {
     EXPECT_EQ(fileText(document), "words");
 }
 
+TEST_P(CleaningGuards, NothingDeepBehindALinkInTheTrashIsTouched) {
+    const Path document = home.text("Documents/work/thesis", "words");
+    home.link(home.place("Documents"), trashed("folder"));
+    const CleanupReport report = clean(home, {trashed("folder/work/thesis")});
+    EXPECT_THAT(home.platform.changes(), IsEmpty());
+    EXPECT_THAT(report.failures, ElementsAre(StartsWith("thesis: ")));
+    EXPECT_EQ(fileText(document), "words");
+}
+
 TEST_P(CleaningGuards, ATrashThatBecameALinkToAnotherFolderIsNotEmptied) {
     const Path document = home.text("Documents/thesis", "words");
     home.file(trashed("thesis"));

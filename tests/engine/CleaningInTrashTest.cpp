@@ -46,6 +46,14 @@ TEST_F(MacCleaning, ANameThatOnlyBeginsLikeTheTrashIsNoTrash) {
     EXPECT_THAT(changedPaths(home, Operation::MoveToTrash), ElementsAre(file));
 }
 
+TEST_F(MacCleaning, ALinkIntoTheTrashDoesNotMakeAPathLieInIt) {
+    home.text(".Trash/folder/old", "words");
+    home.link(home.place(".Trash"), "Stuff/bin");
+    clean(home, {home.home / "Stuff/bin/folder/old"});
+    EXPECT_THAT(changedPaths(home, Operation::RemoveFromTrash), IsEmpty());
+    EXPECT_TRUE(home.has(".Trash/old"));
+}
+
 class LinuxCleaning : public ::testing::Test {
 protected:
     EngineHome home{System::Linux};

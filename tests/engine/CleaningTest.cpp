@@ -100,6 +100,15 @@ TEST_P(Cleaning, AVanishedTargetIsNeitherRemovedNorFailedButWasAttempted) {
     EXPECT_THAT(report.failures, IsEmpty());
 }
 
+TEST_P(Cleaning, AnItemThatVanishedFromTheTrashIsNeitherRemovedNorFailed) {
+    home.file(trashed("other"));
+    const CleanupReport report = clean(home, {trashed("gone")});
+    EXPECT_EQ(report.attemptedCount, 1);
+    EXPECT_EQ(report.removedCount, 0);
+    EXPECT_EQ(report.failedCount, 0);
+    EXPECT_TRUE(home.has(trashed("other")));
+}
+
 TEST_P(Cleaning, ATargetThatVanishesAtTheLastMomentIsNoFailure) {
     const Path file = home.file("Stuff/here");
     home.platform.beforeChange = [&](Operation, const Path&) { std::filesystem::remove(file); };

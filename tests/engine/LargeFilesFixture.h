@@ -5,8 +5,10 @@
 #include "LargeFiles.h"
 
 #include <cstdint>
+#include <fcntl.h>
 #include <filesystem>
 #include <stdexcept>
+#include <unistd.h>
 #include <vector>
 
 namespace vellmoor::test {
@@ -33,16 +35,27 @@ inline std::vector<CleanupItem> fileRows(const EngineHome& home, bool selected =
     return largeFileItems(context, selected);
 }
 
-/// A file that takes exactly so many bytes on the disk. The file system may count a block or two of its own.
+/// A file that takes exactly so many bytes on the disk. The file system counts a block or two of its own, more when
+/// its free space lies in pieces, so the file is made a little too short and then fitted block by block.
 inline Path fileTaking(const EngineHome& home, const Path& path, std::int64_t bytes) {
     constexpr std::int64_t block = 4096;
-    for (std::int64_t length = bytes; length > bytes - 64 * block; length -= block) {
-        const Path file = home.file(path, length);
-        if (allocatedBytes(file) == bytes) {
-            return file;
-        }
+    Path file = home.file(path, bytes - step);
+    const int fd = ::open(file.c_str(), O_WRONLY | O_CLOEXEC);
+    std::int64_t length = bytes - step;
+    bool fits = fd >= 0;
+    while (fits && allocatedBytes(file) < bytes) {
+        fits = ::posix_fallocate(fd, length, block) == 0;
+        length += block;
     }
-    throw std::runtime_error("no file of exactly the size wanted: " + path.string());
+    while (fits && allocatedBytes(file) > bytes) {
+        length -= block;
+        fits = ::ftruncate(fd, length) == 0;
+    }
+    ::close(fd);
+    if (!fits || allocatedBytes(file) != bytes) {
+        throw std::runtime_error("no file of exactly the size wanted: " + file.string());
+    }
+    return file;
 }
 
 /// A second name for a large file: it counts again and costs nothing.

@@ -171,18 +171,18 @@ TEST_P(LinuxBrowserPlace, ItsProfileAndCacheMakeTheRowsOfThisBrowserAlone) {
 
 TEST_P(LinuxBrowserPlace, WhileItRunsItsRowsSaySoAndAreNotCleanable) {
     runProcess(home_, 4242, GetParam().exe, GetParam().unit);
-    const auto row = findRow(privacyRows(home_), GetParam().name + " Cookies");
-    EXPECT_EQ(row->description, GetParam().name + " is running. Quit the browser to clean Cookies");
-    EXPECT_FALSE(row->isCleanable);
-    EXPECT_EQ(row->risk, CleanupRisk::previewOnly);
+    const auto row = rowOf(privacyRows(home_), GetParam().name + " Cookies");
+    EXPECT_EQ(row.description, GetParam().name + " is running. Quit the browser to clean Cookies");
+    EXPECT_FALSE(row.isCleanable);
+    EXPECT_EQ(row.risk, CleanupRisk::previewOnly);
 }
 
 TEST_P(LinuxBrowserPlace, WhileAnotherProgramRunsItsRowsAreCleanable) {
     runProcess(home_, 4242, "/usr/bin/gedit");
-    const auto row = findRow(privacyRows(home_), GetParam().name + " Cookies");
-    EXPECT_EQ(row->description, "Login sessions and site cookies, unchecked by default");
-    EXPECT_TRUE(row->isCleanable);
-    EXPECT_FALSE(row->isSelected);
+    const auto row = rowOf(privacyRows(home_), GetParam().name + " Cookies");
+    EXPECT_EQ(row.description, "Login sessions and site cookies, unchecked by default");
+    EXPECT_TRUE(row.isCleanable);
+    EXPECT_FALSE(row.isSelected);
 }
 
 INSTANTIATE_TEST_SUITE_P(Places, LinuxBrowserPlace, testing::ValuesIn(allPlaces()));
@@ -232,8 +232,8 @@ TEST(LinuxPrivacy, ARunningFlatpakLeavesTheNativeBrowserCleanable) {
     makeFiles(home, below(".var/app/org.chromium.Chromium/config/chromium/Default", {"Preferences", "Cookies"}));
     runProcess(home, 4242, "/app/chromium/chromium", flatpakUnit("org.chromium.Chromium"));
     const auto rows = privacyRows(home);
-    EXPECT_TRUE(findRow(rows, "Chromium Cookies")->isCleanable);
-    EXPECT_FALSE(findRow(rows, "Chromium (Flatpak) Cookies")->isCleanable);
+    EXPECT_TRUE(rowOf(rows, "Chromium Cookies").isCleanable);
+    EXPECT_FALSE(rowOf(rows, "Chromium (Flatpak) Cookies").isCleanable);
 }
 
 TEST(LinuxPrivacy, ARunningSnapLeavesTheNativeBrowserCleanable) {
@@ -242,8 +242,8 @@ TEST(LinuxPrivacy, ARunningSnapLeavesTheNativeBrowserCleanable) {
     makeFiles(home, below("snap/firefox/common/.mozilla/firefox/b.default", {"prefs.js", "cookies.sqlite"}));
     runProcess(home, 4242, "/snap/firefox/4/usr/lib/firefox/firefox", snapUnit("firefox"));
     const auto rows = privacyRows(home);
-    EXPECT_TRUE(findRow(rows, "Firefox Cookies")->isCleanable);
-    EXPECT_FALSE(findRow(rows, "Firefox (Snap) Cookies")->isCleanable);
+    EXPECT_TRUE(rowOf(rows, "Firefox Cookies").isCleanable);
+    EXPECT_FALSE(rowOf(rows, "Firefox (Snap) Cookies").isCleanable);
 }
 
 TEST(LinuxPrivacy, TheUsersOwnBaseFoldersCount) {

@@ -42,14 +42,13 @@ protected:
             }
         }
     }
-    [[nodiscard]] std::optional<CleanupItem> row() const { return findRow(privacyRows(home_), GetParam().title); }
+    [[nodiscard]] CleanupItem row() const { return rowOf(privacyRows(home_), GetParam().title); }
 
     void expectTheRowOfTheTable() const {
-        const auto found = row();
-        ASSERT_TRUE(found);
+        const CleanupItem found = row();
         EXPECT_THAT(targetPaths(home_, found), ElementsAreArray(GetParam().paths));
-        EXPECT_EQ(found->description, GetParam().description);
-        EXPECT_EQ(found->risk, GetParam().risk);
+        EXPECT_EQ(found.description, GetParam().description);
+        EXPECT_EQ(found.risk, GetParam().risk);
     }
 
     EngineHome home_{System::Linux};
@@ -147,14 +146,14 @@ TEST(LinuxPrivacyRows, GnomeWebHasNoDownloads) {
 TEST(LinuxPrivacyRows, FirefoxHistoryIsNeverCleanable) {
     const EngineHome home(System::Linux);
     makeFiles(home, below(".mozilla/firefox/a.default", {"prefs.js", "places.sqlite"}));
-    EXPECT_FALSE(findRow(privacyRows(home), "Firefox History")->isCleanable);
+    EXPECT_FALSE(rowOf(privacyRows(home), "Firefox History").isCleanable);
 }
 
 TEST(LinuxPrivacyRows, ARunningFirefoxStillExplainsItsHistoryRow) {
     const EngineHome home(System::Linux);
     makeFiles(home, below(".var/app/org.mozilla.firefox/.mozilla/firefox/a.default", {"prefs.js", "places.sqlite"}));
     runProcess(home, 77, "/app/lib/firefox/firefox", "app-flatpak-org.mozilla.firefox-31.scope");
-    EXPECT_EQ(findRow(privacyRows(home), "Firefox (Flatpak) History")->description,
+    EXPECT_EQ(rowOf(privacyRows(home), "Firefox (Flatpak) History").description,
               "Firefox (Flatpak) keeps history and bookmarks in one database. Clear the history inside the browser");
 }
 

@@ -91,22 +91,20 @@ protected:
 };
 
 TEST_P(MacPrivacyTable, TheRowIsThatOfTheTable) {
-    const auto row = findRow(privacyRows(home_), GetParam().title);
-    ASSERT_TRUE(row);
+    const auto row = rowOf(privacyRows(home_), GetParam().title);
     EXPECT_THAT(targetPaths(home_, row), ElementsAreArray(GetParam().paths));
-    EXPECT_EQ(row->description, GetParam().description + ", unchecked by default");
-    EXPECT_EQ(row->risk, GetParam().risk);
-    EXPECT_EQ(row->symbol, GetParam().symbol);
-    EXPECT_EQ(row->tint, GetParam().tint);
-    EXPECT_EQ(row->module, CleanerModule::privacy);
+    EXPECT_EQ(row.description, GetParam().description + ", unchecked by default");
+    EXPECT_EQ(row.risk, GetParam().risk);
+    EXPECT_EQ(row.symbol, GetParam().symbol);
+    EXPECT_EQ(row.tint, GetParam().tint);
+    EXPECT_EQ(row.module, CleanerModule::privacy);
 }
 
 TEST_P(MacPrivacyTable, TheRowIsCleanableButNeverPreselected) {
-    const auto row = findRow(privacyRows(home_), GetParam().title);
-    ASSERT_TRUE(row);
-    EXPECT_TRUE(row->isCleanable);
-    EXPECT_FALSE(row->isSelected);
-    EXPECT_THAT(row->selectedTargets(), IsEmpty());
+    const auto row = rowOf(privacyRows(home_), GetParam().title);
+    EXPECT_TRUE(row.isCleanable);
+    EXPECT_FALSE(row.isSelected);
+    EXPECT_THAT(row.selectedTargets(), IsEmpty());
 }
 
 INSTANTIATE_TEST_SUITE_P(Rows, MacPrivacyTable, testing::ValuesIn(allRows()), [](const auto& test) {
@@ -153,18 +151,18 @@ TEST(MacPrivacy, ACategoryOfWhichNothingExistsIsListedAsEmpty) {
     const EngineHome home(System::Mac);
     const auto rows = privacyRows(home);
     EXPECT_THAT(rows, SizeIs(15));
-    EXPECT_EQ(findRow(rows, "Edge Cookies")->description,
+    EXPECT_EQ(rowOf(rows, "Edge Cookies").description,
               "Login sessions and site cookies, unchecked by default; no items found");
-    EXPECT_EQ(findRow(rows, "Edge Cookies")->bytes, 0);
-    EXPECT_FALSE(findRow(rows, "Edge Cookies")->isCleanable);
+    EXPECT_EQ(rowOf(rows, "Edge Cookies").bytes, 0);
+    EXPECT_FALSE(rowOf(rows, "Edge Cookies").isCleanable);
 }
 
 TEST(MacPrivacy, TheCacheCountsAFolderAndItsDataTwice) {
     const EngineHome home(System::Mac);
     home.file(chromeCache + "/Cache/Cache_Data/f_000001", 8192);
-    const auto row = findRow(privacyRows(home), "Chrome Cache");
-    EXPECT_EQ(row->bytes, 16384);
-    EXPECT_EQ(row->files, 2);
+    const auto row = rowOf(privacyRows(home), "Chrome Cache");
+    EXPECT_EQ(row.bytes, 16384);
+    EXPECT_EQ(row.files, 2);
 }
 
 TEST(MacPrivacy, WhileSafariRunsEveryRowOfItSaysSoAndNoneIsCleanable) {
@@ -173,10 +171,10 @@ TEST(MacPrivacy, WhileSafariRunsEveryRowOfItSaysSoAndNoneIsCleanable) {
     listProcesses(home, "/sbin/launchd\n/Applications/Safari.app/Contents/MacOS/Safari\n");
     const auto rows = privacyRows(home);
     for (const std::string category : {"History", "Downloads", "Cookies", "Cache", "Local Storage"}) {
-        const auto row = findRow(rows, "Safari " + category);
-        EXPECT_EQ(row->description, "Safari is running. Quit the browser to clean " + category);
-        EXPECT_FALSE(row->isCleanable);
-        EXPECT_EQ(row->risk, CleanupRisk::previewOnly);
+        const auto row = rowOf(rows, "Safari " + category);
+        EXPECT_EQ(row.description, "Safari is running. Quit the browser to clean " + category);
+        EXPECT_FALSE(row.isCleanable);
+        EXPECT_EQ(row.risk, CleanupRisk::previewOnly);
     }
 }
 
@@ -184,33 +182,33 @@ TEST(MacPrivacy, ARunningSafariLeavesTheOtherBrowsersCleanable) {
     EngineHome home(System::Mac);
     makeEverything(home);
     listProcesses(home, "/Applications/Safari.app/Contents/MacOS/Safari\n");
-    EXPECT_TRUE(findRow(privacyRows(home), "Chrome History")->isCleanable);
-    EXPECT_TRUE(findRow(privacyRows(home), "Edge History")->isCleanable);
+    EXPECT_TRUE(rowOf(privacyRows(home), "Chrome History").isCleanable);
+    EXPECT_TRUE(rowOf(privacyRows(home), "Edge History").isCleanable);
 }
 
 TEST(MacPrivacy, ChromeRunsUnderItsExecutableName) {
     EngineHome home(System::Mac);
     makeEverything(home);
     listProcesses(home, "/Applications/Google Chrome.app/Contents/MacOS/Google Chrome\n");
-    EXPECT_EQ(findRow(privacyRows(home), "Chrome Cookies")->description,
+    EXPECT_EQ(rowOf(privacyRows(home), "Chrome Cookies").description,
               "Chrome is running. Quit the browser to clean Cookies");
-    EXPECT_TRUE(findRow(privacyRows(home), "Edge Cookies")->isCleanable);
+    EXPECT_TRUE(rowOf(privacyRows(home), "Edge Cookies").isCleanable);
 }
 
 TEST(MacPrivacy, EdgeRunsUnderItsExecutableName) {
     EngineHome home(System::Mac);
     makeEverything(home);
     listProcesses(home, "/Applications/Microsoft Edge.app/Contents/MacOS/Microsoft Edge\n");
-    EXPECT_EQ(findRow(privacyRows(home), "Edge Cookies")->description,
+    EXPECT_EQ(rowOf(privacyRows(home), "Edge Cookies").description,
               "Edge is running. Quit the browser to clean Cookies");
-    EXPECT_TRUE(findRow(privacyRows(home), "Chrome Cookies")->isCleanable);
+    EXPECT_TRUE(rowOf(privacyRows(home), "Chrome Cookies").isCleanable);
 }
 
 TEST(MacPrivacy, AProcessWhoseNameOnlyBeginsLikeTheBrowserIsNotIt) {
     EngineHome home(System::Mac);
     makeEverything(home);
     listProcesses(home, "/usr/libexec/SafariBookmarksSyncAgent\n/usr/libexec/Safari Helper\n");
-    EXPECT_TRUE(findRow(privacyRows(home), "Safari History")->isCleanable);
+    EXPECT_TRUE(rowOf(privacyRows(home), "Safari History").isCleanable);
 }
 
 TEST(MacPrivacy, TitlesAndDescriptionsFollowTheLanguage) {

@@ -5,6 +5,8 @@
 #include "Privacy.h"
 
 #include <algorithm>
+#include <optional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,6 +30,15 @@ inline std::vector<std::string> titles(const std::vector<CleanupItem>& rows) {
 inline std::optional<CleanupItem> findRow(const std::vector<CleanupItem>& rows, std::string_view title) {
     const auto found = std::ranges::find(rows, title, &CleanupItem::title);
     return found == rows.end() ? std::nullopt : std::optional(*found);
+}
+
+/// The row of that title; a test without it ends here.
+inline CleanupItem rowOf(const std::vector<CleanupItem>& rows, std::string_view title) {
+    const std::optional<CleanupItem> found = findRow(rows, title);
+    if (!found) {
+        throw std::runtime_error("no row " + std::string(title));
+    }
+    return *found;
 }
 
 /// The targets' paths, relative to the home folder.

@@ -283,10 +283,10 @@ INSTANTIATE_TEST_SUITE_P(Shapes, BrowserHome, testing::ValuesIn(allShapes()),
 TEST(PrivacySafety, FirefoxBookmarksAreOnlyShown) {
     const EngineHome home(System::Linux);
     makeFiles(home, below(".mozilla/firefox/a.default", {"prefs.js", "places.sqlite"}));
-    const auto row = findRow(privacyRows(home), "Firefox History");
+    const auto row = rowOf(privacyRows(home), "Firefox History");
     EXPECT_EQ(targetPaths(home, row), std::vector<std::string>{".mozilla/firefox/a.default/places.sqlite"});
-    EXPECT_FALSE(row->isCleanable);
-    EXPECT_EQ(row->selectedBytes(), 0);
+    EXPECT_FALSE(row.isCleanable);
+    EXPECT_EQ(row.selectedBytes(), 0);
 }
 
 } // namespace

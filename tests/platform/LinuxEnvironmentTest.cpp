@@ -43,6 +43,21 @@ TEST(LinuxEnvironment, AHomeIsTakenLexically) {
     EXPECT_EQ(read({{"HOME", "/home/user/"}}).config, "/home/user/.config");
 }
 
+TEST(LinuxEnvironment, ABaseFolderThatHoldsTheHomeCountsAsUnset) {
+    for (const char* folder : {"/home/user", "/home/user/", "/home", "/"}) {
+        const LinuxEnvironment environment = read({{"HOME", "/home/user"},
+                                                   {"XDG_CONFIG_HOME", folder},
+                                                   {"XDG_CACHE_HOME", folder},
+                                                   {"XDG_DATA_HOME", folder},
+                                                   {"XDG_STATE_HOME", folder}});
+        EXPECT_EQ(environment.config, "/home/user/.config") << folder;
+        EXPECT_EQ(environment.cache, "/home/user/.cache") << folder;
+        EXPECT_EQ(environment.data, "/home/user/.local/share") << folder;
+        EXPECT_EQ(environment.state, "/home/user/.local/state") << folder;
+    }
+    EXPECT_EQ(read({{"HOME", "/home/user"}, {"XDG_CACHE_HOME", "/home/user2"}}).cache, "/home/user2");
+}
+
 TEST(LinuxEnvironment, EmptyAndRelativeBaseFoldersCountAsUnset) {
     const LinuxEnvironment environment = read({{"HOME", "/home/user"},
                                                {"XDG_CONFIG_HOME", ""},

@@ -20,6 +20,27 @@ using test::ScopedMount;
 using test::ScopedUnprivileged;
 using ::testing::HasSubstr;
 
+// GIO itself (seen in 2.74) does not free two texts when it cannot write a note. Weak: absent without the sanitizer.
+extern "C" {
+__attribute__((weak)) void __lsan_disable(); // NOLINT(bugprone-reserved-identifier)
+__attribute__((weak)) void __lsan_enable();  // NOLINT(bugprone-reserved-identifier)
+}
+
+class ExcusedLeaks {
+public:
+    ExcusedLeaks() { call(__lsan_disable); }
+    ~ExcusedLeaks() { call(__lsan_enable); }
+    ExcusedLeaks(const ExcusedLeaks&) = delete;
+    ExcusedLeaks& operator=(const ExcusedLeaks&) = delete;
+
+private:
+    static void call(void (*function)()) {
+        if (function != nullptr) {
+            function();
+        }
+    }
+};
+
 class LinuxTrash : public ::testing::Test {
 protected:
     Path write(const Path& relative, const std::string& text = "text") const {
@@ -79,6 +100,7 @@ TEST_F(LinuxTrash, LeavesAFileWhoseFolderForbidsIt) {
     ::chmod(file.parent_path().c_str(), 0555);
     {
         const ScopedUnprivileged unprivileged;
+        const ExcusedLeaks excused;
         EXPECT_THAT(platform_.moveToTrash(file).error(), HasSubstr("Permission denied"));
     }
     EXPECT_EQ(contentOf(file), "mine");

@@ -373,6 +373,17 @@ TEST_F(StoreScan, OfAModuleThatWasNotShownNeverPutsTheShownRowsUnderItsName) {
     EXPECT_THAT(titles(store->cleanupItems()), ElementsAre("Trash"));
 }
 
+TEST_F(StoreScan, OfAModuleThatWasNotShownLeavesItsEarlierResultAloneWhenItIsCancelled) {
+    scanned(CleanerModule::performance, snapshotOf({row(CleanerModule::performance, "Agents", {5})}));
+    scanned(CleanerModule::trash, snapshotOf({row(CleanerModule::trash, "Trash", {10})}));
+    const auto gate = startGatedScan(CleanerModule::performance, {});
+    store->cancelScan();
+    gate->open();
+    awaitWorkers();
+    store->show(CleanerModule::performance);
+    EXPECT_THAT(titles(store->cleanupItems()), ElementsAre("Agents"));
+}
+
 TEST_F(StoreScan, AnnouncesItsEndWhenAllFieldsAreSet) {
     answer(snapshotOf({row(CleanerModule::trash, "Trash", {10})}));
     std::vector<std::size_t> rowsSeen;

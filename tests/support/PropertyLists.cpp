@@ -4,7 +4,6 @@
 
 #include <plist/plist.h>
 
-#include <cstdlib>
 #include <memory>
 #include <string>
 #include <vector>
@@ -34,10 +33,10 @@ std::optional<std::string> text(plist_t node) {
     if (node == nullptr || plist_get_node_type(node) != PLIST_STRING) {
         return std::nullopt;
     }
-    char* value = nullptr;
-    plist_get_string_val(node, &value);
-    const std::unique_ptr<char, decltype(&std::free)> owned(value, &std::free);
-    return owned ? std::optional<std::string>(owned.get()) : std::nullopt;
+    // Not plist_get_string_val: it aborts on a text with a zero byte.
+    std::uint64_t length = 0;
+    const char* value = plist_get_string_ptr(node, &length);
+    return value == nullptr ? std::nullopt : std::optional<std::string>(std::in_place, value, length);
 }
 
 std::optional<std::string> text(plist_t dictionary, const char* key) {

@@ -8,7 +8,7 @@
 #include "Paths.h"
 #include "PropertyLists.h"
 #include "StandInTrash.h"
-#include "Texts.h"
+#include "TextServices.h"
 #include "TrashRemoval.h"
 
 #include <algorithm>

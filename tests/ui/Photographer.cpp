@@ -16,6 +16,28 @@ LanguageSetting fixedLanguage(AppLanguage language) {
             .write = [](const std::string&) {}};
 }
 
+void settle() {
+    // A few turns of the loop: queued selection changes, bindings, layouts, pictures of symbols.
+    for (int turn = 0; turn < 4; ++turn) {
+        QCoreApplication::processEvents();
+    }
+}
+
+/// Scrolls what lies around `item` until it is in view.
+void bringIntoView(QQuickItem* item) {
+    for (QQuickItem* around = item->parentItem(); around != nullptr; around = around->parentItem()) {
+        if (!around->inherits("QQuickFlickable")) {
+            continue;
+        }
+        const double top = item->mapToItem(around, QPointF()).y();
+        const double past = top + item->height() - around->height();
+        if (top < 0 || past > 0) {
+            around->setProperty("contentY", around->property("contentY").toDouble() + (top < 0 ? top : past));
+        }
+    }
+    settle();
+}
+
 } // namespace
 
 QQuickItem* findItem(QQuickItem* root, const QString& objectName) {
@@ -66,21 +88,20 @@ void Photographer::scan() {
 }
 
 bool Photographer::click(const QString& objectName) {
+    settle();
     QQuickItem* item = findItem(window_->window().contentItem(), objectName);
     if (item == nullptr) {
         std::fprintf(stderr, "nothing called %s is visible\n", qPrintable(objectName));
         return false;
     }
+    bringIntoView(item);
     const QPointF center = item->mapToScene({item->width() / 2, item->height() / 2});
     QTest::mouseClick(&window_->window(), Qt::LeftButton, Qt::NoModifier, center.toPoint());
     return true;
 }
 
 bool Photographer::take(const std::filesystem::path& file) {
-    // A few turns of the loop: queued selection changes, bindings, pictures of symbols.
-    for (int turn = 0; turn < 4; ++turn) {
-        QCoreApplication::processEvents();
-    }
+    settle();
     return window_->window().grabWindow().save(QString::fromStdString(file.string()));
 }
 

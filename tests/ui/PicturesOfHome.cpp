@@ -33,7 +33,8 @@ bool takePages(const std::shared_ptr<CleanerService>& service, const SystemLayou
     bool done = true;
     for (const CleanerModule module : allCleanerModules) {
         photographer.show(module);
-        done &= photographer.take(folder / (std::string(rawValue(module)) + "-" + std::string(rawValue(language)) + ".png"));
+        done &= photographer.take(folder /
+                                  (std::string(rawValue(module)) + "-" + std::string(rawValue(language)) + ".png"));
     }
     photographer.show(CleanerModule::smartScan);
     done &= photographer.click(QStringLiteral("previewButton"));

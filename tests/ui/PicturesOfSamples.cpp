@@ -12,11 +12,12 @@ namespace {
 class Session {
 public:
     Session(const std::filesystem::path& folder, AppLanguage language)
-        : folder_(folder), service_(std::make_shared<ScriptedCleanerService>()),
-          photographer_(service_, desktop_, language), language_(language) {
-        service_->onScan([](CleanerModule module, const ProgressCallback&, const CancelToken&) {
-            return sample::snapshot(module);
-        });
+        : folder_(folder),
+          service_(std::make_shared<ScriptedCleanerService>()),
+          photographer_(service_, desktop_, language),
+          language_(language) {
+        service_->onScan(
+            [](CleanerModule module, const ProgressCallback&, const CancelToken&) { return sample::snapshot(module); });
         service_->setHints(sample::grantedHints());
     }
 
@@ -31,9 +32,8 @@ public:
     void clean(const CleanupReport& report) {
         service_->onClean([report](const std::vector<CleanupItem>&) { return report; });
         photographer_.main().model().cleanSelected();
-        photographer_.waitFor([this] {
-            return !photographer_.store().isCleaning() && !photographer_.store().isScanning();
-        });
+        photographer_.waitFor(
+            [this] { return !photographer_.store().isCleaning() && !photographer_.store().isScanning(); });
     }
 
 private:

@@ -13,7 +13,9 @@ namespace {
 constexpr std::int64_t megabyte = 1'000'000;
 constexpr std::int64_t gigabyte = 1'000 * megabyte;
 
-TimePoint daysAgo(int days) { return std::chrono::system_clock::now() - std::chrono::hours(24 * days); }
+TimePoint daysAgo(int days) {
+    return std::chrono::system_clock::now() - std::chrono::hours(24 * days);
+}
 
 CleanupTarget target(const std::filesystem::path& url, std::int64_t bytes, std::int64_t files, std::string symbol,
                      bool selected) {
@@ -68,8 +70,8 @@ std::vector<CleanupItem> junkItems() {
                  target("/home/anna/.cache/fontconfig", 18 * megabyte, 64, "folder", true),
                  target("/home/anna/.cache/mesa_shader_cache", 926 * megabyte, 3120, "folder", true)}),
             row(module,
-                {L::tr("系统日志"), L::tr("诊断报告、崩溃日志和旧日志文件"), "doc.text.magnifyingglass",
-                 Tint::orange, CleanupRisk::safe},
+                {L::tr("系统日志"), L::tr("诊断报告、崩溃日志和旧日志文件"), "doc.text.magnifyingglass", Tint::orange,
+                 CleanupRisk::safe},
                 {target("/home/anna/.xsession-errors.old", 38 * megabyte, 1, "doc", true),
                  target("/home/anna/.local/share/xorg/Xorg.0.log", 2 * megabyte, 1, "doc", true)}),
             row(module,
@@ -80,8 +82,8 @@ std::vector<CleanupItem> junkItems() {
             row(module,
                 {L::tr("下载残留"), L::tr("下载目录中的旧安装包、磁盘映像和压缩包"), "arrow.down.doc", Tint::pink,
                  CleanupRisk::cautious},
-                {target("/home/anna/Downloads/debian-12.5.0-amd64-netinst.iso", 659 * megabyte, 1,
-                        "opticaldiscdrive", false),
+                {target("/home/anna/Downloads/debian-12.5.0-amd64-netinst.iso", 659 * megabyte, 1, "opticaldiscdrive",
+                        false),
                  target("/home/anna/Downloads/a-very-long-installer-name-that-goes-on-and-on-for-ever-1.2.3-amd64.deb",
                         88 * megabyte, 1, "shippingbox", false)})};
 }
@@ -114,29 +116,27 @@ std::vector<CleanupItem> largeFileItems() {
 std::vector<CleanupItem> privacyItems() {
     const CleanerModule module = CleanerModule::privacy;
     const auto described = [](std::string_view key) { return L::tr("%@，默认不勾选", L::tr(key)); };
-    return {row(module,
-                {"Firefox " + L::tr("历史记录"),
-                 L::tr("%@ 将历史记录与书签存放在同一数据库中，请在浏览器内清除历史记录", "Firefox"), "globe",
-                 Tint::pink},
-                {target("/home/anna/.mozilla/firefox/x1.default/places.sqlite", 48 * megabyte, 1, "doc", false)}, false),
-            row(module,
-                {"Firefox " + L::tr("缓存"), described("网页缓存和可再生资源"), "globe", Tint::pink,
-                 CleanupRisk::cautious},
-                {target("/home/anna/.cache/mozilla/firefox/x1.default/cache2", 840 * megabyte, 9120, "folder", false)}),
-            row(module,
-                {"Chromium " + L::tr("Cookie"),
-                 L::tr("%@ 正在运行，退出浏览器后可清理 %@", "Chromium", L::tr("Cookie")), "circle.hexagongrid",
-                 Tint::blue},
-                {target("/home/anna/.config/chromium/Default/Cookies", 4 * megabyte, 1, "doc", false)}, false),
-            row(module,
-                {"Edge " + L::tr("本地存储"), described("站点本地存储、会话和 IndexedDB"), "globe", Tint::indigo,
-                 CleanupRisk::high},
-                {target("/home/anna/.config/microsoft-edge/Default/IndexedDB", 215 * megabyte, 1402, "folder",
-                        false)})};
+    return {
+        row(module,
+            {"Firefox " + L::tr("历史记录"),
+             L::tr("%@ 将历史记录与书签存放在同一数据库中，请在浏览器内清除历史记录", "Firefox"), "globe", Tint::pink},
+            {target("/home/anna/.mozilla/firefox/x1.default/places.sqlite", 48 * megabyte, 1, "doc", false)}, false),
+        row(module,
+            {"Firefox " + L::tr("缓存"), described("网页缓存和可再生资源"), "globe", Tint::pink, CleanupRisk::cautious},
+            {target("/home/anna/.cache/mozilla/firefox/x1.default/cache2", 840 * megabyte, 9120, "folder", false)}),
+        row(module,
+            {"Chromium " + L::tr("Cookie"), L::tr("%@ 正在运行，退出浏览器后可清理 %@", "Chromium", L::tr("Cookie")),
+             "circle.hexagongrid", Tint::blue},
+            {target("/home/anna/.config/chromium/Default/Cookies", 4 * megabyte, 1, "doc", false)}, false),
+        row(module,
+            {"Edge " + L::tr("本地存储"), described("站点本地存储、会话和 IndexedDB"), "globe", Tint::indigo,
+             CleanupRisk::high},
+            {target("/home/anna/.config/microsoft-edge/Default/IndexedDB", 215 * megabyte, 1402, "folder", false)})};
 }
 
 CleanupItem application(const std::string& name, const std::string& identifier, int leftovers, bool running) {
-    std::vector<CleanupTarget> paths{target("/home/anna/Applications/" + name, 310 * megabyte, 820, "app.dashed", false)};
+    std::vector<CleanupTarget> paths{
+        target("/home/anna/Applications/" + name, 310 * megabyte, 820, "app.dashed", false)};
     for (int i = 0; i < leftovers; ++i) {
         paths.push_back(
             target("/home/anna/.config/" + name + "-" + std::to_string(i), 12 * megabyte, 40, "folder", false));
@@ -157,17 +157,18 @@ CleanupItem application(const std::string& name, const std::string& identifier, 
 }
 
 std::vector<CleanupItem> applicationItems() {
-    CleanupItem managed = row(CleanerModule::appUninstaller,
-                              {L::tr("系统管理的应用"), L::tr("%d 个应用由系统软件包管理，请在软件中心卸载", 142),
-                               "shippingbox", Tint::gray},
-                              {}, false);
+    CleanupItem managed = row(
+        CleanerModule::appUninstaller,
+        {L::tr("系统管理的应用"), L::tr("%d 个应用由系统软件包管理，请在软件中心卸载", 142), "shippingbox", Tint::gray},
+        {}, false);
     return {application("Blender", "org.blender.Blender", 3, false),
             application("Obsidian", "md.obsidian.Obsidian", 2, true), application("OldTool", "", 0, false), managed};
 }
 
 std::vector<CleanupItem> performanceItems() {
     const CleanerModule module = CleanerModule::performance;
-    return {row(module, {L::tr("用户启动代理"), L::tr("%@ 中的登录启动配置", "~/.config/autostart"), "power", Tint::green},
+    return {row(module,
+                {L::tr("用户启动代理"), L::tr("%@ 中的登录启动配置", "~/.config/autostart"), "power", Tint::green},
                 {target("/home/anna/.config/autostart/nextcloud.desktop", 4096, 1, "doc", false)}, false),
             row(module,
                 {L::tr("应用恢复状态"), L::tr("窗口恢复状态和临时会话文件"), "clock.arrow.circlepath", Tint::cyan,
@@ -202,11 +203,12 @@ std::vector<CleanupItem> memoryItems() {
 
 std::vector<CleanupItem> trashItems() {
     const std::string emptied = "%@，清理后会永久移除";
-    CleanupItem limited = row(CleanerModule::trash,
-                              {L::tr("%@访问受限", L::tr("%@ 废纸篓", "BACKUP")),
-                               L::tr("无法读取 %@。开启完全磁盘访问后可扫描废纸篓内容。", "/media/anna/BACKUP/.Trash-1000"),
-                               "lock.trianglebadge.exclamationmark", Tint::orange},
-                              {target("/media/anna/BACKUP/.Trash-1000", 0, 0, "lock", false)}, false);
+    CleanupItem limited =
+        row(CleanerModule::trash,
+            {L::tr("%@访问受限", L::tr("%@ 废纸篓", "BACKUP")),
+             L::tr("无法读取 %@。开启完全磁盘访问后可扫描废纸篓内容。", "/media/anna/BACKUP/.Trash-1000"),
+             "lock.trianglebadge.exclamationmark", Tint::orange},
+            {target("/media/anna/BACKUP/.Trash-1000", 0, 0, "lock", false)}, false);
     limited.targets.front().modified = L::tr("访问受限");
     return {row(CleanerModule::trash,
                 {L::tr("用户废纸篓"), L::tr(emptied, L::tr("%@ 中的文件", "~/.local/share/Trash")), "trash", Tint::red,
@@ -316,9 +318,13 @@ std::vector<FileCandidate> candidatesOf(const std::vector<CleanupItem>& items) {
 
 } // namespace
 
-std::vector<PermissionHint> grantedHints() { return hints(true); }
+std::vector<PermissionHint> grantedHints() {
+    return hints(true);
+}
 
-std::vector<PermissionHint> limitedHints() { return hints(false); }
+std::vector<PermissionHint> limitedHints() {
+    return hints(false);
+}
 
 CleanupItem category(CleanerModule module, std::string title, CleanupRisk risk, int targets) {
     std::vector<CleanupTarget> paths;

@@ -2,7 +2,7 @@
 
 #include "Descriptor.h"
 #include "Files.h"
-#include "Texts.h"
+#include "TextServices.h"
 
 #include <array>
 #include <cerrno>

@@ -7,7 +7,7 @@
 #include "Mounts.h"
 #include "Paths.h"
 #include "Quit.h"
-#include "Texts.h"
+#include "TextServices.h"
 #include "TrashRemoval.h"
 
 #include <gio/gio.h>

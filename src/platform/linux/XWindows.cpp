@@ -99,7 +99,9 @@ bool requestClose(const std::vector<std::int32_t>& pids) {
             }
         }
     }
-    xcb_flush(connection);
+    // A round trip: the server has taken every request before the connection ends.
+    const Owned<xcb_get_input_focus_reply_t> done{
+        xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr), &std::free};
     return asked;
 }
 

@@ -40,7 +40,10 @@ double interfaceScale() {
 } // namespace
 
 Appearance::Appearance(bool reducedMotion, QObject* parent)
-    : QObject(parent), fontFamily_(interfaceFamily()), fontScale_(interfaceScale()), reducedMotion_(reducedMotion) {}
+    : QObject(parent),
+      fontFamily_(interfaceFamily()),
+      fontScale_(interfaceScale()),
+      reducedMotion_(reducedMotion) {}
 
 Appearance* Appearance::create(QQmlEngine* engine, QJSEngine*) {
     return new Appearance(engine->property(reducedMotionProperty).toBool());

@@ -53,6 +53,8 @@ T.Button {
         }
     }
     contentItem: Item {
+        implicitWidth: label.implicitWidth
+
         Row {
             id: label
 

@@ -19,7 +19,7 @@ Rectangle {
         visible: root.value > 0
         width: Math.max(height, parent.width * Math.min(1, root.value))
 
-        Behavior on width {
+        Behavior on width  {
             NumberAnimation {
                 duration: Motion.calm
                 easing.type: Easing.OutCubic

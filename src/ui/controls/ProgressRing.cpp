@@ -9,13 +9,19 @@ namespace vellmoor {
 namespace {
 
 // QPainter counts sixteenths of a degree, anticlockwise from three o'clock.
-int painterAngle(double clockwiseFromTop) { return static_cast<int>(std::lround((90.0 - clockwiseFromTop) * 16.0)); }
+int painterAngle(double clockwiseFromTop) {
+    return static_cast<int>(std::lround((90.0 - clockwiseFromTop) * 16.0));
+}
 
-int painterSpan(double degrees) { return static_cast<int>(std::lround(-degrees * 16.0)); }
+int painterSpan(double degrees) {
+    return static_cast<int>(std::lround(-degrees * 16.0));
+}
 
 } // namespace
 
-ProgressRing::ProgressRing(QQuickItem* parent) : QQuickPaintedItem(parent) { setAntialiasing(true); }
+ProgressRing::ProgressRing(QQuickItem* parent) : QQuickPaintedItem(parent) {
+    setAntialiasing(true);
+}
 
 void ProgressRing::paint(QPainter* painter) {
     const double inset = thickness_ / 2.0 + 1.0;

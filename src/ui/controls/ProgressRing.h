@@ -40,7 +40,8 @@ Q_SIGNALS:
     void changed();
 
 private:
-    template <class Value> void set(Value& member, const Value& value) {
+    template <class Value>
+    void set(Value& member, const Value& value) {
         if (member != value) {
             member = value;
             update();

@@ -19,7 +19,7 @@ T.ScrollBar {
         opacity: root.pressed ? 0.4 : (root.hovered ? 0.3 : 0.16)
         radius: 2
 
-        Behavior on opacity {
+        Behavior on opacity  {
             NumberAnimation {
                 duration: Motion.quick
             }

@@ -29,6 +29,8 @@ T.Button {
         }
     }
     contentItem: Item {
+        implicitWidth: label.implicitWidth
+
         Row {
             id: label
 

@@ -31,8 +31,9 @@ QImage shadowImage(int radius, int reach, const QColor& color) {
             const double fading = std::max(1.0 - fromShadow / (reach - drop), 0.0);
             const double edge = std::clamp(fromShape + 0.5, 0.0, 1.0);
             const double alpha = color.alphaF() * fading * fading * fading * edge;
-            image.setPixel(column, row, qRgba(color.red(), color.green(), color.blue(),
-                                              static_cast<int>(std::lround(alpha * 255.0))));
+            image.setPixel(
+                column, row,
+                qRgba(color.red(), color.green(), color.blue(), static_cast<int>(std::lround(alpha * 255.0))));
         }
     }
     return image;

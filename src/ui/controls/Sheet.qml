@@ -12,13 +12,15 @@ T.Popup {
     closePolicy: T.Popup.CloseOnEscape
     dim: true
     focus: true
+    implicitHeight: contentHeight + topPadding + bottomPadding
+    implicitWidth: contentWidth + leftPadding + rightPadding
     modal: true
     padding: 24
 
     T.Overlay.modal: Rectangle {
         color: Colors.veil
 
-        Behavior on opacity {
+        Behavior on opacity  {
             NumberAnimation {
                 duration: Motion.quick
             }

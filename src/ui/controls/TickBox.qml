@@ -27,7 +27,7 @@ T.AbstractButton {
         color: root.ticked ? Colors.cyan : Colors.softButton
         radius: 6
 
-        Behavior on color {
+        Behavior on color  {
             ColorAnimation {
                 duration: Motion.quick
             }

@@ -13,7 +13,8 @@ constexpr int defaultPixels = 38;
 } // namespace
 
 ApplicationIconProvider::ApplicationIconProvider(Desktop& desktop)
-    : QQuickImageProvider(QQuickImageProvider::Pixmap), desktop_(desktop) {}
+    : QQuickImageProvider(QQuickImageProvider::Pixmap),
+      desktop_(desktop) {}
 
 QPixmap ApplicationIconProvider::requestPixmap(const QString& id, QSize* size, const QSize& requestedSize) {
     const QByteArray path = QByteArray::fromPercentEncoding(id.toUtf8());

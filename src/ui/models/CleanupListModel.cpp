@@ -14,16 +14,28 @@
 namespace vellmoor {
 namespace {
 
-QString filesText(std::int64_t files) { return files == 1 ? localised("1 个文件") : localised("%d 个文件", files); }
+QString filesText(std::int64_t files) {
+    return files == 1 ? localised("1 个文件") : localised("%d 个文件", files);
+}
 
 QString amountText(const CleanupItem& item) {
-    return item.files == 0 ? toQt(byteCountText(item.bytes)) : localised("%d 文件 · %@", item.files, byteCountText(item.bytes));
+    const std::string size = byteCountText(item.bytes);
+    switch (item.files) {
+    case 0:
+        return toQt(size);
+    case 1:
+        return filesText(1) + QStringLiteral(" · ") + toQt(size);
+    default:
+        return localised("%d 文件 · %@", item.files, size);
+    }
 }
 
 } // namespace
 
 CleanupListModel::CleanupListModel(CleanerStore& store, Desktop& desktop, QObject* parent)
-    : QAbstractListModel(parent), store_(store), desktop_(desktop) {
+    : QAbstractListModel(parent),
+      store_(store),
+      desktop_(desktop) {
     connect(&store_, &CleanerStore::cleanupItemsChanged, this, [this] { rebuild(); });
     connect(&store_, &CleanerStore::selectionChanged, this, &CleanupListModel::noteSelectionChange);
     rebuild();
@@ -58,7 +70,9 @@ int CleanupListModel::selectedCount() const {
         indices_, [&](int index) { return items.at(static_cast<std::size_t>(index)).isSelected; }));
 }
 
-QString CleanupListModel::filter() const { return toQt(rawValue(filter_)); }
+QString CleanupListModel::filter() const {
+    return toQt(rawValue(filter_));
+}
 
 void CleanupListModel::setFilter(const QString& filter) {
     const auto wanted = std::ranges::find(allCleanupFilters, filter, [](CleanupFilter f) { return toQt(rawValue(f)); });
@@ -70,7 +84,9 @@ void CleanupListModel::setFilter(const QString& filter) {
     Q_EMIT filterChanged();
 }
 
-std::vector<int> CleanupListModel::listedItems() const { return store_.itemIndices(module_, filter_); }
+std::vector<int> CleanupListModel::listedItems() const {
+    return store_.itemIndices(module_, filter_);
+}
 
 void CleanupListModel::rebuild() {
     beginResetModel();
@@ -228,7 +244,8 @@ void CleanupListModel::toggle(int row) {
     const CleanupItem& item = itemAt(*found);
     const int index = indices_.at(static_cast<std::size_t>(found->position));
     if (found->target >= 0) {
-        store_.setTargetSelected(index, found->target, !item.targets.at(static_cast<std::size_t>(found->target)).isSelected);
+        store_.setTargetSelected(index, found->target,
+                                 !item.targets.at(static_cast<std::size_t>(found->target)).isSelected);
         return;
     }
     const bool partial = std::cmp_less(selectedTargetCount(item), item.targets.size());

@@ -16,17 +16,29 @@ MemoryModel::MemoryModel(CleanerStore& store, QObject* parent) : QObject(parent)
     connect(&store_, &CleanerStore::memorySnapshotChanged, this, &MemoryModel::changed);
 }
 
-QString MemoryModel::total() const { return localised("总内存 %@", byteCountText(snapshot().totalBytes)); }
+QString MemoryModel::total() const {
+    return localised("总内存 %@", byteCountText(snapshot().totalBytes));
+}
 
-QString MemoryModel::used() const { return toQt(byteCountText(snapshot().usedBytes())); }
+QString MemoryModel::used() const {
+    return toQt(byteCountText(snapshot().usedBytes()));
+}
 
-QString MemoryModel::available() const { return toQt(byteCountText(snapshot().freeBytes)); }
+QString MemoryModel::available() const {
+    return toQt(byteCountText(snapshot().freeBytes));
+}
 
-QString MemoryModel::reclaimable() const { return toQt(byteCountText(snapshot().reclaimableBytes)); }
+QString MemoryModel::reclaimable() const {
+    return toQt(byteCountText(snapshot().reclaimableBytes));
+}
 
-QString MemoryModel::usageText() const { return QStringLiteral("%1%").arg(snapshot().usagePercent()); }
+QString MemoryModel::usageText() const {
+    return QStringLiteral("%1%").arg(snapshot().usagePercent());
+}
 
-QString MemoryModel::pressure() const { return toQt(snapshot().pressureTitle()); }
+QString MemoryModel::pressure() const {
+    return toQt(snapshot().pressureTitle());
+}
 
 QString MemoryModel::pressureTint() const {
     const auto total = static_cast<double>(snapshot().totalBytes);

@@ -14,8 +14,7 @@ struct ModuleLook {
 // In the order of the modules.
 constexpr std::array<ModuleLook, allCleanerModules.size()> looks{{
     {"sparkles", "一键扫描整个 Mac", "整合系统垃圾、大文件、隐私痕迹、启动项、内存状态和废纸篓。"},
-    {"paintbrush", "清理系统缓存和临时文件",
-     "扫描用户缓存、系统日志、开发工具缓存和下载残留，清理前会展示完整列表。"},
+    {"paintbrush", "清理系统缓存和临时文件", "扫描用户缓存、系统日志、开发工具缓存和下载残留，清理前会展示完整列表。"},
     {"archivebox", "定位最占空间的文件", "按体积、位置、修改时间筛选文件，避免误删仍在使用的项目。"},
     {"hand.raised", "查看浏览器和应用隐私痕迹",
      "检查浏览器历史、下载记录、Cookie、缓存和本地存储；浏览器退出后可清理。"},
@@ -25,7 +24,9 @@ constexpr std::array<ModuleLook, allCleanerModules.size()> looks{{
     {"trash", "检查并清空废纸篓", "读取当前用户废纸篓内容，并在确认后永久移除。"},
 }};
 
-const ModuleLook& look(CleanerModule module) { return looks.at(static_cast<std::size_t>(module)); }
+const ModuleLook& look(CleanerModule module) {
+    return looks.at(static_cast<std::size_t>(module));
+}
 
 } // namespace
 
@@ -41,10 +42,16 @@ QString displayPath(const std::filesystem::path& path, const std::filesystem::pa
     return toQt(text);
 }
 
-QString moduleSymbol(CleanerModule module) { return toQt(look(module).symbol); }
+QString moduleSymbol(CleanerModule module) {
+    return toQt(look(module).symbol);
+}
 
-QString moduleHeadline(CleanerModule module) { return localised(look(module).headline); }
+QString moduleHeadline(CleanerModule module) {
+    return localised(look(module).headline);
+}
 
-QString moduleDescription(CleanerModule module) { return localised(look(module).description); }
+QString moduleDescription(CleanerModule module) {
+    return localised(look(module).description);
+}
 
 } // namespace vellmoor

@@ -16,7 +16,8 @@ inline QString toQt(std::string_view text) {
 }
 
 /// The localised text, with its arguments filled in.
-template <class... Arguments> QString localised(std::string_view key, Arguments&&... arguments) {
+template <class... Arguments>
+QString localised(std::string_view key, Arguments&&... arguments) {
     return toQt(L::tr(key, std::forward<Arguments>(arguments)...));
 }
 

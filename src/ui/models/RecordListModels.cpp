@@ -32,7 +32,8 @@ enum Role : std::uint16_t {
     RecommendationRole,
 };
 
-template <class Record> const Record* recordAt(const std::vector<Record>& records, const QModelIndex& index) {
+template <class Record>
+const Record* recordAt(const std::vector<Record>& records, const QModelIndex& index) {
     const bool inside = index.row() >= 0 && index.row() < static_cast<int>(records.size());
     return inside ? &records[static_cast<std::size_t>(index.row())] : nullptr;
 }
@@ -161,7 +162,8 @@ QHash<int, QByteArray> FileCandidateModel::roleNames() const {
 }
 
 StartupListModel::StartupListModel(CleanerStore& store, Desktop& desktop, QObject* parent)
-    : RecordListModel(store, parent), desktop_(desktop) {
+    : RecordListModel(store, parent),
+      desktop_(desktop) {
     connect(&store, &CleanerStore::startupItemsChanged, this, &StartupListModel::reload);
 }
 
@@ -206,7 +208,8 @@ void StartupListModel::reveal(int row) {
 }
 
 MemoryAppListModel::MemoryAppListModel(CleanerStore& store, Desktop& desktop, QObject* parent)
-    : RecordListModel(store, parent), desktop_(desktop) {
+    : RecordListModel(store, parent),
+      desktop_(desktop) {
     connect(&store, &CleanerStore::memoryAppsChanged, this, &MemoryAppListModel::reload);
 }
 

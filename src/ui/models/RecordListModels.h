@@ -17,7 +17,9 @@ class RecordListModel : public QAbstractListModel {
     Q_PROPERTY(int count READ count NOTIFY countChanged FINAL)
 
 public:
-    explicit RecordListModel(CleanerStore& store, QObject* parent = nullptr) : QAbstractListModel(parent), store_(store) {}
+    explicit RecordListModel(CleanerStore& store, QObject* parent = nullptr)
+        : QAbstractListModel(parent),
+          store_(store) {}
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : count(); }
     [[nodiscard]] virtual int count() const = 0;
     /// Reads the array again.

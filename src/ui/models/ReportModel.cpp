@@ -32,11 +32,17 @@ QString ReportModel::subtitle() const {
     return failed() ? localised("部分路径未能处理，可查看失败原因后重试。") : localised("选中项目已处理完成。");
 }
 
-QString ReportModel::freed() const { return toQt(byteCountText(report().freedBytes)); }
+QString ReportModel::freed() const {
+    return toQt(byteCountText(report().freedBytes));
+}
 
-QString ReportModel::processed() const { return localised("%d 项", report().removedCount); }
+QString ReportModel::processed() const {
+    return localised("%d 项", report().removedCount);
+}
 
-QString ReportModel::failures() const { return localised("%d 项", report().failedCount); }
+QString ReportModel::failures() const {
+    return localised("%d 项", report().failedCount);
+}
 
 QString ReportModel::share() const {
     if (!memory()) {

@@ -28,11 +28,17 @@ void ScanModel::setModule(CleanerModule module) {
     Q_EMIT changed();
 }
 
-QString ScanModel::stage() const { return toQt(store_.scanStage()); }
+QString ScanModel::stage() const {
+    return toQt(store_.scanStage());
+}
 
-QString ScanModel::status() const { return toQt(store_.statusMessage()); }
+QString ScanModel::status() const {
+    return toQt(store_.statusMessage());
+}
 
-QString ScanModel::lastScan() const { return toQt(store_.lastScanLabel()); }
+QString ScanModel::lastScan() const {
+    return toQt(store_.lastScanLabel());
+}
 
 QString ScanModel::title() const {
     if (scanning()) {
@@ -45,9 +51,13 @@ QString ScanModel::title() const {
     return localised("发现 %@ 可安全处理项目", byteCountText(store_.cleanableBytes(module_)));
 }
 
-QString ScanModel::headline() const { return moduleHeadline(module_); }
+QString ScanModel::headline() const {
+    return moduleHeadline(module_);
+}
 
-QString ScanModel::description() const { return moduleDescription(module_); }
+QString ScanModel::description() const {
+    return moduleDescription(module_);
+}
 
 QString ScanModel::ringNumber() const {
     const bool hasFigure = scanned() && !scanning();
@@ -65,10 +75,16 @@ QString ScanModel::ringUnit() const {
     return size.unit == "GB" ? localised("GB 可清理") : localised("%@ 可清理", size.unit);
 }
 
-int ScanModel::itemCount() const { return static_cast<int>(store_.itemIndices(module_, CleanupFilter::all).size()); }
+int ScanModel::itemCount() const {
+    return static_cast<int>(store_.itemIndices(module_, CleanupFilter::all).size());
+}
 
-QString ScanModel::cleanable() const { return toQt(byteCountText(store_.cleanableBytes(module_))); }
+QString ScanModel::cleanable() const {
+    return toQt(byteCountText(store_.cleanableBytes(module_)));
+}
 
-QString ScanModel::diskSummary() const { return toQt(store_.diskSummary()); }
+QString ScanModel::diskSummary() const {
+    return toQt(store_.diskSummary());
+}
 
 } // namespace vellmoor

@@ -33,7 +33,9 @@ QString Texts::language() const {
     return QString::fromUtf8(raw.data(), static_cast<qsizetype>(raw.size()));
 }
 
-QString Texts::text(const QString& key) const { return QString::fromStdString(L::tr(key.toStdString())); }
+QString Texts::text(const QString& key) const {
+    return QString::fromStdString(L::tr(key.toStdString()));
+}
 
 QString Texts::text1(const QString& key, const QString& argument) const {
     return QString::fromStdString(L::tr(key.toStdString(), argument.toStdString()));

@@ -12,9 +12,21 @@
 namespace vellmoor {
 
 WindowModel::WindowModel(CleanerStore& store, LanguageManager& languages, Desktop& desktop, QObject* parent)
-    : QObject(parent), store_(store), desktop_(desktop), module_(store.activeModule()), scan_(store), modules_(store),
-      segments_(store), items_(store, desktop), largeFiles_(store, desktop), details_(store, desktop),
-      candidates_(store), startup_(store, desktop), memory_(store), memoryApps_(store, desktop), permissions_(store),
+    : QObject(parent),
+      store_(store),
+      desktop_(desktop),
+      module_(store.activeModule()),
+      scan_(store),
+      modules_(store),
+      segments_(store),
+      items_(store, desktop),
+      largeFiles_(store, desktop),
+      details_(store, desktop),
+      candidates_(store),
+      startup_(store, desktop),
+      memory_(store),
+      memoryApps_(store, desktop),
+      permissions_(store),
       report_(store) {
     details_.setInitiallyExpanded(true);
     connectStore();
@@ -41,7 +53,9 @@ void WindowModel::connectStore() {
     });
 }
 
-QString WindowModel::module() const { return toQt(rawValue(module_)); }
+QString WindowModel::module() const {
+    return toQt(rawValue(module_));
+}
 
 void WindowModel::setModule(const QString& module) {
     const auto wanted = cleanerModule(module.toStdString());
@@ -93,21 +107,33 @@ void WindowModel::retranslate() {
     Q_EMIT limitationChanged();
 }
 
-QString WindowModel::moduleTitle() const { return toQt(title(module_)); }
+QString WindowModel::moduleTitle() const {
+    return toQt(title(module_));
+}
 
-QString WindowModel::moduleSubtitle() const { return toQt(subtitle(module_)); }
+QString WindowModel::moduleSubtitle() const {
+    return toQt(subtitle(module_));
+}
 
-QString WindowModel::moduleSymbol() const { return vellmoor::moduleSymbol(module_); }
+QString WindowModel::moduleSymbol() const {
+    return vellmoor::moduleSymbol(module_);
+}
 
-QString WindowModel::volumeLabel() const { return localised(desktop_.volumeLabel()); }
+QString WindowModel::volumeLabel() const {
+    return localised(desktop_.volumeLabel());
+}
 
-QString WindowModel::selectedSize() const { return toQt(byteCountText(store_.selectedBytes(module_))); }
+QString WindowModel::selectedSize() const {
+    return toQt(byteCountText(store_.selectedBytes(module_)));
+}
 
 QString WindowModel::selectedText() const {
     return localised("当前选择 %@", byteCountText(store_.selectedBytes(module_)));
 }
 
-int WindowModel::selectedItemCount() const { return static_cast<int>(store_.selectedItems(module_).size()); }
+int WindowModel::selectedItemCount() const {
+    return static_cast<int>(store_.selectedItems(module_).size());
+}
 
 QString WindowModel::selectedPathsText() const {
     int paths = 0;
@@ -121,7 +147,9 @@ int WindowModel::recommendedCount() const {
     return static_cast<int>(store_.itemIndices(module_, CleanupFilter::recommended).size());
 }
 
-bool WindowModel::canScan() const { return !store_.isCleaning(); }
+bool WindowModel::canScan() const {
+    return !store_.isCleaning();
+}
 
 bool WindowModel::canClean() const {
     return !store_.isScanning() && !store_.isCleaning() && !store_.selectedItems(module_).empty();
@@ -195,7 +223,9 @@ void WindowModel::cleanSelected() {
     }
 }
 
-void WindowModel::closeReport() { store_.clearReport(); }
+void WindowModel::closeReport() {
+    store_.clearReport();
+}
 
 void WindowModel::rescanReported() {
     const CleanerModule module = report_.module();
@@ -226,7 +256,9 @@ void WindowModel::quitMemoryApp(int row) {
     }
 }
 
-void WindowModel::refreshPermissions() { store_.refreshPermissionHints(); }
+void WindowModel::refreshPermissions() {
+    store_.refreshPermissionHints();
+}
 
 void WindowModel::activated() {
     store_.persistActiveState();
@@ -237,14 +269,24 @@ void WindowModel::activated() {
     }
 }
 
-void WindowModel::openHome() { desktop_.openHome(); }
+void WindowModel::openHome() {
+    desktop_.openHome();
+}
 
-void WindowModel::openTrash() { desktop_.openTrash(); }
+void WindowModel::openTrash() {
+    desktop_.openTrash();
+}
 
-void WindowModel::openSystemMonitor() { desktop_.openSystemMonitor(); }
+void WindowModel::openSystemMonitor() {
+    desktop_.openSystemMonitor();
+}
 
-void WindowModel::openLoginItemsSettings() { desktop_.openLoginItemsSettings(); }
+void WindowModel::openLoginItemsSettings() {
+    desktop_.openLoginItemsSettings();
+}
 
-void WindowModel::openPermissionSettings() { desktop_.openPermissionSettings(); }
+void WindowModel::openPermissionSettings() {
+    desktop_.openPermissionSettings();
+}
 
 } // namespace vellmoor

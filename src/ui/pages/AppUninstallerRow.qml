@@ -81,7 +81,7 @@ RowFrame {
 
             AppInfoPill {
                 Layout.fillWidth: true
-                Layout.preferredWidth: 3
+                Layout.preferredWidth: 6
                 tint: Colors.blue
                 title: L.tr("应用本体")
                 value: root.row.bundle
@@ -89,7 +89,7 @@ RowFrame {
 
             AppInfoPill {
                 Layout.fillWidth: true
-                Layout.preferredWidth: 2
+                Layout.preferredWidth: 5
                 tint: Colors.orange
                 title: L.tr("关联残留")
                 value: root.row.leftovers
@@ -97,7 +97,7 @@ RowFrame {
 
             AppInfoPill {
                 Layout.fillWidth: true
-                Layout.preferredWidth: 2
+                Layout.preferredWidth: 6
                 objectName: root.row.name + ".status"
                 tint: root.row.running ? Colors.red : Colors.green
                 title: L.tr("状态")

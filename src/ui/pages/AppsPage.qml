@@ -32,6 +32,7 @@ GlassPanel {
         CleanupList {
             Layout.fillHeight: true
             Layout.fillWidth: true
+            Layout.rightMargin: -10
             look: "app"
             objectName: "cleanupList"
             rows: root.vm.items

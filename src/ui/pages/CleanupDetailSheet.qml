@@ -72,6 +72,7 @@ Sheet {
         CleanupList {
             Layout.fillHeight: true
             Layout.fillWidth: true
+            Layout.rightMargin: -10
             look: "detail"
             objectName: "detailsList"
             rows: root.vm.details

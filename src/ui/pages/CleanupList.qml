@@ -5,7 +5,7 @@ import Vellmoor.Models
 import Vellmoor.Theme
 
 // A virtual list of categories and their paths. Up and Down move, Space ticks, Right and Left unfold and fold,
-// Return shows the path in the file manager.
+// Return shows the path in the file manager. The last 10 pixels of its width are the scroll bar's.
 ListView {
     id: root
 
@@ -29,16 +29,17 @@ ListView {
     T.ScrollBar.vertical: ScrollLine {
     }
     delegate: CleanupDelegate {
-        isCurrent: ListView.isCurrentItem && root.activeFocus
+        isCurrent: ListView.isCurrentItem && root.Window.activeFocusItem === root
         look: root.look
         rows: root.rows
-        width: ListView.view.width
+        width: ListView.view.width - 10
     }
 
     EmptyStateView {
         anchors.centerIn: parent
+        anchors.horizontalCenterOffset: -5
         isScanning: root.scanning
         visible: root.rows.itemCount === 0
-        width: parent.width
+        width: parent.width - 10
     }
 }

@@ -31,6 +31,7 @@ GlassPanel {
         CleanupList {
             Layout.fillHeight: true
             Layout.fillWidth: true
+            Layout.rightMargin: -10
             objectName: "cleanupList"
             rows: root.vm.items
             scanning: root.vm.scan.scanning

@@ -33,7 +33,7 @@ GlassPanel {
                 HeaderTitle {
                     Layout.fillWidth: true
                     scan: root.scan
-                    status: root.scan.scanning ? root.scan.stage : root.scan.status
+                    status: root.scan.scanning ? root.scan.stage : root.scan.description
                 }
 
                 ScanButton {

@@ -21,12 +21,11 @@ GlassPanel {
             Layout.fillWidth: true
             Layout.leftMargin: 4
             counter: L.tr1("%d 个结果", root.files.itemCount)
-            selection: L.tr1("%d 个已选", root.files.selectedCount)
             title: L.tr("大文件")
 
             Picker {
                 currentIndex: root.files.kind
-                implicitWidth: 104
+                implicitWidth: 100
                 model: root.files.kindTitles
                 objectName: "kindFilter"
 
@@ -35,7 +34,7 @@ GlassPanel {
 
             Picker {
                 currentIndex: root.files.age
-                implicitWidth: 104
+                implicitWidth: 100
                 model: root.files.ageTitles
                 objectName: "ageFilter"
 
@@ -65,11 +64,22 @@ GlassPanel {
 
                 onClicked: root.files.setAllSelected(false)
             }
+
+            Item {
+                Layout.fillWidth: true
+            }
+
+            Badge {
+                objectName: "list.selection"
+                text: L.tr1("%d 个已选", root.files.selectedCount)
+                tint: Colors.green
+            }
         }
 
         CleanupList {
             Layout.fillHeight: true
             Layout.fillWidth: true
+            Layout.rightMargin: -10
             look: "file"
             objectName: "cleanupList"
             rows: root.files

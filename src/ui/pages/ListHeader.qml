@@ -3,13 +3,12 @@ import QtQuick.Layouts
 import Vellmoor.Controls
 import Vellmoor.Theme
 
-// The heading of a list: its title, its counters, and what stands at its right.
+// The heading of a list: its title, its counter, and what stands at its right.
 RowLayout {
     id: root
 
     required property string title
     property string counter
-    property string selection
     default property alias trailing: place.data
 
     spacing: Metrics.gap
@@ -23,13 +22,6 @@ RowLayout {
         text: root.counter
         tint: Colors.cyan
         visible: root.counter !== ""
-    }
-
-    Badge {
-        objectName: "list.selection"
-        text: root.selection
-        tint: Colors.green
-        visible: root.selection !== ""
     }
 
     Item {

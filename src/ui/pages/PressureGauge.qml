@@ -26,7 +26,7 @@ Item {
         value: root.memory.usage
         width: 112
 
-        Behavior on value {
+        Behavior on value  {
             NumberAnimation {
                 duration: Motion.calm
                 easing.type: Easing.OutCubic

@@ -17,7 +17,7 @@ Rectangle {
     color: hover.hovered ? Colors.rowHover : Colors.row
     radius: Metrics.rowRadius
 
-    Behavior on color {
+    Behavior on color  {
         ColorAnimation {
             duration: Motion.quick
         }

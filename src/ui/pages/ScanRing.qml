@@ -21,7 +21,7 @@ Item {
         trackColor: Colors.track
         value: root.scan.scanning ? root.scan.progress : (root.scan.scanned ? 1 : 0)
 
-        Behavior on value {
+        Behavior on value  {
             NumberAnimation {
                 duration: Motion.calm
                 easing.type: Easing.OutCubic

@@ -61,6 +61,7 @@ GlassPanel {
             Accessible.role: Accessible.List
             Layout.fillHeight: true
             Layout.fillWidth: true
+            Layout.rightMargin: -10
             bottomMargin: 11
             boundsBehavior: Flickable.StopAtBounds
             clip: true
@@ -74,14 +75,14 @@ GlassPanel {
             delegate: StartupItemRow {
                 isWorking: root.vm.changingStartupRow === index
                 locked: root.vm.scan.scanning || root.vm.scan.cleaning
-                width: ListView.view.width
+                width: ListView.view.width - 10
 
                 onChangeAsked: root.changeAsked(index, name, startsEnabled)
                 onRevealAsked: root.vm.startup.reveal(index)
             }
             footer: Item {
                 height: extra.visible ? extra.height + 12 : 0
-                width: list.width
+                width: list.width - 10
 
                 Column {
                     id: extra

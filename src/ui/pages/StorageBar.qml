@@ -38,7 +38,7 @@ Item {
                 radius: height / 2
                 width: Math.max(0, (root.width - 2 * (root.segments.count - 1)) * fraction)
 
-                Behavior on width {
+                Behavior on width  {
                     NumberAnimation {
                         duration: Motion.calm
                         easing.type: Easing.OutCubic

@@ -12,11 +12,15 @@ namespace {
 
 constexpr int defaultPixels = 16;
 
-QString pictureFile(const QString& symbol) { return QStringLiteral(":/symbols/%1.svg").arg(symbol); }
+QString pictureFile(const QString& symbol) {
+    return QStringLiteral(":/symbols/%1.svg").arg(symbol);
+}
 
 } // namespace
 
-bool hasSymbol(const QString& symbol) { return QFile::exists(pictureFile(symbol)); }
+bool hasSymbol(const QString& symbol) {
+    return QFile::exists(pictureFile(symbol));
+}
 
 QImage symbolImage(const QString& symbol, const QColor& color, int pixels) {
     if (!hasSymbol(symbol) || pixels < 1) {
@@ -40,8 +44,8 @@ QImage SymbolImageProvider::requestImage(const QString& id, QSize* size, const Q
     const QString name = id.section(QLatin1Char('?'), 0, 0);
     const QColor color(id.section(QLatin1Char('?'), 1));
     const int pixels = std::max(requestedSize.width(), requestedSize.height());
-    const QImage image = symbolImage(name, color.isValid() ? color : QColor(Qt::black),
-                                     pixels > 0 ? pixels : defaultPixels);
+    const QImage image =
+        symbolImage(name, color.isValid() ? color : QColor(Qt::black), pixels > 0 ? pixels : defaultPixels);
     if (size != nullptr) {
         *size = image.size();
     }

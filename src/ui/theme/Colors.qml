@@ -23,8 +23,8 @@ QtObject {
     readonly property color softButton: Qt.rgba(1, 1, 1, 0.56)
     readonly property color softButtonPressed: Qt.rgba(0, 0, 0, 0.08)
     readonly property color track: Qt.rgba(0, 0, 0, 0.07)
-    readonly property color veil: Qt.rgba(0.078, 0.098, 0.129, 0.28)
-    readonly property color shadow: Qt.rgba(0.16, 0.24, 0.38, 0.13)
+    readonly property color veil: Qt.rgba(0.078, 0.098, 0.129, 0.2)
+    readonly property color shadow: Qt.rgba(0.16, 0.24, 0.38, 0.09)
     readonly property color clear: "transparent"
 
     // The system's named colours

@@ -6,7 +6,6 @@ import Vellmoor.Pages
 import Vellmoor.Theme
 
 // The root view: the sidebar, and the shown module's page.
-//
 // Object names that tests and tools may rely on:
 //   sidebar.MODULE, languageSwitch            the sidebar (MODULE is the raw value, e.g. sidebar.systemJunk)
 //   refreshButton, homeButton                 the top bar

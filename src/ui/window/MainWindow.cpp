@@ -24,7 +24,8 @@ void prepareEngine(QQmlEngine& engine, LanguageManager& languages, Desktop& desk
 } // namespace
 
 MainWindow::MainWindow(std::unique_ptr<WindowModel> model, std::unique_ptr<QQuickWindow> window)
-    : model_(std::move(model)), window_(std::move(window)) {}
+    : model_(std::move(model)),
+      window_(std::move(window)) {}
 
 std::expected<std::unique_ptr<MainWindow>, std::string> loadMainWindow(QQmlEngine& engine, CleanerStore& store,
                                                                        LanguageManager& languages, Desktop& desktop) {
@@ -41,7 +42,7 @@ std::expected<std::unique_ptr<MainWindow>, std::string> loadMainWindow(QQmlEngin
     if (window == nullptr) {
         return std::unexpected(component.errorString().toStdString());
     }
-    root.release(); // the same object, owned as a window from here on
+    (void)root.release(); // the same object, owned as a window from here on
     return std::make_unique<MainWindow>(std::move(model), std::unique_ptr<QQuickWindow>(window));
 }
 

@@ -19,7 +19,7 @@ T.AbstractButton {
     Accessible.role: Accessible.PageTab
     Accessible.selected: isSelected
     focusPolicy: Qt.StrongFocus
-    implicitHeight: Math.max(52, line.implicitHeight + 14)
+    implicitHeight: Math.max(57, line.implicitHeight + 12)
     objectName: "sidebar." + module
 
     background: Rectangle {
@@ -27,7 +27,7 @@ T.AbstractButton {
         color: root.isSelected ? Colors.rowHover : (root.hovered ? Colors.row : Colors.clear)
         radius: Metrics.rowRadius
 
-        Behavior on color {
+        Behavior on color  {
             ColorAnimation {
                 duration: Motion.quick
             }
@@ -66,7 +66,10 @@ T.AbstractButton {
 
                 Caption {
                     Layout.fillWidth: true
+                    lineHeight: 0.95
+                    maximumLineCount: 2
                     text: root.subtitle
+                    wrapMode: Text.Wrap
                 }
             }
         }

@@ -18,7 +18,7 @@ namespace vellmoor::walk {
 namespace {
 
 // The kernel fills up to so much in one call; larger buffers were not faster on ext4, btrfs and tmpfs.
-constexpr std::size_t batchSize = 64 * 1024;
+constexpr std::size_t batchSize = std::size_t{64} * 1024;
 // A buffer that grew beyond this for one large directory is given back.
 constexpr std::size_t keptSize = 16 * batchSize;
 

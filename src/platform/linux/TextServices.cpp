@@ -1,4 +1,4 @@
-#include "Texts.h"
+#include "TextServices.h"
 
 #include <unicode/calendar.h>
 #include <unicode/coll.h>

@@ -1,0 +1,50 @@
+#!/usr/bin/env bash
+# Measures a Smart Scan of a home of 300,000 files against one bare walk of every folder that it must look into, and
+# against bleachbit's preview where that is installed; warm cache, median of 9, all in turn in one run.
+#   bench/compare-scan.sh [--regenerate]
+# The home is made once, in build/bench or in the folder of $VELLMOOR_BENCH_TREES.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+build=build/bench
+trees=${VELLMOOR_BENCH_TREES:-$build/trees}
+home=$trees/home
+
+{
+  [ -e $build/build.ninja ] || cmake --preset release -B $build -DVELLMOOR_BUILD_WINDOW=OFF -DBUILD_TESTING=OFF
+  cmake --build $build --target scan_bench bare_walk make_tree run_interleaved
+} >&2
+
+# The demo home has every kind of content; trees of small files make it as large as a busy home.
+make_home() {
+  echo "making a home of 300,000 files in $home" >&2
+  rm -rf "$home" "$home.made"
+  scripts/make-demo-home.sh "$home"
+  local tree
+  for tree in .cache/thumbnails/many .cache/browser-like/cache .npm/_cacache/many .cargo/registry/src/many \
+    Documents/project Downloads/unpacked .local/share/Trash/files/old-project Pictures/photos \
+    .config/google-chrome/Default/IndexedDB/many .local/opt/blender/lib/many; do
+    mkdir -p "$(dirname "$home/$tree")"
+    $build/bench/make_tree "$home/$tree" 30000 300
+  done
+  touch "$home.made"
+}
+
+if [ "${1:-}" = --regenerate ] || [ ! -e "$home.made" ]; then
+  make_home
+fi
+home=$(cd "$home" && pwd)
+
+mapfile -t folders < <($build/bench/scan_bench "$home" --folders)
+echo "$(find "$home" -type f | wc -l) files in the home; $(nproc) processors, $(df --output=fstype "$home" | tail -1)"
+echo
+programs=("Smart Scan" "$build/bench/scan_bench" "$home"
+  -- "bare walk of its folders" "$build/bench/bare_walk" "${folders[@]}")
+if command -v bleachbit >/dev/null; then
+  programs+=(-- "bleachbit --preview" env HOME="$home" bleachbit --preview system.cache system.trash system.tmp
+    google_chrome.cache firefox.cache thumbnails.cache)
+else
+  echo "bleachbit is not installed and was left out" >&2
+fi
+$build/bench/run_interleaved 9 "${programs[@]}"
+echo
+echo "A Smart Scan cancelled at ten moments ended after at most $($build/bench/scan_bench "$home" --cancel) ms."

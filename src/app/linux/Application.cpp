@@ -1,0 +1,107 @@
+#include "Application.h"
+
+#include "CleanerStore.h"
+#include "LanguageManager.h"
+#include "LinuxDesktop.h"
+#include "LinuxPlatform.h"
+#include "MainWindow.h"
+#include "SingleInstance.h"
+#include "StatusBarController.h"
+#include "SystemCleanerService.h"
+
+#include <QApplication>
+#include <QIcon>
+#include <QOffscreenSurface>
+#include <QOpenGLContext>
+#include <QQmlEngine>
+#include <QQuickStyle>
+#include <QQuickWindow>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <pwd.h>
+#include <unistd.h>
+
+namespace vellmoor {
+namespace {
+
+constexpr std::chrono::seconds patience{2};
+
+/// Qt Quick ends the program when it finds no OpenGL; its software renderer draws this window as well.
+void chooseRenderer() {
+    QOpenGLContext context;
+    if (!context.create()) {
+        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    }
+}
+
+void nameApplication() {
+    QApplication::setApplicationName(QStringLiteral("Vellmoor"));
+    QApplication::setOrganizationName(QStringLiteral("Vellmoor"));
+    QGuiApplication::setDesktopFileName(QStringLiteral("org.vellmoor.Vellmoor"));
+    QApplication::setQuitOnLastWindowClosed(false);
+    QIcon::setFallbackThemeName(QStringLiteral("hicolor"));
+    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("org.vellmoor.Vellmoor")));
+    QQuickStyle::setStyle(QStringLiteral("Basic"));
+}
+
+/// Everything behind the window, in the order in which it is needed; it is taken down the other way round.
+struct Parts {
+    LinuxEnvironment environment = processEnvironment();
+    LinuxPlatform platform;
+    SystemLayout layout = linuxLayout(environment, platform.userId());
+    LinuxDesktop desktop{platform, layout, environment};
+    LanguageManager languages{LanguageSetting::userDefaults(), platform.preferredLanguage()};
+    CleanerStore store{std::make_shared<SystemCleanerService>(platform, layout),
+                       [] { return std::chrono::system_clock::now(); }};
+    QQmlEngine engine;
+};
+
+/// A home other than the account's is a world of its own (a demonstration, a test): it has its own instance.
+QDBusConnection instanceBus() {
+    const struct passwd* account = ::getpwuid(::getuid());
+    const bool ownHome = account != nullptr && processEnvironment().home == account->pw_dir;
+    return ownHome ? QDBusConnection::sessionBus() : QDBusConnection(QString());
+}
+
+int runWindow(SingleInstance& instance) {
+    Parts parts;
+    auto main = loadMainWindow(parts.engine, parts.store, parts.languages, parts.desktop);
+    if (!main) {
+        std::fprintf(stderr, "vellmoor: %s\n", main.error().c_str());
+        return EXIT_FAILURE;
+    }
+    StatusBarController status((*main)->window());
+    QObject::connect(&instance, &SingleInstance::activated, &status, &StatusBarController::showMainWindow);
+    QObject::connect(&instance, &SingleInstance::quitAsked, qApp, &QCoreApplication::quit);
+    QObject::connect(&status, &StatusBarController::quitAsked, qApp, &QCoreApplication::quit);
+    QObject::connect(&parts.engine, &QQmlEngine::quit, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+    status.showMainWindow();
+    status.install();
+    const int result = QApplication::exec();
+    if (!parts.store.shutDown(patience)) {
+        // A system call that does not return keeps a worker busy; what it uses must not be taken from under it.
+        std::_Exit(result);
+    }
+    return result;
+}
+
+} // namespace
+
+int runApplication(int argc, char* argv[]) {
+    QApplication application(argc, argv);
+    nameApplication();
+    L::setTextSet(TextSet::Linux);
+    if (::geteuid() == 0) {
+        std::fputs("vellmoor: running as root; it cleans root's own home, not that of another user\n", stderr);
+    }
+    SingleInstance instance(instanceBus());
+    if (!instance.claim() && instance.raiseOther()) {
+        return EXIT_SUCCESS;
+    }
+    chooseRenderer();
+    return runWindow(instance);
+}
+
+} // namespace vellmoor

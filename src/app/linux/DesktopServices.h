@@ -1,0 +1,22 @@
+// The few desktop services that GIO gives: opening addresses, starting applications, the wish for less movement.
+// None of its types appear here, since its headers and Qt's do not go together.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace vellmoor {
+
+/// The file: address of a path; bytes that are no plain ASCII are percent-encoded.
+std::string fileUri(const std::filesystem::path& path);
+
+/// Opens an address with the user's default application; whether one was started.
+bool launchUri(const std::string& uri);
+
+/// Starts an application by its desktop-entry name without ".desktop"; whether it is installed and was started.
+bool launchDesktopEntry(const std::string& identifier);
+
+/// False when the desktop's settings say that interfaces should not animate; true when they say nothing.
+bool desktopAnimates();
+
+} // namespace vellmoor

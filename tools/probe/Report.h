@@ -1,0 +1,20 @@
+#pragma once
+
+#include "CleanerModule.h"
+#include "ScanSnapshot.h"
+
+#include <string>
+
+namespace vellmoor::probe {
+
+struct ReportOptions {
+    CleanerModule module = CleanerModule::smartScan;
+    std::string home;    ///< as it is shown
+    bool isBold = false; ///< headings with a terminal's bold face
+};
+
+/// A scan as a page of text in the current language: the rows by module, the disk, the memory, the login items and
+/// the permissions.
+std::string report(const ScanSnapshot& snapshot, const ReportOptions& options);
+
+} // namespace vellmoor::probe
