@@ -241,6 +241,15 @@ TEST_F(LinuxApps, TheUsersEntryReplacesTheSystemsOfTheSameName) {
     EXPECT_THAT(names(), ElementsAre("Mine"));
 }
 
+TEST_F(LinuxApps, AReplacedEntryIsNotKnownByItsProgram) {
+    addProgram("/usr/bin/old");
+    addProgram("/usr/bin/new");
+    addEntry("tool", "System", "old");
+    home.text(".local/share/applications/tool.desktop", "[Desktop Entry]\nType=Application\nName=Mine\nExec=new\n");
+    add({.pid = 10, .exe = "/usr/bin/old"});
+    EXPECT_THAT(apps(), IsEmpty());
+}
+
 TEST_F(LinuxApps, AHelperBesideItsParentBelongsToTheParentsApplication) {
     addProgram("/usr/libexec/editor/editor");
     addEntry("editor", "Editor", "sh editor");
