@@ -23,7 +23,7 @@ fi
 
 if grep -q all_qmllint build/dev/build.ninja 2>/dev/null; then
   cmake --build build/dev --target all_qmllint >build/qmllint.log 2>&1 || { cat build/qmllint.log >&2; exit 1; }
-  if grep -qi 'warning' build/qmllint.log; then
+  if grep -q '^Warning:' build/qmllint.log; then
     cat build/qmllint.log >&2
     exit 1
   fi
