@@ -40,7 +40,7 @@ echo
 programs=("Smart Scan" "$build/bench/scan_bench" "$home"
   -- "bare walk of its folders" "$build/bench/bare_walk" "${folders[@]}")
 if command -v bleachbit >/dev/null; then
-  programs+=(-- "bleachbit --preview" env HOME="$home" bleachbit --preview system.cache system.trash system.tmp
+  programs+=(-- "bleachbit --preview" env HOME="$home" bleachbit --preview system.cache system.trash
     google_chrome.cache firefox.cache thumbnails.cache)
 else
   echo "bleachbit is not installed and was left out" >&2
