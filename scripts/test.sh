@@ -37,6 +37,8 @@ phase "Tests"
 export UBSAN_OPTIONS=print_stacktrace=1
 if [ "$tsan" = yes ]; then
   build_preset tsan walk_tests model_tests engine_tests store_tests
-  ctest --test-dir build/tsan -L tsan --output-on-failure -j2
+  for layer in walk model engine store; do
+    "build/tsan/tests/$layer/${layer}_tests" --gtest_brief=1
+  done
 fi
 ctest --preset dev -j2

@@ -69,9 +69,9 @@ TEST_P(CleaningGuards, NothingBehindALinkInTheTrashIsTouched) {
 }
 
 TEST_P(CleaningGuards, NothingDeepBehindALinkInTheTrashIsTouched) {
-    const Path document = home.text("Documents/work/thesis", "words");
+    const Path document = home.text("Documents/essays/thesis", "words");
     home.link(home.place("Documents"), trashed("folder"));
-    const CleanupReport report = clean(home, {trashed("folder/work/thesis")});
+    const CleanupReport report = clean(home, {trashed("folder/essays/thesis")});
     EXPECT_THAT(home.platform.changes(), IsEmpty());
     EXPECT_THAT(report.failures, ElementsAre(StartsWith("thesis: ")));
     EXPECT_EQ(fileText(document), "words");
