@@ -5,7 +5,7 @@ import Vellmoor.Controls
 import Vellmoor.Models
 import Vellmoor.Theme
 
-// The largest files, for reading only; two and a half lines show that there are more.
+// The largest files, for reading only; three lines fit, the bar shows that there are more.
 ColumnLayout {
     id: root
 
@@ -23,7 +23,7 @@ ColumnLayout {
         activeFocusOnTab: true
         boundsBehavior: Flickable.StopAtBounds
         clip: true
-        implicitHeight: Math.min(contentHeight, 122)
+        implicitHeight: Math.min(contentHeight, 134)
         model: root.candidates
         spacing: 10
 
