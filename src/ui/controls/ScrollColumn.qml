@@ -3,7 +3,7 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import Vellmoor.Theme
 
-// A column that scrolls when it is higher than its place. What scrolls is cut in the middle of the gaps around it,
+// A column that scrolls when it is higher than its place, and to what the keyboard reaches. What scrolls is cut in the middle of the gaps around it,
 // so that the shadows of its panels keep their width.
 Item {
     id: root
@@ -12,6 +12,23 @@ Item {
     default property alias contents: column.data
     // What lies behind the lower edge.
     property color ground: Colors.groundMiddle
+
+    function bringIntoView(item: Item): void {
+        const top = item.mapToItem(column, 0, 0).y;
+        const bottom = top + item.height + Metrics.panelGap;
+        if (top < view.contentY)
+            view.contentY = top;
+        else if (bottom > view.contentY + view.height)
+            view.contentY = bottom - view.height;
+    }
+
+    function holds(item: Item): bool {
+        for (let around = item; around; around = around.parent) {
+            if (around === column)
+                return true;
+        }
+        return false;
+    }
 
     Flickable {
         id: view
@@ -38,6 +55,16 @@ Item {
             x: Metrics.panelGap / 2
             y: Metrics.panelGap / 2
         }
+    }
+
+    Connections {
+        function onActiveFocusItemChanged(): void {
+            const item = root.Window.activeFocusItem;
+            if (item && item.visualFocus && root.holds(item))
+                root.bringIntoView(item);
+        }
+
+        target: root.Window.window
     }
 
     // Fades what goes on below the edge.

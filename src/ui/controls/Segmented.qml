@@ -22,8 +22,10 @@ Rectangle {
     function step(by: int): void {
         const here = choices.findIndex(choice => choice.value === current);
         const next = choices[here + by];
-        if (next)
+        if (next) {
             chosen(next.value);
+            segments.itemAt(here + by).forceActiveFocus(Qt.TabFocusReason);
+        }
     }
 
     Row {
@@ -32,6 +34,8 @@ Rectangle {
         anchors.centerIn: parent
 
         Repeater {
+            id: segments
+
             model: root.choices
 
             T.AbstractButton {

@@ -34,7 +34,8 @@ ListView {
     T.ScrollBar.vertical: ScrollLine {
     }
     delegate: CleanupDelegate {
-        isCurrent: ListView.isCurrentItem && root.Window.activeFocusItem === root
+        hasKeys: false
+        isCurrent: activeFocus
         look: root.look
         rows: root.rows
         width: ListView.view.width - 10

@@ -107,5 +107,5 @@ Sheet {
     }
 
     onClosed: vm.closeReport()
-    onOpened: done.forceActiveFocus()
+    onOpened: done.forceActiveFocus(Qt.TabFocusReason)
 }

@@ -9,6 +9,7 @@ SoftIconButton {
     required property CleanupListModel rows
 
     flat: true
+    focusPolicy: row.focusPolicy
     help: L.tr("在 Finder 中显示")
     ink: Colors.vmSecondaryText
     objectName: row.name + ".reveal"

@@ -17,6 +17,7 @@ RowFrame {
     // A change of this row is running.
     required property bool isWorking
     property bool locked: false
+    readonly property bool canChange: !isWorking && !locked
 
     signal changeAsked
     signal revealAsked
@@ -77,6 +78,7 @@ RowFrame {
 
         SoftIconButton {
             flat: true
+            focusPolicy: Qt.ClickFocus
             help: L.tr("在 Finder 中显示")
             ink: Colors.vmSecondaryText
             objectName: root.objectName + ".reveal"
@@ -88,7 +90,8 @@ RowFrame {
 
         SecondaryButton {
             compact: true
-            enabled: !root.isWorking && !root.locked
+            enabled: root.canChange
+            focusPolicy: Qt.ClickFocus
             objectName: root.objectName + ".action"
             symbol: root.startsEnabled ? "pause.circle" : "play.circle"
             text: root.startsEnabled ? L.tr("禁用") : L.tr("恢复")

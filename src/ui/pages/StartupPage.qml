@@ -6,7 +6,7 @@ import Vellmoor.Controls
 import Vellmoor.Models
 import Vellmoor.Theme
 
-// What starts at login, and the switch of each item.
+// What starts at login, and the switch of each item: Up and Down move, Space switches, Return shows the file.
 GlassPanel {
     id: root
 
@@ -59,6 +59,13 @@ GlassPanel {
         ListView {
             id: list
 
+            Keys.onReturnPressed: root.vm.startup.reveal(currentIndex)
+            Keys.onSpacePressed: {
+                if (currentItem && currentItem.canChange)
+                    currentItem.changeAsked();
+            }
+            activeFocusOnTab: true
+
             Accessible.role: Accessible.List
             Layout.fillHeight: true
             Layout.fillWidth: true
@@ -71,9 +78,15 @@ GlassPanel {
             reuseItems: true
             spacing: 6
 
+            onActiveFocusChanged: {
+                if (activeFocus && currentIndex < 0)
+                    currentIndex = 0;
+            }
+
             T.ScrollBar.vertical: ScrollLine {
             }
             delegate: StartupItemRow {
+                isCurrent: activeFocus
                 isWorking: root.vm.changingStartupRow === index
                 locked: root.vm.scan.scanning || root.vm.scan.cleaning
                 width: ListView.view.width - 10

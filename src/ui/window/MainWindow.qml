@@ -23,12 +23,13 @@ Window {
     ContentView {
         anchors.fill: parent
         vm: root.vm
-    }
 
-    Shortcut {
-        sequences: ["Ctrl+R", "F5"]
+        // Here and not in the window, so that an open sheet holds it back.
+        Shortcut {
+            sequences: ["Ctrl+R", "F5"]
 
-        onActivated: root.vm.refresh()
+            onActivated: root.vm.refresh()
+        }
     }
 
     Shortcut {
