@@ -59,9 +59,9 @@ Item {
 
     Connections {
         function onActiveFocusItemChanged(): void {
-            const item = root.Window.activeFocusItem;
-            if (item && item.visualFocus && root.holds(item))
-                root.bringIntoView(item);
+            const control = root.Window.activeFocusItem as T.Control;
+            if (control && control.visualFocus && root.holds(control))
+                root.bringIntoView(control);
         }
 
         target: root.Window.window

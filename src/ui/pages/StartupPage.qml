@@ -61,8 +61,9 @@ GlassPanel {
 
             Keys.onReturnPressed: root.vm.startup.reveal(currentIndex)
             Keys.onSpacePressed: {
-                if (currentItem && currentItem.canChange)
-                    currentItem.changeAsked();
+                const row = currentItem as StartupItemRow;
+                if (row && row.canChange)
+                    row.changeAsked();
             }
             activeFocusOnTab: true
 
