@@ -30,6 +30,7 @@ GlassPanel {
         }
 
         CleanupList {
+            Accessible.name: L.tr("应用")
             Layout.fillHeight: true
             Layout.fillWidth: true
             Layout.rightMargin: -10

@@ -9,7 +9,6 @@ CleanupRoles {
     required property CleanupListModel rows
     // "cleanup", "detail", "file" or "app"
     required property string look
-    property bool isCurrent: false
 
     // A row kept for later use is no row: it takes neither the keyboard nor a screen reader.
     ListView.onPooled: visible = false
@@ -17,9 +16,16 @@ CleanupRoles {
     height: loader.height
     objectName: name
 
+    // The keyboard is on one of the row's own controls: the list goes along.
+    onActiveFocusChanged: {
+        if (activeFocus && ListView.view)
+            ListView.view.currentIndex = index;
+    }
+
     Loader {
         id: loader
 
+        focus: true
         sourceComponent: {
             if (root.isTarget)
                 return target;
@@ -32,7 +38,6 @@ CleanupRoles {
         id: target
 
         CleanupTargetRow {
-            isCurrent: root.isCurrent
             isEnabled: root.cleanable
             row: root
             rows: root.rows
@@ -43,7 +48,6 @@ CleanupRoles {
         id: category
 
         CleanupRow {
-            isCurrent: root.isCurrent
             row: root
             rows: root.rows
         }
@@ -53,7 +57,6 @@ CleanupRoles {
         id: heading
 
         CleanupDetailCategoryHeader {
-            isCurrent: root.isCurrent
             row: root
             rows: root.rows
         }
@@ -63,7 +66,6 @@ CleanupRoles {
         id: file
 
         LargeFileRow {
-            isCurrent: root.isCurrent
             row: root
             rows: root.rows
         }
@@ -73,7 +75,6 @@ CleanupRoles {
         id: app
 
         AppUninstallerRow {
-            isCurrent: root.isCurrent
             row: root
             rows: root.rows
         }

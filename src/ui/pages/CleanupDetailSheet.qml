@@ -33,6 +33,7 @@ Sheet {
                     Layout.fillWidth: true
                     color: Colors.vmSecondaryText
                     objectName: "details.summary"
+                    spoken: true
                     text: root.vm.selectedPathsText
                 }
             }
@@ -70,6 +71,7 @@ Sheet {
         }
 
         CleanupList {
+            Accessible.name: L.tr("清理项目")
             Layout.fillHeight: true
             Layout.fillWidth: true
             Layout.rightMargin: -10

@@ -18,7 +18,7 @@ ListView {
     Keys.onReturnPressed: rows.reveal(currentIndex)
     Keys.onRightPressed: rows.setExpanded(currentIndex, true)
     Keys.onSpacePressed: rows.toggle(currentIndex)
-    activeFocusOnTab: true
+    activeFocusOnTab: count > 0
     bottomMargin: 11
     boundsBehavior: Flickable.StopAtBounds
     clip: true
@@ -34,7 +34,6 @@ ListView {
     T.ScrollBar.vertical: ScrollLine {
     }
     delegate: CleanupDelegate {
-        isCurrent: ListView.isCurrentItem && root.Window.activeFocusItem === root
         look: root.look
         rows: root.rows
         width: ListView.view.width - 10

@@ -29,6 +29,7 @@ GlassPanel {
         }
 
         CleanupList {
+            Accessible.name: L.tr("推荐清理")
             Layout.fillHeight: true
             Layout.fillWidth: true
             Layout.rightMargin: -10

@@ -71,12 +71,14 @@ GlassPanel {
 
             Badge {
                 objectName: "list.selection"
+                spoken: true
                 text: L.tr1("%d 个已选", root.files.selectedCount)
                 tint: Colors.green
             }
         }
 
         CleanupList {
+            Accessible.name: L.tr("大文件")
             Layout.fillHeight: true
             Layout.fillWidth: true
             Layout.rightMargin: -10
