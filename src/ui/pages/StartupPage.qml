@@ -113,6 +113,10 @@ GlassPanel {
                 }
             }
 
+            FocusFollower {
+                view: list
+            }
+
             EmptyStateView {
                 anchors.centerIn: parent
                 isScanning: root.vm.scan.scanning
