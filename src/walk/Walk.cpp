@@ -305,7 +305,8 @@ Action Visitor::directory(const Directory& /*directory*/, unsigned /*worker*/) {
 }
 
 unsigned workerCount(const Options& options) {
-    return options.threads != 0 ? options.threads : std::max(1U, std::thread::hardware_concurrency());
+    static const unsigned processors = std::max(1U, std::thread::hardware_concurrency()); // each call reads a file
+    return options.threads != 0 ? options.threads : processors;
 }
 
 Outcome walk(const std::filesystem::path& root, const Options& options, Visitor& visitor) {
