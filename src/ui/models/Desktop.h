@@ -35,6 +35,8 @@ public:
     [[nodiscard]] virtual QImage applicationIcon(const std::filesystem::path& application, int pixels) = 0;
     /// Whether the desktop asks for less movement.
     [[nodiscard]] virtual bool prefersReducedMotion() const = 0;
+    /// Whether the program runs as root: it then looks at root's home and not at that of the person at the screen.
+    [[nodiscard]] virtual bool runsAsRoot() const { return false; }
 };
 
 } // namespace vellmoor
