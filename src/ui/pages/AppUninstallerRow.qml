@@ -51,6 +51,7 @@ RowFrame {
 
                 Subheading {
                     Layout.fillWidth: true
+                    spoken: false
                     text: root.row.title
                 }
 
@@ -63,6 +64,7 @@ RowFrame {
             }
 
             Subheading {
+                spoken: false
                 text: root.row.size
                 visible: root.isApp
             }
