@@ -70,15 +70,15 @@ Sheet {
             text: L.tr("清理项目")
         }
 
-        CleanupList {
-            Accessible.name: L.tr("清理项目")
+        ResultList {
             Layout.fillHeight: true
             Layout.fillWidth: true
             Layout.rightMargin: -10
-            look: "detail"
-            objectName: "detailsList"
+            list: "DetailList.qml"
+            listName: "detailsList"
             rows: root.vm.details
             scanning: root.vm.scan.scanning
+            title: L.tr("清理项目")
         }
 
         LargestItems {

@@ -28,14 +28,14 @@ GlassPanel {
             }
         }
 
-        CleanupList {
-            Accessible.name: L.tr("推荐清理")
+        ResultList {
             Layout.fillHeight: true
             Layout.fillWidth: true
             Layout.rightMargin: -10
-            objectName: "cleanupList"
+            list: "CategoryList.qml"
             rows: root.vm.items
             scanning: root.vm.scan.scanning
+            title: L.tr("推荐清理")
         }
     }
 }

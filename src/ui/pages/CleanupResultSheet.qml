@@ -96,17 +96,6 @@ Sheet {
         }
     }
 
-    Connections {
-        function onChanged(): void {
-            if (root.report.present)
-                root.open();
-            else
-                root.close();
-        }
-
-        target: root.report
-    }
-
     onClosed: vm.closeReport()
     onOpened: done.forceActiveFocus()
 }

@@ -77,7 +77,7 @@ RowFrame {
         }
     }
 
-    RevealMenu {
+    RowMenu {
         id: menu
 
         row: root.row

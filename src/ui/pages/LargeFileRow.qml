@@ -102,7 +102,7 @@ RowFrame {
         }
     }
 
-    RevealMenu {
+    RowMenu {
         id: menu
 
         row: root.row

@@ -77,15 +77,14 @@ GlassPanel {
             }
         }
 
-        CleanupList {
-            Accessible.name: L.tr("大文件")
+        ResultList {
             Layout.fillHeight: true
             Layout.fillWidth: true
             Layout.rightMargin: -10
-            look: "file"
-            objectName: "cleanupList"
+            list: "LargeFileList.qml"
             rows: root.files
             scanning: root.vm.scan.scanning
+            title: L.tr("大文件")
         }
     }
 }

@@ -14,11 +14,13 @@ namespace {
 
 void prepareEngine(QQmlEngine& engine, LanguageManager& languages, Desktop& desktop) {
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-    engine.addImageProvider(QStringLiteral("symbol"), new SymbolImageProvider);
+    engine.addImageProvider(
+        QStringLiteral("symbol"),
+        new SymbolImageProvider([&desktop](const QString& name, int pixels) { return desktop.symbol(name, pixels); }));
     engine.addImageProvider(QStringLiteral("shadow"), new ShadowImageProvider);
     engine.addImageProvider(QStringLiteral("application"), new ApplicationIconProvider(desktop));
     Texts::setLanguages(engine, languages);
-    Appearance::setReducedMotion(engine, desktop.prefersReducedMotion());
+    Appearance::setDesktop(engine, desktop.prefersReducedMotion(), desktop.usualTextPoints());
 }
 
 } // namespace

@@ -1,0 +1,12 @@
+// qmllint disable unqualified
+import QtQuick
+
+// The applications.
+CleanupList {
+    id: root
+
+    delegate: AppDelegate {
+        rows: root.rows
+        width: root.width - 10
+    }
+}

@@ -1,0 +1,12 @@
+// qmllint disable unqualified
+import QtQuick
+
+// The categories of most modules.
+CleanupList {
+    id: root
+
+    delegate: CategoryDelegate {
+        rows: root.rows
+        width: root.width - 10
+    }
+}

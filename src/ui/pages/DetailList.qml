@@ -1,0 +1,12 @@
+// qmllint disable unqualified
+import QtQuick
+
+// The categories of the pre-clean sheet.
+CleanupList {
+    id: root
+
+    delegate: DetailDelegate {
+        rows: root.rows
+        width: root.width - 10
+    }
+}
