@@ -2,9 +2,10 @@
 # Proves on Linux that a Mac compiles its sources: CMake configures as on a Mac, and all that it would build there is
 # compiled for macOS 14 on Apple silicon against Darwin's C headers, libc++, Qt's headers and the declarations in
 # tools/macos-check/decls, which are audited against a description of the macOS SDK. docs/macos.md tells what that shows.
-# Usage: scripts/check-macos.sh [--root DIR] [FILE...]
+# Usage: scripts/check-macos.sh [--root DIR] [--audit | FILE...]
 #   --root DIR  check that checkout instead of this one
-#   FILE...     compile only these sources (paths below the root), and nothing else
+#   --audit     only compare the declarations with the SDK
+#   FILE...     only compile these sources (paths below the root)
 set -euo pipefail
 self=$(cd "$(dirname "$0")/.." && pwd)
 
@@ -21,6 +22,10 @@ fi
 
 tools=$self/tools/macos-check
 sdk=$("$tools/sdk.sh")
+if [ "${1:-}" = --audit ]; then
+  exec "$tools/audit_decls.py" "$sdk"
+fi
+
 cd "$root"
 build=build/check-macos
 log=$build.log
@@ -29,7 +34,7 @@ export PATH=$tools/stand-ins:$PATH CCACHE_BASEDIR=$root CCACHE_NOHASHDIR=1
 
 # What depends on the tools or the headers is not compiled anew when only they change, so another set of them is
 # another build.
-mark=$sdk:$(cat "$tools"/cmake/* | sha256sum)
+mark=$sdk:$(cat "$tools"/cmake/* "$tools"/stand-ins/* | sha256sum)
 if [ ! -f "$build/build.ninja" ] || [ "$(cat "$build/mark" 2>/dev/null)" != "$mark" ]; then
   rm -rf "$build"
   architecture=$(dpkg-architecture -qDEB_HOST_MULTIARCH)
