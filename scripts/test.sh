@@ -33,6 +33,12 @@ build_preset dev
 phase "Lint"
 scripts/lint.sh "$tidy"
 
+if [ "$(uname -s)" != Darwin ]; then
+  phase "What a Mac builds"
+  scripts/check-macos.sh
+  scripts/check-macos-planted.sh --quick
+fi
+
 phase "Tests"
 export UBSAN_OPTIONS=print_stacktrace=1
 if [ "$tsan" = yes ]; then
