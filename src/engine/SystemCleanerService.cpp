@@ -1,6 +1,7 @@
 #include "SystemCleanerService.h"
 
 #include "Cleaning.h"
+#include "Memory.h"
 #include "PermissionHints.h"
 #include "ScanDriver.h"
 #include "StartupItems.h"
@@ -57,7 +58,9 @@ std::vector<PermissionHint> SystemCleanerService::permissionHints() {
 
 QuitOutcome SystemCleanerService::requestQuit(const MemoryApp& app) {
     platform_.enterWorker();
-    return platform_.requestQuit(app);
+    const CancelToken never;
+    ScanContext context(platform_, layout_, never, now());
+    return platform_.requestQuit(withCurrentProcesses(context, app));
 }
 
 } // namespace vellmoor

@@ -12,9 +12,9 @@ namespace vellmoor::walk {
 struct RawEntry {
     std::string_view name; ///< valid until the next batch; NUL-terminated
     EntryType type = EntryType::Other;
-    bool complete = false;   ///< type and facts are known; otherwise ask DirectoryReader::complete
-    bool hidden = false;     ///< in the system's sense
-    bool bundleMark = false; ///< macOS: the Finder's bundle bit, if the reader was told to ask for it
+    bool complete = false;      ///< type and facts are known; otherwise ask DirectoryReader::complete
+    bool hidden = false;        ///< in the system's sense
+    bool bundleMark = false;    ///< macOS: the Finder's bundle bit, if the reader was told to ask for it
     bool isPlaceholder = false; ///< macOS: a directory whose content lies in a cloud only; opened, it would be fetched
     std::int64_t allocatedBytes = 0;
     std::int64_t modifiedNs = 0;

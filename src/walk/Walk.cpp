@@ -5,8 +5,9 @@
 // counter; shared are the queue (WorkQueue.cpp) and what is set before the start.
 //
 // An entry passes these gates, in this order: hidden; a mount point, so that a dead network mount is not even asked
-// for its type; the facts, at most one call and none where the listing says enough; for a directory the device. What comes through is shown to the visitor. A directory is entered later, by whoever takes
-// it, and its device is tested again on the open descriptor, as something may have been mounted meanwhile.
+// for its type; the facts, at most one call and none where the listing says enough; for a directory the device. What
+// comes through is shown to the visitor. A directory is entered later, by whoever takes it, and its device is tested
+// again on the open descriptor, as something may have been mounted meanwhile.
 //
 // What is the system's own stands behind DirectoryReader and MountPoints; this file, the places and the queue are
 // plain POSIX.
@@ -107,7 +108,7 @@ private:
     unsigned sincePoll_ = 0;
     unsigned waited_ = 0; ///< for a descriptor, in milliseconds
     DirectoryReader reader_;
-    std::vector<std::string_view> names_;                 ///< a member for its memory
+    std::vector<std::string_view> names_;                ///< a member for its memory
     std::map<std::string, bool, std::less<>> isPackage_; ///< what was answered, by extension
 };
 
@@ -229,8 +230,8 @@ void Worker::visit(Place& place, RawEntry& raw) {
             return;
         }
     }
-    if (!raw.complete && (!DirectoryReader::complete(place.fd, walk_.device, raw) ||
-                          (raw.hidden && walk_.options.skipHidden))) {
+    if (!raw.complete &&
+        (!DirectoryReader::complete(place.fd, walk_.device, raw) || (raw.hidden && walk_.options.skipHidden))) {
         return;
     }
     const Entry entry{place, place.fd, raw.name, raw.type, raw.allocatedBytes, raw.modifiedNs, place.depth() + 1};
@@ -332,7 +333,8 @@ Action Visitor::directory(const Directory& /*directory*/, unsigned /*worker*/) {
 }
 
 unsigned workerCount(const Options& options) {
-    return options.threads != 0 ? options.threads : std::max(1U, std::thread::hardware_concurrency());
+    static const unsigned processors = std::max(1U, std::thread::hardware_concurrency()); // each call reads a file
+    return options.threads != 0 ? options.threads : processors;
 }
 
 Outcome walk(const std::filesystem::path& root, const Options& options, Visitor& visitor) {

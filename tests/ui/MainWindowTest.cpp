@@ -153,6 +153,34 @@ TEST_P(MainWindowTest, BecomingActiveReadsThePermissionsAgain) {
     EXPECT_TRUE(isVisible("limitation"));
 }
 
+TEST_P(MainWindowTest, AnOrdinaryUserSeesNoNoticeOfRoot) {
+    open();
+    EXPECT_FALSE(isVisible("rootNotice"));
+}
+
+TEST_P(MainWindowTest, StartedAsRootEveryPageSaysSoUntilTheNoticeIsClosed) {
+    desktop().asRoot = true;
+    open();
+    for (const CleanerModule module : allCleanerModules) {
+        window().show(module);
+        EXPECT_EQ(text("rootNotice"), tr("Vellmoor 正以 root 身份运行"));
+        EXPECT_EQ(text("rootNotice.text"), tr("它只会扫描和清理 root 自己的用户目录。请退出后用你自己的账户启动。"));
+    }
+    ASSERT_TRUE(window().click(QStringLiteral("rootNotice.close")));
+    EXPECT_FALSE(isVisible("rootNotice"));
+    window().click(QStringLiteral("sidebar.smartScan"));
+    EXPECT_FALSE(isVisible("rootNotice"));
+}
+
+TEST_P(MainWindowTest, TheNoticeOfRootFollowsTheLanguage) {
+    desktop().asRoot = true;
+    open();
+    const QString before = text("rootNotice");
+    ASSERT_TRUE(window().click(QStringLiteral("languageSwitch")));
+    EXPECT_NE(text("rootNotice"), before);
+    EXPECT_EQ(text("rootNotice"), tr("Vellmoor 正以 root 身份运行"));
+}
+
 TEST_P(MainWindowTest, EveryPageIsDrawnWithoutAWarning) {
     service().setHints(sample::limitedHints());
     openScanned(CleanerModule::smartScan);

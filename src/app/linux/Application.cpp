@@ -5,15 +5,13 @@
 #include "LinuxDesktop.h"
 #include "LinuxPlatform.h"
 #include "MainWindow.h"
+#include "Renderer.h"
 #include "SingleInstance.h"
 #include "StatusBarController.h"
 #include "SystemCleanerService.h"
 
 #include <QApplication>
 #include <QIcon>
-#include <QOffscreenSurface>
-#include <QOpenGLContext>
-#include <QOpenGLFunctions>
 #include <QQmlEngine>
 #include <QQuickStyle>
 #include <QQuickWindow>
@@ -29,37 +27,21 @@ namespace {
 
 constexpr std::chrono::seconds patience{2};
 
-/// Whether a graphics processor draws. OpenGL on the processor is slower and needs far more memory than Qt Quick's
-/// own software renderer, which draws this window as well.
-bool hasGraphicsProcessor() {
-    QOpenGLContext context;
-    QOffscreenSurface surface;
-    surface.create();
-    if (!context.create() || !context.makeCurrent(&surface)) {
-        return false;
-    }
-    const auto* name = context.functions()->glGetString(GL_RENDERER);
-    const QByteArray renderer = name == nullptr ? QByteArray() : QByteArray(reinterpret_cast<const char*>(name));
-    context.doneCurrent();
-    return !renderer.isEmpty() && !renderer.contains("llvmpipe") && !renderer.contains("softpipe") &&
-           !renderer.contains("SwiftShader");
-}
-
-/// Without OpenGL Qt Quick would end the program.
-void chooseRenderer() {
-    if (!hasGraphicsProcessor()) {
-        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-    }
-}
-
 void nameApplication() {
     QApplication::setApplicationName(QStringLiteral("Vellmoor"));
     QApplication::setOrganizationName(QStringLiteral("Vellmoor"));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.vellmoor.Vellmoor"));
     QApplication::setQuitOnLastWindowClosed(false);
     QIcon::setFallbackThemeName(QStringLiteral("hicolor"));
-    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("org.vellmoor.Vellmoor")));
     QQuickStyle::setStyle(QStringLiteral("Basic"));
+}
+
+/// Reading icon themes takes a while; the first frame does not wait for it.
+void setIconLater(QQuickWindow& window) {
+    QObject::connect(
+        &window, &QQuickWindow::frameSwapped, qApp,
+        [] { QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("org.vellmoor.Vellmoor"))); },
+        Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
 }
 
 /// Everything behind the window, in the order in which it is needed; it is taken down the other way round.
@@ -93,6 +75,7 @@ int runWindow(SingleInstance& instance) {
     QObject::connect(&instance, &SingleInstance::quitAsked, qApp, &QCoreApplication::quit);
     QObject::connect(&status, &StatusBarController::quitAsked, qApp, &QCoreApplication::quit);
     QObject::connect(&parts.engine, &QQmlEngine::quit, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+    setIconLater((*main)->window());
     status.showMainWindow();
     status.install();
     const int result = QApplication::exec();

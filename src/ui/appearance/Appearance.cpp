@@ -22,9 +22,8 @@ QString interfaceFamily() {
     if (!wanted.startsWith(QStringLiteral("DejaVu")) && !wanted.isEmpty()) {
         return wanted;
     }
-    const QStringList installed = QFontDatabase::families();
     for (const auto* name : {"Inter", "Noto Sans", "Cantarell", "Ubuntu", "Source Sans 3", "Noto Sans CJK SC"}) {
-        if (installed.contains(QLatin1String(name))) {
+        if (QFontDatabase::hasFamily(QLatin1String(name))) {
             return QLatin1String(name);
         }
     }

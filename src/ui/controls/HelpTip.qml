@@ -1,35 +1,20 @@
 import QtQuick
 import QtQuick.Templates as T
-import Vellmoor.Theme
 
-// A short help text under its parent.
-T.ToolTip {
+// A short help text for its parent; the bubble is there only while it is wanted.
+Loader {
     id: root
 
     property bool shown: false
+    property string text
 
-    delay: 600
-    implicitHeight: label.implicitHeight + 12
-    implicitWidth: Math.min(label.implicitWidth, 320) + 20
-    margins: 6
-    visible: shown
-    x: parent ? Math.round((parent.width - width) / 2) : 0
-    y: parent ? parent.height + 6 : 0
+    active: shown && text !== ""
+    anchors.fill: parent
+    source: "HelpBubble.qml"
 
-    background: Rectangle {
-        border.color: Colors.vmLine
-        color: Colors.popup
-        radius: Metrics.smallRadius
-    }
-    contentItem: Item {
-        Caption {
-            id: label
-
-            anchors.centerIn: parent
-            color: Colors.vmText
-            text: root.text
-            width: Math.min(implicitWidth, 320)
-            wrapMode: Text.Wrap
-        }
+    onLoaded: {
+        const bubble = item as T.ToolTip;
+        bubble.text = text;
+        bubble.open();
     }
 }

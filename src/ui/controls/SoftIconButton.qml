@@ -39,7 +39,7 @@ T.Button {
     Keys.onReturnPressed: root.clicked()
 
     HelpTip {
-        shown: root.hovered && root.help !== ""
+        shown: root.hovered
         text: root.help
     }
 }

@@ -39,6 +39,8 @@ public:
     [[nodiscard]] virtual QImage symbol(const QString& /*name*/, int /*pixels*/) { return {}; }
     /// Whether the desktop asks for less movement.
     [[nodiscard]] virtual bool prefersReducedMotion() const = 0;
+    /// Whether the program runs as root: it then looks at root's home and not at that of the person at the screen.
+    [[nodiscard]] virtual bool runsAsRoot() const { return false; }
     /// The size of interface text for users who asked for nothing else; more is a wish for larger text.
     [[nodiscard]] virtual double usualTextPoints() const { return 11; } // desktops here have 9 to 11
 };

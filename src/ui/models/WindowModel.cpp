@@ -27,7 +27,8 @@ WindowModel::WindowModel(CleanerStore& store, LanguageManager& languages, Deskto
       memory_(store),
       memoryApps_(store, desktop),
       permissions_(store),
-      report_(store) {
+      report_(store),
+      rootNotice_(desktop.runsAsRoot()) {
     details_.setInitiallyExpanded(true);
     connectStore();
     connect(&languages, &LanguageManager::languageChanged, this, &WindowModel::retranslate);
@@ -258,6 +259,11 @@ void WindowModel::quitMemoryApp(int row) {
 
 void WindowModel::refreshPermissions() {
     store_.refreshPermissionHints();
+}
+
+void WindowModel::closeRootNotice() {
+    rootNotice_ = false;
+    Q_EMIT rootNoticeChanged();
 }
 
 void WindowModel::activated() {

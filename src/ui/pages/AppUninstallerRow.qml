@@ -106,19 +106,11 @@ RowFrame {
         }
     }
 
-    ContextMenu {
+    RowMenu {
         id: menu
 
-        ContextMenuItem {
-            text: L.tr("在 Finder 中显示")
-
-            onTriggered: root.rows.reveal(root.row.index)
-        }
-
-        ContextMenuItem {
-            text: L.tr("查看残留文件")
-
-            onTriggered: root.rows.setExpanded(root.row.index, true)
-        }
+        menu: "AppMenu.qml"
+        row: root.row
+        rows: root.rows
     }
 }

@@ -29,12 +29,11 @@ GlassPanel {
             }
         }
 
-        CleanupList {
+        ResultList {
             Layout.fillHeight: true
             Layout.fillWidth: true
             Layout.rightMargin: -10
-            look: "app"
-            objectName: "cleanupList"
+            list: "AppList.qml"
             rows: root.vm.items
             scanning: root.vm.scan.scanning
         }

@@ -69,12 +69,12 @@ Sheet {
             text: L.tr("清理项目")
         }
 
-        CleanupList {
+        ResultList {
             Layout.fillHeight: true
             Layout.fillWidth: true
             Layout.rightMargin: -10
-            look: "detail"
-            objectName: "detailsList"
+            list: "DetailList.qml"
+            listName: "detailsList"
             rows: root.vm.details
             scanning: root.vm.scan.scanning
         }

@@ -1,17 +1,15 @@
-// qmllint disable unqualified
 import QtQuick
 import QtQuick.Templates as T
 import Vellmoor.Controls
 import Vellmoor.Models
 
-// A virtual list of categories and their paths. Up and Down move, Space ticks, Right and Left unfold and fold,
-// Return shows the path in the file manager. The last 10 pixels of its width are the scroll bar's.
+// A virtual list of categories and their paths; what a row looks like is for the lists made of it. Up and Down move,
+// Space ticks, Right and Left unfold and fold, Return shows the path in the file manager. The last 10 pixels of its
+// width are the scroll bar's.
 ListView {
     id: root
 
     required property CleanupListModel rows
-    property string look: "cleanup"
-    property bool scanning: false
 
     Accessible.role: Accessible.List
     Keys.onLeftPressed: rows.setExpanded(currentIndex, false)
@@ -32,19 +30,5 @@ ListView {
     }
 
     T.ScrollBar.vertical: ScrollLine {
-    }
-    delegate: CleanupDelegate {
-        isCurrent: ListView.isCurrentItem && root.Window.activeFocusItem === root
-        look: root.look
-        rows: root.rows
-        width: ListView.view.width - 10
-    }
-
-    EmptyStateView {
-        anchors.centerIn: parent
-        anchors.horizontalCenterOffset: -5
-        isScanning: root.scanning
-        visible: root.rows.itemCount === 0
-        width: parent.width - 10
     }
 }

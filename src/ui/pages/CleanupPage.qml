@@ -28,11 +28,11 @@ GlassPanel {
             }
         }
 
-        CleanupList {
+        ResultList {
             Layout.fillHeight: true
             Layout.fillWidth: true
             Layout.rightMargin: -10
-            objectName: "cleanupList"
+            list: "CategoryList.qml"
             rows: root.vm.items
             scanning: root.vm.scan.scanning
         }

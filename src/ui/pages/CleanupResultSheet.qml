@@ -95,17 +95,6 @@ Sheet {
         }
     }
 
-    Connections {
-        function onChanged(): void {
-            if (root.report.present)
-                root.open();
-            else
-                root.close();
-        }
-
-        target: root.report
-    }
-
     onClosed: vm.closeReport()
     onOpened: done.forceActiveFocus()
 }

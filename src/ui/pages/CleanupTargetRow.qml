@@ -75,7 +75,7 @@ RowFrame {
         }
     }
 
-    RevealMenu {
+    RowMenu {
         id: menu
 
         row: root.row

@@ -100,7 +100,7 @@ RowFrame {
         }
     }
 
-    RevealMenu {
+    RowMenu {
         id: menu
 
         row: root.row

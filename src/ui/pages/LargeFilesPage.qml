@@ -76,12 +76,11 @@ GlassPanel {
             }
         }
 
-        CleanupList {
+        ResultList {
             Layout.fillHeight: true
             Layout.fillWidth: true
             Layout.rightMargin: -10
-            look: "file"
-            objectName: "cleanupList"
+            list: "LargeFileList.qml"
             rows: root.files
             scanning: root.vm.scan.scanning
         }

@@ -39,9 +39,8 @@ ScrollColumn {
             Repeater {
                 model: root.vm.items
 
-                CleanupDelegate {
+                CategoryDelegate {
                     Layout.fillWidth: true
-                    look: "cleanup"
                     rows: root.vm.items
                 }
             }

@@ -102,8 +102,7 @@ GlassPanel {
                     Repeater {
                         model: extra.visible ? root.vm.items : null
 
-                        CleanupDelegate {
-                            look: "cleanup"
+                        CategoryDelegate {
                             rows: root.vm.items
                             width: extra.width
                         }

@@ -23,7 +23,8 @@ public:
     explicit Cursor(std::span<const char> record) : record_(record) {}
 
     // Values are aligned to 4 bytes at best, so they are copied out.
-    template <typename Value> Value take() {
+    template <typename Value>
+    Value take() {
         static_assert(std::is_trivially_copyable_v<Value>);
         Value value{};
         constexpr std::size_t padded = (sizeof value + 3) & ~std::size_t{3};

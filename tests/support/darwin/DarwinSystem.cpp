@@ -55,7 +55,8 @@ std::string pathOf(int fd) {
     return length > 0 ? std::string(path.data(), static_cast<std::size_t>(length)) : std::string();
 }
 
-template <typename Value> Value valueOr(const std::map<std::string, Value>& map, const std::string& name, Value other) {
+template <typename Value>
+Value valueOr(const std::map<std::string, Value>& map, const std::string& name, Value other) {
     const auto found = map.find(name);
     return found != map.end() ? found->second : other;
 }
@@ -91,7 +92,7 @@ public:
     explicit Packer(const attrlist& wanted) : wanted_(wanted) { bytes_.resize(sizeof(std::uint32_t) + sizeof held_); }
 
     template <typename Value>
-    void add(attrgroup_t attrlist::*group, attrgroup_t attribute_set_t::*heldGroup, attrgroup_t bit,
+    void add(attrgroup_t attrlist::* group, attrgroup_t attribute_set_t::* heldGroup, attrgroup_t bit,
              const Value& value) {
         const bool isWithheld = (traits().withheld.*heldGroup & bit) != 0;
         if ((wanted_.*group & bit) == 0 || isWithheld) {
@@ -100,7 +101,8 @@ public:
         held_.*heldGroup |= bit;
         append(&value, sizeof value);
     }
-    template <typename Value> void addCommon(attrgroup_t bit, const Value& value) {
+    template <typename Value>
+    void addCommon(attrgroup_t bit, const Value& value) {
         add(&attrlist::commonattr, &attribute_set_t::commonattr, bit, value);
     }
     void reserveName() {

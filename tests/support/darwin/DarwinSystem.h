@@ -23,7 +23,7 @@ struct DarwinTraits {
     std::map<std::string, int> statErrors;            ///< told by stat() and its like
     std::vector<std::string> mounts;                  ///< mount points
 
-    attribute_set_t withheld{}; ///< what the file system does not know
+    attribute_set_t withheld{};                                       ///< what the file system does not know
     std::size_t batchBytes = std::numeric_limits<std::size_t>::max(); ///< at most, in one answer
     std::size_t padding = 0;                                          ///< bytes behind each record, perhaps odd
     /// Asked before each batch: the folder's path and how many were read from it; an errno value fails the call.
