@@ -13,6 +13,8 @@ RowFrame {
 
     readonly property bool isApp: row.bundle !== ""
 
+    Accessible.checkable: row.cleanable
+    Accessible.checked: row.ticked
     Accessible.description: row.detail
     Accessible.name: row.title + " " + row.size
     Accessible.role: Accessible.ListItem

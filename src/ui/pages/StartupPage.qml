@@ -112,6 +112,10 @@ GlassPanel {
                 }
             }
 
+            FocusFollower {
+                view: list
+            }
+
             EmptyStateView {
                 anchors.centerIn: parent
                 isScanning: root.vm.scan.scanning
