@@ -25,7 +25,9 @@
 namespace vellmoor {
 namespace {
 
-constexpr std::chrono::seconds patience{2};
+/// A cancelled scan ends at once; a clean or a moved login item, which the user confirmed, is brought to its end.
+constexpr std::chrono::seconds scanPatience{2};
+constexpr std::chrono::seconds actionPatience{60};
 
 void nameApplication() {
     QApplication::setApplicationName(QStringLiteral("Vellmoor"));
@@ -79,7 +81,8 @@ int runWindow(SingleInstance& instance) {
     status.showMainWindow();
     status.install();
     const int result = QApplication::exec();
-    if (!parts.store.shutDown(patience)) {
+    (*main)->window().hide();
+    if (!parts.store.shutDown(parts.store.isCleaning() ? actionPatience : scanPatience)) {
         // A system call that does not return keeps a worker busy; what it uses must not be taken from under it.
         std::_Exit(result);
     }
