@@ -49,10 +49,10 @@ for target in "${targets[@]}"; do
     Exec) readers=(src/engine/ExecLine.cpp) ;;
     DesktopEntry)
       readers=(src/engine/{ExecLine,DesktopEntries}.cpp src/model/{L,EnglishTable,LinuxTexts}.cpp
-        src/platform/{Paths,Platform}.cpp src/platform/linux/{Files,KeyFiles}.cpp)
+        src/platform/{Paths,Platform,PosixFiles}.cpp src/platform/linux/{Files,KeyFiles}.cpp)
       packages=(glib-2.0) ;;
     LaunchAgent)
-      readers=(tests/support/PropertyLists.cpp src/platform/linux/Files.cpp)
+      readers=(tests/support/PropertyLists.cpp src/platform/{PosixFiles,linux/Files}.cpp)
       packages=(libplist-2.0) ;;
     *) readers=(src/engine/MemoryText.cpp src/engine/ControlGroups.cpp) ;;
   esac
