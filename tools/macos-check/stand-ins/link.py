@@ -8,8 +8,8 @@ import struct
 import sys
 
 UNDEFINED, EXTERNAL = 0x0, 0x1
-# What is not in the namespace is Qt's (qHash, qt_assert), or a function of the tests or of generated code.
-OWN = re.compile(r"^__Z.*8vellmoor|^__Z\d+(?!q[A-Z]|qt_|Q[A-Z])\w")
+# A function in no namespace is Qt's (qHash, qt_assert), or one of the tests or of generated code.
+OWN = re.compile(r"^__Z.*8vellmoor|^__Z\d+(?=\D)(?!q(?!ml_register_types)|Q[A-Z])")
 
 
 def objects_of(path):
