@@ -39,7 +39,10 @@ protected:
     }
 
     /// Starts a scan as the user does, by the window's key.
-    void startScan() { QTest::keyClick(keeper_.window(), Qt::Key_F5); }
+    void startScan() {
+        ASSERT_TRUE(QTest::qWaitForWindowActive(keeper_.window(), 60000));
+        QTest::keyClick(keeper_.window(), Qt::Key_F5);
+    }
 
     std::shared_ptr<ScriptedCleanerService> service_ = std::make_shared<ScriptedCleanerService>();
     RecordingDesktop desktop_;
