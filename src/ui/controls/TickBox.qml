@@ -10,6 +10,7 @@ T.CheckBox {
     property bool partial: false
     property int size: Metrics.tickBox
 
+    Accessible.focusable: enabled
     Accessible.name: text
     Accessible.onPressAction: {
         if (root.enabled)
@@ -20,7 +21,7 @@ T.CheckBox {
             root.clicked();
     }
     checkState: !ticked ? Qt.Unchecked : partial ? Qt.PartiallyChecked : Qt.Checked
-    focusPolicy: Qt.StrongFocus
+    focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
     implicitHeight: size
     implicitWidth: size
     nextCheckState: () => checkState

@@ -72,7 +72,7 @@ GlassPanel {
     }
 
     ProgressLine {
-        Accessible.name: root.vm.scan.title
+        Accessible.name: root.vm.scan.title + " " + Math.round(value * 100) + "%"
         Accessible.role: Accessible.ProgressBar
         anchors.bottom: parent.bottom
         anchors.left: parent.left
