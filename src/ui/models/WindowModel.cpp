@@ -21,6 +21,8 @@ WindowModel::WindowModel(CleanerStore& store, LanguageManager& languages, Deskto
       segments_(store),
       items_(store, desktop),
       largeFiles_(store, desktop),
+      memoryItems_(store, desktop),
+      startupExtras_(store, desktop),
       details_(store, desktop),
       candidates_(store),
       startup_(store, desktop),
@@ -28,6 +30,8 @@ WindowModel::WindowModel(CleanerStore& store, LanguageManager& languages, Deskto
       memoryApps_(store, desktop),
       permissions_(store),
       report_(store) {
+    memoryItems_.setModule(CleanerModule::memoryOptimization);
+    startupExtras_.setModule(CleanerModule::performance);
     details_.setInitiallyExpanded(true);
     connectStore();
     connect(&languages, &LanguageManager::languageChanged, this, &WindowModel::retranslate);
@@ -71,6 +75,10 @@ void WindowModel::follow(CleanerModule module) {
     module_ = module;
     items_.setModule(module);
     details_.setModule(module);
+    // The page that is made now must not see rows of what was shown before.
+    for (CleanupListModel* list : {&memoryItems_, &startupExtras_, static_cast<CleanupListModel*>(&largeFiles_)}) {
+        list->rebuild();
+    }
     scan_.setModule(module);
     if (changed) {
         Q_EMIT moduleChanged();

@@ -16,6 +16,7 @@ RowFrame {
     Accessible.description: row.detail
     Accessible.name: row.title + " " + row.size
     Accessible.role: Accessible.ListItem
+    help: heading.truncated ? row.title : ""
     implicitHeight: content.implicitHeight + 24
 
     onMenuAsked: menu.popup()
@@ -50,6 +51,8 @@ RowFrame {
                 spacing: 2
 
                 Subheading {
+                    id: heading
+
                     Layout.fillWidth: true
                     text: root.row.title
                 }

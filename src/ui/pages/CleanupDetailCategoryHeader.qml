@@ -13,7 +13,7 @@ RowFrame {
 
     Accessible.name: row.title + " " + row.size + " " + row.riskTitle
     Accessible.role: Accessible.ListItem
-    color: hovered ? Colors.popup : Colors.field
+    color: hovered ? Colors.popup : Colors.sheetRow
     implicitHeight: 50
 
     onTapped: rows.toggleExpanded(row.index)

@@ -29,12 +29,20 @@ ColumnLayout {
         }
     }
 
+    FontMetrics {
+        id: lines
+
+        font.family: Type.family
+        font.pixelSize: Type.body
+    }
+
+    // As high for one line as for two: nothing moves when a scan begins.
     BodyText {
         Layout.fillWidth: true
         color: Colors.vmSecondaryText
+        Layout.preferredHeight: 2 * lines.height
         maximumLineCount: 2
         text: root.status
-        visible: text !== ""
         wrapMode: Text.Wrap
     }
 }

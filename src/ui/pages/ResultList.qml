@@ -1,5 +1,7 @@
 import QtQuick
+import Vellmoor.Controls
 import Vellmoor.Models
+import Vellmoor.Theme
 
 // The place of a list: the list itself, or that it is empty. A list is loaded when it first has something to show.
 Item {
@@ -10,6 +12,7 @@ Item {
     required property string list
     property string listName: "cleanupList"
     property bool scanning: false
+    property color ground: Colors.panelGround
     readonly property bool filled: rows.itemCount > 0
 
     function fill(): void {
@@ -28,6 +31,15 @@ Item {
 
         anchors.fill: parent
         visible: root.filled
+    }
+
+    ScrollFade {
+        anchors.bottom: parent.bottom
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.rightMargin: 10
+        ground: root.ground
+        view: loader.item as Flickable
     }
 
     EmptyStateView {

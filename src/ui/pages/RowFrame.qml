@@ -7,6 +7,8 @@ Rectangle {
     id: root
 
     property bool isCurrent: false
+    // What the row says in full, when its place is too narrow for it.
+    property string help
     readonly property alias hovered: hover.hovered
 
     signal tapped
@@ -21,6 +23,11 @@ Rectangle {
         ColorAnimation {
             duration: Motion.quick
         }
+    }
+
+    HelpTip {
+        shown: hover.hovered
+        text: root.help
     }
 
     HoverHandler {

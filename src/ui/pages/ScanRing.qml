@@ -34,8 +34,10 @@ Item {
         width: parent.width - 36
 
         Display {
+            fontSizeMode: Text.HorizontalFit
             horizontalAlignment: Text.AlignHCenter
             text: root.scan.scanning ? Math.round(root.scan.progress * 100) + "%" : root.scan.ringNumber
+            minimumPixelSize: Type.body
             visible: text !== ""
             width: parent.width
         }

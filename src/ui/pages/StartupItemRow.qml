@@ -26,6 +26,7 @@ RowFrame {
     Accessible.role: Accessible.ListItem
     ListView.onPooled: visible = false
     ListView.onReused: visible = true
+    help: heading.truncated ? name : ""
     implicitHeight: Math.max(70, line.implicitHeight + 18)
     objectName: "startup." + index
 
@@ -48,6 +49,8 @@ RowFrame {
             spacing: 3
 
             BodyText {
+                id: heading
+
                 Layout.fillWidth: true
                 font.weight: Font.DemiBold
                 text: root.name

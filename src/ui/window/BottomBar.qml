@@ -13,7 +13,7 @@ GlassPanel {
     signal cleanAsked
     signal previewAsked
 
-    implicitHeight: 62
+    implicitHeight: Metrics.bottomBarHeight
 
     RowLayout {
         anchors.fill: parent
@@ -22,7 +22,7 @@ GlassPanel {
         spacing: 10
 
         ColumnLayout {
-            spacing: 1
+            spacing: 0
 
             Subheading {
                 Layout.fillWidth: true
@@ -71,10 +71,11 @@ GlassPanel {
 
     ProgressLine {
         anchors.bottom: parent.bottom
+        anchors.bottomMargin: 1
         anchors.left: parent.left
-        anchors.leftMargin: 18
+        anchors.leftMargin: Metrics.panelRadius
         anchors.right: parent.right
-        anchors.rightMargin: 18
+        anchors.rightMargin: Metrics.panelRadius
         implicitHeight: 3
         value: root.vm.scan.progress
         visible: root.vm.scan.scanning

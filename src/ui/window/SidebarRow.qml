@@ -19,7 +19,7 @@ T.AbstractButton {
     Accessible.role: Accessible.PageTab
     Accessible.selected: isSelected
     focusPolicy: Qt.StrongFocus
-    implicitHeight: Math.max(57, line.implicitHeight + 12)
+    implicitHeight: Math.max(Metrics.sidebarRow, line.implicitHeight + 12)
     objectName: "sidebar." + module
 
     background: Rectangle {
