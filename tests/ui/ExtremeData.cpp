@@ -56,7 +56,7 @@ ScanSnapshot extremes(CleanerModule module) {
     for (CleanupItem& item : scan.cleanupItems) {
         stretch(item);
     }
-    if (module != CleanerModule::smartScan && module != CleanerModule::memoryOptimization) {
+    if (module != CleanerModule::performance && module != CleanerModule::memoryOptimization) {
         repeat(scan.cleanupItems);
     }
     for (FileCandidate& file : scan.fileCandidates) {

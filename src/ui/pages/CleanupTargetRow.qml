@@ -19,6 +19,7 @@ RowFrame {
     Accessible.role: Accessible.ListItem
     border.width: 0
     color: hovered ? Colors.rowHover : Colors.clear
+    help: heading.truncated ? row.title : ""
     implicitHeight: Math.max(46, line.implicitHeight + 10)
 
     onMenuAsked: menu.popup()
@@ -53,6 +54,8 @@ RowFrame {
             spacing: 1
 
             BodyText {
+                id: heading
+
                 Layout.fillWidth: true
                 elide: Text.ElideMiddle
                 text: root.row.title

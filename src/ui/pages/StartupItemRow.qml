@@ -27,6 +27,7 @@ RowFrame {
     Accessible.role: Accessible.ListItem
     ListView.onPooled: visible = false
     ListView.onReused: visible = true
+    help: heading.truncated ? name : ""
     implicitHeight: Math.max(70, line.implicitHeight + 18)
     objectName: "startup." + index
 
@@ -49,6 +50,8 @@ RowFrame {
             spacing: 3
 
             BodyText {
+                id: heading
+
                 Layout.fillWidth: true
                 font.weight: Font.DemiBold
                 text: root.name

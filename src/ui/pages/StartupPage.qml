@@ -24,8 +24,7 @@ GlassPanel {
         ListHeader {
             Layout.fillWidth: true
             Layout.leftMargin: 4
-            counter: L.tr1("%d 个已启用", root.vm.startup.enabledCount)
-            title: L.tr("启动项")
+            title: L.tr("启动项管理")
 
             SoftIconButton {
                 enabled: root.vm.canScan && !root.vm.scan.scanning
@@ -50,11 +49,26 @@ GlassPanel {
         Caption {
             Layout.fillWidth: true
             Layout.leftMargin: 4
+            Layout.topMargin: -6
             elide: Text.ElideNone
             objectName: "startupNote"
             spoken: true
             text: root.updating ? L.tr("正在更新启动项...") : L.tr("禁用后会移到 LaunchAgents.disabled，可随时恢复")
             wrapMode: Text.Wrap
+        }
+
+        Rectangle {
+            Layout.fillWidth: true
+            color: Colors.vmLine
+            implicitHeight: 1
+        }
+
+        ListHeader {
+            Layout.fillWidth: true
+            Layout.leftMargin: 4
+            counter: L.tr1("%d 个已启用", root.vm.startup.enabledCount)
+            small: true
+            title: L.tr("启动项")
         }
 
         ListView {
@@ -92,7 +106,7 @@ GlassPanel {
 
                     spacing: 6
                     topPadding: 12
-                    visible: root.vm.items.itemCount > 0
+                    visible: root.vm.startupExtras.itemCount > 0
                     width: parent.width
 
                     Subheading {
@@ -102,10 +116,10 @@ GlassPanel {
                     }
 
                     Repeater {
-                        model: extra.visible ? root.vm.items : null
+                        model: extra.visible ? root.vm.startupExtras : null
 
                         CategoryDelegate {
-                            rows: root.vm.items
+                            rows: root.vm.startupExtras
                             width: extra.width
                         }
                     }
@@ -119,7 +133,7 @@ GlassPanel {
             EmptyStateView {
                 anchors.centerIn: parent
                 isScanning: root.vm.scan.scanning
-                visible: root.vm.startup.count === 0 && root.vm.items.itemCount === 0
+                visible: root.vm.startup.count === 0 && root.vm.startupExtras.itemCount === 0
                 width: parent.width
             }
         }

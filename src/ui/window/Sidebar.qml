@@ -25,10 +25,10 @@ Rectangle {
         anchors.fill: parent
         anchors.margins: 14
         anchors.topMargin: 22
-        spacing: 4
+        spacing: 2
 
         RowLayout {
-            Layout.bottomMargin: 18
+            Layout.bottomMargin: 16
             Layout.leftMargin: 8
             spacing: Metrics.wideGap
 
