@@ -35,6 +35,7 @@ RowFrame {
 
         TickBox {
             enabled: root.isEnabled
+            focusPolicy: root.row.focusPolicy
             objectName: root.row.name + ".toggle"
             size: 18
             text: root.row.title

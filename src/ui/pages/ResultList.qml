@@ -4,7 +4,7 @@ import Vellmoor.Models
 import Vellmoor.Theme
 
 // The place of a list: the list itself, or that it is empty. A list is loaded when it first has something to show.
-Item {
+FocusScope {
     id: root
 
     required property CleanupListModel rows
@@ -32,6 +32,7 @@ Item {
         id: loader
 
         anchors.fill: parent
+        focus: true
         visible: root.filled
     }
 

@@ -6,7 +6,7 @@ import Vellmoor.Controls
 import Vellmoor.Models
 import Vellmoor.Theme
 
-// What starts at login, and the switch of each item.
+// What starts at login, and the switch of each item: Up and Down move, Space switches, Return shows the file.
 GlassPanel {
     id: root
 
@@ -75,6 +75,13 @@ GlassPanel {
             id: list
 
             Accessible.name: L.tr("启动项")
+            Keys.onReturnPressed: root.vm.startup.reveal(currentIndex)
+            Keys.onSpacePressed: {
+                if (currentItem && currentItem.canChange)
+                    currentItem.changeAsked();
+            }
+            activeFocusOnTab: true
+
             Accessible.role: Accessible.List
             Layout.fillHeight: true
             Layout.fillWidth: true
@@ -86,6 +93,11 @@ GlassPanel {
             objectName: "startupList"
             reuseItems: true
             spacing: 6
+
+            onActiveFocusChanged: {
+                if (activeFocus && currentIndex < 0)
+                    currentIndex = 0;
+            }
 
             T.ScrollBar.vertical: ScrollLine {
             }
