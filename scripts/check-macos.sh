@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
-# Proves on Linux that a Mac compiles its sources: each one is compiled for macOS 14 on Apple silicon against Darwin's C
-# headers, libc++, Qt's headers and the declarations in tools/macos-check/decls, which are audited against a description
-# of the macOS SDK. docs/macos.md tells what that shows and what it does not.
-# Usage: scripts/check-macos.sh [--root DIR] [FILE...]
+# Proves on Linux that a Mac compiles its sources: CMake configures as on a Mac, and all that it would build there is
+# compiled for macOS 14 on Apple silicon against Darwin's C headers, libc++, Qt's headers and the declarations in
+# tools/macos-check/decls, which are audited against a description of the macOS SDK. docs/macos.md tells what that shows.
+# Usage: scripts/check-macos.sh [--root DIR] [--audit | FILE...]
 #   --root DIR  check that checkout instead of this one
-#   FILE...     only these files (paths below the root), without the audit
+#   --audit     only compare the declarations with the SDK
+#   FILE...     only compile these sources (paths below the root)
 set -euo pipefail
 self=$(cd "$(dirname "$0")/.." && pwd)
 
@@ -20,85 +21,40 @@ if [ "$(uname -s)" = Darwin ]; then
 fi
 
 tools=$self/tools/macos-check
-decls=$tools/decls
 sdk=$("$tools/sdk.sh")
+if [ "${1:-}" = --audit ]; then
+  exec "$tools/audit_decls.py" "$sdk"
+fi
+
 cd "$root"
-out=build/check-macos
-mkdir -p "$out"
+build=build/check-macos
+log=$build.log
+mkdir -p "$build"
+export PATH=$tools/stand-ins:$PATH CCACHE_BASEDIR=$root CCACHE_NOHASHDIR=1
 
-# What a Mac compiles: everything but the folders of Linux, the benchmarks, and what says that it is for Linux.
-mapfile -t sources < <(git ls-files -co --exclude-standard -- 'src/*.cpp' 'src/*.mm' 'tools/probe/*.cpp' 'tests/*.cpp' \
-  | grep -vE '(^|/)linux/')
-mapfile -t headers < <(git ls-files -co --exclude-standard -- 'src/*.h' 'tools/probe/*.h' 'tests/*.h' \
-  | grep -vE '(^|/)linux/')
+# What depends on the tools or the headers is not compiled anew when only they change, so another set of them is
+# another build.
+mark=$sdk:$(cat "$tools"/cmake/* "$tools"/stand-ins/* | sha256sum)
+if [ ! -f "$build/build.ninja" ] || [ "$(cat "$build/mark" 2>/dev/null)" != "$mark" ]; then
+  rm -rf "$build"
+  architecture=$(dpkg-architecture -qDEB_HOST_MULTIARCH)
+  cmake -G Ninja -S . -B "$build" --toolchain "$tools/cmake/Mac.cmake" -DVELLMOOR_MACOS_SDK="$sdk" \
+    -DVELLMOOR_LINUX_ARCHITECTURE="$architecture" -DQt6_DIR="/usr/lib/$architecture/cmake/Qt6" >"$log" 2>&1 \
+    || { cat "$log" >&2; exit 1; }
+  printf '%s' "$mark" >"$build/mark"
+fi
 
-only=()
-for file in "$@"; do
-  only+=("$(realpath --relative-to="$root" "$file")")
-done
+if [ $# -gt 0 ]; then
+  exec "$tools/compile_files.py" "$build" "$@"
+fi
 
-# The project's own warnings, as CMake gives them to clang.
-mapfile -t warnings < <(sed -e 's/#.*//' -e '/\$</d' cmake/Warnings.cmake | grep -oE -- '-W[a-z0-9=-]+')
-[ "${#warnings[@]}" -gt 10 ] || { echo "cmake/Warnings.cmake lists too few warnings." >&2; exit 1; }
-warnings+=(-Wunguarded-availability -Wundeclared-selector -Wnullable-to-nonnull-conversion)
-
-flags=(--target=arm64-apple-macos14.0 -isysroot "$sdk" -Wno-darwin-sdk-settings -std=c++23
-  -isystem "$decls" -isystem "$sdk/others")
-qt=$(qmake6 -query QT_INSTALL_HEADERS)
-flags+=(-isystem "$qt")
-for module in Core Gui Qml QmlIntegration QmlModels Quick QuickControls2 Svg Network Test QuickTest; do
-  flags+=(-isystem "$qt/Qt$module")
-done
-while read -r folder; do
-  flags+=(-I "$folder")
-done < <(printf '%s\n' "${headers[@]}" | xargs -n 1 dirname | sort -u)
-launcher=$(command -v ccache || true)
-moc=$(qmake6 -query QT_INSTALL_LIBEXECS)/moc
-
-{
-  cat <<RULES
-ninja_required_version = 1.10
-builddir = $out
-flags = ${flags[*]} ${warnings[*]}
-rule cxx
-  command = $launcher clang++-19 \$flags -DVELLMOOR_SOURCE_DIR='"/"' -DVELLMOOR_PROBE='"/"' -MMD -MF \$out.d -c \$language \$in -o \$out
-  depfile = \$out.d
-  deps = gcc
-  description = \$in
-rule analyze
-  command = clang++-19 --analyze \$flags \$language -MMD -MF \$out.d -Xclang -analyzer-output=text -Xclang -analyzer-werror $
-    -Xclang -analyzer-checker=osx,nullability \$in -o \$out.text && touch \$out
-  depfile = \$out.d
-  deps = gcc
-  description = analysis of \$in
-rule moc
-  command = $moc -D__APPLE__ -DQ_OS_MACOS -DQ_OS_DARWIN -I src -f \$name \$in -o \$out
-  description = moc \$in
-RULES
-  for file in "${sources[@]}" "${only[@]}"; do
-    case $file in
-      *.mm) language='-x objective-c++ -fobjc-arc' ;;
-      *.cpp) language='-x c++' ;;
-      *) continue ;;
-    esac
-    printf 'build %s/%s.o: cxx %s\n  language = %s\n' "$out" "$file" "$file" "$language"
-    if [[ $file == *.mm ]]; then
-      printf 'build %s/%s.analyzed: analyze %s\n  language = %s\n' "$out" "$file" "$file" "$language"
-    fi
-  done | awk '/^build/ { skip = seen[$2]++ } !skip'
-  for file in "${headers[@]}"; do
-    grep -qE '\bQ_(OBJECT|GADGET|NAMESPACE)\b' "$file" || continue
-    printf 'build %s/%s.moc.cpp: moc %s\n  name = %s\n' "$out" "$file" "$file" "$(basename "$file")"
-    printf 'build %s/%s.moc.cpp.o: cxx %s/%s.moc.cpp\n  language = -x c++ -w\n' "$out" "$file" "$out" "$file"
-  done
-} >"$out/build.ninja"
-
-targets=()
-for file in "${only[@]}"; do
-  case $file in
-    *.h) targets+=("$out/$file.moc.cpp.o") ;;
-    *) targets+=("$out/$file.o") ;;
-  esac
-  [[ $file != *.mm ]] || targets+=("$out/$file.analyzed")
-done
-ninja -f "$out/build.ninja" -k 0 --quiet "${targets[@]}"
+failed=no
+# Of a failure all is shown but the progress and the commands.
+ninja -C "$build" -k 0 >"$log" 2>&1 || { grep -vE '^(\[[0-9]+/[0-9]+\]|/usr/bin/|: && |cd /)' "$log" >&2; failed=yes; }
+# Headers of Linux stand in this folder; Qt's D-Bus is for Linux.
+if grep -E -- '-(isystem|I) ?/usr/include[ "]|QT_DBUS_LIB' "$build/compile_commands.json" >&2; then
+  echo "The build for the Mac looks into Linux's own headers." >&2
+  failed=yes
+fi
+"$tools/audit_decls.py" "$sdk" || failed=yes
+[ "$failed" = no ] && echo "$(grep -c '"file":' "$build/compile_commands.json") sources compile for macOS"

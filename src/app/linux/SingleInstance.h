@@ -15,8 +15,8 @@ namespace vellmoor {
 /// own (a demonstration, a test) and gets a name of its own, which is the same at every start.
 QString instanceName(const std::filesystem::path& home, const std::filesystem::path& accountHome);
 
-/// One Vellmoor per session and home: the first holds a name on the session bus, a later one asks it to show its window.
-/// The interface is that of the Desktop Entry Specification's D-Bus activation.
+/// One Vellmoor per session and home: the first holds a name on the session bus, a later one asks it to show its
+/// window. The interface is that of the Desktop Entry Specification's D-Bus activation.
 class SingleInstance final : public QObject {
     Q_OBJECT
 

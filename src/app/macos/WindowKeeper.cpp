@@ -33,6 +33,10 @@ QQuickWindow* WindowKeeper::window() const {
     return view_ ? &view_->main->window() : nullptr;
 }
 
+CleanerStore* WindowKeeper::store() const {
+    return view_ ? view_->store.get() : nullptr;
+}
+
 std::expected<void, std::string> WindowKeeper::make() {
     auto view = std::make_unique<View>(service_);
     auto main = loadMainWindow(view->engine, *view->store, languages_, desktop_);

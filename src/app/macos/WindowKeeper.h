@@ -37,6 +37,8 @@ public:
     std::expected<void, std::string> show();
     /// The open window; null when there is none.
     [[nodiscard]] QQuickWindow* window() const;
+    /// Its store; null when there is none.
+    [[nodiscard]] CleanerStore* store() const;
     /// Closes the window's store and waits for calls into the engine, also those of earlier windows. False when one
     /// still runs after `patience`: then what it uses must stay until the process ends.
     bool shutDown(std::chrono::milliseconds patience);

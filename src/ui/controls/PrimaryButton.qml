@@ -22,14 +22,11 @@ T.Button {
     opacity: enabled ? 1 : 0.45
 
     background: Item {
-        Rectangle {
-            anchors.centerIn: parent
-            anchors.verticalCenterOffset: 2
-            color: Colors.faint(root.base, root.pressed ? 0.08 : 0.14)
-            height: parent.height + 6
-            radius: height / 2
+        SoftShadow {
+            color: Colors.faint(root.base, root.pressed ? 0.16 : 0.28)
+            radius: Metrics.button / 2
+            reach: 12
             visible: root.enabled
-            width: parent.width + 6
         }
 
         Rectangle {

@@ -1,5 +1,6 @@
 #include "ProgressRing.h"
 
+#include <QConicalGradient>
 #include <QPainter>
 
 #include <algorithm>
@@ -7,6 +8,8 @@
 
 namespace vellmoor {
 namespace {
+
+constexpr int lighterPercent = 128;
 
 // QPainter counts sixteenths of a degree, anticlockwise from three o'clock.
 int painterAngle(double clockwiseFromTop) {
@@ -31,7 +34,12 @@ void ProgressRing::paint(QPainter* painter) {
     painter->drawArc(circle, painterAngle(startAngle_), painterSpan(spanAngle_));
     const double shown = std::clamp(value_, 0.0, 1.0);
     if (shown > 0) {
-        painter->setPen(QPen(color_, thickness_, Qt::SolidLine, Qt::RoundCap));
+        // A little lighter half way round; the same at both ends, so that a full ring has no seam.
+        QConicalGradient light(circle.center(), 90.0 - startAngle_);
+        light.setColorAt(0.0, color_);
+        light.setColorAt(0.5, color_.lighter(lighterPercent));
+        light.setColorAt(1.0, color_);
+        painter->setPen(QPen(QBrush(light), thickness_, Qt::SolidLine, Qt::RoundCap));
         painter->drawArc(circle, painterAngle(startAngle_), painterSpan(spanAngle_ * shown));
     }
 }

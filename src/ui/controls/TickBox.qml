@@ -30,7 +30,7 @@ T.CheckBox {
 
     background: Rectangle {
         border.color: root.ticked ? Colors.clear : (root.hovered ? Colors.cyan : Colors.gray)
-        border.width: root.ticked ? 0 : 1.5
+        border.width: root.ticked ? 0 : 1
         color: root.ticked ? Colors.cyan : Colors.softButton
         radius: 6
 

@@ -41,7 +41,9 @@ Item {
         width: parent.width - 36
 
         Display {
+            fontSizeMode: Text.HorizontalFit
             horizontalAlignment: Text.AlignHCenter
+            minimumPixelSize: Type.body
             spoken: false
             text: root.number
             visible: text !== ""
