@@ -1,5 +1,7 @@
 """The program as a screen reader sees it: its tree over AT-SPI, read afresh at every look."""
 
+import functools
+
 import gi
 
 gi.require_version("Atspi", "2.0")
@@ -12,29 +14,40 @@ State = Atspi.StateType
 
 
 class Node:
-    """One accessible object, as it was when it was read."""
+    """One accessible object; what was read of it once stays."""
 
-    def __init__(self, accessible, depth=0):
+    def __init__(self, accessible, parent=None):
         self._accessible = accessible
-        self.depth = depth
-        self.role = accessible.get_role()
-        self.name = accessible.get_name() or ""
-        self.description = accessible.get_description() or ""
-        states = accessible.get_state_set()
-        self.states = {state for state in states.get_states()}
+        self.parent = parent
 
     def __repr__(self):
         names = sorted(state.value_nick for state in self.states)
-        return f"{'  ' * self.depth}{self.role.value_nick} {self.name!r} ({self.description}) {' '.join(names)}"
+        return f"{self.role.value_nick} {self.name!r} ({self.description}) {' '.join(names)}"
+
+    @functools.cached_property
+    def role(self):
+        return self._accessible.get_role()
+
+    @functools.cached_property
+    def name(self):
+        return self._accessible.get_name() or ""
+
+    @functools.cached_property
+    def description(self):
+        return self._accessible.get_description() or ""
+
+    @functools.cached_property
+    def states(self):
+        return set(self._accessible.get_state_set().get_states())
 
     def children(self):
         for index in range(self._accessible.get_child_count()):
             try:
                 child = self._accessible.get_child_at_index(index)
-                if child is not None:
-                    yield Node(child, self.depth + 1)
             except GLib.Error:
                 continue  # it went between the two calls
+            if child is not None:
+                yield Node(child, self)
 
     def below(self):
         """Every shown object below this one, in order."""

@@ -28,6 +28,9 @@ class Program:
         self.process = None
         self.window = 0
 
+    def set_environment(self, **environment):
+        self._environment.update(environment)
+
     @property
     def pid(self):
         return self.process.pid
