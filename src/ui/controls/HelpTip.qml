@@ -10,7 +10,7 @@ Loader {
 
     active: shown && text !== ""
     anchors.fill: parent
-    source: "HelpBubble.qml"
+    source: Qt.resolvedUrl("HelpBubble.qml")
 
     onLoaded: {
         const bubble = item as T.ToolTip;
