@@ -77,8 +77,9 @@ GlassPanel {
             Accessible.name: L.tr("启动项")
             Keys.onReturnPressed: root.vm.startup.reveal(currentIndex)
             Keys.onSpacePressed: {
-                if (currentItem && currentItem.canChange)
-                    currentItem.changeAsked();
+                const row = currentItem as StartupItemRow;
+                if (row && row.canChange)
+                    row.changeAsked();
             }
             activeFocusOnTab: true
 
