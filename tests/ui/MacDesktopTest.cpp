@@ -9,6 +9,8 @@
 #include "SystemLayout.h"
 
 #include <QColor>
+#include <QCoreApplication>
+#include <QEvent>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <gmock/gmock.h>

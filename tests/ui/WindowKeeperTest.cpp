@@ -39,7 +39,10 @@ protected:
     }
 
     /// Starts a scan as the user does, by the window's key.
-    void startScan() { QTest::keyClick(keeper_.window(), Qt::Key_F5); }
+    void startScan() {
+        runEvents();
+        QTest::keyClick(keeper_.window(), Qt::Key_F5);
+    }
 
     std::shared_ptr<ScriptedCleanerService> service_ = std::make_shared<ScriptedCleanerService>();
     RecordingDesktop desktop_;
@@ -53,6 +56,7 @@ protected:
                           .raise =
                               [this](QQuickWindow& window) {
                                   fronted_.emplace_back(window.isVisible() ? "raise" : "raise while hidden");
+                                  window.requestActivate();
                               }}};
 };
 
