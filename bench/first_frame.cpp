@@ -1,7 +1,9 @@
-// Measures how long programs take from their start to their window's first frame, in turn, on the X display of $DISPLAY.
+// Measures how long programs take from their start to their window's first frame, in turn, on the X display of
+// $DISPLAY.
 //   first_frame ROUNDS NAME COMMAND [ARGUMENT]... [-- NAME COMMAND [ARGUMENT]...]...
-// The root window is painted in one colour first; the first frame is there when the middle of the new window has another
-// one. A program is asked to end before the next one starts. One round first warms the caches and is not counted.
+// The root window is painted in one colour first; the first frame is there when the middle of the new window has
+// another one. A program is asked to end before the next one starts. One round first warms the caches and is not
+// counted.
 #include "contestants.h"
 
 #include <chrono>
@@ -80,8 +82,8 @@ private:
     }
 
     [[nodiscard]] std::optional<std::uint32_t> middleOf(const Window& window) const {
-        const auto cookie = xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, window.id, window.middleX,
-                                          window.middleY, 1, 1, ~0U);
+        const auto cookie =
+            xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, window.id, window.middleX, window.middleY, 1, 1, ~0U);
         const auto image = owned(xcb_get_image_reply(connection_, cookie, nullptr));
         if (!image || xcb_get_image_data_length(image.get()) < 4) {
             return std::nullopt;

@@ -36,6 +36,10 @@ build_preset dev
 if ! is_mac; then
   phase "Lint"
   scripts/lint.sh "$tidy"
+
+  phase "What a Mac builds"
+  scripts/check-macos.sh
+  scripts/check-macos-planted.sh --quick
 fi
 
 phase "Tests"

@@ -19,13 +19,16 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 #include <pwd.h>
 #include <unistd.h>
 
 namespace vellmoor {
 namespace {
 
-constexpr std::chrono::seconds patience{2};
+/// A cancelled scan ends at once; a clean or a moved login item, which the user confirmed, is brought to its end.
+constexpr std::chrono::seconds scanPatience{2};
+constexpr std::chrono::seconds actionPatience{60};
 
 void nameApplication() {
     QApplication::setApplicationName(QStringLiteral("Vellmoor"));
@@ -44,7 +47,7 @@ void setIconLater(QQuickWindow& window) {
         Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
 }
 
-/// Everything behind the window, in the order in which it is needed; it is taken down the other way round.
+/// Everything behind the views, in the order in which it is needed; it is taken down the other way round.
 struct Parts {
     LinuxEnvironment environment = processEnvironment();
     LinuxPlatform platform;
@@ -53,7 +56,6 @@ struct Parts {
     LanguageManager languages{LanguageSetting::userDefaults(), platform.preferredLanguage()};
     CleanerStore store{std::make_shared<SystemCleanerService>(platform, layout),
                        [] { return std::chrono::system_clock::now(); }};
-    QQmlEngine engine;
 };
 
 /// A home other than the account's is a world of its own (a demonstration, a test): it has its own instance.
@@ -63,23 +65,36 @@ QDBusConnection instanceBus() {
     return ownHome ? QDBusConnection::sessionBus() : QDBusConnection(QString());
 }
 
+int fail(const std::string& reason) {
+    std::fprintf(stderr, "vellmoor: %s\n", reason.c_str());
+    return EXIT_FAILURE;
+}
+
 int runWindow(SingleInstance& instance) {
-    Parts parts;
-    auto main = loadMainWindow(parts.engine, parts.store, parts.languages, parts.desktop);
+    std::optional<Parts> parts;
+    QQmlEngine engine;
+    auto main = MainWindow::open(engine);
     if (!main) {
-        std::fprintf(stderr, "vellmoor: %s\n", main.error().c_str());
-        return EXIT_FAILURE;
+        return fail(main.error());
     }
     StatusBarController status((*main)->window());
     QObject::connect(&instance, &SingleInstance::activated, &status, &StatusBarController::showMainWindow);
     QObject::connect(&instance, &SingleInstance::quitAsked, qApp, &QCoreApplication::quit);
     QObject::connect(&status, &StatusBarController::quitAsked, qApp, &QCoreApplication::quit);
-    QObject::connect(&parts.engine, &QQmlEngine::quit, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+    QObject::connect(&engine, &QQmlEngine::quit, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
     setIconLater((*main)->window());
     status.showMainWindow();
+    parts.emplace();
+    (*main)->fill(parts->store, parts->languages, parts->desktop, QQmlComponent::Asynchronous,
+                  [](const MainWindow::Outcome& filled) {
+                      if (!filled) {
+                          QCoreApplication::exit(fail(filled.error()));
+                      }
+                  });
     status.install();
     const int result = QApplication::exec();
-    if (!parts.store.shutDown(patience)) {
+    (*main)->window().hide();
+    if (!parts->store.shutDown(parts->store.isCleaning() ? actionPatience : scanPatience)) {
         // A system call that does not return keeps a worker busy; what it uses must not be taken from under it.
         std::_Exit(result);
     }

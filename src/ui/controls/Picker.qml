@@ -8,7 +8,7 @@ T.ComboBox {
     id: root
 
     Accessible.name: displayText
-    Accessible.role: Accessible.ComboBox
+    Accessible.onPressAction: popup.visible ? popup.close() : popup.open()
     focusPolicy: Qt.StrongFocus
     implicitHeight: Metrics.rowButton
     implicitWidth: 116

@@ -11,7 +11,10 @@ T.Button {
     readonly property color base: destructive ? Colors.red : Colors.cyan
 
     Accessible.name: text
-    Accessible.role: Accessible.Button
+    Accessible.onPressAction: {
+        if (root.enabled)
+            root.clicked();
+    }
     focusPolicy: Qt.StrongFocus
     implicitHeight: Metrics.button
     implicitWidth: Math.max(96, label.implicitWidth + 40)

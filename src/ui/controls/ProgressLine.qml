@@ -6,6 +6,9 @@ Rectangle {
     id: root
 
     property real value: 0
+    // The limits of the value, under the names that assistive technology asks for.
+    readonly property real minimumValue: 0
+    readonly property real maximumValue: 1
     property color tint: Colors.cyan
 
     color: Colors.track

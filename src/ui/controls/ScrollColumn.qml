@@ -40,6 +40,10 @@ Item {
         }
     }
 
+    FocusFollower {
+        view: view
+    }
+
     // Fades what goes on below the edge.
     Rectangle {
         anchors.bottom: view.bottom

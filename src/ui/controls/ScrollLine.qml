@@ -6,6 +6,8 @@ import Vellmoor.Theme
 T.ScrollBar {
     id: root
 
+    // The list itself is what a screen reader moves in.
+    Accessible.ignored: true
     implicitHeight: 8
     implicitWidth: 8
     minimumSize: 0.08

@@ -11,7 +11,10 @@ T.Button {
     property color ink: Colors.vmText
 
     Accessible.name: text
-    Accessible.role: Accessible.Button
+    Accessible.onPressAction: {
+        if (root.enabled)
+            root.clicked();
+    }
     focusPolicy: Qt.StrongFocus
     implicitHeight: compact ? Metrics.rowButton : Metrics.button
     implicitWidth: label.implicitWidth + (compact ? 20 : 32)

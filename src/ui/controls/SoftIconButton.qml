@@ -12,7 +12,10 @@ T.Button {
     property color ink: Colors.vmText
 
     Accessible.name: help
-    Accessible.role: Accessible.Button
+    Accessible.onPressAction: {
+        if (root.enabled)
+            root.clicked();
+    }
     focusPolicy: Qt.StrongFocus
     implicitHeight: size
     implicitWidth: size

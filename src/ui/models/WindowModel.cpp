@@ -72,6 +72,8 @@ void WindowModel::follow(CleanerModule module) {
     module_ = module;
     items_.setModule(module);
     details_.setModule(module);
+    // Its module is always the same, but the store's array behind it is another one now.
+    largeFiles_.refresh();
     scan_.setModule(module);
     if (changed) {
         Q_EMIT moduleChanged();

@@ -13,6 +13,8 @@ RowFrame {
 
     readonly property bool isApp: row.bundle !== ""
 
+    Accessible.checkable: row.cleanable
+    Accessible.checked: row.ticked
     Accessible.description: row.detail
     Accessible.name: row.title + " " + row.size
     Accessible.role: Accessible.ListItem
@@ -51,6 +53,7 @@ RowFrame {
 
                 Subheading {
                     Layout.fillWidth: true
+                    spoken: false
                     text: root.row.title
                 }
 
@@ -63,6 +66,7 @@ RowFrame {
             }
 
             Subheading {
+                spoken: false
                 text: root.row.size
                 visible: root.isApp
             }

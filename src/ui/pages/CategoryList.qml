@@ -6,7 +6,6 @@ CleanupList {
     id: root
 
     delegate: CategoryDelegate {
-        isCurrent: ListView.isCurrentItem && root.Window.activeFocusItem === root
         rows: root.rows
         width: root.width - 10
     }

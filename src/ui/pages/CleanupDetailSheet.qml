@@ -33,6 +33,7 @@ Sheet {
                     Layout.fillWidth: true
                     color: Colors.vmSecondaryText
                     objectName: "details.summary"
+                    spoken: true
                     text: root.vm.selectedPathsText
                 }
             }
@@ -77,6 +78,7 @@ Sheet {
             listName: "detailsList"
             rows: root.vm.details
             scanning: root.vm.scan.scanning
+            title: L.tr("清理项目")
         }
 
         LargestItems {

@@ -42,6 +42,7 @@ Sheet {
                     color: Colors.vmSecondaryText
                     maximumLineCount: 2
                     objectName: "result.subtitle"
+                    spoken: true
                     text: root.report.subtitle
                     wrapMode: Text.Wrap
                 }

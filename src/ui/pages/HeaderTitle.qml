@@ -33,6 +33,7 @@ ColumnLayout {
         Layout.fillWidth: true
         color: Colors.vmSecondaryText
         maximumLineCount: 2
+        spoken: true
         text: root.status
         visible: text !== ""
         wrapMode: Text.Wrap

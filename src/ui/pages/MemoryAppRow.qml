@@ -17,6 +17,7 @@ RowFrame {
     signal quitAsked
     signal monitorAsked
 
+    Accessible.description: processes
     Accessible.name: name + " " + memory
     Accessible.role: Accessible.ListItem
     implicitHeight: Math.max(54, line.implicitHeight + 12)
@@ -53,7 +54,6 @@ RowFrame {
         }
 
         BodyText {
-            Accessible.name: L.tr("内存占用") + " " + text
             Layout.preferredWidth: 86
             color: Colors.ink(Colors.orange)
             font.weight: Font.DemiBold
@@ -62,6 +62,7 @@ RowFrame {
         }
 
         SoftIconButton {
+            Accessible.name: help + " " + root.name
             flat: true
             help: L.tr("在活动监视器中查看")
             ink: Colors.vmSecondaryText
@@ -73,6 +74,7 @@ RowFrame {
         }
 
         SoftIconButton {
+            Accessible.name: help + " " + root.name
             flat: true
             help: L.tr("退出应用")
             ink: Colors.ink(Colors.red)

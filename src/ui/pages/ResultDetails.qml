@@ -25,6 +25,7 @@ Rectangle {
         }
 
         ListView {
+            Accessible.name: L.tr("失败原因")
             Accessible.role: Accessible.List
             Layout.fillHeight: true
             Layout.fillWidth: true
@@ -40,8 +41,10 @@ Rectangle {
             delegate: BodyText {
                 required property string modelData
 
+                Accessible.role: Accessible.ListItem
                 color: Colors.ink(Colors.red)
                 elide: Text.ElideNone
+                spoken: true
                 text: modelData
                 width: ListView.view.width - 14
                 wrapMode: Text.Wrap
@@ -73,6 +76,7 @@ Rectangle {
         BodyText {
             color: Colors.vmSecondaryText
             horizontalAlignment: Text.AlignHCenter
+            spoken: true
             text: L.tr("选中项目已按确认执行。")
             width: parent.width
         }

@@ -10,14 +10,16 @@ Item {
     required property string list
     property string listName: "cleanupList"
     property bool scanning: false
+    // What a screen reader calls the list.
+    required property string title
     readonly property bool filled: rows.itemCount > 0
 
     function fill(): void {
         if (filled && !loader.item)
             loader.setSource(list, {
-                "objectName": listName,
-                "rows": rows
-            });
+                    "objectName": listName,
+                    "rows": rows
+                });
     }
 
     Component.onCompleted: fill()
@@ -28,6 +30,13 @@ Item {
 
         anchors.fill: parent
         visible: root.filled
+    }
+
+    Binding {
+        property: "title"
+        target: loader.item
+        value: root.title
+        when: loader.item !== null
     }
 
     EmptyStateView {

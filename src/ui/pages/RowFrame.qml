@@ -6,15 +6,17 @@ import Vellmoor.Theme
 Rectangle {
     id: root
 
-    property bool isCurrent: false
     readonly property alias hovered: hover.hovered
 
     signal tapped
     signal menuAsked
 
+    Accessible.focusable: true
+    Accessible.onPressAction: tapped()
     border.color: Colors.vmLine
     border.width: 1
     color: hover.hovered ? Colors.rowHover : Colors.row
+    focus: true
     radius: Metrics.rowRadius
 
     Behavior on color  {
@@ -39,6 +41,6 @@ Rectangle {
 
     FocusRing {
         anchors.margins: -1
-        shown: root.isCurrent
+        shown: root.activeFocus
     }
 }

@@ -9,7 +9,12 @@ Item {
 
     required property ScanModel scan
 
-    Accessible.name: scan.ringNumber + " " + scan.ringUnit
+    // What assistive technology reads of a progress bar.
+    readonly property real value: scan.scanning ? scan.progress : (scan.scanned ? 1 : 0)
+    readonly property real minimumValue: 0
+    readonly property real maximumValue: 1
+
+    Accessible.name: (scan.ringNumber + " " + scan.ringUnit).trim()
     Accessible.role: Accessible.ProgressBar
     implicitHeight: 124
     implicitWidth: 124
@@ -19,7 +24,7 @@ Item {
         color: Colors.cyan
         thickness: 9
         trackColor: Colors.track
-        value: root.scan.scanning ? root.scan.progress : (root.scan.scanned ? 1 : 0)
+        value: root.value
 
         Behavior on value  {
             NumberAnimation {
@@ -35,6 +40,7 @@ Item {
 
         Display {
             horizontalAlignment: Text.AlignHCenter
+            spoken: false
             text: root.scan.scanning ? Math.round(root.scan.progress * 100) + "%" : root.scan.ringNumber
             visible: text !== ""
             width: parent.width

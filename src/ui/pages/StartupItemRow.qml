@@ -17,12 +17,13 @@ RowFrame {
     // A change of this row is running.
     required property bool isWorking
     property bool locked: false
+    readonly property string status: startsEnabled ? L.tr("已启用") : L.tr("已禁用")
 
     signal changeAsked
     signal revealAsked
 
     Accessible.description: location
-    Accessible.name: name
+    Accessible.name: name + " " + status + " " + kind
     Accessible.role: Accessible.ListItem
     ListView.onPooled: visible = false
     ListView.onReused: visible = true
@@ -64,7 +65,7 @@ RowFrame {
 
                 Badge {
                     objectName: root.objectName + ".status"
-                    text: root.startsEnabled ? L.tr("已启用") : L.tr("已禁用")
+                    text: root.status
                     tint: root.startsEnabled ? Colors.green : Colors.gray
                 }
 
@@ -76,6 +77,7 @@ RowFrame {
         }
 
         SoftIconButton {
+            Accessible.name: help + " " + root.name
             flat: true
             help: L.tr("在 Finder 中显示")
             ink: Colors.vmSecondaryText
@@ -87,6 +89,7 @@ RowFrame {
         }
 
         SecondaryButton {
+            Accessible.name: text + " " + root.name
             compact: true
             enabled: !root.isWorking && !root.locked
             objectName: root.objectName + ".action"

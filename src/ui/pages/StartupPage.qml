@@ -52,6 +52,7 @@ GlassPanel {
             Layout.leftMargin: 4
             elide: Text.ElideNone
             objectName: "startupNote"
+            spoken: true
             text: root.updating ? L.tr("正在更新启动项...") : L.tr("禁用后会移到 LaunchAgents.disabled，可随时恢复")
             wrapMode: Text.Wrap
         }
@@ -59,6 +60,7 @@ GlassPanel {
         ListView {
             id: list
 
+            Accessible.name: L.tr("启动项")
             Accessible.role: Accessible.List
             Layout.fillHeight: true
             Layout.fillWidth: true
@@ -108,6 +110,10 @@ GlassPanel {
                         }
                     }
                 }
+            }
+
+            FocusFollower {
+                view: list
             }
 
             EmptyStateView {

@@ -30,7 +30,7 @@ Item {
                 required property string title
                 required property string value
 
-                Accessible.name: title + " " + value
+                Accessible.name: (title + " " + value).trim()
                 Accessible.role: Accessible.StaticText
                 color: Colors.tint(tint)
                 height: root.height

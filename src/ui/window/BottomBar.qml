@@ -25,6 +25,7 @@ GlassPanel {
             spacing: 1
 
             Subheading {
+                Accessible.role: Accessible.StaticText
                 Layout.fillWidth: true
                 objectName: "selectedText"
                 text: root.vm.selectedText
@@ -34,6 +35,7 @@ GlassPanel {
                 Layout.fillWidth: true
                 maximumLineCount: 2
                 objectName: "statusMessage"
+                spoken: true
                 text: root.vm.scan.status
                 wrapMode: Text.Wrap
             }
@@ -70,6 +72,8 @@ GlassPanel {
     }
 
     ProgressLine {
+        Accessible.name: root.vm.scan.title
+        Accessible.role: Accessible.ProgressBar
         anchors.bottom: parent.bottom
         anchors.left: parent.left
         anchors.leftMargin: 18

@@ -1,13 +1,9 @@
 import QtQuick
-import Vellmoor.Models
+import Vellmoor.Controls
 import Vellmoor.Theme
 
-// The window itself: its sizes, its keys, and that it tells when it became the active one.
+// The window itself: its sizes and its ground. Its views come when they are loaded.
 Window {
-    id: root
-
-    required property WindowModel vm
-
     color: Colors.groundMiddle
     height: Metrics.windowHeight
     minimumHeight: Metrics.windowHeight
@@ -15,25 +11,10 @@ Window {
     title: "Vellmoor"
     width: Metrics.windowWidth
 
-    onActiveChanged: {
-        if (active)
-            vm.activated();
-    }
-
-    ContentView {
+    Ground {
         anchors.fill: parent
-        vm: root.vm
-    }
-
-    Shortcut {
-        sequences: ["Ctrl+R", "F5"]
-
-        onActivated: root.vm.refresh()
-    }
-
-    Shortcut {
-        sequences: ["Ctrl+Q"]
-
-        onActivated: Qt.quit()
+        end: Colors.groundEnd
+        middle: Colors.groundMiddle
+        start: Colors.groundStart
     }
 }

@@ -48,6 +48,7 @@ Rectangle {
 
                 Caption {
                     Layout.fillWidth: true
+                    spoken: true
                     text: L.tr("磁盘清理工具")
                 }
             }

@@ -8,8 +8,8 @@ import struct
 import sys
 
 UNDEFINED, EXTERNAL = 0x0, 0x1
-# What is not in the namespace is Qt's (qHash, qt_assert), or a function of the tests or of generated code.
-OWN = re.compile(r"^__Z.*8vellmoor|^__Z\d+(?!q[A-Z]|qt_|Q[A-Z])\w")
+# A function in no namespace is Qt's (qHash, qt_assert), or one of the tests or of generated code.
+OWN = re.compile(r"^__Z.*8vellmoor|^__Z\d+(?=\D)(?!q(?!ml_register_types)|Q[A-Z])")
 
 
 def objects_of(path):
@@ -22,7 +22,10 @@ def objects_of(path):
     while at + 60 <= len(data):
         name, size = data[at:at + 16].decode().strip(), int(data[at + 48:at + 58])
         body = data[at + 60:at + 60 + size]
-        if name not in ("/", "//"):  # GNU ar's index and its table of long names
+        if name.startswith("#1/"):  # the name stands before the contents
+            length = int(name[3:])
+            name, body = body[:length].rstrip(b"\0").decode(), body[length:]
+        if name not in ("/", "//") and not name.startswith("__.SYMDEF"):  # indexes and tables of names
             yield f"{path}({name})", body
         at += 60 + size + size % 2
 
