@@ -37,6 +37,14 @@ class Home:
         then = path.stat().st_mtime - days * 86400
         os.utime(path, (then, then))
 
+    def many_files(self, relative, folders, files):
+        """Empty files, so that looking at them takes a while."""
+        for number in range(folders):
+            folder = self.path(relative) / str(number)
+            folder.mkdir(parents=True)
+            for name in range(files):
+                (folder / str(name)).touch()
+
     def fill(self):
         self.blob(".cache/player/data", 2 * MIB)
         self.blob(".cache/thumbnails/large/a.png", MIB)

@@ -1,7 +1,6 @@
 """The built program in a session: its process, its window, what it printed."""
 
 import os
-import subprocess
 
 import processes
 
@@ -36,9 +35,18 @@ class Program:
     def start(self):
         """Starts it and waits for its window; answers itself."""
         self.process = self._start("program")
+        self.wait_for_window()
+        return self
+
+    def wait_for_window(self):
+        """Until its window is shown and has the keyboard."""
         self.window = processes.wait_for("the window", self._find_window)
         processes.wait_for("the window to be active", self.is_active)
-        return self
+
+    def in_home(self, home):
+        """Another start in the same session, with that home."""
+        return Program(self._session, HOME=str(home), XDG_CONFIG_HOME="", XDG_CACHE_HOME="", XDG_DATA_HOME="",
+                       XDG_STATE_HOME="")
 
     def _start(self, log):
         with open(self._session.folder / "logs" / log, "wb") as output:
@@ -52,19 +60,24 @@ class Program:
     def _find_window(self):
         if self.process.poll() is not None:
             raise AssertionError(f"ended with {self.process.returncode}: {self._session.log('program')}")
-        found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "^Vellmoor$"], capture_output=True,
-                               env=self._session.environment, text=True, timeout=processes.PATIENCE, check=False)
-        return int(found.stdout.split()[0]) if found.stdout else 0
+        named = set(self._session.windows("--name", "^Vellmoor$"))
+        return next(iter(named & self.shown_windows()), 0)
 
-    def is_mapped(self):
-        return "Map State: IsViewable" in self._session.run("xwininfo", "-id", str(self.window))
+    def all_windows(self):
+        """Its shown windows, the status item among them."""
+        return set(self._session.windows("--all", "--pid", str(self.pid), "--name", ""))
+
+    def shown_windows(self):
+        """Its shown windows but the status item."""
+        return self.all_windows() - {self._session.tray_icon()}
 
     def is_active(self):
-        return f"{self.window:#x}" in self._session.property("_NET_ACTIVE_WINDOW")
+        return self._session.active_window() == self.window
 
-    def is_on_top(self):
-        stack = self._session.property("_NET_CLIENT_LIST_STACKING").split()
-        return int(stack[-1], 16) == self.window
+    def is_above(self, other):
+        shown = self._session.property("_NET_CLIENT_LIST_STACKING").replace(",", "").split()
+        stack = [int(window, 16) for window in shown if window.startswith("0x")]
+        return stack.index(self.window) > stack.index(other)
 
     def close_window(self):
         """As a user closes it: with the window manager's key."""

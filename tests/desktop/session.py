@@ -4,6 +4,7 @@ folder. Nothing of the machine's own session is used."""
 import os
 import pathlib
 import shutil
+import subprocess
 import tempfile
 
 import processes
@@ -23,7 +24,7 @@ BUS_CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus
 </busconfig>
 """
 ACCESSIBILITY_SERVICE = pathlib.Path("/usr/share/dbus-1/services/org.a11y.Bus.service")
-TOOLS = ("Xvfb", "openbox", "trayer", "xdotool", "xwininfo", "xprop", "dbus-daemon")
+TOOLS = ("Xvfb", "openbox", "trayer", "xdotool", "xwininfo", "xprop", "xev", "dbus-daemon")
 
 
 class Session:
@@ -108,7 +109,7 @@ class Session:
     def start_tray(self):
         self.tray = self._start_in_background("tray", "trayer", "--edge", "top", "--align", "right", "--width", "200",
                                               "--widthtype", "pixel", "--height", "32", "--SetDockType", "true")
-        processes.wait_for("the tray", lambda: self.tray_owner() != 0)
+        processes.wait_for("the tray", self._tray_panel)
 
     def _start_in_background(self, name, *arguments, **more):
         with open(self.folder / "logs" / name, "wb") as log:
@@ -124,11 +125,45 @@ class Session:
         """A property of the root window, as xprop prints it."""
         return self.run("xprop", "-root", name)
 
-    def tray_owner(self):
-        """The window that holds the tray, 0 without one."""
-        tree = self.run("xwininfo", "-root", "-tree")
-        found = [line.split()[0] for line in tree.splitlines() if '("panel" "trayer")' in line or '"trayer"' in line]
-        return int(found[0], 16) if found else 0
+    def stop_tray(self):
+        self.tray.terminate()
+        self.tray.wait(processes.PATIENCE)
+
+    def _tray_panel(self):
+        """The tray's window, empty without one."""
+        lines = self.run("xwininfo", "-root", "-tree").splitlines()
+        return next((line.split()[0] for line in lines if '("panel" "trayer")' in line), "")
+
+    def tray_icon(self):
+        """The window of the status item inside the tray, 0 while there is none."""
+        panel = self._tray_panel()
+        if not panel:
+            return 0
+        lines = self.run("xwininfo", "-id", panel, "-tree").splitlines()
+        found = [line.split()[0] for line in lines if '"vellmoor"' in line.lower()]
+        return int(found[-1], 16) if found else 0
+
+    def place(self, window):
+        """Left, top, width and height of a window on the screen."""
+        lines = self.run("xwininfo", "-id", str(window)).splitlines()
+        facts = dict(line.strip().split(":", 1) for line in lines if ":" in line and "id:" not in line)
+        names = ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")
+        return tuple(int(facts[name]) for name in names)
+
+    def active_window(self):
+        shown = self.property("_NET_ACTIVE_WINDOW").split()[-1]
+        return int(shown, 16) if shown.startswith("0x") else 0
+
+    def start_other_window(self):
+        """A window of another program, over the middle of the screen; its identifier."""
+        self._start_in_background("other window", "xev", "-name", "Other", "-geometry", "900x700+200+100")
+        return processes.wait_for("the other window", lambda: self.windows("--name", "^Other$"))[0]
+
+    def windows(self, *criteria):
+        """The shown windows that xdotool finds."""
+        found = subprocess.run(["xdotool", "search", "--onlyvisible", *criteria], env=self.environment, text=True,
+                               capture_output=True, timeout=processes.PATIENCE, check=False)
+        return [int(window) for window in found.stdout.split()]
 
     def command(self, name, status=0):
         """Puts a command on the program's PATH that writes its arguments, a line each time; where it writes them."""

@@ -44,8 +44,11 @@ class Window:
         """Scans the shown module to the end."""
         starts = (self.text("开始扫描"), self.text("扫描此模块"))
         self._buttons(starts)[0].do("Press")
+        self.wait_for_result()
+
+    def wait_for_result(self):
         found = beginning("发现 %@ 可安全处理项目", self.language)
-        processes.wait_for("the end of the scan", lambda: self._buttons(starts) and [
+        processes.wait_for("the end of the scan", lambda: not self._buttons([self.text("取消扫描")]) and [
             node for node in self.tree.shown() if node.role in (Role.HEADING, Role.LABEL)
             and node.name.startswith(found)])
 

@@ -9,6 +9,7 @@
 #include "SingleInstance.h"
 #include "StatusBarController.h"
 #include "SystemCleanerService.h"
+#include "TerminationSignals.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -79,6 +80,8 @@ int runWindow(SingleInstance& instance) {
     QObject::connect(&instance, &SingleInstance::activated, &status, &StatusBarController::showMainWindow);
     QObject::connect(&instance, &SingleInstance::quitAsked, qApp, &QCoreApplication::quit);
     QObject::connect(&status, &StatusBarController::quitAsked, qApp, &QCoreApplication::quit);
+    const TerminationSignals termination;
+    QObject::connect(&termination, &TerminationSignals::asked, qApp, &QCoreApplication::quit);
     QObject::connect(&engine, &QQmlEngine::quit, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
     setIconLater((*main)->window());
     status.showMainWindow();
