@@ -124,6 +124,15 @@ GlassPanel {
                 }
             }
 
+            ScrollFade {
+                anchors.left: parent.left
+                anchors.right: parent.right
+                anchors.rightMargin: 10
+                parent: list
+                view: list
+                y: list.height - height
+            }
+
             EmptyStateView {
                 anchors.centerIn: parent
                 isScanning: root.vm.scan.scanning

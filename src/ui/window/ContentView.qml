@@ -59,6 +59,7 @@ Item {
 
             TopBar {
                 Layout.fillWidth: true
+                Layout.preferredHeight: Math.max(Metrics.topBarHeight, implicitHeight)
                 vm: root.vm
             }
 
