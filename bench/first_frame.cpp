@@ -1,8 +1,9 @@
 // Measures how long programs take from their start until their window is on the screen, in turn, on the X display of
 // $DISPLAY: to its first frame, and to its last change, when it is complete.
 //   first_frame ROUNDS NAME COMMAND [ARGUMENT]... [-- NAME COMMAND [ARGUMENT]...]...
-// The root window is painted in one colour first; the first frame is there when the middle of the new window has another
-// one. A program is asked to end before the next one starts. One round first warms the caches and is not counted.
+// The root window is painted in one colour first; the first frame is there when the middle of the new window has
+// another one. A program is asked to end before the next one starts. One round first warms the caches and is not
+// counted.
 #include "contestants.h"
 
 #include <array>

@@ -138,8 +138,9 @@ int main(int argc, char* argv[]) {
     QGuiApplication application(argc, argv);
     QQuickStyle::setStyle(QStringLiteral("Basic"));
     L::setTextSet(TextSet::Linux);
-    std::printf("| Scrolling | Median ms a frame | 99 %% below | Worst | Over 16 ms, of %d |\n|---|---:|---:|---:|---:|\n",
-                framesEach);
+    std::printf(
+        "| Scrolling | Median ms a frame | 99 %% below | Worst | Over 16 ms, of %d |\n|---|---:|---:|---:|---:|\n",
+        framesEach);
     const std::vector<Case> all = cases();
     return std::ranges::all_of(all, run) ? 0 : 1;
 }

@@ -18,6 +18,9 @@ debian_packages=(
 )
 brew_packages=(cmake ninja ccache qtbase qtdeclarative qtsvg googletest google-benchmark nlohmann-json shellcheck)
 
+# The check of the macOS sources fetches headers with npm; whose npm it is does not matter.
+command -v npm >/dev/null || debian_packages+=(npm)
+
 say() { printf '%s\n' "$*" >&2; }
 
 # The packages that are not installed; of "a|b" one is enough, and the first that this release knows is named.

@@ -33,12 +33,18 @@ build_preset dev
 phase "Lint"
 scripts/lint.sh "$tidy"
 
+if [ "$(uname -s)" != Darwin ]; then
+  phase "What a Mac builds"
+  scripts/check-macos.sh
+  scripts/check-macos-planted.sh --quick
+fi
+
 phase "Tests"
 export UBSAN_OPTIONS=print_stacktrace=1
 if [ "$tsan" = yes ]; then
-  build_preset tsan walk_tests model_tests engine_tests store_tests
-  for layer in walk model engine store; do
-    "build/tsan/tests/$layer/${layer}_tests" --gtest_brief=1
+  build_preset tsan walk_tests walk_darwin_tests model_tests engine_tests store_tests
+  for program in walk/walk walk/walk_darwin model/model engine/engine store/store; do
+    "build/tsan/tests/${program}_tests" --gtest_brief=1
   done
 fi
 ctest --preset dev -j2

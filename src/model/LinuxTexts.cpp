@@ -7,7 +7,7 @@ namespace vellmoor {
 namespace {
 
 // clang-format off
-constexpr std::array<LinuxTextEntry, 41> linuxTable{{
+constexpr std::array<LinuxTextEntry, 43> linuxTable{{
     {"%@ 中的可再生缓存", "Regenerable caches in %@", ""},
     {"npm、pip、Cargo、Go、Gradle 等工具的下载与构建缓存", "Download and build caches of npm, pip, Cargo, Go, Gradle and other tools", "Xcode DerivedData、模拟器缓存和旧归档"},
     {"%@ 中的文件", "Files in %@", ""},
@@ -49,6 +49,8 @@ constexpr std::array<LinuxTextEntry, 41> linuxTable{{
     {"准备好后开始扫描你的电脑", "Ready to scan your computer", "准备好后开始扫描你的 Mac"},
     {"一键扫描整台电脑", "Scan your entire computer in one click", "一键扫描整个 Mac"},
     {"系统磁盘", "System Disk", ""},
+    {"Vellmoor 正以 root 身份运行", "Vellmoor is running as root", ""},
+    {"它只会扫描和清理 root 自己的用户目录。请退出后用你自己的账户启动。", "It scans and cleans root's own home directory only. Quit it and start it from your own account.", ""},
 }};
 // clang-format on
 

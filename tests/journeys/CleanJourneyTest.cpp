@@ -12,40 +12,27 @@ constexpr auto trash = ".local/share/Trash";
 
 class CleanJourney : public Journey {
 protected:
-    static bool isTrashed(const std::string& name) {
-        return has(fs::path(trash) / "files" / name) && has(fs::path(trash) / "info" / (name + ".trashinfo"));
-    }
-    QString row(const std::string& title) const { return QStringLiteral("item.%1").arg(listed(title)); }
-    QString target(const std::string& title, const std::string& name) const {
-        return QStringLiteral("%1.target.%2").arg(row(title)).arg(listed(title, name));
-    }
     void unfold(const std::string& title) {
         click(row(title) + QStringLiteral(".expand"));
         waitFor("the paths", [&] { return isShown(row(title) + QStringLiteral(".target.0")); });
     }
-    void clean() {
-        click(QStringLiteral("cleanButton"));
-        click(QStringLiteral("confirm.accept"));
-        waitFor("the report", [&] { return store->latestReport().has_value(); });
-        waitFor("the rescan", [&] { return !store->isCleaning() && !store->isScanning(); });
-    }
 };
 
 TEST_F(CleanJourney, WhatIsTickedGoesToTheTrashAndWhatIsNotStaysThenTheTrashIsEmptied) {
-    file(".cache/thumbnails/large/a.png", 300'000);
-    file(".cache/player/b", 200'000);
-    file(".cache/keep-me/c", 100'000);
-    file(".local/state/app/session.log", 50'000);
-    file("Downloads/old.deb", 80'000, 20);
-    file("Documents/letter.txt", 5'000);
-    file(".config/settings.ini", 100);
+    makeFile(".cache/thumbnails/large/a.png", 300'000);
+    makeFile(".cache/player/b", 200'000);
+    makeFile(".cache/keep-me/c", 100'000);
+    makeFile(".local/state/app/session.log", 50'000);
+    makeFile("Downloads/old.deb", 80'000, 20);
+    makeFile("Documents/letter.txt", 5'000);
+    makeFile(".config/settings.ini", 100);
 
     open();
     scan();
     EXPECT_EQ(store->activeModule(), CleanerModule::smartScan);
     ASSERT_GE(listed("User Caches"), 0);
     unfold("User Caches");
-    click(target("User Caches", "keep-me") + QStringLiteral(".toggle"));
+    click(row("User Caches", "keep-me") + QStringLiteral(".toggle"));
     waitFor("the tick to go", [&] {
         const auto items = store->items(CleanerModule::smartScan);
         const auto& targets = items.at(static_cast<std::size_t>(listed("User Caches"))).targets;
@@ -72,7 +59,7 @@ TEST_F(CleanJourney, WhatIsTickedGoesToTheTrashAndWhatIsNotStaysThenTheTrashIsEm
     EXPECT_TRUE(has(".cache/player/b"));
     EXPECT_FALSE(has(fs::path(trash) / "info/player.trashinfo"));
 
-    text(fs::path(trash) / "directorysizes", "300000 1 thumbnails\n");
+    makeText(fs::path(trash) / "directorysizes", "300000 1 thumbnails\n");
     show(CleanerModule::trash);
     scan();
     ASSERT_EQ(listed("User Trash"), 0);
@@ -89,7 +76,7 @@ TEST_F(CleanJourney, WhatIsTickedGoesToTheTrashAndWhatIsNotStaysThenTheTrashIsEm
 }
 
 TEST_F(CleanJourney, CancellingTheConfirmationChangesNothing) {
-    file(".cache/player/b", 200'000);
+    makeFile(".cache/player/b", 200'000);
     open();
     show(CleanerModule::systemJunk);
     scan();

@@ -3,17 +3,11 @@
 #include "LinuxEnvironment.h"
 #include "SystemCleanerService.h"
 
-#include <QGuiApplication>
-#include <QQuickStyle>
 #include <QQuickWindow>
 #include <QTest>
 
 #include <algorithm>
-#include <array>
 #include <chrono>
-#include <cstdio>
-#include <cstdlib>
-#include <fstream>
 #include <unistd.h>
 
 namespace vellmoor::journey {
@@ -22,17 +16,11 @@ namespace {
 constexpr int patienceMs = 60'000;
 
 /// Every journey starts in an empty home.
-const fs::path& emptiedHome() {
-    for (const auto& entry : fs::directory_iterator(home())) {
-        fs::remove_all(entry.path());
-    }
-    return home();
-}
-
 SystemLayout layoutOfHome() {
     const LinuxEnvironment environment = linuxEnvironmentOf(emptiedHome());
     SystemLayout layout = linuxLayout(environment, ::getuid());
-    // No journey drops the machine's caches: this memory cannot be read, so its row cannot be ticked.
+    // No journey drops the machine's caches or sees its programs: this memory cannot be read, so its row cannot be
+    // ticked, and only the processes that a journey links into that folder are there.
     layout.memory = linuxMemoryLayout(environment, ::getuid(), home() / "no-such-system");
     return layout;
 }
@@ -50,27 +38,37 @@ QQuickItem* findBelow(QQuickItem* item, const QString& name) {
     return nullptr;
 }
 
-} // namespace
-
-const fs::path& home() {
-    static const fs::path folder = std::getenv("HOME");
-    return folder;
+/// Scrolls what lies around `item` until it is in view.
+void bringIntoView(QQuickItem* item) {
+    for (QQuickItem* around = item->parentItem(); around != nullptr; around = around->parentItem()) {
+        if (!around->inherits("QQuickFlickable")) {
+            continue;
+        }
+        const double top = item->mapToItem(around, QPointF()).y();
+        const double past = top + item->height() - around->height();
+        if (top < 0 || past > 0) {
+            around->setProperty("contentY", around->property("contentY").toDouble() + (top < 0 ? top : past));
+        }
+    }
 }
 
-Journey::Journey()
+} // namespace
+
+Journey::Journey(AppLanguage language)
     : layout(layoutOfHome()),
       desktop(layout),
-      service(std::make_shared<SystemCleanerService>(platform, layout)) {
+      service(std::make_shared<HeldService>(std::make_shared<SystemCleanerService>(platform, layout))) {
     L::setTextSet(TextSet::Linux);
     store = std::make_unique<CleanerStore>(service, [] { return std::chrono::system_clock::now(); });
     LanguageSetting setting;
-    setting.read = [] { return std::optional<std::string>("en"); };
+    setting.read = [language] { return std::optional(std::string(rawValue(language))); };
     setting.write = [](const std::string&) {};
     languages = std::make_unique<LanguageManager>(setting, std::nullopt);
     engine = std::make_unique<QQmlEngine>();
 }
 
 Journey::~Journey() {
+    service->release();
     window.reset();
     engine.reset();
 }
@@ -81,15 +79,25 @@ void Journey::open() {
     window = std::move(*loaded);
     window->window().resize(1080, 720);
     window->window().show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window->window(), patienceMs));
+    window->window().requestActivate();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window->window(), patienceMs));
 }
 
-QQuickItem* Journey::find(const QString& name) const {
-    return findBelow(window->window().contentItem(), name);
+QQuickItem* Journey::find(const QString& name, const QString& within) const {
+    QQuickItem* root = window->window().contentItem();
+    if (!within.isEmpty()) {
+        root = findBelow(root, within);
+    }
+    return root == nullptr ? nullptr : findBelow(root, name);
 }
 
-bool Journey::isShown(const QString& name) const {
-    return find(name) != nullptr;
+bool Journey::isShown(const QString& name, const QString& within) const {
+    return find(name, within) != nullptr;
+}
+
+bool Journey::isTicked(const QString& name, const QString& within) const {
+    const QQuickItem* item = find(name, within);
+    return item != nullptr && item->property("ticked").toBool();
 }
 
 QString Journey::textOf(const QString& name) const {
@@ -97,17 +105,31 @@ QString Journey::textOf(const QString& name) const {
     return item == nullptr ? QString() : item->property("text").toString();
 }
 
+QString Journey::valueOf(const QString& name) const {
+    const QQuickItem* item = find(name);
+    return item == nullptr ? QString() : item->property("value").toString();
+}
+
 void Journey::waitFor(const char* what, const std::function<bool()>& condition) const {
     ASSERT_TRUE(QTest::qWaitFor(condition, patienceMs)) << "waited in vain for " << what;
 }
 
-void Journey::click(const QString& name) {
+void Journey::settle() {
+    QCoreApplication::processEvents();
+    // Lists make and place their rows while the window is polished; nothing else asks for it without a display.
+    window->window().grabWindow();
+}
+
+void Journey::click(const QString& name, const QString& within) {
     waitFor(qPrintable(name), [&] {
-        const QQuickItem* item = find(name);
+        const QQuickItem* item = find(name, within);
         return item != nullptr && item->isEnabled();
     });
-    QQuickItem* item = find(name);
+    settle();
+    QQuickItem* item = find(name, within);
     ASSERT_NE(item, nullptr) << qPrintable(name);
+    bringIntoView(item);
+    settle();
     const QPointF centre = item->mapToScene(QPointF(item->width() / 2, item->height() / 2));
     ASSERT_TRUE(QRectF(QPointF(0, 0), QSizeF(window->window().size())).contains(centre)) << qPrintable(name);
     QTest::mouseClick(&window->window(), Qt::LeftButton, Qt::NoModifier, centre.toPoint());
@@ -129,6 +151,17 @@ void Journey::scan() {
     waitFor("the end of the scan", [&] { return !store->isScanning() && store->scanProgress() == 1.0; });
 }
 
+void Journey::clean() {
+    click(QStringLiteral("cleanButton"));
+    click(QStringLiteral("confirm.accept"));
+    waitForReport();
+}
+
+void Journey::waitForReport() {
+    waitFor("the report", [&] { return store->latestReport().has_value(); });
+    waitFor("the rescan", [&] { return !store->isCleaning() && !store->isScanning(); });
+}
+
 int Journey::listed(const std::string& title) const {
     const auto indices = store->itemIndices(store->activeModule(), CleanupFilter::all);
     for (std::size_t row = 0; row < indices.size(); ++row) {
@@ -139,73 +172,31 @@ int Journey::listed(const std::string& title) const {
     return -1;
 }
 
-int Journey::listed(const std::string& title, const std::string& target) const {
-    for (const CleanupItem& item : store->items(store->activeModule())) {
-        if (item.title != title) {
-            continue;
+const CleanupItem* Journey::item(const std::string& title) const {
+    for (const int index : store->itemIndices(store->activeModule(), CleanupFilter::all)) {
+        const CleanupItem& candidate = store->cleanupItems().at(static_cast<std::size_t>(index));
+        if (candidate.title == title) {
+            return &candidate;
         }
-        const auto found = std::ranges::find(item.targets, target, &CleanupTarget::name);
-        return found == item.targets.end() ? -1 : static_cast<int>(found - item.targets.begin());
     }
-    return -1;
+    return nullptr;
 }
 
-fs::path Journey::file(const fs::path& relative, std::size_t bytes, int daysOld) {
-    const fs::path path = home() / relative;
-    fs::create_directories(path.parent_path());
-    std::ofstream(path, std::ios::binary) << std::string(bytes, 'x');
-    fs::last_write_time(path, fs::file_time_type::clock::now() - std::chrono::hours(24 * daysOld));
-    return path;
-}
-
-fs::path Journey::text(const fs::path& relative, const std::string& contents) {
-    const fs::path path = home() / relative;
-    fs::create_directories(path.parent_path());
-    std::ofstream(path, std::ios::binary) << contents;
-    return path;
-}
-
-bool Journey::has(const fs::path& relative) {
-    return fs::symlink_status(home() / relative).type() != fs::file_type::not_found;
-}
-
-int Journey::run(const std::string& command, std::string* output) {
-    FILE* pipe = ::popen((command + " 2>&1").c_str(), "r");
-    if (pipe == nullptr) {
+int Journey::listed(const std::string& title, const std::string& target) const {
+    const CleanupItem* found = item(title);
+    if (found == nullptr) {
         return -1;
     }
-    std::array<char, 4096> buffer{};
-    std::string all;
-    while (const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), pipe)) {
-        all.append(buffer.data(), count);
-    }
-    if (output != nullptr) {
-        *output = all;
-    }
-    return ::pclose(pipe);
+    const auto path = std::ranges::find(found->targets, target, &CleanupTarget::name);
+    return path == found->targets.end() ? -1 : static_cast<int>(path - found->targets.begin());
+}
+
+QString Journey::row(const std::string& title) const {
+    return QStringLiteral("item.%1").arg(listed(title));
+}
+
+QString Journey::row(const std::string& title, const std::string& target) const {
+    return QStringLiteral("%1.target.%2").arg(row(title)).arg(listed(title, target));
 }
 
 } // namespace vellmoor::journey
-
-/// Every journey runs in a home of its own; nothing may read $HOME before it is set.
-int main(int argc, char** argv) {
-    std::string folder = (std::filesystem::temp_directory_path() / "vellmoor-journey-XXXXXX").string();
-    if (::mkdtemp(folder.data()) == nullptr) {
-        std::perror("mkdtemp");
-        return 1;
-    }
-    ::setenv("HOME", folder.c_str(), 1);
-    for (const char* name : {"XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME", "XDG_RUNTIME_DIR",
-                             "XDG_CURRENT_DESKTOP", "CARGO_HOME", "PIP_CACHE_DIR", "GOPATH", "CCACHE_DIR"}) {
-        ::unsetenv(name);
-    }
-    ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    ::setenv("QT_QUICK_BACKEND", "software", 1);
-    QQuickStyle::setStyle(QStringLiteral("Basic"));
-    QGuiApplication application(argc, argv);
-    ::testing::InitGoogleTest(&argc, argv);
-    const int result = RUN_ALL_TESTS();
-    std::error_code ignored; // a leftover in the temporary folder hurts nobody
-    std::filesystem::remove_all(folder, ignored);
-    return result;
-}

@@ -2,34 +2,40 @@
 
 #include "CleanerStore.h"
 #include "Desktop.h"
+#include "HeldService.h"
 #include "LanguageManager.h"
 #include "LinuxPlatform.h"
 #include "MainWindow.h"
 #include "SystemLayout.h"
+#include "ThrowAwayHome.h"
 
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QString>
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <functional>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <vector>
 
+namespace vellmoor {
+
+inline void PrintTo(AppLanguage language, std::ostream* out) {
+    *out << rawValue(language);
+}
+
+} // namespace vellmoor
+
 namespace vellmoor::journey {
-
-namespace fs = std::filesystem;
-
-/// The throw-away home of this process: $HOME, below the temporary folder, made in main() before anything reads it.
-const fs::path& home();
 
 /// A desktop that notes what it was asked for.
 class RecordingDesktop final : public Desktop {
 public:
     explicit RecordingDesktop(const SystemLayout& layout) : layout_(layout) {}
     std::vector<std::string> asked;
+    bool asRoot = false;
 
     void reveal(const fs::path& path) override { asked.push_back("reveal " + path.string()); }
     void openHome() override { asked.emplace_back("home"); }
@@ -42,6 +48,7 @@ public:
     [[nodiscard]] fs::path homeFolder() const override { return layout_.home; }
     [[nodiscard]] QImage applicationIcon(const fs::path&, int) override { return {}; }
     [[nodiscard]] bool prefersReducedMotion() const override { return true; }
+    [[nodiscard]] bool runsAsRoot() const override { return asRoot; }
 
 private:
     const SystemLayout& layout_;
@@ -50,24 +57,34 @@ private:
 /// The program as its user has it: the window on the screen, hands on mouse and keyboard, eyes on the disk.
 class Journey : public ::testing::Test {
 protected:
-    Journey();
+    explicit Journey(AppLanguage language = AppLanguage::english);
     ~Journey() override;
 
     /// Opens the window over whatever the home holds by now.
     void open();
 
     // Hands
-    void click(const QString& name);
+    /// A click in the middle of the item of that name, below the one called `within` when that is given; scrolls it
+    /// into view first.
+    void click(const QString& name, const QString& within = {});
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    /// Lets layouts and lists find their places.
+    void settle();
     /// Shows a module and waits until its page stands.
     void show(CleanerModule module);
     /// Presses the scan button of the shown module and waits for the end of the scan.
     void scan();
+    /// Presses the main button, confirms, and waits for the report and for the scan after it.
+    void clean();
+    void waitForReport();
 
     // Eyes
-    [[nodiscard]] QQuickItem* find(const QString& name) const;
-    [[nodiscard]] bool isShown(const QString& name) const;
+    [[nodiscard]] QQuickItem* find(const QString& name, const QString& within = {}) const;
+    [[nodiscard]] bool isShown(const QString& name, const QString& within = {}) const;
+    [[nodiscard]] bool isTicked(const QString& name, const QString& within = {}) const;
     [[nodiscard]] QString textOf(const QString& name) const;
+    /// The value of a tile or a pill.
+    [[nodiscard]] QString valueOf(const QString& name) const;
     /// Lets the event loop run until `condition` holds; fails after a generous limit.
     void waitFor(const char* what, const std::function<bool()>& condition) const;
 
@@ -75,22 +92,38 @@ protected:
     [[nodiscard]] int listed(const std::string& title) const;
     /// Position of a path in that row.
     [[nodiscard]] int listed(const std::string& title, const std::string& target) const;
+    /// The object names of that row and of that path's row in the shown module's unfiltered list.
+    [[nodiscard]] QString row(const std::string& title) const;
+    [[nodiscard]] QString row(const std::string& title, const std::string& target) const;
+    [[nodiscard]] const CleanupItem* item(const std::string& title) const;
 
-    // The home
-    static fs::path file(const fs::path& relative, std::size_t bytes, int daysOld = 0);
-    static fs::path text(const fs::path& relative, const std::string& contents);
-    [[nodiscard]] static bool has(const fs::path& relative);
-    /// Runs a command to its end and answers its exit status; its output goes to `output`.
-    static int run(const std::string& command, std::string* output = nullptr);
+    static QString text(const std::string& utf8) { return QString::fromStdString(utf8); }
+    template <class... Arguments>
+    static QString tr(const char* key, Arguments&&... arguments) {
+        return text(L::tr(key, std::forward<Arguments>(arguments)...));
+    }
 
     LinuxPlatform platform;
     SystemLayout layout;
     RecordingDesktop desktop;
-    std::shared_ptr<CleanerService> service;
+    std::shared_ptr<HeldService> service;
     std::unique_ptr<CleanerStore> store;
     std::unique_ptr<LanguageManager> languages;
     std::unique_ptr<QQmlEngine> engine;
     std::unique_ptr<MainWindow> window;
 };
 
+/// A journey in either language.
+class JourneyInEachLanguage : public Journey, public ::testing::WithParamInterface<AppLanguage> {
+protected:
+    JourneyInEachLanguage() : Journey(GetParam()) {}
+};
+
+inline std::string languageName(const ::testing::TestParamInfo<AppLanguage>& info) {
+    return info.param == AppLanguage::chinese ? "Chinese" : "English";
+}
+
 } // namespace vellmoor::journey
+
+#define IN_BOTH_LANGUAGES(Fixture)                                                                                     \
+    INSTANTIATE_TEST_SUITE_P(Languages, Fixture, ::testing::ValuesIn(allAppLanguages), languageName)

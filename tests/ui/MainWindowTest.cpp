@@ -35,6 +35,14 @@ TEST_P(MainWindowTest, EachModuleHasARowThatShowsItsPage) {
     EXPECT_THAT(service().scans(), ::testing::IsEmpty());
 }
 
+// The list of large files once still held positions in the Smart Scan's longer array.
+TEST_P(MainWindowTest, FromASmartScanOneClickLeadsToTheLargeFilesItFound) {
+    openScanned(CleanerModule::smartScan);
+    ASSERT_TRUE(window().click(QStringLiteral("sidebar.largeFiles")));
+    EXPECT_TRUE(isVisible("item.0"));
+    EXPECT_TRUE(isVisible("selectFiltered"));
+}
+
 TEST_P(MainWindowTest, AModuleThatWasNotScannedSaysSo) {
     open();
     window().click(QStringLiteral("sidebar.privacy"));
@@ -151,6 +159,34 @@ TEST_P(MainWindowTest, BecomingActiveReadsThePermissionsAgain) {
     service().setHints(sample::limitedHints());
     window().main().model().activated();
     EXPECT_TRUE(isVisible("limitation"));
+}
+
+TEST_P(MainWindowTest, AnOrdinaryUserSeesNoNoticeOfRoot) {
+    open();
+    EXPECT_FALSE(isVisible("rootNotice"));
+}
+
+TEST_P(MainWindowTest, StartedAsRootEveryPageSaysSoUntilTheNoticeIsClosed) {
+    desktop().asRoot = true;
+    open();
+    for (const CleanerModule module : allCleanerModules) {
+        window().show(module);
+        EXPECT_EQ(text("rootNotice"), tr("Vellmoor 正以 root 身份运行"));
+        EXPECT_EQ(text("rootNotice.text"), tr("它只会扫描和清理 root 自己的用户目录。请退出后用你自己的账户启动。"));
+    }
+    ASSERT_TRUE(window().click(QStringLiteral("rootNotice.close")));
+    EXPECT_FALSE(isVisible("rootNotice"));
+    window().click(QStringLiteral("sidebar.smartScan"));
+    EXPECT_FALSE(isVisible("rootNotice"));
+}
+
+TEST_P(MainWindowTest, TheNoticeOfRootFollowsTheLanguage) {
+    desktop().asRoot = true;
+    open();
+    const QString before = text("rootNotice");
+    ASSERT_TRUE(window().click(QStringLiteral("languageSwitch")));
+    EXPECT_NE(text("rootNotice"), before);
+    EXPECT_EQ(text("rootNotice"), tr("Vellmoor 正以 root 身份运行"));
 }
 
 TEST_P(MainWindowTest, EveryPageIsDrawnWithoutAWarning) {

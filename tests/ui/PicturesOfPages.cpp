@@ -96,7 +96,8 @@ bool takeLimited(const PictureFrame& frame) {
 bool takeUnfolded(const PictureFrame& frame) {
     PictureSession session(frame);
     session.showScanned(CleanerModule::systemJunk);
-    bool done = session.click("item.0.expand") && session.takeAfterClick("item.0.target.1.toggle", "systemJunk-unfolded");
+    bool done =
+        session.click("item.0.expand") && session.takeAfterClick("item.0.target.1.toggle", "systemJunk-unfolded");
     session.showScanned(CleanerModule::appUninstaller);
     done &= session.takeAfterClick("item.0.expand", "appUninstaller-unfolded");
     return done;

@@ -22,11 +22,13 @@ public:
     [[nodiscard]] std::filesystem::path homeFolder() const override { return home; }
     [[nodiscard]] QImage applicationIcon(const std::filesystem::path&, int) override { return {}; }
     [[nodiscard]] bool prefersReducedMotion() const override { return true; }
+    [[nodiscard]] bool runsAsRoot() const override { return asRoot; }
 
     std::vector<std::filesystem::path> revealed;
     std::vector<std::string> asked;
     std::string label = "系统磁盘";
     std::filesystem::path home = "/home/anna";
+    bool asRoot = false;
 };
 
 } // namespace vellmoor

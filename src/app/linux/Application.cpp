@@ -26,7 +26,9 @@
 namespace vellmoor {
 namespace {
 
-constexpr std::chrono::seconds patience{2};
+/// A cancelled scan ends at once; a clean or a moved login item, which the user confirmed, is brought to its end.
+constexpr std::chrono::seconds scanPatience{2};
+constexpr std::chrono::seconds actionPatience{60};
 
 void nameApplication() {
     QApplication::setApplicationName(QStringLiteral("Vellmoor"));
@@ -56,11 +58,9 @@ struct Parts {
                        [] { return std::chrono::system_clock::now(); }};
 };
 
-/// A home other than the account's is a world of its own (a demonstration, a test): it has its own instance.
-QDBusConnection instanceBus() {
+std::filesystem::path accountHome() {
     const struct passwd* account = ::getpwuid(::getuid());
-    const bool ownHome = account != nullptr && processEnvironment().home == account->pw_dir;
-    return ownHome ? QDBusConnection::sessionBus() : QDBusConnection(QString());
+    return account == nullptr ? std::filesystem::path() : std::filesystem::path(account->pw_dir);
 }
 
 int fail(const std::string& reason) {
@@ -91,7 +91,8 @@ int runWindow(SingleInstance& instance) {
                   });
     status.install();
     const int result = QApplication::exec();
-    if (!parts->store.shutDown(patience)) {
+    (*main)->window().hide();
+    if (!parts->store.shutDown(parts->store.isCleaning() ? actionPatience : scanPatience)) {
         // A system call that does not return keeps a worker busy; what it uses must not be taken from under it.
         std::_Exit(result);
     }
@@ -107,7 +108,7 @@ int runApplication(int argc, char* argv[]) {
     if (::geteuid() == 0) {
         std::fputs("vellmoor: running as root; it cleans root's own home, not that of another user\n", stderr);
     }
-    SingleInstance instance(instanceBus());
+    SingleInstance instance(QDBusConnection::sessionBus(), instanceName(processEnvironment().home, accountHome()));
     if (!instance.claim() && instance.raiseOther()) {
         return EXIT_SUCCESS;
     }

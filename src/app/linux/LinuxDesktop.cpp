@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <unistd.h>
 
 namespace vellmoor {
 namespace {
@@ -135,6 +136,10 @@ QIcon LinuxDesktop::iconOf(const std::filesystem::path& application) const {
 
 bool LinuxDesktop::prefersReducedMotion() const {
     return !desktopAnimates();
+}
+
+bool LinuxDesktop::runsAsRoot() const {
+    return ::geteuid() == 0;
 }
 
 } // namespace vellmoor

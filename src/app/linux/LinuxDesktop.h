@@ -29,6 +29,7 @@ public:
     [[nodiscard]] std::filesystem::path homeFolder() const override { return environment_.home; }
     [[nodiscard]] QImage applicationIcon(const std::filesystem::path& application, int pixels) override;
     [[nodiscard]] bool prefersReducedMotion() const override;
+    [[nodiscard]] bool runsAsRoot() const override;
 
 private:
     [[nodiscard]] QIcon iconOf(const std::filesystem::path& application) const;

@@ -20,10 +20,11 @@ class Appearance final : public QObject {
     Q_PROPERTY(bool reducedMotion READ reducedMotion CONSTANT FINAL)
 
 public:
-    explicit Appearance(bool reducedMotion, QObject* parent = nullptr);
-    /// Takes the wish for less movement that the window loader left on the engine.
+    Appearance(bool reducedMotion, double usualTextPoints, QObject* parent = nullptr);
+    /// Takes what the window loader left on the engine.
     static Appearance* create(QQmlEngine* engine, QJSEngine*);
-    static void setReducedMotion(QQmlEngine& engine, bool reduced);
+    /// Whether the desktop asks for less movement, and the size of its interface text when nobody asked for another.
+    static void setDesktop(QQmlEngine& engine, bool reducedMotion, double usualTextPoints);
 
     [[nodiscard]] QString fontFamily() const { return fontFamily_; }
     [[nodiscard]] double fontScale() const { return fontScale_; }

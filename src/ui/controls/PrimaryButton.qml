@@ -10,9 +10,13 @@ T.Button {
     property bool destructive: false
     readonly property color base: destructive ? Colors.red : Colors.cyan
 
+    Accessible.focusable: enabled
     Accessible.name: text
-    Accessible.role: Accessible.Button
-    focusPolicy: Qt.StrongFocus
+    Accessible.onPressAction: {
+        if (root.enabled)
+            root.clicked();
+    }
+    focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
     implicitHeight: Metrics.button
     implicitWidth: Math.max(96, label.implicitWidth + 40)
     opacity: enabled ? 1 : 0.45

@@ -41,6 +41,10 @@ Item {
         }
     }
 
+    FocusFollower {
+        view: view
+    }
+
     ScrollFade {
         anchors.bottom: view.bottom
         anchors.left: view.left

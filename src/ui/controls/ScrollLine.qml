@@ -8,6 +8,8 @@ T.ScrollBar {
 
     property bool quiet: false
 
+    // The list itself is what a screen reader moves in.
+    Accessible.ignored: true
     implicitHeight: 8
     implicitWidth: 8
     minimumSize: 0.08

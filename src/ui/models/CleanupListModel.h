@@ -96,7 +96,7 @@ private:
     [[nodiscard]] const CleanupItem& itemAt(const Row& row) const;
     [[nodiscard]] const Row* rowAt(int row) const;
     [[nodiscard]] bool isExpanded(const CleanupItem& item) const;
-    [[nodiscard]] QVariant itemData(const Row& row, const CleanupItem& item, int role) const;
+    [[nodiscard]] QVariant categoryData(const Row& row, const CleanupItem& item, int role) const;
     [[nodiscard]] QVariant appData(const CleanupItem& item, int role) const;
     [[nodiscard]] QVariant fileData(const CleanupItem& item, int role) const;
     [[nodiscard]] QVariant targetData(const Row& row, const CleanupItem& item, int role) const;

@@ -29,7 +29,8 @@ WindowModel::WindowModel(CleanerStore& store, LanguageManager& languages, Deskto
       memory_(store),
       memoryApps_(store, desktop),
       permissions_(store),
-      report_(store) {
+      report_(store),
+      rootNotice_(desktop.runsAsRoot()) {
     memoryItems_.setModule(CleanerModule::memoryOptimization);
     startupExtras_.setModule(CleanerModule::performance);
     details_.setInitiallyExpanded(true);
@@ -266,6 +267,11 @@ void WindowModel::quitMemoryApp(int row) {
 
 void WindowModel::refreshPermissions() {
     store_.refreshPermissionHints();
+}
+
+void WindowModel::closeRootNotice() {
+    rootNotice_ = false;
+    Q_EMIT rootNoticeChanged();
 }
 
 void WindowModel::activated() {

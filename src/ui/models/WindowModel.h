@@ -58,6 +58,8 @@ class WindowModel final : public QObject {
     Q_PROPERTY(QString confirmationMessage READ confirmationMessage NOTIFY selectionChanged FINAL)
     /// The banner's text; empty when nothing limits the shown module.
     Q_PROPERTY(QString limitation READ limitation NOTIFY limitationChanged FINAL)
+    /// Whether the window says that it should not run as root; the user may close the notice.
+    Q_PROPERTY(bool rootNotice READ rootNotice NOTIFY rootNoticeChanged FINAL)
     /// The row of the start-up item being changed; -1: none.
     Q_PROPERTY(int changingStartupRow READ changingStartupRow NOTIFY busyChanged FINAL)
 
@@ -98,6 +100,7 @@ public:
     [[nodiscard]] QString confirmationTitle() const;
     [[nodiscard]] QString confirmationMessage() const;
     [[nodiscard]] QString limitation() const;
+    [[nodiscard]] bool rootNotice() const { return rootNotice_; }
     [[nodiscard]] int changingStartupRow() const { return changingStartupRow_; }
 
     /// The scan button: starts a scan of the shown module, or cancels the running one.
@@ -114,6 +117,7 @@ public:
     /// After the user confirmed.
     Q_INVOKABLE void quitMemoryApp(int row);
     Q_INVOKABLE void refreshPermissions();
+    Q_INVOKABLE void closeRootNotice();
     /// The window became the active one.
     Q_INVOKABLE void activated();
 
@@ -129,6 +133,7 @@ Q_SIGNALS:
     void selectionChanged();
     void busyChanged();
     void limitationChanged();
+    void rootNoticeChanged();
 
 private:
     void connectStore();
@@ -154,6 +159,7 @@ private:
     MemoryAppListModel memoryApps_;
     PermissionListModel permissions_;
     ReportModel report_;
+    bool rootNotice_;
     int changingStartupRow_ = -1;
     bool selectionChangePending_ = false;
 };

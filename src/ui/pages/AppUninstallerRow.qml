@@ -13,6 +13,8 @@ RowFrame {
 
     readonly property bool isApp: row.bundle !== ""
 
+    Accessible.checkable: row.cleanable
+    Accessible.checked: row.ticked
     Accessible.description: row.detail
     Accessible.name: row.title + " " + row.size
     Accessible.role: Accessible.ListItem
@@ -54,6 +56,7 @@ RowFrame {
                     id: heading
 
                     Layout.fillWidth: true
+                    spoken: false
                     text: root.row.title
                 }
 
@@ -66,6 +69,7 @@ RowFrame {
             }
 
             Subheading {
+                spoken: false
                 text: root.row.size
                 visible: root.isApp
             }

@@ -36,6 +36,7 @@ GlassPanel {
             list: "AppList.qml"
             rows: root.vm.items
             scanning: root.vm.scan.scanning
+            title: L.tr("应用")
         }
     }
 }

@@ -6,7 +6,6 @@ RowDelegate {
 
     category: Component {
         CleanupRow {
-            isCurrent: root.isCurrent
             row: root
             rows: root.rows
         }

@@ -13,6 +13,8 @@ Sheet {
     height: 640
     objectName: "details"
     title: L.tr("清理前详情")
+
+    onOpened: list.forceActiveFocus(Qt.TabFocusReason)
     width: 900
 
     contentItem: ColumnLayout {
@@ -33,6 +35,7 @@ Sheet {
                     Layout.fillWidth: true
                     color: Colors.vmSecondaryText
                     objectName: "details.summary"
+                    spoken: true
                     text: root.vm.selectedPathsText
                 }
             }
@@ -70,6 +73,8 @@ Sheet {
         }
 
         ResultList {
+            id: list
+
             Layout.fillHeight: true
             Layout.fillWidth: true
             Layout.rightMargin: -10
@@ -77,6 +82,7 @@ Sheet {
             listName: "detailsList"
             rows: root.vm.details
             scanning: root.vm.scan.scanning
+            title: L.tr("清理项目")
         }
 
         LargestItems {

@@ -10,16 +10,19 @@ ListView {
     id: root
 
     required property CleanupListModel rows
+    property string title
 
+    Accessible.name: title
     Accessible.role: Accessible.List
     Keys.onLeftPressed: rows.setExpanded(currentIndex, false)
     Keys.onReturnPressed: rows.reveal(currentIndex)
     Keys.onRightPressed: rows.setExpanded(currentIndex, true)
     Keys.onSpacePressed: rows.toggle(currentIndex)
-    activeFocusOnTab: true
+    activeFocusOnTab: count > 0
     bottomMargin: 11
     boundsBehavior: Flickable.StopAtBounds
     clip: true
+    focus: true
     model: rows
     reuseItems: true
     spacing: 6

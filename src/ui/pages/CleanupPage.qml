@@ -35,6 +35,7 @@ GlassPanel {
             list: "CategoryList.qml"
             rows: root.vm.items
             scanning: root.vm.scan.scanning
+            title: L.tr("推荐清理")
         }
     }
 }

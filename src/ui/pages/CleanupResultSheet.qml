@@ -42,6 +42,7 @@ Sheet {
                     color: Colors.vmSecondaryText
                     maximumLineCount: 2
                     objectName: "result.subtitle"
+                    spoken: true
                     text: root.report.subtitle
                     wrapMode: Text.Wrap
                 }
@@ -96,5 +97,5 @@ Sheet {
     }
 
     onClosed: vm.closeReport()
-    onOpened: done.forceActiveFocus()
+    onOpened: done.forceActiveFocus(Qt.TabFocusReason)
 }

@@ -1,7 +1,7 @@
 import QtQuick
 
 // One row of a CleanupListModel: what its roles say. The row's picture is drawn by the views that take it.
-Item {
+FocusScope {
     required property int index
     required property string name
     required property bool isTarget
@@ -25,4 +25,7 @@ Item {
     required property bool running
     required property string bundle
     required property string leftovers
+    // Where a list has the keyboard, its keys do what the row's buttons do, and the buttons are passed over.
+    property bool hasKeys: true
+    readonly property int focusPolicy: hasKeys ? Qt.StrongFocus : Qt.ClickFocus
 }

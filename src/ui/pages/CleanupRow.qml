@@ -11,6 +11,8 @@ RowFrame {
     required property CleanupRoles row
     required property CleanupListModel rows
 
+    Accessible.checkable: row.cleanable
+    Accessible.checked: row.ticked
     Accessible.description: row.detail
     Accessible.name: row.title + " " + row.size + " " + row.riskTitle
     Accessible.role: Accessible.ListItem

@@ -12,6 +12,8 @@ RowFrame {
     required property CleanupListModel rows
     property bool isEnabled: true
 
+    Accessible.checkable: isEnabled
+    Accessible.checked: row.ticked
     Accessible.description: row.detail
     Accessible.name: row.title + " " + row.size
     Accessible.role: Accessible.ListItem
@@ -33,6 +35,7 @@ RowFrame {
 
         TickBox {
             enabled: root.isEnabled
+            focusPolicy: root.row.focusPolicy
             objectName: root.row.name + ".toggle"
             size: 18
             text: root.row.title

@@ -6,7 +6,6 @@ RowDelegate {
 
     category: Component {
         CleanupDetailCategoryHeader {
-            isCurrent: root.isCurrent
             row: root
             rows: root.rows
         }

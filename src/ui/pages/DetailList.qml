@@ -6,7 +6,7 @@ CleanupList {
     id: root
 
     delegate: DetailDelegate {
-        isCurrent: ListView.isCurrentItem && root.Window.activeFocusItem === root
+        hasKeys: false
         rows: root.rows
         width: root.width - 10
     }

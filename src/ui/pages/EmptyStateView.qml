@@ -24,6 +24,7 @@ Column {
         color: Colors.vmSecondaryText
         horizontalAlignment: Text.AlignHCenter
         objectName: "emptyState"
+        spoken: true
         text: root.isScanning ? L.tr("正在读取文件系统...") : L.tr("暂无结果")
         width: root.width
     }

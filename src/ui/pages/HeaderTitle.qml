@@ -42,6 +42,7 @@ ColumnLayout {
         color: Colors.vmSecondaryText
         Layout.preferredHeight: Math.ceil(2 * lines.lineSpacing) + 1
         maximumLineCount: 2
+        spoken: true
         text: root.status
         wrapMode: Text.Wrap
     }

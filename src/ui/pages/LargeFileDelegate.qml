@@ -6,17 +6,20 @@ CleanupRoles {
     id: root
 
     required property CleanupListModel rows
-    property bool isCurrent: false
 
     ListView.onPooled: visible = false
     ListView.onReused: visible = true
     implicitHeight: file.implicitHeight
     objectName: name
 
+    onActiveFocusChanged: {
+        if (activeFocus && ListView.view)
+            ListView.view.currentIndex = index;
+    }
+
     LargeFileRow {
         id: file
 
-        isCurrent: root.isCurrent
         row: root
         rows: root.rows
         width: root.width

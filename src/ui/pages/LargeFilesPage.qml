@@ -71,6 +71,7 @@ GlassPanel {
 
             Badge {
                 objectName: "list.selection"
+                spoken: true
                 text: L.tr1("%d 个已选", root.files.selectedCount)
                 tint: Colors.green
             }
@@ -83,6 +84,7 @@ GlassPanel {
             list: "LargeFileList.qml"
             rows: root.files
             scanning: root.vm.scan.scanning
+            title: L.tr("大文件")
         }
     }
 }

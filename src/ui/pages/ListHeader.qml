@@ -22,6 +22,7 @@ RowLayout {
 
     Badge {
         objectName: "list.counter"
+        spoken: true
         text: root.counter
         tint: Colors.cyan
         visible: root.counter !== ""

@@ -17,6 +17,7 @@ RowFrame {
     signal quitAsked
     signal monitorAsked
 
+    Accessible.description: processes
     Accessible.name: name + " " + memory
     Accessible.role: Accessible.ListItem
     help: heading.truncated ? name : ""
@@ -56,7 +57,6 @@ RowFrame {
         }
 
         BodyText {
-            Accessible.name: L.tr("内存占用") + " " + text
             Layout.preferredWidth: 86
             color: Colors.ink(Colors.orange)
             font.weight: Font.DemiBold
@@ -65,6 +65,7 @@ RowFrame {
         }
 
         SoftIconButton {
+            Accessible.name: help + " " + root.name
             flat: true
             help: L.tr("在活动监视器中查看")
             ink: Colors.vmSecondaryText
@@ -76,6 +77,7 @@ RowFrame {
         }
 
         SoftIconButton {
+            Accessible.name: help + " " + root.name
             flat: true
             help: L.tr("退出应用")
             ink: Colors.ink(Colors.red)

@@ -40,6 +40,7 @@ GlassPanel {
                 Layout.fillWidth: true
                 color: Colors.vmSecondaryText
                 maximumLineCount: 2
+                spoken: true
                 text: root.scan.description
                 wrapMode: Text.Wrap
             }
@@ -58,6 +59,7 @@ GlassPanel {
                     Layout.fillWidth: true
                     font.weight: Font.DemiBold
                     objectName: "headerTitle"
+                    spoken: true
                     text: root.scan.title
                 }
             }

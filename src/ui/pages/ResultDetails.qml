@@ -26,6 +26,7 @@ Rectangle {
         }
 
         ListView {
+            Accessible.name: L.tr("失败原因")
             Accessible.role: Accessible.List
             Layout.fillHeight: true
             Layout.fillWidth: true
@@ -43,6 +44,8 @@ Rectangle {
 
                 required property string modelData
 
+                Accessible.name: modelData
+                Accessible.role: Accessible.ListItem
                 spacing: Metrics.gap
                 width: ListView.view.width - 14
 
@@ -89,6 +92,7 @@ Rectangle {
         BodyText {
             color: Colors.vmSecondaryText
             horizontalAlignment: Text.AlignHCenter
+            spoken: true
             text: L.tr("选中项目已按确认执行。")
             width: parent.width
         }

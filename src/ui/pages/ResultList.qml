@@ -4,7 +4,7 @@ import Vellmoor.Models
 import Vellmoor.Theme
 
 // The place of a list: the list itself, or that it is empty. A list is loaded when it first has something to show.
-Item {
+FocusScope {
     id: root
 
     required property CleanupListModel rows
@@ -12,15 +12,17 @@ Item {
     required property string list
     property string listName: "cleanupList"
     property bool scanning: false
+    // What a screen reader calls the list.
+    required property string title
     property color ground: Colors.panelGround
     readonly property bool filled: rows.itemCount > 0
 
     function fill(): void {
         if (filled && !loader.item)
             loader.setSource(list, {
-                "objectName": listName,
-                "rows": rows
-            });
+                    "objectName": listName,
+                    "rows": rows
+                });
     }
 
     Component.onCompleted: fill()
@@ -30,7 +32,15 @@ Item {
         id: loader
 
         anchors.fill: parent
+        focus: true
         visible: root.filled
+    }
+
+    Binding {
+        property: "title"
+        target: loader.item
+        value: root.title
+        when: loader.item !== null
     }
 
     ScrollFade {

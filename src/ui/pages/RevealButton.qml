@@ -8,7 +8,9 @@ SoftIconButton {
     required property CleanupRoles row
     required property CleanupListModel rows
 
+    Accessible.name: help + " " + row.title
     flat: true
+    focusPolicy: row.focusPolicy
     help: L.tr("在 Finder 中显示")
     ink: Colors.vmSecondaryText
     objectName: row.name + ".reveal"

@@ -7,7 +7,6 @@ CleanupRoles {
 
     required property CleanupListModel rows
     property Component category
-    property bool isCurrent: false
 
     // A row kept for later use is no row: it takes neither the keyboard nor a screen reader.
     ListView.onPooled: visible = false
@@ -15,9 +14,16 @@ CleanupRoles {
     implicitHeight: loader.height
     objectName: name
 
+    // The keyboard is on one of the row's own controls: the list goes along.
+    onActiveFocusChanged: {
+        if (activeFocus && ListView.view)
+            ListView.view.currentIndex = index;
+    }
+
     Loader {
         id: loader
 
+        focus: true
         sourceComponent: root.isTarget ? target : root.category
         width: root.width
     }
@@ -26,7 +32,6 @@ CleanupRoles {
         id: target
 
         CleanupTargetRow {
-            isCurrent: root.isCurrent
             isEnabled: root.cleanable
             row: root
             rows: root.rows

@@ -6,7 +6,6 @@ import Vellmoor.Theme
 Rectangle {
     id: root
 
-    property bool isCurrent: false
     // What the row says in full, when its place is too narrow for it.
     property string help
     readonly property alias hovered: hover.hovered
@@ -14,9 +13,12 @@ Rectangle {
     signal tapped
     signal menuAsked
 
+    Accessible.focusable: true
+    Accessible.onPressAction: tapped()
     border.color: Colors.vmLine
     border.width: 1
     color: hover.hovered ? Colors.rowHover : Colors.row
+    focus: true
     radius: Metrics.rowRadius
 
     Behavior on color  {
@@ -46,6 +48,6 @@ Rectangle {
 
     FocusRing {
         anchors.margins: -1
-        shown: root.isCurrent
+        shown: root.activeFocus
     }
 }

@@ -14,9 +14,9 @@ Loader {
     function popup(): void {
         if (!item)
             setSource(menu, {
-                "row": row,
-                "rows": rows
-            });
+                    "row": row,
+                    "rows": rows
+                });
         (item as ContextMenu).popup();
     }
 }

@@ -17,12 +17,14 @@ RowFrame {
     // A change of this row is running.
     required property bool isWorking
     property bool locked: false
+    readonly property string status: startsEnabled ? L.tr("已启用") : L.tr("已禁用")
+    readonly property bool canChange: !isWorking && !locked
 
     signal changeAsked
     signal revealAsked
 
     Accessible.description: location
-    Accessible.name: name
+    Accessible.name: name + " " + status + " " + kind
     Accessible.role: Accessible.ListItem
     ListView.onPooled: visible = false
     ListView.onReused: visible = true
@@ -67,7 +69,7 @@ RowFrame {
 
                 Badge {
                     objectName: root.objectName + ".status"
-                    text: root.startsEnabled ? L.tr("已启用") : L.tr("已禁用")
+                    text: root.status
                     tint: root.startsEnabled ? Colors.green : Colors.gray
                 }
 
@@ -79,7 +81,9 @@ RowFrame {
         }
 
         SoftIconButton {
+            Accessible.name: help + " " + root.name
             flat: true
+            focusPolicy: Qt.ClickFocus
             help: L.tr("在 Finder 中显示")
             ink: Colors.vmSecondaryText
             objectName: root.objectName + ".reveal"
@@ -90,8 +94,10 @@ RowFrame {
         }
 
         SecondaryButton {
+            Accessible.name: text + " " + root.name
             compact: true
-            enabled: !root.isWorking && !root.locked
+            enabled: root.canChange
+            focusPolicy: Qt.ClickFocus
             objectName: root.objectName + ".action"
             symbol: root.startsEnabled ? "pause.circle" : "play.circle"
             text: root.startsEnabled ? L.tr("禁用") : L.tr("恢复")

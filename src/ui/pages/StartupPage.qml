@@ -6,7 +6,7 @@ import Vellmoor.Controls
 import Vellmoor.Models
 import Vellmoor.Theme
 
-// What starts at login, and the switch of each item.
+// What starts at login, and the switch of each item: Up and Down move, Space switches, Return shows the file.
 GlassPanel {
     id: root
 
@@ -52,6 +52,7 @@ GlassPanel {
             Layout.topMargin: -6
             elide: Text.ElideNone
             objectName: "startupNote"
+            spoken: true
             text: root.updating ? L.tr("正在更新启动项...") : L.tr("禁用后会移到 LaunchAgents.disabled，可随时恢复")
             wrapMode: Text.Wrap
         }
@@ -73,6 +74,15 @@ GlassPanel {
         ListView {
             id: list
 
+            Accessible.name: L.tr("启动项")
+            Keys.onReturnPressed: root.vm.startup.reveal(currentIndex)
+            Keys.onSpacePressed: {
+                const row = currentItem as StartupItemRow;
+                if (row && row.canChange)
+                    row.changeAsked();
+            }
+            activeFocusOnTab: true
+
             Accessible.role: Accessible.List
             Layout.fillHeight: true
             Layout.fillWidth: true
@@ -84,6 +94,11 @@ GlassPanel {
             objectName: "startupList"
             reuseItems: true
             spacing: 6
+
+            onActiveFocusChanged: {
+                if (activeFocus && currentIndex < 0)
+                    currentIndex = 0;
+            }
 
             T.ScrollBar.vertical: ScrollLine {
             }
@@ -131,6 +146,10 @@ GlassPanel {
                 parent: list
                 view: list
                 y: list.height - height
+            }
+
+            FocusFollower {
+                view: list
             }
 
             EmptyStateView {

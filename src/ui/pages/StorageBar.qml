@@ -31,7 +31,7 @@ Item {
                 required property string value
                 property real shown: fraction // moves; the width itself follows the window at once
 
-                Accessible.name: title + " " + value
+                Accessible.name: (title + " " + value).trim()
                 Accessible.role: Accessible.StaticText
                 color: Colors.tint(tint)
                 height: root.height

@@ -12,8 +12,8 @@ Loader {
     function fill(): void {
         if (ready && file !== "")
             setSource(file, {
-                "vm": vm
-            });
+                    "vm": vm
+                });
         else if (ready)
             source = "";
     }

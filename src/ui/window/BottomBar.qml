@@ -25,6 +25,7 @@ GlassPanel {
             spacing: 0
 
             Subheading {
+                Accessible.role: Accessible.StaticText
                 Layout.fillWidth: true
                 objectName: "selectedText"
                 text: root.vm.selectedText
@@ -34,6 +35,7 @@ GlassPanel {
                 Layout.fillWidth: true
                 maximumLineCount: 2
                 objectName: "statusMessage"
+                spoken: true
                 text: root.vm.scan.status
                 wrapMode: Text.Wrap
             }
@@ -70,6 +72,8 @@ GlassPanel {
     }
 
     ProgressLine {
+        Accessible.name: root.vm.scan.title + " " + Math.round(value * 100) + "%"
+        Accessible.role: Accessible.ProgressBar
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 1
         anchors.left: parent.left

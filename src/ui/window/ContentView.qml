@@ -8,6 +8,7 @@ import Vellmoor.Theme
 //   sidebar.MODULE, languageSwitch            the sidebar (MODULE is the raw value, e.g. sidebar.systemJunk)
 //   refreshButton, homeButton                 the top bar
 //   scanButton, headerTitle, ringUnit         the header
+//   rootNotice, rootNotice.text, rootNotice.close   the notice of a program that runs as root
 //   limitation, openSettings                  the permission banner
 //   filter.all, filter.recommended, filter.selected; kindFilter, ageFilter, selectFiltered, deselectFiltered
 //   cleanupList, emptyState                   the list of the page (startupList on the login items page)

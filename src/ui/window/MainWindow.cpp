@@ -44,11 +44,13 @@ MainWindow::~MainWindow() = default;
 
 void MainWindow::fill(CleanerStore& store, LanguageManager& languages, Desktop& desktop,
                       QQmlComponent::CompilationMode mode, std::function<void(const Outcome&)> done) {
-    engine_.addImageProvider(QStringLiteral("symbol"), new SymbolImageProvider);
+    engine_.addImageProvider(
+        QStringLiteral("symbol"),
+        new SymbolImageProvider([&desktop](const QString& name, int pixels) { return desktop.symbol(name, pixels); }));
     engine_.addImageProvider(QStringLiteral("shadow"), new ShadowImageProvider);
     engine_.addImageProvider(QStringLiteral("application"), new ApplicationIconProvider(desktop));
     Texts::setLanguages(engine_, languages);
-    Appearance::setReducedMotion(engine_, desktop.prefersReducedMotion());
+    Appearance::setDesktop(engine_, desktop.prefersReducedMotion(), desktop.usualTextPoints());
     model_ = std::make_unique<WindowModel>(store, languages, desktop);
     QQmlEngine::setObjectOwnership(model_.get(), QQmlEngine::CppOwnership);
     QObject::connect(window_.get(), &QQuickWindow::activeChanged, model_.get(), [this] {
@@ -69,11 +71,10 @@ MainWindow::Outcome MainWindow::createViews() {
     if (window_->isActive()) {
         model_->activated();
     }
-    QObject* views =
-        views_->isReady()
-            ? views_->createWithInitialProperties({{QStringLiteral("vm"), QVariant::fromValue(model_.get())},
-                                                   {QStringLiteral("parent"), QVariant::fromValue(window_->contentItem())}})
-            : nullptr;
+    QObject* views = views_->isReady() ? views_->createWithInitialProperties(
+                                             {{QStringLiteral("vm"), QVariant::fromValue(model_.get())},
+                                              {QStringLiteral("parent"), QVariant::fromValue(window_->contentItem())}})
+                                       : nullptr;
     if (views == nullptr) {
         return errorOf(*views_);
     }

@@ -30,6 +30,13 @@ ColumnLayout {
         vm: root.vm
     }
 
+    RootNotice {
+        Layout.fillWidth: true
+        visible: root.vm.rootNotice
+
+        onClosed: root.vm.closeRootNotice()
+    }
+
     PermissionInlineWarning {
         Layout.fillWidth: true
         limitations: root.vm.limitation

@@ -18,23 +18,23 @@ Item {
 
     function askQuit(row: int, name: string): void {
         open(confirmation, "QuitConfirmation.qml", {
-            "row": row,
-            "name": name
-        });
+                "row": row,
+                "name": name
+            });
     }
 
     function askStartup(row: int, name: string, enabled: bool): void {
         open(confirmation, "StartupConfirmation.qml", {
-            "row": row,
-            "name": name,
-            "disables": enabled
-        });
+                "row": row,
+                "name": name,
+                "disables": enabled
+            });
     }
 
     function open(place: Loader, file: string, properties: var): void {
         place.setSource(file, Object.assign({
-            "vm": vm
-        }, properties));
+                    "vm": vm
+                }, properties));
         (place.item as Sheet).open();
     }
 

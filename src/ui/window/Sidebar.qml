@@ -5,13 +5,23 @@ import Vellmoor.Controls
 import Vellmoor.Models
 import Vellmoor.Theme
 
-// The eight modules and the language switch.
+// The eight modules and the language switch. Up and Down go from module to module.
 Rectangle {
     id: root
 
     required property WindowModel vm
 
+    // Shows the module at that position, as far as there is one, and leaves the keyboard there.
+    function go(position: int): void {
+        const row = rows.itemAt(Math.max(0, Math.min(position, rows.count - 1))) as SidebarRow;
+        row.forceActiveFocus(Qt.TabFocusReason);
+        row.clicked();
+    }
+
     color: Colors.sidebar
+
+    // The keyboard begins here.
+    Component.onCompleted: rows.itemAt(0).forceActiveFocus()
 
     Rectangle {
         anchors.bottom: parent.bottom
@@ -49,15 +59,22 @@ Rectangle {
 
                 Caption {
                     Layout.fillWidth: true
+                    spoken: true
                     text: L.tr("磁盘清理工具")
                 }
             }
         }
 
         Repeater {
+            id: rows
+
             model: root.vm.modules
 
             SidebarRow {
+                required property int index
+
+                Keys.onDownPressed: root.go(index + 1)
+                Keys.onUpPressed: root.go(index - 1)
                 Layout.fillWidth: true
                 isSelected: module === root.vm.module
 
