@@ -40,7 +40,7 @@ ColumnLayout {
     BodyText {
         Layout.fillWidth: true
         color: Colors.vmSecondaryText
-        Layout.preferredHeight: 2 * lines.height
+        Layout.preferredHeight: Math.ceil(2 * lines.lineSpacing) + 1
         maximumLineCount: 2
         spoken: true
         text: root.status

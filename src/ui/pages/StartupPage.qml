@@ -139,6 +139,15 @@ GlassPanel {
                 }
             }
 
+            ScrollFade {
+                anchors.left: parent.left
+                anchors.right: parent.right
+                anchors.rightMargin: 10
+                parent: list
+                view: list
+                y: list.height - height
+            }
+
             FocusFollower {
                 view: list
             }

@@ -15,7 +15,7 @@ QtObject {
     readonly property int smallRadius: 8
 
     readonly property int gap: 8
-    readonly property int topBarHeight: 58
+    readonly property int topBarHeight: 62
     readonly property int dashboardHeight: 164
     readonly property int moduleHeaderHeight: 124
     readonly property int bottomBarHeight: 66

@@ -40,6 +40,7 @@ Rectangle {
         RowLayout {
             Layout.bottomMargin: 16
             Layout.leftMargin: 8
+            Layout.preferredHeight: Math.max(Metrics.topBarHeight - 18, implicitHeight)
             spacing: Metrics.wideGap
 
             SymbolTile {
