@@ -9,6 +9,8 @@
 #include "SystemLayout.h"
 
 #include <QColor>
+#include <QCoreApplication>
+#include <QEvent>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <gmock/gmock.h>
@@ -153,12 +155,6 @@ TEST_F(MacDesktopTest, ASymbolOfTheSystemTakesTheWantedColour) {
     const QImage image = provider.requestImage(QStringLiteral("sparkles?#ff0000"), nullptr, QSize(16, 16));
     EXPECT_EQ(image.size(), QSize(16, 16));
     EXPECT_EQ(image.pixelColor(8, 8), QColor(Qt::red));
-}
-
-TEST_F(MacDesktopTest, ASymbolThatTheSystemLacksComesFromTheEmbeddedPictures) {
-    SymbolImageProvider provider([this](const QString& name, int pixels) { return desktop_.symbol(name, pixels); });
-    const QImage image = provider.requestImage(QStringLiteral("trash?#ff0000"), nullptr, QSize(16, 16));
-    EXPECT_EQ(image, symbolImage(QStringLiteral("trash"), Qt::red, 16));
 }
 
 TEST(MenuTables, TheStatusMenuFollowsTheLanguage) {

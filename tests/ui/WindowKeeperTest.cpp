@@ -39,7 +39,10 @@ protected:
     }
 
     /// Starts a scan as the user does, by the window's key.
-    void startScan() { QTest::keyClick(keeper_.window(), Qt::Key_F5); }
+    void startScan() {
+        ASSERT_TRUE(QTest::qWaitForWindowActive(keeper_.window(), 60000));
+        QTest::keyClick(keeper_.window(), Qt::Key_F5);
+    }
 
     std::shared_ptr<ScriptedCleanerService> service_ = std::make_shared<ScriptedCleanerService>();
     RecordingDesktop desktop_;
@@ -53,6 +56,7 @@ protected:
                           .raise =
                               [this](QQuickWindow& window) {
                                   fronted_.emplace_back(window.isVisible() ? "raise" : "raise while hidden");
+                                  window.requestActivate();
                               }}};
 };
 
@@ -118,9 +122,29 @@ TEST_F(WindowKeeperTest, TheProgramsEndWaitsForWhatAClosedWindowStarted) {
     keeper_.window()->close();
     runEvents();
     ASSERT_EQ(keeper_.window(), nullptr);
-    EXPECT_FALSE(keeper_.shutDown(10ms));
+    EXPECT_FALSE(keeper_.shutDown({.scan = 10ms, .action = 60s}));
     gate.open();
-    EXPECT_TRUE(keeper_.shutDown(60s));
+    EXPECT_TRUE(keeper_.shutDown({.scan = 60s, .action = 0ms}));
+}
+
+TEST_F(WindowKeeperTest, ACleanIsBroughtToItsEndThoughItsWindowWasClosed) {
+    Gate gate;
+    bool isClean = false;
+    service_->onClean([&](const std::vector<CleanupItem>&) {
+        gate.pass();
+        isClean = true;
+        return CleanupReport{};
+    });
+    ASSERT_TRUE(keeper_.show().has_value());
+    startScan();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return keeper_.store()->hasResult(CleanerModule::smartScan); }, 60000));
+    keeper_.store()->cleanSelected(CleanerModule::smartScan);
+    gate.awaitVisitor();
+    keeper_.window()->close();
+    runEvents();
+    gate.open();
+    EXPECT_TRUE(keeper_.shutDown({.scan = 0ms, .action = 60s}));
+    EXPECT_TRUE(isClean);
 }
 
 TEST_F(WindowKeeperTest, TheWindowsQuitKeyAsksForTheProgramsEnd) {

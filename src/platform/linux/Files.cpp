@@ -20,12 +20,12 @@ struct CloseDirectory {
 using DirectoryStream = std::unique_ptr<DIR, CloseDirectory>;
 
 // The kind of an entry; not every file system tells it in the listing.
-unsigned char kindOf(DIR* directory, const dirent& entry) {
+unsigned char kindOf(int folder, const dirent& entry) {
     if (entry.d_type != DT_UNKNOWN) {
         return entry.d_type;
     }
     struct stat status{};
-    if (::fstatat(::dirfd(directory), entry.d_name, &status, AT_SYMLINK_NOFOLLOW) != 0) {
+    if (::fstatat(folder, entry.d_name, &status, AT_SYMLINK_NOFOLLOW) != 0) {
         return DT_UNKNOWN;
     }
     return static_cast<unsigned char>(IFTODT(status.st_mode));
@@ -94,7 +94,7 @@ std::expected<std::vector<FolderEntry>, std::string> entries(const Path& folder)
     if (!directory) {
         return std::unexpected(reason(errno));
     }
-    (void)descriptor.release(); // the stream closes it
+    const int number = descriptor.release(); // the stream closes it
     std::vector<FolderEntry> found;
     for (;;) {
         errno = 0;
@@ -106,7 +106,7 @@ std::expected<std::vector<FolderEntry>, std::string> entries(const Path& folder)
         if (name == "." || name == "..") {
             continue;
         }
-        const unsigned char kind = kindOf(directory.get(), *entry);
+        const unsigned char kind = kindOf(number, *entry);
         found.push_back({std::string(name), kind == DT_DIR, kind == DT_REG, kind == DT_LNK, name.starts_with('.')});
     }
     if (errno != 0) {

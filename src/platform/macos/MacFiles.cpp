@@ -47,7 +47,7 @@ Descriptor openFolder(const Path& folder) {
     return Descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC));
 }
 
-FolderEntry entryOf(DIR* directory, const dirent& found) {
+FolderEntry entryOf(int folder, const dirent& found) {
     FolderEntry entry;
     entry.name = found.d_name;
     auto mode = static_cast<mode_t>(DTTOIF(found.d_type));
@@ -55,7 +55,7 @@ FolderEntry entryOf(DIR* directory, const dirent& found) {
     struct stat status{};
     // The flag is in no listing. An entry that cannot be asked is shown, as Finder would show it.
     if ((!entry.isHidden || found.d_type == DT_UNKNOWN) &&
-        ::fstatat(::dirfd(directory), found.d_name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
+        ::fstatat(folder, found.d_name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
         mode = status.st_mode;
         entry.isHidden = entry.isHidden || (status.st_flags & UF_HIDDEN) != 0;
     }
@@ -135,7 +135,7 @@ std::expected<std::vector<FolderEntry>, std::string> entries(const Path& folder)
     if (!directory) {
         return std::unexpected(reason(errno));
     }
-    (void)descriptor.release(); // the stream closes it
+    const int number = descriptor.release(); // the stream closes it
     std::vector<FolderEntry> found;
     for (;;) {
         errno = 0;
@@ -144,7 +144,7 @@ std::expected<std::vector<FolderEntry>, std::string> entries(const Path& folder)
             break;
         }
         if (isListed(entry->d_name)) {
-            found.push_back(entryOf(directory.get(), *entry));
+            found.push_back(entryOf(number, *entry));
         }
     }
     if (errno != 0) {

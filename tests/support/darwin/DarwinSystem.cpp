@@ -293,14 +293,13 @@ int darwin_fstatat(int fd, const char* name, struct darwin_stat* facts, int flag
 
 // The mount that holds the path: the longest of those above it.
 int darwin_statfs(const char* path, struct darwin_statfs* facts) {
-    struct stat own{};
-    if (::stat(path, &own) != 0) {
+    std::array<char, PATH_MAX> resolved{};
+    if (::realpath(path, resolved.data()) == nullptr) {
         return -1;
     }
+    const std::string_view real = resolved.data();
     const std::lock_guard lock(mutex);
     noteCall();
-    std::array<char, PATH_MAX> resolved{};
-    const std::string_view real = ::realpath(path, resolved.data());
     std::string_view best = "/";
     for (const std::string_view place : traits().mounts) {
         const bool holds = real == place || (real.starts_with(place) && real[place.size()] == '/');

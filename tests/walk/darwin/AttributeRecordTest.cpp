@@ -17,7 +17,6 @@ namespace vellmoor::walk::test {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 /// A record as the kernel writes it: what is set is held.
 struct Record {

@@ -45,7 +45,7 @@ std::set<std::string> filesOnDisk(const fs::path& root, std::int64_t& bytes) {
 void fill(const TemporaryFolder& home) {
     for (int i = 0; i < 60; ++i) {
         const std::string folder = "folder " + std::to_string(i % 7) + "/" + std::string(static_cast<unsigned>(i), 'n');
-        home.file(folder + "/file " + std::to_string(i), i * 700);
+        home.file(folder + "/file " + std::to_string(i), std::int64_t{700} * i);
         home.file("folder " + std::to_string(i % 7) + "/" + std::to_string(i), i);
         home.link("..", folder + "/link");
     }
