@@ -80,6 +80,10 @@ typedef NS_ENUM(NSUInteger, NSPropertyListFormat) {
                             options:(NSPropertyListReadOptions)opt
                              format:(nullable NSPropertyListFormat*)format
                               error:(out NSError* _Nullable* _Nullable)error;
++ (nullable NSData*)dataWithPropertyList:(id)plist
+                                  format:(NSPropertyListFormat)format
+                                 options:(NSPropertyListWriteOptions)opt
+                                   error:(out NSError* _Nullable* _Nullable)error;
 @end
 
 NS_ASSUME_NONNULL_END
