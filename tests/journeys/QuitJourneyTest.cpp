@@ -1,7 +1,7 @@
 // A running application is asked to end from the memory page.
 #include "Journey.h"
+#include "RunningApp.h"
 
-#include <QProcess>
 #include <gmock/gmock.h>
 
 #include <algorithm>
@@ -13,54 +13,17 @@
 namespace vellmoor::journey {
 namespace {
 
-const fs::path program = ".local/opt/sleeper/sleeper";
-
-/// A process of the test application. Ends with this object, whatever the test did.
-class RunningApp {
-public:
-    explicit RunningApp(const QStringList& manner = {}) {
-        process_.start(QString::fromStdString((home() / program).string()),
-                       QStringList{QString::fromStdString((home() / "note").string())} + manner);
-    }
-    ~RunningApp() {
-        process_.kill();
-        process_.waitForFinished();
-    }
-    RunningApp(const RunningApp&) = delete;
-    RunningApp& operator=(const RunningApp&) = delete;
-
-    /// Shows the engine this process and no other one of the machine.
-    void list() const {
-        const fs::path folder = home() / "no-such-system/proc";
-        fs::create_directories(folder);
-        const std::string pid = std::to_string(process_.processId());
-        fs::create_directory_symlink("/proc/" + pid, folder / pid);
-    }
-    [[nodiscard]] bool runs() const { return process_.state() == QProcess::Running; }
-    [[nodiscard]] bool endedByItself() const {
-        return process_.state() == QProcess::NotRunning && process_.exitStatus() == QProcess::NormalExit &&
-               process_.exitCode() == 0;
-    }
-    [[nodiscard]] qint64 pid() const { return process_.processId(); }
-
-private:
-    QProcess process_;
-};
-
 class QuitJourney : public JourneyInEachLanguage {
 protected:
     QuitJourney() {
-        fs::create_directories((home() / program).parent_path());
-        fs::copy_file(VELLMOOR_QUIT_APP, home() / program);
-        makeText(".local/share/applications/org.example.Sleeper.desktop",
-                 "[Desktop Entry]\nType=Application\nName=Sleeper\nExec=" + (home() / program).string() + "\n");
+        RunningApp::install();
         QObject::connect(store.get(), &CleanerStore::statusMessageChanged, store.get(),
                          [this] { said.push_back(store->statusMessage()); });
         store->setMemoryRefreshDelay(std::chrono::milliseconds(0));
     }
     /// Opens the memory page on that process alone.
     void openPage(const RunningApp& app) {
-        waitFor("the application", [] { return textOfFile("note") == "ready\n"; });
+        waitFor("the application", [] { return RunningApp::note() == "ready\n"; });
         app.list();
         open();
         show(CleanerModule::memoryOptimization);
@@ -84,7 +47,7 @@ TEST_P(QuitJourney, TheApplicationIsAskedAndEndsByItself) {
     click(QStringLiteral("confirmQuit.accept"));
     waitFor("the application to end", [&] { return !app.runs(); });
     EXPECT_TRUE(app.endedByItself());
-    EXPECT_EQ(textOfFile("note"), "ready\nasked\n");
+    EXPECT_EQ(RunningApp::note(), "ready\nasked\n");
     waitFor("the page to be read again", [&] { return store->memoryApps().empty() && !store->isScanning(); });
     EXPECT_TRUE(wasSaid("已请求退出 %@，稍后刷新内存状态。"));
     EXPECT_FALSE(isShown(QStringLiteral("memoryApp.0")));
@@ -97,7 +60,7 @@ TEST_P(QuitJourney, CancellingTheQuestionAsksNobody) {
     click(QStringLiteral("confirmQuit.cancel"));
     scan();
     EXPECT_TRUE(app.runs());
-    EXPECT_EQ(textOfFile("note"), "ready\n");
+    EXPECT_EQ(RunningApp::note(), "ready\n");
 }
 
 TEST_P(QuitJourney, AnApplicationThatDoesNotWantToEndIsNeverKilled) {
@@ -107,7 +70,7 @@ TEST_P(QuitJourney, AnApplicationThatDoesNotWantToEndIsNeverKilled) {
     click(QStringLiteral("confirmQuit.accept"));
     waitFor("the answer", [&] { return wasSaid("%@ 未响应退出请求，可在活动监视器中结束。"); });
     EXPECT_TRUE(app.runs());
-    EXPECT_EQ(textOfFile("note"), "ready\nasked\n");
+    EXPECT_EQ(RunningApp::note(), "ready\nasked\n");
 }
 
 TEST_P(QuitJourney, AnApplicationThatEndedMeanwhileIsSaidToBeGone) {

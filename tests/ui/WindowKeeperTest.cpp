@@ -40,7 +40,7 @@ protected:
 
     /// Starts a scan as the user does, by the window's key.
     void startScan() {
-        runEvents();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(keeper_.window(), 60000));
         QTest::keyClick(keeper_.window(), Qt::Key_F5);
     }
 

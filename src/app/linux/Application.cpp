@@ -9,6 +9,7 @@
 #include "SingleInstance.h"
 #include "StatusBarController.h"
 #include "SystemCleanerService.h"
+#include "TerminationSignals.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -58,11 +59,9 @@ struct Parts {
                        [] { return std::chrono::system_clock::now(); }};
 };
 
-/// A home other than the account's is a world of its own (a demonstration, a test): it has its own instance.
-QDBusConnection instanceBus() {
+std::filesystem::path accountHome() {
     const struct passwd* account = ::getpwuid(::getuid());
-    const bool ownHome = account != nullptr && processEnvironment().home == account->pw_dir;
-    return ownHome ? QDBusConnection::sessionBus() : QDBusConnection(QString());
+    return account == nullptr ? std::filesystem::path() : std::filesystem::path(account->pw_dir);
 }
 
 int fail(const std::string& reason) {
@@ -81,6 +80,8 @@ int runWindow(SingleInstance& instance) {
     QObject::connect(&instance, &SingleInstance::activated, &status, &StatusBarController::showMainWindow);
     QObject::connect(&instance, &SingleInstance::quitAsked, qApp, &QCoreApplication::quit);
     QObject::connect(&status, &StatusBarController::quitAsked, qApp, &QCoreApplication::quit);
+    const TerminationSignals termination;
+    QObject::connect(&termination, &TerminationSignals::asked, qApp, &QCoreApplication::quit);
     QObject::connect(&engine, &QQmlEngine::quit, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
     setIconLater((*main)->window());
     status.showMainWindow();
@@ -110,7 +111,7 @@ int runApplication(int argc, char* argv[]) {
     if (::geteuid() == 0) {
         std::fputs("vellmoor: running as root; it cleans root's own home, not that of another user\n", stderr);
     }
-    SingleInstance instance(instanceBus());
+    SingleInstance instance(QDBusConnection::sessionBus(), instanceName(processEnvironment().home, accountHome()));
     if (!instance.claim() && instance.raiseOther()) {
         return EXIT_SUCCESS;
     }

@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Layouts
 import Vellmoor.Theme
 
-// Asks before an action; Return accepts only when its button has the focus, Escape cancels.
+// Asks before an action. Return accepts only when its button has the focus, Control and Return accept at once, the
+// arrows go from button to button, Escape cancels.
 Sheet {
     id: root
 
@@ -20,7 +21,7 @@ Sheet {
         accepted();
     }
 
-    onOpened: cancel.forceActiveFocus()
+    onOpened: cancel.forceActiveFocus(Qt.TabFocusReason)
     width: 440
 
     contentItem: ColumnLayout {
@@ -71,17 +72,27 @@ Sheet {
             SecondaryButton {
                 id: cancel
 
+                KeyNavigation.right: acceptButton
                 objectName: root.objectName + ".cancel"
                 text: root.cancelText
                 onClicked: root.close()
             }
 
             PrimaryButton {
+                id: acceptButton
+
                 destructive: root.destructive
                 objectName: root.objectName + ".accept"
                 text: root.acceptText
                 onClicked: root.accept()
             }
         }
+    }
+
+    Shortcut {
+        enabled: root.opened
+        sequences: ["Ctrl+Return", "Ctrl+Enter"]
+
+        onActivated: root.accept()
     }
 }

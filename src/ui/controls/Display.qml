@@ -11,6 +11,7 @@ Text {
     color: Colors.vmText
     elide: Text.ElideRight
     font.family: Type.family
+    font.letterSpacing: -0.4
     font.pixelSize: Type.display
     font.weight: Font.DemiBold
     textFormat: Text.PlainText

@@ -11,6 +11,7 @@ Text {
     color: Colors.vmText
     elide: Text.ElideRight
     font.family: Type.family
+    font.letterSpacing: -0.2
     font.pixelSize: Type.heading
     font.weight: Font.DemiBold
     textFormat: Text.PlainText

@@ -28,6 +28,7 @@ Item {
         T.ScrollBar.vertical: ScrollLine {
             implicitWidth: 7
             padding: 1.5
+            quiet: true
         }
 
         ColumnLayout {
@@ -44,25 +45,11 @@ Item {
         view: view
     }
 
-    // Fades what goes on below the edge.
-    Rectangle {
+    ScrollFade {
         anchors.bottom: view.bottom
         anchors.left: view.left
         anchors.right: view.right
-        anchors.rightMargin: 8
-        height: 28
-        visible: !view.atYEnd
-
-        gradient: Gradient {
-            GradientStop {
-                color: Colors.faint(root.ground, 0)
-                position: 0
-            }
-
-            GradientStop {
-                color: root.ground
-                position: 1
-            }
-        }
+        ground: root.ground
+        view: view
     }
 }

@@ -44,6 +44,7 @@ Rectangle {
                 required property var modelData
                 readonly property bool isCurrent: modelData.value === root.current
 
+                Accessible.focusable: isCurrent
                 Accessible.name: text
                 Accessible.onPressAction: {
                     if (segment.enabled)

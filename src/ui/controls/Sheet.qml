@@ -2,11 +2,14 @@ import QtQuick
 import QtQuick.Templates as T
 import Vellmoor.Theme
 
-// A modal surface in the middle of the window. Escape closes it.
+// A modal surface in the middle of the window. Escape closes it; the keyboard then is where it was.
 T.Popup {
     id: root
 
     property string title
+    // Where the keyboard was, and whether that was marked.
+    property Item before: null
+    property bool wasMarked: false
 
     anchors.centerIn: T.Overlay.overlay
     closePolicy: T.Popup.CloseOnEscape
@@ -16,6 +19,17 @@ T.Popup {
     implicitWidth: contentWidth + leftPadding + rightPadding
     modal: true
     padding: 24
+
+    onAboutToShow: {
+        before = parent.Window.activeFocusItem;
+        const control = before as T.Control;
+        wasMarked = control !== null && control.visualFocus;
+    }
+    onClosed: {
+        if (before && before.visible && before.enabled)
+            before.forceActiveFocus(wasMarked ? Qt.TabFocusReason : Qt.PopupFocusReason);
+        before = null;
+    }
 
     T.Overlay.modal: Rectangle {
         color: Colors.veil

@@ -11,12 +11,13 @@ T.Button {
     property int size: Metrics.iconButton
     property color ink: Colors.vmText
 
+    Accessible.focusable: enabled
     Accessible.name: help
     Accessible.onPressAction: {
         if (root.enabled)
             root.clicked();
     }
-    focusPolicy: Qt.StrongFocus
+    focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
     implicitHeight: size
     implicitWidth: size
     opacity: enabled ? 1 : 0.4

@@ -10,6 +10,7 @@ T.CheckBox {
     property bool partial: false
     property int size: Metrics.tickBox
 
+    Accessible.focusable: enabled
     Accessible.name: text
     Accessible.onPressAction: {
         if (root.enabled)
@@ -20,7 +21,7 @@ T.CheckBox {
             root.clicked();
     }
     checkState: !ticked ? Qt.Unchecked : partial ? Qt.PartiallyChecked : Qt.Checked
-    focusPolicy: Qt.StrongFocus
+    focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
     implicitHeight: size
     implicitWidth: size
     nextCheckState: () => checkState
@@ -29,7 +30,7 @@ T.CheckBox {
 
     background: Rectangle {
         border.color: root.ticked ? Colors.clear : (root.hovered ? Colors.cyan : Colors.gray)
-        border.width: root.ticked ? 0 : 1.5
+        border.width: root.ticked ? 0 : 1
         color: root.ticked ? Colors.cyan : Colors.softButton
         radius: 6
 

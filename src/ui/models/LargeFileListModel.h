@@ -19,8 +19,6 @@ class LargeFileListModel final : public vellmoor::CleanupListModel {
 
 public:
     LargeFileListModel(CleanerStore& store, Desktop& desktop, QObject* parent = nullptr);
-    /// Lists the store's present array.
-    void refresh() { rebuild(); }
 
     [[nodiscard]] int kind() const { return static_cast<int>(kind_); }
     void setKind(int kind);

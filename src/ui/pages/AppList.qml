@@ -6,6 +6,7 @@ CleanupList {
     id: root
 
     delegate: AppDelegate {
+        hasKeys: false
         rows: root.rows
         width: root.width - 10
     }

@@ -18,6 +18,7 @@ RowFrame {
     Accessible.description: row.detail
     Accessible.name: row.title + " " + row.size
     Accessible.role: Accessible.ListItem
+    help: heading.truncated ? row.title : ""
     implicitHeight: content.implicitHeight + 24
 
     onMenuAsked: menu.popup()
@@ -52,6 +53,8 @@ RowFrame {
                 spacing: 2
 
                 Subheading {
+                    id: heading
+
                     Layout.fillWidth: true
                     spoken: false
                     text: root.row.title

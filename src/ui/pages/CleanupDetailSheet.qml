@@ -13,6 +13,8 @@ Sheet {
     height: 640
     objectName: "details"
     title: L.tr("清理前详情")
+
+    onOpened: list.forceActiveFocus(Qt.TabFocusReason)
     width: 900
 
     contentItem: ColumnLayout {
@@ -71,6 +73,8 @@ Sheet {
         }
 
         ResultList {
+            id: list
+
             Layout.fillHeight: true
             Layout.fillWidth: true
             Layout.rightMargin: -10

@@ -22,6 +22,7 @@ ListView {
     bottomMargin: 11
     boundsBehavior: Flickable.StopAtBounds
     clip: true
+    focus: true
     model: rows
     reuseItems: true
     spacing: 6

@@ -97,5 +97,5 @@ Sheet {
     }
 
     onClosed: vm.closeReport()
-    onOpened: done.forceActiveFocus()
+    onOpened: done.forceActiveFocus(Qt.TabFocusReason)
 }

@@ -16,6 +16,7 @@ RowFrame {
     Accessible.description: row.detail
     Accessible.name: row.title + " " + row.size + " " + row.riskTitle
     Accessible.role: Accessible.ListItem
+    help: heading.truncated ? row.title : ""
     implicitHeight: Math.max(64, line.implicitHeight + 18)
 
     onTapped: rows.toggleExpanded(row.index)
@@ -46,6 +47,8 @@ RowFrame {
                 spacing: Metrics.gap
 
                 BodyText {
+                    id: heading
+
                     Layout.fillWidth: true
                     font.weight: Font.DemiBold
                     text: root.row.title
@@ -63,7 +66,7 @@ RowFrame {
 
                 Caption {
                     Layout.fillWidth: true
-                    maximumLineCount: 2
+                    maximumLineCount: 3
                     text: root.row.detail
                     wrapMode: Text.Wrap
                 }

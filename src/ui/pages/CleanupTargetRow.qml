@@ -19,6 +19,7 @@ RowFrame {
     Accessible.role: Accessible.ListItem
     border.width: 0
     color: hovered ? Colors.rowHover : Colors.clear
+    help: heading.truncated ? row.title : ""
     implicitHeight: Math.max(46, line.implicitHeight + 10)
 
     onMenuAsked: menu.popup()
@@ -34,6 +35,7 @@ RowFrame {
 
         TickBox {
             enabled: root.isEnabled
+            focusPolicy: root.row.focusPolicy
             objectName: root.row.name + ".toggle"
             size: 18
             text: root.row.title
@@ -53,6 +55,8 @@ RowFrame {
             spacing: 1
 
             BodyText {
+                id: heading
+
                 Layout.fillWidth: true
                 elide: Text.ElideMiddle
                 text: root.row.title

@@ -13,6 +13,7 @@ SoftIconButton {
     Accessible.name: L.tr("预览文件") + " " + row.title
     enabled: row.expandable
     flat: true
+    focusPolicy: row.focusPolicy
     ink: Colors.vmSecondaryText
     objectName: row.name + ".expand"
     opacity: row.expandable ? 1 : 0

@@ -39,12 +39,19 @@ GlassPanel {
             }
         }
 
-        Repeater {
+        ListView {
+            Accessible.role: Accessible.List
+            Layout.fillWidth: true
+            cacheBuffer: 0
+            clip: true
+            implicitHeight: Math.min(count, 4) * 44 - 8
+            interactive: false
             model: root.vm.candidates
+            spacing: 8
 
-            FileCandidateRow {
-                Layout.fillWidth: true
-                visible: index < 4
+            delegate: FileCandidateRow {
+                height: 36
+                width: ListView.view.width
             }
         }
     }

@@ -29,13 +29,21 @@ ColumnLayout {
         }
     }
 
+    FontMetrics {
+        id: lines
+
+        font.family: Type.family
+        font.pixelSize: Type.body
+    }
+
+    // As high for one line as for two: nothing moves when a scan begins.
     BodyText {
         Layout.fillWidth: true
         color: Colors.vmSecondaryText
+        Layout.preferredHeight: Math.ceil(2 * lines.lineSpacing) + 1
         maximumLineCount: 2
         spoken: true
         text: root.status
-        visible: text !== ""
         wrapMode: Text.Wrap
     }
 }

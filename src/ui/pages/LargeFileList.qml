@@ -6,6 +6,7 @@ CleanupList {
     id: root
 
     delegate: LargeFileDelegate {
+        hasKeys: false
         rows: root.rows
         width: root.width - 10
     }

@@ -9,11 +9,14 @@ RowLayout {
 
     required property string title
     property string counter
+    // Below another heading.
+    property bool small: false
     default property alias trailing: place.data
 
     spacing: Metrics.gap
 
     Subheading {
+        font.pixelSize: root.small ? Type.body : Type.subheading
         text: root.title
     }
 

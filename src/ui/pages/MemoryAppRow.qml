@@ -20,6 +20,7 @@ RowFrame {
     Accessible.description: processes
     Accessible.name: name + " " + memory
     Accessible.role: Accessible.ListItem
+    help: heading.truncated ? name : ""
     implicitHeight: Math.max(54, line.implicitHeight + 12)
     objectName: "memoryApp." + index
 
@@ -42,6 +43,8 @@ RowFrame {
             spacing: 2
 
             BodyText {
+                id: heading
+
                 Layout.fillWidth: true
                 font.weight: Font.DemiBold
                 text: root.name

@@ -37,11 +37,11 @@ ScrollColumn {
             }
 
             Repeater {
-                model: root.vm.items
+                model: root.vm.memoryItems
 
                 CategoryDelegate {
                     Layout.fillWidth: true
-                    rows: root.vm.items
+                    rows: root.vm.memoryItems
                 }
             }
 
@@ -50,7 +50,8 @@ ScrollColumn {
                 Layout.fillWidth: true
                 Layout.topMargin: 8
                 isScanning: root.vm.scan.scanning
-                visible: root.vm.items.itemCount === 0
+                small: true
+                visible: root.vm.memoryItems.itemCount === 0
             }
         }
     }

@@ -11,7 +11,7 @@ GlassPanel {
     required property WindowModel vm
     readonly property ScanModel scan: vm.scan
 
-    implicitHeight: Math.max(112, line.implicitHeight + 32)
+    implicitHeight: Math.max(Metrics.moduleHeaderHeight, line.implicitHeight + 28)
 
     RowLayout {
         id: line

@@ -11,7 +11,8 @@ Rectangle {
 
     required property ReportModel report
 
-    color: Colors.field
+    border.color: Colors.vmLine
+    color: Colors.popup
     radius: Metrics.rowRadius
 
     ColumnLayout {
@@ -38,16 +39,31 @@ Rectangle {
 
             T.ScrollBar.vertical: ScrollLine {
             }
-            delegate: BodyText {
+            delegate: RowLayout {
+                id: line
+
                 required property string modelData
 
+                Accessible.name: modelData
                 Accessible.role: Accessible.ListItem
-                color: Colors.ink(Colors.red)
-                elide: Text.ElideNone
-                spoken: true
-                text: modelData
+                spacing: Metrics.gap
                 width: ListView.view.width - 14
-                wrapMode: Text.Wrap
+
+                Symbol {
+                    Layout.alignment: Qt.AlignTop
+                    Layout.topMargin: 2
+                    color: Colors.red
+                    name: "xmark.circle"
+                    size: 14
+                }
+
+                BodyText {
+                    Layout.fillWidth: true
+                    color: Colors.ink(Colors.red)
+                    elide: Text.ElideNone
+                    text: line.modelData
+                    wrapMode: Text.Wrap
+                }
             }
         }
     }

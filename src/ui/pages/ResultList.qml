@@ -1,8 +1,10 @@
 import QtQuick
+import Vellmoor.Controls
 import Vellmoor.Models
+import Vellmoor.Theme
 
 // The place of a list: the list itself, or that it is empty. A list is loaded when it first has something to show.
-Item {
+FocusScope {
     id: root
 
     required property CleanupListModel rows
@@ -12,6 +14,7 @@ Item {
     property bool scanning: false
     // What a screen reader calls the list.
     required property string title
+    property color ground: Colors.panelGround
     readonly property bool filled: rows.itemCount > 0
 
     function fill(): void {
@@ -29,6 +32,7 @@ Item {
         id: loader
 
         anchors.fill: parent
+        focus: true
         visible: root.filled
     }
 
@@ -37,6 +41,15 @@ Item {
         target: loader.item
         value: root.title
         when: loader.item !== null
+    }
+
+    ScrollFade {
+        anchors.bottom: parent.bottom
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.rightMargin: 10
+        ground: root.ground
+        view: loader.item as Flickable
     }
 
     EmptyStateView {

@@ -10,6 +10,7 @@ SoftIconButton {
 
     Accessible.name: help + " " + row.title
     flat: true
+    focusPolicy: row.focusPolicy
     help: L.tr("在 Finder 中显示")
     ink: Colors.vmSecondaryText
     objectName: row.name + ".reveal"

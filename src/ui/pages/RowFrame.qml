@@ -6,6 +6,8 @@ import Vellmoor.Theme
 Rectangle {
     id: root
 
+    // What the row says in full, when its place is too narrow for it.
+    property string help
     readonly property alias hovered: hover.hovered
 
     signal tapped
@@ -23,6 +25,11 @@ Rectangle {
         ColorAnimation {
             duration: Motion.quick
         }
+    }
+
+    HelpTip {
+        shown: hover.hovered
+        text: root.help
     }
 
     HoverHandler {

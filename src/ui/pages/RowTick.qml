@@ -15,6 +15,7 @@ Item {
     implicitWidth: size
 
     TickBox {
+        focusPolicy: root.row.focusPolicy
         objectName: root.row.name + ".toggle"
         partial: root.row.partial
         size: root.size

@@ -18,6 +18,7 @@ RowFrame {
     required property bool isWorking
     property bool locked: false
     readonly property string status: startsEnabled ? L.tr("已启用") : L.tr("已禁用")
+    readonly property bool canChange: !isWorking && !locked
 
     signal changeAsked
     signal revealAsked
@@ -27,6 +28,7 @@ RowFrame {
     Accessible.role: Accessible.ListItem
     ListView.onPooled: visible = false
     ListView.onReused: visible = true
+    help: heading.truncated ? name : ""
     implicitHeight: Math.max(70, line.implicitHeight + 18)
     objectName: "startup." + index
 
@@ -49,6 +51,8 @@ RowFrame {
             spacing: 3
 
             BodyText {
+                id: heading
+
                 Layout.fillWidth: true
                 font.weight: Font.DemiBold
                 text: root.name
@@ -79,6 +83,7 @@ RowFrame {
         SoftIconButton {
             Accessible.name: help + " " + root.name
             flat: true
+            focusPolicy: Qt.ClickFocus
             help: L.tr("在 Finder 中显示")
             ink: Colors.vmSecondaryText
             objectName: root.objectName + ".reveal"
@@ -91,7 +96,8 @@ RowFrame {
         SecondaryButton {
             Accessible.name: text + " " + root.name
             compact: true
-            enabled: !root.isWorking && !root.locked
+            enabled: root.canChange
+            focusPolicy: Qt.ClickFocus
             objectName: root.objectName + ".action"
             symbol: root.startsEnabled ? "pause.circle" : "play.circle"
             text: root.startsEnabled ? L.tr("禁用") : L.tr("恢复")

@@ -6,7 +6,7 @@ import Vellmoor.Controls
 import Vellmoor.Models
 import Vellmoor.Theme
 
-// What starts at login, and the switch of each item.
+// What starts at login, and the switch of each item: Up and Down move, Space switches, Return shows the file.
 GlassPanel {
     id: root
 
@@ -24,8 +24,7 @@ GlassPanel {
         ListHeader {
             Layout.fillWidth: true
             Layout.leftMargin: 4
-            counter: L.tr1("%d 个已启用", root.vm.startup.enabledCount)
-            title: L.tr("启动项")
+            title: L.tr("启动项管理")
 
             SoftIconButton {
                 enabled: root.vm.canScan && !root.vm.scan.scanning
@@ -50,6 +49,7 @@ GlassPanel {
         Caption {
             Layout.fillWidth: true
             Layout.leftMargin: 4
+            Layout.topMargin: -6
             elide: Text.ElideNone
             objectName: "startupNote"
             spoken: true
@@ -57,10 +57,32 @@ GlassPanel {
             wrapMode: Text.Wrap
         }
 
+        Rectangle {
+            Layout.fillWidth: true
+            color: Colors.vmLine
+            implicitHeight: 1
+        }
+
+        ListHeader {
+            Layout.fillWidth: true
+            Layout.leftMargin: 4
+            counter: L.tr1("%d 个已启用", root.vm.startup.enabledCount)
+            small: true
+            title: L.tr("启动项")
+        }
+
         ListView {
             id: list
 
             Accessible.name: L.tr("启动项")
+            Keys.onReturnPressed: root.vm.startup.reveal(currentIndex)
+            Keys.onSpacePressed: {
+                const row = currentItem as StartupItemRow;
+                if (row && row.canChange)
+                    row.changeAsked();
+            }
+            activeFocusOnTab: true
+
             Accessible.role: Accessible.List
             Layout.fillHeight: true
             Layout.fillWidth: true
@@ -72,6 +94,11 @@ GlassPanel {
             objectName: "startupList"
             reuseItems: true
             spacing: 6
+
+            onActiveFocusChanged: {
+                if (activeFocus && currentIndex < 0)
+                    currentIndex = 0;
+            }
 
             T.ScrollBar.vertical: ScrollLine {
             }
@@ -92,7 +119,7 @@ GlassPanel {
 
                     spacing: 6
                     topPadding: 12
-                    visible: root.vm.items.itemCount > 0
+                    visible: root.vm.startupExtras.itemCount > 0
                     width: parent.width
 
                     Subheading {
@@ -102,14 +129,23 @@ GlassPanel {
                     }
 
                     Repeater {
-                        model: extra.visible ? root.vm.items : null
+                        model: extra.visible ? root.vm.startupExtras : null
 
                         CategoryDelegate {
-                            rows: root.vm.items
+                            rows: root.vm.startupExtras
                             width: extra.width
                         }
                     }
                 }
+            }
+
+            ScrollFade {
+                anchors.left: parent.left
+                anchors.right: parent.right
+                anchors.rightMargin: 10
+                parent: list
+                view: list
+                y: list.height - height
             }
 
             FocusFollower {
@@ -119,7 +155,7 @@ GlassPanel {
             EmptyStateView {
                 anchors.centerIn: parent
                 isScanning: root.vm.scan.scanning
-                visible: root.vm.startup.count === 0 && root.vm.items.itemCount === 0
+                visible: root.vm.startup.count === 0 && root.vm.startupExtras.itemCount === 0
                 width: parent.width
             }
         }

@@ -15,6 +15,12 @@ QtObject {
     readonly property int smallRadius: 8
 
     readonly property int gap: 8
+    readonly property int topBarHeight: 62
+    readonly property int dashboardHeight: 164
+    readonly property int moduleHeaderHeight: 124
+    readonly property int bottomBarHeight: 66
+    readonly property int sidebarRow: 60
+
     readonly property int smallGap: 4
     readonly property int wideGap: 12
 

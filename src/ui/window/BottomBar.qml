@@ -13,7 +13,7 @@ GlassPanel {
     signal cleanAsked
     signal previewAsked
 
-    implicitHeight: 62
+    implicitHeight: Metrics.bottomBarHeight
 
     RowLayout {
         anchors.fill: parent
@@ -22,7 +22,7 @@ GlassPanel {
         spacing: 10
 
         ColumnLayout {
-            spacing: 1
+            spacing: 0
 
             Subheading {
                 Accessible.role: Accessible.StaticText
@@ -72,13 +72,14 @@ GlassPanel {
     }
 
     ProgressLine {
-        Accessible.name: root.vm.scan.title
+        Accessible.name: root.vm.scan.title + " " + Math.round(value * 100) + "%"
         Accessible.role: Accessible.ProgressBar
         anchors.bottom: parent.bottom
+        anchors.bottomMargin: 1
         anchors.left: parent.left
-        anchors.leftMargin: 18
+        anchors.leftMargin: Metrics.panelRadius
         anchors.right: parent.right
-        anchors.rightMargin: 18
+        anchors.rightMargin: Metrics.panelRadius
         implicitHeight: 3
         value: root.vm.scan.progress
         visible: root.vm.scan.scanning

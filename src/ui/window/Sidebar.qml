@@ -5,13 +5,23 @@ import Vellmoor.Controls
 import Vellmoor.Models
 import Vellmoor.Theme
 
-// The eight modules and the language switch.
+// The eight modules and the language switch. Up and Down go from module to module.
 Rectangle {
     id: root
 
     required property WindowModel vm
 
+    // Shows the module at that position, as far as there is one, and leaves the keyboard there.
+    function go(position: int): void {
+        const row = rows.itemAt(Math.max(0, Math.min(position, rows.count - 1))) as SidebarRow;
+        row.forceActiveFocus(Qt.TabFocusReason);
+        row.clicked();
+    }
+
     color: Colors.sidebar
+
+    // The keyboard begins here.
+    Component.onCompleted: rows.itemAt(0).forceActiveFocus()
 
     Rectangle {
         anchors.bottom: parent.bottom
@@ -25,11 +35,12 @@ Rectangle {
         anchors.fill: parent
         anchors.margins: 14
         anchors.topMargin: 22
-        spacing: 4
+        spacing: 2
 
         RowLayout {
-            Layout.bottomMargin: 18
+            Layout.bottomMargin: 16
             Layout.leftMargin: 8
+            Layout.preferredHeight: Math.max(Metrics.topBarHeight - 18, implicitHeight)
             spacing: Metrics.wideGap
 
             SymbolTile {
@@ -55,9 +66,15 @@ Rectangle {
         }
 
         Repeater {
+            id: rows
+
             model: root.vm.modules
 
             SidebarRow {
+                required property int index
+
+                Keys.onDownPressed: root.go(index + 1)
+                Keys.onUpPressed: root.go(index - 1)
                 Layout.fillWidth: true
                 isSelected: module === root.vm.module
 

@@ -25,7 +25,7 @@ T.TabButton {
     autoExclusive: false
     checkable: false
     focusPolicy: Qt.StrongFocus
-    implicitHeight: Math.max(57, line.implicitHeight + 12)
+    implicitHeight: Math.max(Metrics.sidebarRow, line.implicitHeight + 12)
     objectName: "sidebar." + module
 
     background: Rectangle {

@@ -167,6 +167,7 @@ TEST_F(ShutDownJourney, RootIsToldThatItLooksAtItsOwnHome) {
     }
     QString notice;
     runThrough([&](QQuickWindow& window) {
+        ASSERT_TRUE(QTest::qWaitFor([&] { return find(window, "rootNotice") != nullptr; }, 30'000));
         notice = textOf(window, "rootNotice");
         window.close();
     });
@@ -186,6 +187,7 @@ TEST_F(ShutDownJourney, AnOrdinaryUserSeesNoNoticeOfRoot) {
     }
     bool isTold = true;
     const int status = runThrough([&](QQuickWindow& window) {
+        ASSERT_TRUE(QTest::qWaitFor([&] { return find(window, "scanButton") != nullptr; }, 30'000));
         isTold = find(window, "rootNotice") != nullptr;
         window.close();
     });

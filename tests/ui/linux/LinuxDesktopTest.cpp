@@ -2,12 +2,14 @@
 #include "DesktopServices.h"
 #include "DesktopTools.h"
 #include "L.h"
+#include "SingleInstance.h"
 #include "StatusBarController.h"
 #include "TemporaryFolder.h"
 #include "VolumeLabel.h"
 
 #include <QCoreApplication>
 #include <QQuickWindow>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -88,6 +90,18 @@ TEST(DesktopServices, APathThatIsNoUtf8HasAnAddress) {
 
 TEST(DesktopServices, AnApplicationThatIsNotInstalledIsNotStarted) {
     EXPECT_FALSE(launchDesktopEntry("org.example.NotInstalled"));
+}
+
+TEST(SingleInstance, TheAccountsHomeHasTheApplicationsOwnName) {
+    EXPECT_EQ(instanceName("/home/anna", "/home/anna"), "org.vellmoor.Vellmoor");
+}
+
+TEST(SingleInstance, AnotherHomeHasANameOfItsOwnThatDoesNotChange) {
+    const QString demo = instanceName("/tmp/demo 1", "/home/anna");
+    EXPECT_TRUE(demo.startsWith("org.vellmoor.Vellmoor.home"));
+    EXPECT_EQ(demo, instanceName("/tmp/demo 1", "/home/anna"));
+    EXPECT_NE(demo, instanceName("/tmp/demo 2", "/home/anna"));
+    EXPECT_TRUE(QRegularExpression("^[A-Za-z0-9.]+$").match(demo).hasMatch()) << "what a bus name may hold";
 }
 
 class StatusBar : public ::testing::Test {
