@@ -70,6 +70,7 @@ typedef NSString* NSFileAttributeKey;
 
 typedef NS_OPTIONS(NSUInteger, NSPropertyListMutabilityOptions) { NSPropertyListImmutable = 0 };
 typedef NSPropertyListMutabilityOptions NSPropertyListReadOptions;
+typedef NSUInteger NSPropertyListWriteOptions;
 typedef NS_ENUM(NSUInteger, NSPropertyListFormat) {
     NSPropertyListOpenStepFormat = 1,
     NSPropertyListXMLFormat_v1_0 = 100,
