@@ -1,11 +1,12 @@
-// Measures how long programs take from their start to their window's first frame, in turn, on the X display of
-// $DISPLAY.
+// Measures how long programs take from their start until their window is on the screen, in turn, on the X display of
+// $DISPLAY: to its first frame, and to its last change, when it is complete.
 //   first_frame ROUNDS NAME COMMAND [ARGUMENT]... [-- NAME COMMAND [ARGUMENT]...]...
 // The root window is painted in one colour first; the first frame is there when the middle of the new window has
 // another one. A program is asked to end before the next one starts. One round first warms the caches and is not
 // counted.
 #include "contestants.h"
 
+#include <array>
 #include <chrono>
 #include <csignal>
 #include <cstdint>
@@ -13,6 +14,7 @@
 #include <cstdlib>
 #include <memory>
 #include <optional>
+#include <string_view>
 #include <sys/wait.h>
 #include <thread>
 #include <xcb/xcb.h>
@@ -24,6 +26,9 @@ using Clock = std::chrono::steady_clock;
 constexpr std::uint32_t unpainted = 0xff00ff;
 constexpr std::uint16_t smallestSide = 400; // a helper window of the toolkit is smaller
 constexpr auto patience = std::chrono::seconds{30};
+constexpr auto quiet = std::chrono::milliseconds{700};
+constexpr auto betweenLooks = std::chrono::microseconds{500};
+constexpr int lines = 9; // of the window that are looked at for changes
 
 template <class T>
 std::unique_ptr<T, decltype(&std::free)> owned(T* reply) {
@@ -39,7 +44,6 @@ public:
         screen_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
         const std::uint32_t values[] = {unpainted, XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY};
         xcb_change_window_attributes(connection_, screen_->root, XCB_CW_BACK_PIXEL | XCB_CW_EVENT_MASK, values);
-        clear();
     }
     Display(const Display&) = delete;
     Display& operator=(const Display&) = delete;
@@ -49,6 +53,7 @@ public:
 
     /// Nothing is left of the last program's window, nor of its events.
     void clear() {
+        window_ = {};
         xcb_clear_area(connection_, 0, screen_->root, 0, 0, 0, 0);
         xcb_flush(connection_);
         while (const auto event = owned(xcb_poll_for_event(connection_))) {
@@ -62,28 +67,52 @@ public:
                 notice(reinterpret_cast<const xcb_map_notify_event_t*>(event.get())->window);
             }
         }
-        return window_.id != XCB_NONE && middleOf(window_).value_or(unpainted) != unpainted;
+        if (window_.id == XCB_NONE) {
+            return false;
+        }
+        const std::optional<std::uint32_t> middle = middleOfWindow();
+        return middle && *middle != unpainted;
     }
 
-    void forget() { window_ = {}; }
+    /// A number for what some lines of the window show.
+    [[nodiscard]] std::size_t look() const {
+        std::size_t sum = 0;
+        std::array<xcb_get_image_cookie_t, lines> cookies{};
+        for (int line = 0; line < lines; ++line) {
+            cookies.at(static_cast<std::size_t>(line)) =
+                ask(0, static_cast<std::int16_t>((2 * line + 1) * window_.height / (2 * lines)), window_.width);
+        }
+        for (const xcb_get_image_cookie_t cookie : cookies) {
+            if (const auto image = owned(xcb_get_image_reply(connection_, cookie, nullptr))) {
+                const auto* bytes = reinterpret_cast<const char*>(xcb_get_image_data(image.get()));
+                const auto length = static_cast<std::size_t>(xcb_get_image_data_length(image.get()));
+                sum = sum * 31 + std::hash<std::string_view>()({bytes, length});
+            }
+        }
+        return sum;
+    }
 
 private:
     struct Window {
         xcb_window_t id = XCB_NONE;
-        std::int16_t middleX = 0;
-        std::int16_t middleY = 0;
+        std::uint16_t width = 0;
+        std::uint16_t height = 0;
     };
 
     void notice(xcb_window_t id) {
         const auto size = owned(xcb_get_geometry_reply(connection_, xcb_get_geometry(connection_, id), nullptr));
         if (size && std::min(size->width, size->height) >= smallestSide) {
-            window_ = {id, static_cast<std::int16_t>(size->width / 2), static_cast<std::int16_t>(size->height / 2)};
+            window_ = {id, size->width, size->height};
         }
     }
 
-    [[nodiscard]] std::optional<std::uint32_t> middleOf(const Window& window) const {
+    [[nodiscard]] xcb_get_image_cookie_t ask(std::int16_t x, std::int16_t y, std::uint16_t width) const {
+        return xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, window_.id, x, y, width, 1, ~0U);
+    }
+
+    [[nodiscard]] std::optional<std::uint32_t> middleOfWindow() const {
         const auto cookie =
-            xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, window.id, window.middleX, window.middleY, 1, 1, ~0U);
+            ask(static_cast<std::int16_t>(window_.width / 2), static_cast<std::int16_t>(window_.height / 2), 1);
         const auto image = owned(xcb_get_image_reply(connection_, cookie, nullptr));
         if (!image || xcb_get_image_data_length(image.get()) < 4) {
             return std::nullopt;
@@ -98,46 +127,76 @@ private:
     Window window_;
 };
 
-std::optional<double> waitForFrame(Display& display, Clock::time_point begin) {
-    while (Clock::now() - begin < patience) {
-        if (display.hasFrame()) {
-            return std::chrono::duration<double, std::milli>(Clock::now() - begin).count();
-        }
-        std::this_thread::sleep_for(std::chrono::microseconds{500});
-    }
-    return std::nullopt;
+double millisecondsSince(Clock::time_point begin) {
+    return std::chrono::duration<double, std::milli>(Clock::now() - begin).count();
 }
 
-bool run(Display& display, Contestant& contestant, bool counts) {
-    display.forget();
+struct Times {
+    double firstFrame = 0;
+    double lastChange = 0;
+};
+
+std::optional<Times> watch(Display& display, Clock::time_point begin) {
+    while (!display.hasFrame()) {
+        if (Clock::now() - begin > patience) {
+            return std::nullopt;
+        }
+        std::this_thread::sleep_for(betweenLooks);
+    }
+    Times times{millisecondsSince(begin), millisecondsSince(begin)};
+    auto changed = Clock::now();
+    std::size_t shown = display.look();
+    while (Clock::now() - changed < quiet) {
+        std::this_thread::sleep_for(betweenLooks);
+        if (const std::size_t now = display.look(); now != shown) {
+            shown = now;
+            changed = Clock::now();
+            times.lastChange = millisecondsSince(begin);
+        }
+    }
+    return times;
+}
+
+struct Measured {
+    Contestant program; ///< its milliseconds are those to the first frame
+    std::vector<double> complete;
+};
+
+bool run(Display& display, Measured& measured, bool counts) {
     display.clear();
     const auto begin = Clock::now();
-    const pid_t child = start(contestant);
-    if (child == 0) {
-        std::fprintf(stderr, "%s does not start\n", contestant.name.c_str());
-        return false;
+    const pid_t child = start(measured.program);
+    const std::optional<Times> times = child == 0 ? std::nullopt : watch(display, begin);
+    if (child != 0) {
+        int status = 0;
+        ::kill(child, SIGTERM);
+        ::waitpid(child, &status, 0);
     }
-    const auto took = waitForFrame(display, begin);
-    ::kill(child, SIGTERM);
-    int status = 0;
-    ::waitpid(child, &status, 0);
-    if (!took) {
-        std::fprintf(stderr, "%s showed no frame\n", contestant.name.c_str());
+    if (!times) {
+        std::fprintf(stderr, "%s showed no window\n", measured.program.name.c_str());
         return false;
     }
     if (counts) {
-        contestant.milliseconds.push_back(*took);
+        measured.program.milliseconds.push_back(times->firstFrame);
+        measured.complete.push_back(times->lastChange);
     }
     return true;
 }
 
-void print(const std::vector<Contestant>& contestants) {
-    std::printf("| To the first frame | Median ms | Least | Most | %s / it |\n|---|---:|---:|---:|---:|\n",
-                contestants[0].name.c_str());
-    for (const Contestant& contestant : contestants) {
-        std::printf("| %s | %.1f | %.1f | %.1f | %.2f |\n", contestant.name.c_str(), contestant.median(),
-                    contestant.milliseconds.front(), contestant.milliseconds.back(),
-                    contestants[0].median() / contestant.median());
+double median(std::vector<double> values) {
+    std::ranges::sort(values);
+    return values[values.size() / 2];
+}
+
+void print(const std::vector<Measured>& all) {
+    std::printf("| From start to screen | First frame, median ms | %s / it | Complete, median ms | %s / it |\n"
+                "|---|---:|---:|---:|---:|\n",
+                all[0].program.name.c_str(), all[0].program.name.c_str());
+    for (const Measured& one : all) {
+        const double frame = median(one.program.milliseconds);
+        const double complete = median(one.complete);
+        std::printf("| %s | %.1f | %.2f | %.1f | %.2f |\n", one.program.name.c_str(), frame,
+                    median(all[0].program.milliseconds) / frame, complete, median(all[0].complete) / complete);
     }
 }
 
@@ -145,8 +204,11 @@ void print(const std::vector<Contestant>& contestants) {
 
 int main(int count, char** arguments) {
     const int rounds = count > 1 ? std::atoi(arguments[1]) : 0;
-    std::vector<Contestant> contestants = contestantsOf(count, arguments);
-    if (rounds < 1 || contestants.empty()) {
+    std::vector<Measured> all;
+    for (Contestant& contestant : contestantsOf(count, arguments)) {
+        all.push_back({std::move(contestant), {}});
+    }
+    if (rounds < 1 || all.empty()) {
         std::fprintf(stderr, "first_frame ROUNDS NAME COMMAND [ARGUMENT]... [-- NAME COMMAND [ARGUMENT]...]...\n");
         return 2;
     }
@@ -156,13 +218,12 @@ int main(int count, char** arguments) {
         return 1;
     }
     for (int round = 0; round <= rounds; ++round) {
-        for (Contestant& contestant : contestants) {
-            if (!run(display, contestant, round != 0)) {
+        for (Measured& one : all) {
+            if (!run(display, one, round != 0)) {
                 return 1;
             }
         }
     }
-    sortRounds(contestants);
-    print(contestants);
+    print(all);
     return 0;
 }

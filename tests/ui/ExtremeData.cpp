@@ -3,6 +3,8 @@
 #include "L.h"
 #include "SampleData.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace vellmoor::sample {
@@ -39,11 +41,16 @@ void stretch(CleanupItem& item) {
     }
 }
 
-/// The first rows as they are, then as many again until there are ten thousand.
+bool canBeMany(const CleanupItem& item) {
+    return item.module != CleanerModule::performance && item.module != CleanerModule::memoryOptimization;
+}
+
+/// The rows as they are, then copies of those that a home can have many of, until there are ten thousand.
 void repeat(std::vector<CleanupItem>& items) {
-    const std::size_t few = items.size();
-    while (few > 0 && items.size() < rowCount) {
-        CleanupItem copy = items[items.size() % few];
+    std::vector<CleanupItem> many;
+    std::ranges::copy_if(items, std::back_inserter(many), canBeMany);
+    while (!many.empty() && items.size() < rowCount) {
+        CleanupItem copy = many[items.size() % many.size()];
         copy.id = CleanupItem().id;
         items.push_back(std::move(copy));
     }
@@ -56,9 +63,7 @@ ScanSnapshot extremes(CleanerModule module) {
     for (CleanupItem& item : scan.cleanupItems) {
         stretch(item);
     }
-    if (module != CleanerModule::performance && module != CleanerModule::memoryOptimization) {
-        repeat(scan.cleanupItems);
-    }
+    repeat(scan.cleanupItems);
     for (FileCandidate& file : scan.fileCandidates) {
         file.name = longName;
         file.size = byteCountText(3 * terabyte);

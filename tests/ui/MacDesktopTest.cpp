@@ -157,12 +157,6 @@ TEST_F(MacDesktopTest, ASymbolOfTheSystemTakesTheWantedColour) {
     EXPECT_EQ(image.pixelColor(8, 8), QColor(Qt::red));
 }
 
-TEST_F(MacDesktopTest, ASymbolThatTheSystemLacksComesFromTheEmbeddedPictures) {
-    SymbolImageProvider provider([this](const QString& name, int pixels) { return desktop_.symbol(name, pixels); });
-    const QImage image = provider.requestImage(QStringLiteral("trash?#ff0000"), nullptr, QSize(16, 16));
-    EXPECT_EQ(image, symbolImage(QStringLiteral("trash"), Qt::red, 16));
-}
-
 TEST(MenuTables, TheStatusMenuFollowsTheLanguage) {
     const auto titles = [] {
         std::vector<std::string> all;

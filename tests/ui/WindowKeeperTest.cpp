@@ -56,6 +56,7 @@ protected:
                           .raise =
                               [this](QQuickWindow& window) {
                                   fronted_.emplace_back(window.isVisible() ? "raise" : "raise while hidden");
+                                  window.requestActivate();
                               }}};
 };
 
@@ -121,9 +122,29 @@ TEST_F(WindowKeeperTest, TheProgramsEndWaitsForWhatAClosedWindowStarted) {
     keeper_.window()->close();
     runEvents();
     ASSERT_EQ(keeper_.window(), nullptr);
-    EXPECT_FALSE(keeper_.shutDown(10ms));
+    EXPECT_FALSE(keeper_.shutDown({.scan = 10ms, .action = 60s}));
     gate.open();
-    EXPECT_TRUE(keeper_.shutDown(60s));
+    EXPECT_TRUE(keeper_.shutDown({.scan = 60s, .action = 0ms}));
+}
+
+TEST_F(WindowKeeperTest, ACleanIsBroughtToItsEndThoughItsWindowWasClosed) {
+    Gate gate;
+    bool isClean = false;
+    service_->onClean([&](const std::vector<CleanupItem>&) {
+        gate.pass();
+        isClean = true;
+        return CleanupReport{};
+    });
+    ASSERT_TRUE(keeper_.show().has_value());
+    startScan();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return keeper_.store()->hasResult(CleanerModule::smartScan); }, 60000));
+    keeper_.store()->cleanSelected(CleanerModule::smartScan);
+    gate.awaitVisitor();
+    keeper_.window()->close();
+    runEvents();
+    gate.open();
+    EXPECT_TRUE(keeper_.shutDown({.scan = 0ms, .action = 60s}));
+    EXPECT_TRUE(isClean);
 }
 
 TEST_F(WindowKeeperTest, TheWindowsQuitKeyAsksForTheProgramsEnd) {

@@ -21,7 +21,7 @@
 namespace vellmoor {
 namespace {
 
-constexpr std::chrono::seconds patience{2};
+constexpr WindowKeeper::Patience patience{.scan = std::chrono::seconds(2), .action = std::chrono::seconds(60)};
 constexpr auto languageKey = "vmLanguage";
 
 void nameApplication() {

@@ -10,16 +10,6 @@
 namespace vellmoor {
 namespace {
 
-QImage imageOf(const Picture& picture) {
-    if (picture.bytes.empty()) {
-        return {};
-    }
-    // A copy, since the image would otherwise read the picture's own bytes.
-    return QImage(picture.bytes.data(), picture.width, picture.height, picture.width * 4,
-                  QImage::Format_RGBA8888_Premultiplied)
-        .copy();
-}
-
 bool openFirst(Workspace& workspace, const std::vector<std::string_view>& addresses) {
     return std::ranges::any_of(addresses,
                                [&](std::string_view address) { return workspace.openAddress(std::string(address)); });
@@ -32,6 +22,16 @@ bool startFirst(const Platform& platform, Workspace& workspace, const std::vecto
 }
 
 } // namespace
+
+QImage imageOf(const Picture& picture) {
+    if (picture.bytes.empty()) {
+        return {};
+    }
+    // A copy, since the image would otherwise read the picture's own bytes.
+    return QImage(picture.bytes.data(), picture.width, picture.height, picture.width * 4,
+                  QImage::Format_RGBA8888_Premultiplied)
+        .copy();
+}
 
 MacDesktop::MacDesktop(const Platform& platform, const SystemLayout& layout, Workspace& workspace)
     : platform_(platform),

@@ -10,6 +10,9 @@
 
 namespace vellmoor {
 
+/// As Qt has it; null for an empty picture.
+QImage imageOf(const Picture& picture);
+
 /// The Mac's desktop: Finder, System Settings, Activity Monitor, icons and symbols. What it is given must outlive it.
 class MacDesktop final : public Desktop {
 public:

@@ -92,9 +92,16 @@ void WindowKeeper::discard() {
     std::erase_if(leaving_, [](const auto& store) { return store->shutDown(std::chrono::milliseconds::zero()); });
 }
 
-bool WindowKeeper::shutDown(std::chrono::milliseconds patience) {
-    const bool isIdle = !view_ || view_->store->shutDown(patience);
-    return std::ranges::all_of(leaving_, [&](const auto& store) { return store->shutDown(patience); }) && isIdle;
+bool WindowKeeper::shutDown(Patience patience) {
+    const auto ends = [&](const std::unique_ptr<CleanerStore>& store) {
+        return store->shutDown(store->isCleaning() ? patience.action : patience.scan);
+    };
+    bool isIdle = std::ranges::all_of(leaving_, ends);
+    if (view_) {
+        view_->main->window().hide();
+        isIdle = ends(view_->store) && isIdle;
+    }
+    return isIdle;
 }
 
 } // namespace vellmoor

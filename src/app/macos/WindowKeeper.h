@@ -39,9 +39,13 @@ public:
     [[nodiscard]] QQuickWindow* window() const;
     /// Its store; null when there is none.
     [[nodiscard]] CleanerStore* store() const;
-    /// Closes the window's store and waits for calls into the engine, also those of earlier windows. False when one
-    /// still runs after `patience`: then what it uses must stay until the process ends.
-    bool shutDown(std::chrono::milliseconds patience);
+    struct Patience {
+        std::chrono::milliseconds scan;   ///< a cancelled scan ends at once
+        std::chrono::milliseconds action; ///< what the user confirmed is brought to its end
+    };
+    /// Hides the window, closes its store and waits for calls into the engine, also those of earlier windows. False
+    /// when one still runs after that: then what it uses must stay until the process ends.
+    bool shutDown(Patience patience);
 
 Q_SIGNALS:
     /// The window asks for the program's end.

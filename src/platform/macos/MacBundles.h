@@ -7,9 +7,11 @@
 
 namespace vellmoor::mac {
 
-/// LaunchServices is asked only about a folder with an extension or with Finder's bundle mark: nothing else can be
-/// a package, and asking takes as long as listing a folder.
-bool isPackage(const Path& folder);
+/// Whether Finder marked a folder as a package of its own.
+bool hasBundleMark(const Path& folder);
+
+/// Whether LaunchServices knows a folder as a package, by its extension or its mark.
+bool isDeclaredPackage(const Path& folder);
 
 /// Nothing when there is no such folder. The names are those of the user's language where the bundle has them. A
 /// bundle that changes on the disk keeps its names until this process ends.

@@ -20,15 +20,6 @@ struct FinderInformation {
     std::array<unsigned char, 32> bytes;
 };
 
-bool hasBundleMark(const Path& folder) {
-    attrlist wanted{};
-    wanted.bitmapcount = ATTR_BIT_MAP_COUNT;
-    wanted.commonattr = ATTR_CMN_FNDRINFO;
-    FinderInformation found{};
-    return ::getattrlist(folder.c_str(), &wanted, &found, sizeof found, FSOPT_NOFOLLOW) == 0 &&
-           found.length == sizeof found && (found.bytes[flagsOffset] & hasBundleInHighByte) != 0;
-}
-
 NSDictionary* dictionaryIn(const Path& propertyList) {
     // Not read by Foundation, which would wait at a FIFO for ever.
     const std::optional<std::string> bytes = fileContents(propertyList, sizeLimit);
@@ -61,10 +52,16 @@ std::vector<std::string> stringsIn(id object) {
 
 } // namespace
 
-bool isPackage(const Path& folder) {
-    if (!folder.has_extension() && !hasBundleMark(folder)) {
-        return false;
-    }
+bool hasBundleMark(const Path& folder) {
+    attrlist wanted{};
+    wanted.bitmapcount = ATTR_BIT_MAP_COUNT;
+    wanted.commonattr = ATTR_CMN_FNDRINFO;
+    FinderInformation found{};
+    return ::getattrlist(folder.c_str(), &wanted, &found, sizeof found, FSOPT_NOFOLLOW) == 0 &&
+           found.length == sizeof found && (found.bytes[flagsOffset] & hasBundleInHighByte) != 0;
+}
+
+bool isDeclaredPackage(const Path& folder) {
     @autoreleasepool {
         NSNumber* value = nil;
         return [addressOf(folder) getResourceValue:&value forKey:NSURLIsPackageKey error:nullptr] && value.boolValue;

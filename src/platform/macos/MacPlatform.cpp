@@ -60,7 +60,7 @@ bool MacPlatform::isMountPoint(const Path& path) const {
 }
 
 bool MacPlatform::isPackage(const Path& folder) const {
-    return mac::isPackage(folder);
+    return mac::hasBundleMark(folder) || packages_.contain(folder);
 }
 
 // Changes

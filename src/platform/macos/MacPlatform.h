@@ -1,11 +1,13 @@
 #pragma once
 
+#include "MacBundles.h"
+#include "PackageTypes.h"
 #include "Platform.h"
 
 namespace vellmoor {
 
 /// macOS by Foundation and AppKit; facts and listings by plain system calls, which are quicker and never answer from
-/// a cache. Without state: one object serves every thread. It has no key files, and its user folders are the
+/// a cache. One object serves every thread. It has no key files, and its user folders are the
 /// layout's.
 class MacPlatform final : public Platform {
 public:
@@ -55,6 +57,9 @@ public:
     [[nodiscard]] bool containsPhrase(std::string_view text, std::string_view phrase) const override;
     [[nodiscard]] std::string lowerCase(std::string_view text) const override;
     [[nodiscard]] std::string lettersAndDigits(std::string_view text) const override;
+
+private:
+    mutable mac::PackageTypes packages_{mac::isDeclaredPackage};
 };
 
 } // namespace vellmoor

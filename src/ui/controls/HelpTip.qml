@@ -8,9 +8,10 @@ Loader {
     property bool shown: false
     property string text
 
-    active: shown && text !== ""
+    // A row that its list keeps for later use has no window.
+    active: shown && text !== "" && Window.window !== null && visible
     anchors.fill: parent
-    source: "HelpBubble.qml"
+    source: Qt.resolvedUrl("HelpBubble.qml")
 
     onLoaded: {
         const bubble = item as T.ToolTip;

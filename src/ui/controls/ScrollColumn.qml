@@ -49,7 +49,6 @@ Item {
         anchors.bottom: view.bottom
         anchors.left: view.left
         anchors.right: view.right
-        anchors.rightMargin: 8
         ground: root.ground
         view: view
     }

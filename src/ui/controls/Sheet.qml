@@ -22,7 +22,8 @@ T.Popup {
 
     onAboutToShow: {
         before = parent.Window.activeFocusItem;
-        wasMarked = before !== null && before.visualFocus === true;
+        const control = before as T.Control;
+        wasMarked = control !== null && control.visualFocus;
     }
     onClosed: {
         if (before && before.visible && before.enabled)

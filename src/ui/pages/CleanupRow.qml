@@ -66,7 +66,7 @@ RowFrame {
 
                 Caption {
                     Layout.fillWidth: true
-                    maximumLineCount: 2
+                    maximumLineCount: 3
                     text: root.row.detail
                     wrapMode: Text.Wrap
                 }

@@ -17,13 +17,15 @@ ColumnLayout {
         spacing: Metrics.gap
 
         Symbol {
-            color: Colors.cyan
+            color: root.scan.scanned || root.scan.scanning ? Colors.cyan : Colors.gray
             name: "checkmark.seal.fill"
             size: 20
         }
 
         Heading {
             Layout.fillWidth: true
+            fontSizeMode: Text.HorizontalFit
+            minimumPixelSize: Type.subheading
             objectName: "headerTitle"
             text: root.scan.title
         }
@@ -40,7 +42,7 @@ ColumnLayout {
     BodyText {
         Layout.fillWidth: true
         color: Colors.vmSecondaryText
-        Layout.preferredHeight: 2 * lines.height
+        Layout.preferredHeight: Math.ceil(2 * lines.lineSpacing) + 1
         maximumLineCount: 2
         spoken: true
         text: root.status

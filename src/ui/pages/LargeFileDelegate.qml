@@ -9,7 +9,7 @@ CleanupRoles {
 
     ListView.onPooled: visible = false
     ListView.onReused: visible = true
-    height: file.implicitHeight
+    implicitHeight: file.implicitHeight
     objectName: name
 
     onActiveFocusChanged: {

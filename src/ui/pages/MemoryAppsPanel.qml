@@ -73,6 +73,7 @@ GlassPanel {
             Layout.fillWidth: true
             Layout.topMargin: 8
             isScanning: root.vm.scan.scanning
+            small: true
             visible: root.vm.memoryApps.count === 0
         }
     }

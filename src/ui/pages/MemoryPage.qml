@@ -50,6 +50,7 @@ ScrollColumn {
                 Layout.fillWidth: true
                 Layout.topMargin: 8
                 isScanning: root.vm.scan.scanning
+                small: true
                 visible: root.vm.memoryItems.itemCount === 0
             }
         }

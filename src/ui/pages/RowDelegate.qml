@@ -11,7 +11,7 @@ CleanupRoles {
     // A row kept for later use is no row: it takes neither the keyboard nor a screen reader.
     ListView.onPooled: visible = false
     ListView.onReused: visible = true
-    height: loader.height
+    implicitHeight: loader.height
     objectName: name
 
     // The keyboard is on one of the row's own controls: the list goes along.

@@ -77,8 +77,9 @@ GlassPanel {
             Accessible.name: L.tr("启动项")
             Keys.onReturnPressed: root.vm.startup.reveal(currentIndex)
             Keys.onSpacePressed: {
-                if (currentItem && currentItem.canChange)
-                    currentItem.changeAsked();
+                const row = currentItem as StartupItemRow;
+                if (row && row.canChange)
+                    row.changeAsked();
             }
             activeFocusOnTab: true
 
@@ -136,6 +137,15 @@ GlassPanel {
                         }
                     }
                 }
+            }
+
+            ScrollFade {
+                anchors.left: parent.left
+                anchors.right: parent.right
+                anchors.rightMargin: 10
+                parent: list
+                view: list
+                y: list.height - height
             }
 
             FocusFollower {

@@ -60,6 +60,7 @@ Item {
 
             TopBar {
                 Layout.fillWidth: true
+                Layout.preferredHeight: Math.max(Metrics.topBarHeight, implicitHeight)
                 vm: root.vm
             }
 

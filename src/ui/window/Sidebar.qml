@@ -13,7 +13,7 @@ Rectangle {
 
     // Shows the module at that position, as far as there is one, and leaves the keyboard there.
     function go(position: int): void {
-        const row = rows.itemAt(Math.max(0, Math.min(position, rows.count - 1)));
+        const row = rows.itemAt(Math.max(0, Math.min(position, rows.count - 1))) as SidebarRow;
         row.forceActiveFocus(Qt.TabFocusReason);
         row.clicked();
     }
@@ -40,6 +40,7 @@ Rectangle {
         RowLayout {
             Layout.bottomMargin: 16
             Layout.leftMargin: 8
+            Layout.preferredHeight: Math.max(Metrics.topBarHeight - 18, implicitHeight)
             spacing: Metrics.wideGap
 
             SymbolTile {

@@ -10,12 +10,9 @@ RowLayout {
 
     required property WindowModel vm
 
-    implicitHeight: Math.max(Metrics.topBarHeight, texts.implicitHeight)
     spacing: Metrics.gap
 
     ColumnLayout {
-        id: texts
-
         spacing: 0
 
         Display {

@@ -4,6 +4,6 @@ namespace vellmoor::walk {
 
 // Reading metadata fetches nothing here.
 ThreadPolicy::ThreadPolicy() = default;
-ThreadPolicy::~ThreadPolicy() = default;
+ThreadPolicy::~ThreadPolicy() {} // in the header it could not be macOS's
 
 } // namespace vellmoor::walk

@@ -2,7 +2,6 @@
 
 #include "Nanoseconds.h"
 
-#include <algorithm>
 #include <array>
 #include <cstring>
 #include <ctime>
@@ -25,16 +24,15 @@ public:
     // Values are aligned to 4 bytes at best, so they are copied out.
     template <typename Value>
     Value take() {
-        static_assert(std::is_trivially_copyable_v<Value>);
+        static_assert(std::is_trivially_copyable_v<Value> && sizeof(Value) % 4 == 0); // others would be padded
         Value value{};
-        constexpr std::size_t padded = (sizeof value + 3) & ~std::size_t{3};
         if (record_.size() - position_ < sizeof value) {
             isWithin_ = false;
             position_ = record_.size();
             return value;
         }
         std::memcpy(&value, record_.data() + position_, sizeof value);
-        position_ = std::min(position_ + padded, record_.size());
+        position_ += sizeof value;
         return value;
     }
     [[nodiscard]] std::size_t position() const { return position_; }

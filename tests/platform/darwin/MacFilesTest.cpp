@@ -270,6 +270,7 @@ TEST(MacFiles, AMountPointIsToldFromAnOrdinaryFolder) {
     EXPECT_TRUE(mac::isMountPoint(folder / "here/disk"));
     EXPECT_TRUE(mac::isMountPoint("/"));
     EXPECT_FALSE(mac::isMountPoint(folder / "link")); // itself it is none
+    EXPECT_FALSE(mac::isMountPoint(folder.link("nowhere", "dangling")));
     EXPECT_FALSE(mac::isMountPoint(folder / "disk/inside"));
     EXPECT_FALSE(mac::isMountPoint(folder / "data"));
     EXPECT_FALSE(mac::isMountPoint(folder.path()));

@@ -70,6 +70,7 @@ typedef NSString* NSFileAttributeKey;
 
 typedef NS_OPTIONS(NSUInteger, NSPropertyListMutabilityOptions) { NSPropertyListImmutable = 0 };
 typedef NSPropertyListMutabilityOptions NSPropertyListReadOptions;
+typedef NSUInteger NSPropertyListWriteOptions;
 typedef NS_ENUM(NSUInteger, NSPropertyListFormat) {
     NSPropertyListOpenStepFormat = 1,
     NSPropertyListXMLFormat_v1_0 = 100,
@@ -80,6 +81,10 @@ typedef NS_ENUM(NSUInteger, NSPropertyListFormat) {
                             options:(NSPropertyListReadOptions)opt
                              format:(nullable NSPropertyListFormat*)format
                               error:(out NSError* _Nullable* _Nullable)error;
++ (nullable NSData*)dataWithPropertyList:(id)plist
+                                  format:(NSPropertyListFormat)format
+                                 options:(NSPropertyListWriteOptions)opt
+                                   error:(out NSError* _Nullable* _Nullable)error;
 @end
 
 NS_ASSUME_NONNULL_END

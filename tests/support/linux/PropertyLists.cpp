@@ -4,6 +4,7 @@
 
 #include <plist/plist.h>
 
+#include <cstdlib>
 #include <memory>
 #include <string>
 #include <vector>
@@ -95,6 +96,20 @@ std::optional<LaunchAgent> readLaunchAgent(const Path& propertyList) {
     agent.hasKeepAlive = plist_dict_get_item(list.get(), "KeepAlive") != nullptr;
     agent.runAtLoad = isTrue(plist_dict_get_item(list.get(), "RunAtLoad"));
     return agent;
+}
+
+std::string binaryPropertyList(const std::string& xml) {
+    plist_t node = nullptr;
+    plist_from_xml(xml.data(), static_cast<std::uint32_t>(xml.size()), &node);
+    const PlistPointer list(node);
+    if (!list) {
+        return {};
+    }
+    char* bytes = nullptr;
+    std::uint32_t length = 0;
+    plist_to_bin(node, &bytes, &length);
+    const std::unique_ptr<char, decltype(&std::free)> owned(bytes, &std::free);
+    return bytes == nullptr ? std::string() : std::string(bytes, length);
 }
 
 } // namespace vellmoor::test
