@@ -6,7 +6,6 @@ import Vellmoor.Theme
 T.ToolTip {
     id: root
 
-    delay: 600
     implicitHeight: label.implicitHeight + 12
     implicitWidth: Math.min(label.implicitWidth, 320) + 20
     margins: 6
