@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Measures a Smart Scan of a home of 300,000 files against one bare walk of every folder that it must look into, and
-# against bleachbit's preview where that is installed; warm cache, median of 9, all in turn in one run.
+# against bleachbit's preview of the cleaners that look at the same things, where it is installed; warm cache, median
+# of 9, all in turn in one run.
 #   bench/compare-scan.sh [--regenerate]
 # The home is made once, in build/bench or in the folder of $VELLMOOR_BENCH_TREES.
 set -euo pipefail
@@ -40,8 +41,9 @@ echo
 programs=("Smart Scan" "$build/bench/scan_bench" "$home"
   -- "bare walk of its folders" "$build/bench/bare_walk" "${folders[@]}")
 if command -v bleachbit >/dev/null; then
-  programs+=(-- "bleachbit --preview" env HOME="$home" bleachbit --preview system.cache system.trash
-    google_chrome.cache firefox.cache thumbnails.cache)
+  programs+=(-- "bleachbit --preview" env HOME="$home" bleachbit --preview
+    system.cache system.trash thumbnails.cache
+    google_chrome.{cache,cookies,history,session,dom} firefox.{cache,cookies,url_history,session_restore,dom})
 else
   echo "bleachbit is not installed and was left out" >&2
 fi

@@ -1,5 +1,12 @@
-# Shared by the scripts of this folder; source it.
+# Shared by the scripts of this folder; source it. macOS has bash 3.2: no mapfile, and an empty array is unset to it.
 # shellcheck shell=bash
+
+# Homebrew's tools, also for a shell that has not heard of them.
+if [ -x /opt/homebrew/bin/brew ]; then
+  PATH=/opt/homebrew/bin:$PATH
+fi
+
+is_mac() { [ "$(uname -s)" = Darwin ]; }
 
 # Configures a preset once, then builds it; with further arguments only those targets. One log line per phase.
 build_preset() {
@@ -10,10 +17,10 @@ build_preset() {
   fi
   local targets=()
   [ $# -gt 0 ] && targets=(--target "$@")
-  cmake --build "build/$preset" "${targets[@]}" >>"build/$preset.log" 2>&1 || {
+  cmake --build "build/$preset" ${targets[@]+"${targets[@]}"} >>"build/$preset.log" 2>&1 || {
     tail -n 80 "build/$preset.log" >&2
     return 1
   }
 }
 
-has_display() { [ "$(uname -s)" = Darwin ] || [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ]; }
+has_display() { is_mac || [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ]; }

@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# Fuzzes the readers of what tools print, of what /proc holds and of configuration files (tests/fuzz) with libFuzzer.
+# Fuzzes the readers of what tools print, of what kernels tell and of configuration files (tests/fuzz) with libFuzzer.
 # Usage: scripts/fuzz.sh [--runs N | --seconds S] [--build DIR] [TARGET...]
 #   --runs N      N inputs for each target, always the same ones
 #   --seconds S   S seconds for each target (60), going on from what earlier calls found
-#   TARGET        VmStat, Ps, Proc, Exec, DesktopEntry, LaunchAgent; all of them by default
+#   TARGET        VmStat, Ps, Proc, Exec, DesktopEntry, LaunchAgent, AttributeRecord; all of them by default
 # Exits with 77, saying why, where there is no clang with libFuzzer.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -21,7 +21,7 @@ while [ $# -gt 0 ]; do
     *) targets+=("$1"); shift ;;
   esac
 done
-[ "${#targets[@]}" -gt 0 ] || targets=(VmStat Ps Proc Exec DesktopEntry LaunchAgent)
+[ "${#targets[@]}" -gt 0 ] || targets=(VmStat Ps Proc Exec DesktopEntry LaunchAgent AttributeRecord)
 mkdir -p "$build"
 
 # The first clang that can link a fuzzer: the run-time library is a package of its own.
@@ -40,7 +40,8 @@ if [ -z "$compiler" ]; then
   exit 77
 fi
 
-include=(-Isrc/model -Isrc/platform -Isrc/platform/linux -Isrc/engine -Itests/support)
+include=(-Isrc/model -Isrc/platform -Isrc/platform/linux -Isrc/engine -Itests/support
+  -Isrc/walk -Isrc/walk/macos -isystem tests/support/darwin/types)
 for target in "${targets[@]}"; do
   source=tests/fuzz/${target}Fuzz.cpp
   program=$build/$target
@@ -49,11 +50,12 @@ for target in "${targets[@]}"; do
     Exec) readers=(src/engine/ExecLine.cpp) ;;
     DesktopEntry)
       readers=(src/engine/{ExecLine,DesktopEntries}.cpp src/model/{L,EnglishTable,LinuxTexts}.cpp
-        src/platform/{Paths,Platform}.cpp src/platform/linux/{Files,KeyFiles}.cpp)
+        src/platform/{Paths,Platform,PosixFiles}.cpp src/platform/linux/{Files,KeyFiles}.cpp)
       packages=(glib-2.0) ;;
     LaunchAgent)
-      readers=(tests/support/PropertyLists.cpp src/platform/linux/Files.cpp)
+      readers=(tests/support/linux/PropertyLists.cpp src/platform/{PosixFiles,linux/Files}.cpp)
       packages=(libplist-2.0) ;;
+    AttributeRecord) readers=(src/walk/macos/AttributeRecord.cpp) ;;
     *) readers=(src/engine/MemoryText.cpp src/engine/ControlGroups.cpp) ;;
   esac
   headers=()

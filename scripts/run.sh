@@ -9,7 +9,7 @@ scripts/setup.sh
 mkdir -p build
 if has_display; then
   build_preset release vellmoor
-  if [ "$(uname -s)" = Darwin ]; then
+  if is_mac; then
     exec open build/release/Vellmoor.app
   fi
   exec build/release/src/app/vellmoor

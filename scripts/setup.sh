@@ -3,6 +3,8 @@
 # Usage: scripts/setup.sh [--check]   (--check only says what is missing; exit 1 if anything is)
 set -euo pipefail
 cd "$(dirname "$0")/.."
+# shellcheck source=scripts/common.sh
+. scripts/common.sh
 
 debian_packages=(
   build-essential cmake ninja-build ccache pkg-config git ca-certificates
@@ -14,9 +16,12 @@ debian_packages=(
   libgtest-dev libgmock-dev libbenchmark-dev nlohmann-json3-dev
   clang-19 clang-format-19 clang-tidy-19 libclang-rt-19-dev shellcheck
   xvfb xauth openbox x11-utils xdotool trayer dbus dbus-x11 at-spi2-core python3 python3-pyatspi gir1.2-atspi-2.0
-  gvfs libglib2.0-bin desktop-file-utils fonts-noto-core fonts-noto-cjk
+  gvfs libglib2.0-bin desktop-file-utils pngquant fonts-noto-core fonts-noto-cjk
 )
 brew_packages=(cmake ninja ccache qtbase qtdeclarative qtsvg googletest google-benchmark nlohmann-json shellcheck)
+
+# The check of the macOS sources fetches headers with npm; whose npm it is does not matter.
+command -v npm >/dev/null || debian_packages+=(npm)
 
 say() { printf '%s\n' "$*" >&2; }
 
@@ -39,6 +44,15 @@ missing_debian() {
   done
 }
 
+# Fills `missing` with the lines that it reads.
+read_missing() {
+  local line
+  missing=()
+  while IFS= read -r line; do
+    missing+=("$line")
+  done
+}
+
 # The command that may install: itself for root, sudo for everybody else.
 as_root() {
   if [ "$(id -u)" -eq 0 ]; then
@@ -52,7 +66,7 @@ as_root() {
 }
 
 setup_debian() {
-  mapfile -t missing < <(missing_debian)
+  read_missing < <(missing_debian)
   [ "${#missing[@]}" -eq 0 ] && return 0
   if [ "${1:-}" = --check ]; then
     say "Missing packages: ${missing[*]}"
@@ -65,20 +79,25 @@ setup_debian() {
 }
 
 setup_macos() {
-  xcode-select -p >/dev/null 2>&1 || { say "Install the command line tools first: xcode-select --install"; exit 1; }
+  [ "$(uname -m)" = arm64 ] || { say "Vellmoor runs on Macs with Apple silicon."; exit 1; }
+  if ! xcode-select -p >/dev/null 2>&1; then
+    say "The command line tools are missing; their installation starts now. Start again when it is done."
+    [ "${1:-}" = --check ] || xcode-select --install
+    exit 1
+  fi
   command -v brew >/dev/null || { say "Install Homebrew first: https://brew.sh"; exit 1; }
   local installed
   installed=$(brew list --formula -1)
-  mapfile -t missing < <(comm -23 <(printf '%s\n' "${brew_packages[@]}" | sort -u) <(sort -u <<<"$installed"))
+  read_missing < <(comm -23 <(printf '%s\n' "${brew_packages[@]}" | sort -u) <(sort -u <<<"$installed"))
   [ "${#missing[@]}" -eq 0 ] && return 0
   if [ "${1:-}" = --check ]; then
     say "Missing formulae: ${missing[*]}"
     exit 1
   fi
-  brew install "${missing[@]}"
+  brew install --quiet "${missing[@]}" >&2
 }
 
-if [ "$(uname -s)" = Darwin ]; then
+if is_mac; then
   setup_macos "${1:-}"
 elif command -v apt-get >/dev/null; then
   setup_debian "${1:-}"

@@ -57,6 +57,19 @@ Path walkStart(const ScanContext& context, const Root& root) {
     return root.real;
 }
 
+/// Whether the walk of `above` comes to `below`: it passes hidden folders by, and stays on its file system.
+bool isReachedFrom(const Platform& platform, const Path& below, const Path& above) {
+    if (!isStrictlyBelow(below, above)) {
+        return false;
+    }
+    for (Path place = below; place != above; place = place.parent_path()) {
+        if (place.filename().native().starts_with('.') || platform.isMountPoint(place)) {
+            return false;
+        }
+    }
+    return true;
+}
+
 /// Those that exist, once each. A folder that is switched off is set to the home folder; neither it nor a folder
 /// above it is an everyday folder.
 std::vector<Root> searchRoots(const ScanContext& context) {
@@ -74,8 +87,8 @@ std::vector<Root> searchRoots(const ScanContext& context) {
     std::vector<Root> kept;
     for (const Root& root : roots) {
         const bool known = std::ranges::any_of(kept, [&](const Root& other) { return other.real == root.real; });
-        const bool covered =
-            std::ranges::any_of(roots, [&](const Root& other) { return isStrictlyBelow(root.real, other.real); });
+        const bool covered = std::ranges::any_of(
+            roots, [&](const Root& other) { return isReachedFrom(platform, root.real, other.real); });
         if (!known && !covered) {
             kept.push_back(root);
         }

@@ -23,6 +23,10 @@ MemorySnapshot memorySnapshot(const ScanContext& context);
 /// At most 8, largest first.
 std::vector<MemoryApp> memoryApps(ScanContext& context);
 
+/// `app` with the processes that it has now, none when it has ended: a process number of an earlier scan may belong
+/// to something else by the time the user acts on it.
+MemoryApp withCurrentProcesses(ScanContext& context, const MemoryApp& app);
+
 /// Always exactly one row.
 std::vector<CleanupItem> memoryItems(const MemorySnapshot& snapshot);
 

@@ -31,9 +31,8 @@ MemoryApp appOf(ProcessApplications& applications, const std::string& key, const
     return app;
 }
 
-} // namespace
-
-std::vector<MemoryApp> memoryApps(ScanContext& context) {
+/// Every application with its processes, in no order that matters.
+std::vector<MemoryApp> allApps(ScanContext& context) {
     const MemoryLayout& layout = context.layout().memory;
     const Samples samples = processMemorySamples(context.platform(), context.layout());
     const std::unique_ptr<ProcessApplications> applications =
@@ -52,9 +51,24 @@ std::vector<MemoryApp> memoryApps(ScanContext& context) {
     for (const auto& [key, group] : groups) {
         apps.push_back(appOf(*applications, key, group));
     }
+    return apps;
+}
+
+} // namespace
+
+std::vector<MemoryApp> memoryApps(ScanContext& context) {
+    std::vector<MemoryApp> apps = allApps(context);
     std::ranges::stable_sort(apps, std::ranges::greater(), &MemoryApp::bytes);
     apps.resize(std::min(apps.size(), listedApps));
     return apps;
+}
+
+MemoryApp withCurrentProcesses(ScanContext& context, const MemoryApp& app) {
+    const std::vector<MemoryApp> apps = allApps(context);
+    const auto found = std::ranges::find(apps, app.id, &MemoryApp::id);
+    MemoryApp current = app;
+    current.pids = found != apps.end() ? found->pids : std::vector<std::int32_t>();
+    return current;
 }
 
 } // namespace vellmoor

@@ -1,6 +1,7 @@
 #include "SystemCleanerService.h"
 
 #include "Cleaning.h"
+#include "Memory.h"
 #include "PermissionHints.h"
 #include "ScanDriver.h"
 #include "StartupItems.h"
@@ -22,36 +23,44 @@ SystemCleanerService::SystemCleanerService(const Platform& platform, const Syste
 
 ScanSnapshot SystemCleanerService::scan(CleanerModule module, const ProgressCallback& progress,
                                         const CancelToken& token) {
+    platform_.enterWorker();
     ScanContext context(platform_, layout_, token, now());
     return vellmoor::scan(context, module, progress);
 }
 
 CleanupReport SystemCleanerService::clean(const std::vector<CleanupItem>& items) {
+    platform_.enterWorker();
     const CancelToken never;
     ScanContext context(platform_, layout_, never, now());
     return vellmoor::clean(context, items);
 }
 
 StartupActionResult SystemCleanerService::disableStartupItem(const StartupItem& item) {
+    platform_.enterWorker();
     const CancelToken never;
     ScanContext context(platform_, layout_, never, now());
     return vellmoor::disableStartupItem(context, item);
 }
 
 StartupActionResult SystemCleanerService::enableStartupItem(const StartupItem& item) {
+    platform_.enterWorker();
     const CancelToken never;
     ScanContext context(platform_, layout_, never, now());
     return vellmoor::enableStartupItem(context, item);
 }
 
 std::vector<PermissionHint> SystemCleanerService::permissionHints() {
+    platform_.enterWorker();
     const CancelToken never;
     const ScanContext context(platform_, layout_, never, now());
     return vellmoor::permissionHints(context);
 }
 
 QuitOutcome SystemCleanerService::requestQuit(const MemoryApp& app) {
-    return platform_.requestQuit(app);
+    platform_.enterWorker();
+    const CancelToken never;
+    ScanContext context(platform_, layout_, never, now());
+    return platform_.requestQuit(withCurrentProcesses(context, app));
 }
 
 } // namespace vellmoor

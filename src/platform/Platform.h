@@ -176,6 +176,9 @@ public:
     [[nodiscard]] virtual CommandResult commandResult(const Path& tool,
                                                       const std::vector<std::string>& arguments) const = 0;
 
+    /// To be called first on a thread that is about to block for the user; what follows may run with more priority.
+    virtual void enterWorker() const {}
+
     // Host
     [[nodiscard]] virtual std::uint32_t userId() const = 0;
     [[nodiscard]] virtual std::int64_t physicalMemory() const = 0; ///< bytes; 0 when unknown

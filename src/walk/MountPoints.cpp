@@ -37,15 +37,23 @@ std::string_view mountPointField(std::string_view line) {
 } // namespace
 
 std::unique_ptr<const MountPoints> MountPoints::parse(std::string_view mountinfo, std::string_view realRoot) {
+    std::vector<std::string> places;
+    while (!mountinfo.empty()) {
+        const std::string_view line = mountinfo.substr(0, mountinfo.find('\n'));
+        mountinfo.remove_prefix(std::min(line.size() + 1, mountinfo.size()));
+        places.push_back(unescaped(mountPointField(line)));
+    }
+    return among(places, realRoot);
+}
+
+std::unique_ptr<const MountPoints> MountPoints::among(const std::vector<std::string>& places,
+                                                      std::string_view realRoot) {
     std::string prefix(realRoot);
     if (!prefix.ends_with('/')) {
         prefix += '/';
     }
     std::unique_ptr<MountPoints> found;
-    while (!mountinfo.empty()) {
-        const std::string_view line = mountinfo.substr(0, mountinfo.find('\n'));
-        mountinfo.remove_prefix(std::min(line.size() + 1, mountinfo.size()));
-        const std::string place = unescaped(mountPointField(line));
+    for (const std::string& place : places) {
         if (!place.starts_with(prefix) || place.size() == prefix.size()) {
             continue;
         }

@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace vellmoor::walk {
 
@@ -17,7 +18,9 @@ public:
     /// Those below `root`, as the system tells now; null when there is none. The error is that the process has
     /// no file descriptor left; where the system tells nothing at all, the answer is null.
     static std::expected<std::unique_ptr<const MountPoints>, std::errc> below(const std::filesystem::path& root);
-    /// The same from the text of /proc/self/mountinfo (see proc_pid_mountinfo(5)); `realRoot` without links.
+    /// Those of `places`, absolute paths of mount points, that lie below `realRoot`, a path without links.
+    static std::unique_ptr<const MountPoints> among(const std::vector<std::string>& places, std::string_view realRoot);
+    /// The same from the text of /proc/self/mountinfo (see proc_pid_mountinfo(5)).
     static std::unique_ptr<const MountPoints> parse(std::string_view mountinfo, std::string_view realRoot);
 
     /// The node for the name in this folder; null when nothing is mounted there or below.

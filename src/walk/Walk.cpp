@@ -5,15 +5,16 @@
 // counter; shared are the queue (WorkQueue.cpp) and what is set before the start.
 //
 // An entry passes these gates, in this order: hidden; a mount point, so that a dead network mount is not even asked
-// for its type; the facts, at most one call and none where the type alone says that there are no bytes; for
-// a directory the device. What comes through is shown to the visitor. A directory is entered later, by whoever takes
-// it, and its device is tested again on the open descriptor, as something may have been mounted meanwhile.
+// for its type; the facts, at most one call and none where the listing says enough; for a directory the device. What
+// comes through is shown to the visitor. A directory is entered later, by whoever takes it, and its device is tested
+// again on the open descriptor, as something may have been mounted meanwhile.
 //
 // What is the system's own stands behind DirectoryReader and MountPoints; this file, the places and the queue are
 // plain POSIX.
 #include "Walk.h"
 
 #include "DirectoryReader.h"
+#include "ThreadPolicy.h"
 #include "WorkQueue.h"
 
 #include <algorithm>
@@ -21,6 +22,8 @@
 #include <chrono>
 #include <exception>
 #include <fcntl.h>
+#include <functional>
+#include <map>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <system_error>
@@ -46,9 +49,10 @@ std::size_t descriptorsForWaiting() {
     return static_cast<std::size_t>(std::clamp<rlim_t>(limit.rlim_cur / 8, 4, 256));
 }
 
-bool hasExtension(std::string_view name) {
+// What follows the last dot; empty for ".name" and "name.".
+std::string_view extensionOf(std::string_view name) {
     const std::size_t dot = name.find_last_of('.');
-    return dot != std::string_view::npos && dot != 0 && dot + 1 < name.size();
+    return dot != std::string_view::npos && dot != 0 ? name.substr(dot + 1) : std::string_view();
 }
 
 /// What all workers share.
@@ -65,7 +69,6 @@ public:
     [[nodiscard]] bool isCancelled() const {
         return options.cancelled != nullptr && options.cancelled->load(std::memory_order_relaxed);
     }
-    [[nodiscard]] bool isPackage(const Entry& entry, const RawEntry& raw) const;
     /// For worker 0 only.
     void addHelperIfUseful();
 
@@ -85,7 +88,7 @@ private:
 
 class Worker {
 public:
-    Worker(Walk& walk, unsigned number) : walk_(walk), number_(number) {}
+    Worker(Walk& walk, unsigned number) : walk_(walk), number_(number), reader_(bool(walk.options.isPackage)) {}
     /// Works until nothing is left. The task is empty, or holds the root, opened.
     void run(Task task);
 
@@ -97,6 +100,7 @@ private:
     void readWhole(Place& place);
     bool visitHeld(Place& place);
     void visit(Place& place, RawEntry& raw);
+    bool isPackage(const Entry& entry, const RawEntry& raw);
     bool tick(unsigned cost = 1);
 
     Walk& walk_;
@@ -104,7 +108,8 @@ private:
     unsigned sincePoll_ = 0;
     unsigned waited_ = 0; ///< for a descriptor, in milliseconds
     DirectoryReader reader_;
-    std::vector<std::string_view> names_; ///< a member for its memory
+    std::vector<std::string_view> names_;                ///< a member for its memory
+    std::map<std::string, bool, std::less<>> isPackage_; ///< what was answered, by extension
 };
 
 void Worker::run(Task task) {
@@ -169,6 +174,9 @@ void Worker::read(Place& place) {
     } else {
         readInBatches(place);
     }
+    if (reader_.isBroken()) {
+        walk_.queue.noteIncomplete();
+    }
     if (!place.hasWork()) {
         place.close();
     }
@@ -222,14 +230,16 @@ void Worker::visit(Place& place, RawEntry& raw) {
             return;
         }
     }
-    if (!raw.complete && !DirectoryReader::complete(place.fd, walk_.device, raw)) {
+    if (!raw.complete &&
+        (!DirectoryReader::complete(place.fd, walk_.device, raw) || (raw.hidden && walk_.options.skipHidden))) {
         return;
     }
     const Entry entry{place, place.fd, raw.name, raw.type, raw.allocatedBytes, raw.modifiedNs, place.depth() + 1};
     const Action action = walk_.visitor.entry(entry, number_);
     if (action == Action::Stop) {
         walk_.queue.end(Outcome::Stopped);
-    } else if (action == Action::Continue && raw.type == EntryType::Directory && !walk_.isPackage(entry, raw)) {
+    } else if (action == Action::Continue && raw.type == EntryType::Directory && !raw.isPlaceholder &&
+               !isPackage(entry, raw)) {
         place.addChild(raw.name);
     }
 }
@@ -248,8 +258,25 @@ bool Worker::tick(unsigned cost) {
     return !walk_.queue.ended();
 }
 
-bool Walk::isPackage(const Entry& entry, const RawEntry& raw) const {
-    return options.isPackage && (raw.bundleMark || hasExtension(raw.name)) && options.isPackage(entry.path());
+// Systems declare packages by extension, and asking them is slow: so the answer is kept.
+bool Worker::isPackage(const Entry& entry, const RawEntry& raw) {
+    constexpr std::size_t mostKept = 1000; // a tree may have a new extension in each name
+    const auto& ask = walk_.options.isPackage;
+    if (!ask || raw.bundleMark) {
+        return ask && ask(entry.path());
+    }
+    const std::string_view extension = extensionOf(raw.name);
+    if (extension.empty()) {
+        return false;
+    }
+    if (const auto known = isPackage_.find(extension); known != isPackage_.end()) {
+        return known->second;
+    }
+    const bool answer = ask(entry.path());
+    if (isPackage_.size() < mostKept) {
+        isPackage_.emplace(extension, answer);
+    }
+    return answer;
 }
 
 Outcome Walk::run(PlaceRef root) {
@@ -266,6 +293,7 @@ Outcome Walk::run(PlaceRef root) {
 }
 
 void Walk::work(unsigned number, Task task) noexcept {
+    const ThreadPolicy policy;
     try {
         Worker(*this, number).run(std::move(task));
     } catch (...) {
@@ -305,13 +333,15 @@ Action Visitor::directory(const Directory& /*directory*/, unsigned /*worker*/) {
 }
 
 unsigned workerCount(const Options& options) {
-    return options.threads != 0 ? options.threads : std::max(1U, std::thread::hardware_concurrency());
+    static const unsigned processors = std::max(1U, std::thread::hardware_concurrency()); // each call reads a file
+    return options.threads != 0 ? options.threads : processors;
 }
 
 Outcome walk(const std::filesystem::path& root, const Options& options, Visitor& visitor) {
     if (options.cancelled != nullptr && options.cancelled->load(std::memory_order_relaxed)) {
         return Outcome::Cancelled;
     }
+    const ThreadPolicy policy;
     const std::string name = rootName(root);
     const int fd = root.empty() ? -1 : openDirectory(AT_FDCWD, name.empty() ? "/" : name.c_str());
     if (fd < 0) {

@@ -68,8 +68,9 @@ struct Options {
     bool wantsNames = false;                      ///< call Visitor::directory
     unsigned threads = 0;                         ///< 0: as many as there are processors
     const std::atomic<bool>* cancelled = nullptr; ///< polled at least every 100 entries per worker
-    /// Says whether a directory is a package, which is then visited as a directory but not entered. Asked only
-    /// for names with an extension or (macOS) a bundle mark, from any worker. Empty: nothing is a package.
+    /// Says whether a directory is a package, which is then visited as a directory but not entered. Asked from any
+    /// worker, for directories with (macOS) a bundle mark, and for others once per extension and worker, whose
+    /// answer holds for the extension. Empty: nothing is a package.
     std::function<bool(const std::filesystem::path&)> isPackage;
 };
 
@@ -78,13 +79,15 @@ enum class Outcome : std::uint8_t {
     Stopped,    ///< a visitor answered Stop
     Cancelled,  ///< Options::cancelled was seen set
     Unreadable, ///< the root is not a directory (a link is none), or cannot be opened
-    Incomplete, ///< something is missing because the process had no file descriptor left, nor got one in time
+    Incomplete, ///< entries are missing: no file descriptor was to be had in time, or a folder broke off while read
 };
 
 /// Visits everything below `root`, not `root` itself. Order is not defined; the set of visits does not depend on
 /// the number of threads. Links are never followed, except in the parents of `root`. A directory on another file
 /// system than the root is neither visited nor entered, and a mount point is left out before it is touched; so is
-/// whatever vanishes or whose facts cannot be read. What a visitor throws ends the walk and is thrown again here.
+/// whatever vanishes or whose facts cannot be read. On macOS names that begin with "._" do not exist, and a folder
+/// whose content lies in a cloud only is visited but not entered: no call of the walk fetches anything, nor does a
+/// visitor's. What a visitor throws ends the walk and is thrown again here.
 Outcome walk(const std::filesystem::path& root, const Options& options, Visitor& visitor);
 
 /// The number of workers that walk() will use for `options`; at least 1.

@@ -1,4 +1,5 @@
 #include "CleaningFixture.h"
+#include "Host.h"
 #include "ScopedUnprivileged.h"
 
 #include <gmock/gmock.h>
@@ -15,7 +16,7 @@ using ::testing::StartsWith;
 
 using CleaningFailures = Cleaning;
 
-INSTANTIATE_TEST_SUITE_P(On, CleaningFailures, ::testing::Values(System::Mac, System::Linux), systemName);
+INSTANTIATE_TEST_SUITE_P(On, CleaningFailures, ::testing::ValuesIn(test::hostedSystems()), systemName);
 
 TEST_P(CleaningFailures, AFailedMoveLeavesTheFileAndSaysWhy) {
     const Path file = home.text("Stuff/a", "words");

@@ -1,4 +1,5 @@
 #include "CleaningFixture.h"
+#include "Host.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -12,7 +13,7 @@ using ::testing::StartsWith;
 
 using CleaningGuards = Cleaning;
 
-INSTANTIATE_TEST_SUITE_P(On, CleaningGuards, ::testing::Values(System::Mac, System::Linux), systemName);
+INSTANTIATE_TEST_SUITE_P(On, CleaningGuards, ::testing::ValuesIn(test::hostedSystems()), systemName);
 
 TEST_P(CleaningGuards, ALinkMovesToTheTrashAndWhatItNamesStays) {
     const Path document = home.text("Documents/thesis", "words");

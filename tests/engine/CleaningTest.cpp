@@ -1,4 +1,5 @@
 #include "CleaningFixture.h"
+#include "Host.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -8,7 +9,7 @@ namespace {
 
 using ::testing::IsEmpty;
 
-INSTANTIATE_TEST_SUITE_P(On, Cleaning, ::testing::Values(System::Mac, System::Linux), systemName);
+INSTANTIATE_TEST_SUITE_P(On, Cleaning, ::testing::ValuesIn(test::hostedSystems()), systemName);
 
 TEST_P(Cleaning, NothingSelectedGivesAnEmptyReport) {
     const CleanupReport report = clean(home, std::vector<CleanupItem>{});

@@ -1,4 +1,5 @@
 #include "LargeFilesFixture.h"
+#include "ScopedMount.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -83,6 +84,20 @@ TEST_F(LinuxLargeFiles, AFolderBelowAnotherIsSearchedOnceWhicheverComesFirst) {
     const Path first = home.file("Documents/Downloads/a.bin", largeFileThreshold);
     const Path second = nameAgain(home, first, "Documents/Pictures/b.bin");
     EXPECT_THAT(foundUrls(home), UnorderedElementsAre(first, second));
+}
+
+TEST_F(LinuxLargeFiles, AFolderThatTheWalkOfAnotherPassesByIsSearchedByItself) {
+    home.platform.folders.videos = home.place("Documents/.films");
+    const Path file = home.file("Documents/.films/a.bin", largeFileThreshold);
+    EXPECT_THAT(foundUrls(home), ElementsAre(file));
+}
+
+TEST_F(LinuxLargeFiles, AVolumeMountedBelowAnotherFolderIsSearchedByItself) {
+    home.file("elsewhere/a.bin", largeFileThreshold);
+    home.platform.folders.videos = home.folder("Documents/films");
+    const auto mount = ScopedMount::bind(home.place("elsewhere"), home.place("Documents/films"));
+    VELLMOOR_NEEDS_MOUNT(mount);
+    EXPECT_THAT(foundUrls(home), ElementsAre(home.place("Documents/films/a.bin")));
 }
 
 TEST_F(LinuxLargeFiles, AFolderWithALongerNameIsNotBelowTheShorterOne) {

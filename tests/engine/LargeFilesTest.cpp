@@ -1,3 +1,4 @@
+#include "Host.h"
 #include "LargeFilesFixture.h"
 #include "ScopedUnprivileged.h"
 
@@ -27,7 +28,7 @@ protected:
     }
 };
 
-INSTANTIATE_TEST_SUITE_P(On, LargeFiles, ::testing::Values(System::Mac, System::Linux),
+INSTANTIATE_TEST_SUITE_P(On, LargeFiles, ::testing::ValuesIn(test::hostedSystems()),
                          [](const auto& instance) { return instance.param == System::Mac ? "Mac" : "Linux"; });
 
 TEST_P(LargeFiles, AFileOfExactlyTheThresholdIsListedAndASmallerOneIsNot) {

@@ -384,5 +384,29 @@ TEST_F(LinuxApps, AnApplicationWithoutMemoryIsDropped) {
     EXPECT_THAT(apps(), IsEmpty());
 }
 
+TEST_F(LinuxApps, TheProcessesOfNowAreAskedToQuit) {
+    addEntry("org.example.One", "One", "one");
+    add({.pid = 10, .group = unit("app-gnome-org.example.One-10.scope"), .pages = 10});
+    const std::vector<MemoryApp> found = apps();
+    ASSERT_THAT(found, SizeIs(1));
+    add({.pid = 12, .group = unit("app-gnome-org.example.One-12.scope"), .pages = 10});
+    ScanContext context = home.context();
+    EXPECT_THAT(withCurrentProcesses(context, found[0]).pids, ElementsAre(10, 12));
+}
+
+TEST_F(LinuxApps, ANumberThatBelongsToAnotherProcessByNowIsNotAsked) {
+    addEntry("org.example.One", "One", "one");
+    addEntry("org.example.Two", "Two", "two");
+    add({.pid = 10, .group = unit("app-gnome-org.example.One-10.scope"), .pages = 10});
+    const std::vector<MemoryApp> found = apps();
+    ASSERT_THAT(found, SizeIs(1));
+    std::filesystem::remove_all(home.place("/proc/10"));
+    add({.pid = 10, .group = unit("app-gnome-org.example.Two-10.scope"), .pages = 10});
+    ScanContext context = home.context();
+    const MemoryApp current = withCurrentProcesses(context, found[0]);
+    EXPECT_EQ(current.id, found[0].id);
+    EXPECT_THAT(current.pids, IsEmpty());
+}
+
 } // namespace
 } // namespace vellmoor

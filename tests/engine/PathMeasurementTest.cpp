@@ -2,6 +2,7 @@
 
 #include "DeepScanFilter.h"
 #include "EngineHome.h"
+#include "Host.h"
 #include "Paths.h"
 #include "ScopedUnprivileged.h"
 
@@ -29,7 +30,7 @@ protected:
     ScanContext context = home.context();
 };
 
-INSTANTIATE_TEST_SUITE_P(, PathMeasurementOnBoth, ::testing::Values(System::Mac, System::Linux),
+INSTANTIATE_TEST_SUITE_P(, PathMeasurementOnBoth, ::testing::ValuesIn(test::hostedSystems()),
                          [](const auto& run) { return run.param == System::Mac ? "Mac" : "Linux"; });
 
 TEST_P(PathMeasurementOnBoth, AFileMeasuresItsAllocatedBytesAndCountsOne) {

@@ -1,6 +1,7 @@
 #include "ScanDriver.h"
 
 #include "EngineHome.h"
+#include "Host.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -40,7 +41,7 @@ protected:
     }
 };
 
-INSTANTIATE_TEST_SUITE_P(, ScanDriver, ::testing::Values(System::Mac, System::Linux),
+INSTANTIATE_TEST_SUITE_P(, ScanDriver, ::testing::ValuesIn(test::hostedSystems()),
                          [](const auto& run) { return run.param == System::Mac ? "Mac" : "Linux"; });
 
 TEST_P(ScanDriver, ASmartScanRunsEveryStageInOrder) {

@@ -1,6 +1,5 @@
+#include "PropertyLists.h"
 #include "StartupFixture.h"
-
-#include <plist/plist.h>
 
 #include <cstdlib>
 #include <memory>
@@ -31,17 +30,6 @@ std::string arguments(const std::vector<std::string>& values) {
         list += "<string>" + value + "</string>";
     }
     return list + "</array>";
-}
-
-std::string binary(const std::string& xml) {
-    plist_t node = nullptr;
-    plist_from_xml(xml.data(), static_cast<std::uint32_t>(xml.size()), &node);
-    char* bytes = nullptr;
-    std::uint32_t length = 0;
-    plist_to_bin(node, &bytes, &length);
-    plist_free(node);
-    const std::unique_ptr<char, decltype(&std::free)> owned(bytes, &std::free);
-    return {bytes, length};
 }
 
 class MacStartup : public ::testing::Test {
@@ -82,8 +70,8 @@ TEST_F(MacStartup, AnAgentWithoutApplicationIsNamedAfterItsLabel) {
 
 TEST_F(MacStartup, ABinaryListIsReadAlike) {
     home.text("Library/LaunchAgents/file.plist",
-              binary(agentList(key("Label", "com.example.agent") + key("Program", "/opt/agent") +
-                               "<key>RunAtLoad</key><true/>")));
+              binaryPropertyList(agentList(key("Label", "com.example.agent") + key("Program", "/opt/agent") +
+                                           "<key>RunAtLoad</key><true/>")));
     const StartupItem item = onlyItem(home);
     EXPECT_EQ(item.label, "com.example.agent");
     EXPECT_EQ(item.program, "/opt/agent");
@@ -225,7 +213,7 @@ TEST_F(MacStartup, WhatIsNoDictionaryIsPassedOver) {
     const std::string whole = agentList(key("Label", "cut") + key("Program", "/opt/cut"));
     home.text(folder / "empty.plist", "");
     home.text(folder / "text.plist", "hello");
-    home.text(folder / "cut.plist", binary(whole).substr(0, 20));
+    home.text(folder / "cut.plist", binaryPropertyList(whole).substr(0, 20));
     home.text(folder / "array.plist", "<plist version=\"1.0\"><array><string>a</string></array></plist>");
     home.text(folder / "string.plist", "<plist version=\"1.0\"><string>a</string></plist>");
     home.text(folder / "huge.plist", agentList(key("Label", std::string(std::size_t{10} << 20U, 'x'))));

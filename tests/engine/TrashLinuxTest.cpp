@@ -253,6 +253,14 @@ TEST_F(LinuxTrash, OneFolderUnderTwoVolumesGivesTheFirstSourceOnly) {
     EXPECT_THAT(sourceUrls(home), ElementsAre(folder / "files", trash / "files"));
 }
 
+TEST_F(LinuxTrash, AVolumeThatIsListedButGoneIsNoSource) {
+    const Path disk = volume("/media/STICK");
+    home.file(home.folder(disk / (".Trash-" + user)) / "files/old");
+    std::filesystem::remove_all(disk);
+    EXPECT_THAT(sourceUrls(home), ElementsAre(folder / "files"));
+    EXPECT_THAT(trashRows(home), IsEmpty());
+}
+
 TEST_F(LinuxTrash, AVolumeAnywhereCounts) {
     const Path disk = volume("/data");
     const Path trash = home.folder(disk / (".Trash-" + user));

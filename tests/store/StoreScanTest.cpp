@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include <stdexcept>
+#include <thread>
 
 namespace vellmoor {
 namespace {

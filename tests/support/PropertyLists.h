@@ -3,6 +3,7 @@
 #include "Platform.h"
 
 #include <optional>
+#include <string>
 
 namespace vellmoor::test {
 
@@ -14,5 +15,8 @@ std::optional<BundleInfo> readBundleInfo(const Path& bundle);
 
 /// Nothing unless the file holds a dictionary.
 std::optional<LaunchAgent> readLaunchAgent(const Path& propertyList);
+
+/// The same list in the binary form; empty when `xml` is no list.
+std::string binaryPropertyList(const std::string& xml);
 
 } // namespace vellmoor::test

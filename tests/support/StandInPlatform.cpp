@@ -1,19 +1,16 @@
 #include "StandInPlatform.h"
 
-#include "Commands.h"
-#include "Files.h"
-#include "KeyFiles.h"
+#include "Host.h"
 #include "LargeFileFilters.h"
-#include "Mounts.h"
 #include "Paths.h"
 #include "PropertyLists.h"
 #include "StandInTrash.h"
-#include "TextServices.h"
-#include "TrashRemoval.h"
+#include "Utf8.h"
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <system_error>
 #include <unistd.h>
 #include <utility>
 
@@ -26,6 +23,11 @@ constexpr std::array packageExtensions{
     "band",      "pages",         "numbers",    "key",           "appex",     "xpc",          "qlgenerator", "prefpane",
     "saver",     "mdimporter",    "playground", "sparsebundle",  "scptd",     "workflow",     "download"};
 
+bool existsFollowed(const Path& path) {
+    std::error_code unreachable; // then it does not exist for the user
+    return std::filesystem::exists(path, unreachable);
+}
+
 // NSURL answers "/private/tmp/x" as "/tmp/x" when that exists.
 Path withoutPrivate(const Path& path, const Path& root) {
     for (const char* name : {"tmp", "var", "etc"}) {
@@ -37,7 +39,7 @@ Path withoutPrivate(const Path& path, const Path& root) {
         if (path != longForm) {
             shortForm /= path.lexically_relative(longForm);
         }
-        return files::existsFollowed(shortForm) ? shortForm : path;
+        return existsFollowed(shortForm) ? shortForm : path;
     }
     return path;
 }
@@ -90,34 +92,34 @@ TrashFolder StandInPlatform::homeTrash() const {
 // Facts
 
 std::optional<FileFacts> StandInPlatform::facts(const Path& path) const {
-    return files::facts(path);
+    return hostPlatform().facts(path);
 }
 
 bool StandInPlatform::exists(const Path& path) const {
-    return system == System::Mac ? files::existsFollowed(path) : files::existsItself(path);
+    return system == System::Mac ? existsFollowed(path) : hostPlatform().facts(path).has_value();
 }
 
 bool StandInPlatform::isReadable(const Path& path) const {
-    return !scriptedFailure(Operation::List, path) && files::isReadable(path);
+    return !scriptedFailure(Operation::List, path) && hostPlatform().isReadable(path);
 }
 
 bool StandInPlatform::isExecutable(const Path& path) const {
-    return tools.contains(path) || files::isExecutable(path);
+    return tools.contains(path) || hostPlatform().isExecutable(path);
 }
 
 std::expected<std::vector<FolderEntry>, std::string> StandInPlatform::entries(const Path& folder) const {
     if (auto reason = scriptedFailure(Operation::List, folder)) {
         return std::unexpected(*std::move(reason));
     }
-    return files::entries(folder);
+    return hostPlatform().entries(folder);
 }
 
 std::optional<std::string> StandInPlatform::fileContents(const Path& path, std::size_t limit) const {
-    return files::contents(path, limit);
+    return hostPlatform().fileContents(path, limit);
 }
 
 std::optional<Path> StandInPlatform::linkTarget(const Path& path) const {
-    return files::linkTarget(path);
+    return hostPlatform().linkTarget(path);
 }
 
 Path StandInPlatform::standardized(const Path& path) const {
@@ -125,17 +127,17 @@ Path StandInPlatform::standardized(const Path& path) const {
         return lexicallyStandardized(path);
     }
     // macOS takes ".." through the file system when it is there.
-    const std::optional<Path> real = hasDotDot(path) ? files::realPath(path) : std::nullopt;
+    const std::optional<Path> real = hasDotDot(path) ? hostPlatform().realPath(path) : std::nullopt;
     return withoutPrivate(lexicallyStandardized(real.value_or(path)), root);
 }
 
 std::optional<Path> StandInPlatform::realPath(const Path& path) const {
-    return files::realPath(path);
+    return hostPlatform().realPath(path);
 }
 
 bool StandInPlatform::isMountPoint(const Path& path) const {
     const auto isVolume = [&](const Volume& volume) { return volume.path == path; };
-    return mountPoints.contains(path) || std::ranges::any_of(volumes, isVolume) || mounts::isMountPoint(path);
+    return mountPoints.contains(path) || std::ranges::any_of(volumes, isVolume) || hostPlatform().isMountPoint(path);
 }
 
 bool StandInPlatform::isPackage(const Path& folder) const {
@@ -143,7 +145,7 @@ bool StandInPlatform::isPackage(const Path& folder) const {
         std::ranges::find(packageExtensions, lowerExtension(folder)) == packageExtensions.end()) {
         return false;
     }
-    const auto known = files::facts(folder);
+    const auto known = hostPlatform().facts(folder);
     return known && known->isDirectory;
 }
 
@@ -208,26 +210,26 @@ Outcome StandInPlatform::moveToTrash(const Path& path) const {
 }
 
 Outcome StandInPlatform::removeFromTrash(const Path& path, const TrashFolder& trash) const {
-    return change(Operation::RemoveFromTrash, path, [&] { return vellmoor::removeFromTrash(path, trash); });
+    return change(Operation::RemoveFromTrash, path, [&] { return hostPlatform().removeFromTrash(path, trash); });
 }
 
 Outcome StandInPlatform::moveItem(const Path& from, const Path& to) const {
     if (!mayChange(to)) {
         return std::unexpected("outside the stand-in's home, root and volumes: " + to.string());
     }
-    return change(Operation::MoveItem, from, [&] { return files::moveItem(from, to); });
+    return change(Operation::MoveItem, from, [&] { return hostPlatform().moveItem(from, to); });
 }
 
 Outcome StandInPlatform::createFolder(const Path& folder) const {
-    return change(Operation::CreateFolder, folder, [&] { return files::createFolder(folder); });
+    return change(Operation::CreateFolder, folder, [&] { return hostPlatform().createFolder(folder); });
 }
 
 Outcome StandInPlatform::createFile(const Path& path, std::string_view contents) const {
-    return change(Operation::CreateFile, path, [&] { return files::createFile(path, contents); });
+    return change(Operation::CreateFile, path, [&] { return hostPlatform().createFile(path, contents); });
 }
 
 Outcome StandInPlatform::removeFile(const Path& path) const {
-    return change(Operation::RemoveFile, path, [&] { return files::removeFile(path); });
+    return change(Operation::RemoveFile, path, [&] { return hostPlatform().removeFile(path); });
 }
 
 // Volumes, applications, host
@@ -245,7 +247,7 @@ UserFolders StandInPlatform::userFolders() const {
 }
 
 std::optional<KeyFile> StandInPlatform::keyFile(const Path& path) const {
-    return readKeyFile(path);
+    return hostPlatform().keyFile(path);
 }
 
 std::optional<BundleInfo> StandInPlatform::bundleInfo(const Path& bundle) const {
@@ -291,10 +293,11 @@ CommandResult StandInPlatform::commandResult(const Path& tool, const std::vector
     }
     const auto scripted = tools.find(tool);
     if (scripted == tools.end()) {
-        return startsUnscriptedTools ? commands::result(tool, arguments) : CommandResult{-1, "", files::reason(ENOENT)};
+        return startsUnscriptedTools ? hostPlatform().commandResult(tool, arguments)
+                                     : CommandResult{-1, "", std::generic_category().message(ENOENT)};
     }
     CommandResult result = scripted->second(arguments);
-    if (!texts::isUtf8(result.output)) {
+    if (!isUtf8(result.output)) {
         result.output.clear();
     }
     return result;
@@ -308,10 +311,10 @@ std::optional<std::string> StandInPlatform::commandOutput(const Path& tool,
     }
     const auto scripted = tools.find(tool);
     if (scripted == tools.end()) {
-        return startsUnscriptedTools ? commands::output(tool, arguments) : std::nullopt;
+        return startsUnscriptedTools ? hostPlatform().commandOutput(tool, arguments) : std::nullopt;
     }
     CommandResult result = scripted->second(arguments);
-    if (result.status != 0 || !texts::isUtf8(result.output)) {
+    if (result.status != 0 || !isUtf8(result.output)) {
         return std::nullopt;
     }
     return std::move(result.output);
@@ -320,23 +323,23 @@ std::optional<std::string> StandInPlatform::commandOutput(const Path& tool,
 // Texts
 
 std::string StandInPlatform::relativeDate(TimePoint date, TimePoint now, AppLanguage inLanguage) const {
-    return texts::relativeDate(date, now, inLanguage);
+    return hostPlatform().relativeDate(date, now, inLanguage);
 }
 
 int StandInPlatform::compareNames(std::string_view a, std::string_view b) const {
-    return texts::compareNames(a, b);
+    return hostPlatform().compareNames(a, b);
 }
 
 bool StandInPlatform::containsPhrase(std::string_view text, std::string_view phrase) const {
-    return texts::containsPhrase(text, phrase);
+    return hostPlatform().containsPhrase(text, phrase);
 }
 
 std::string StandInPlatform::lowerCase(std::string_view text) const {
-    return texts::lowerCase(text);
+    return hostPlatform().lowerCase(text);
 }
 
 std::string StandInPlatform::lettersAndDigits(std::string_view text) const {
-    return texts::lettersAndDigits(text);
+    return hostPlatform().lettersAndDigits(text);
 }
 
 } // namespace vellmoor::test

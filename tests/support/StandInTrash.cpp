@@ -1,10 +1,9 @@
 #include "StandInTrash.h"
 
-#include "Files.h"
+#include "Host.h"
 
 #include <array>
 #include <cctype>
-#include <cerrno>
 #include <cstdio>
 #include <ctime>
 #include <iomanip>
@@ -51,19 +50,28 @@ std::string candidate(System system, const Path& path, int attempt) {
     return stem + " " + localTime("%H.%M.%S") + again + extension;
 }
 
+Path noteOf(const TrashFolder& trash, const std::string& name) {
+    return trash.folder / "info" / (name + ".trashinfo");
+}
+
+bool isTaken(System system, const TrashFolder& trash, const std::string& name) {
+    const Platform& host = hostPlatform();
+    return host.facts(trash.contents / name) || (system == System::Linux && host.facts(noteOf(trash, name)));
+}
+
 Outcome moveWithNote(System system, const Path& path, const TrashFolder& trash, const std::string& name) {
     if (system == System::Mac) {
-        return files::moveItem(path, trash.contents / name);
+        return hostPlatform().moveItem(path, trash.contents / name);
     }
-    const Path note = trash.folder / "info" / (name + ".trashinfo");
+    const Path note = noteOf(trash, name);
     const std::string text = "[Trash Info]\nPath=" + percentEncoded(path.string()) +
                              "\nDeletionDate=" + localTime("%Y-%m-%dT%H:%M:%S") + "\n";
-    if (const Outcome written = files::createFile(note, text); !written) {
+    if (const Outcome written = hostPlatform().createFile(note, text); !written) {
         return written;
     }
-    const Outcome moved = files::moveItem(path, trash.contents / name);
+    const Outcome moved = hostPlatform().moveItem(path, trash.contents / name);
     if (!moved) {
-        (void)files::removeFile(note); // the first cause is the one to tell
+        (void)hostPlatform().removeFile(note); // the first cause is the one to tell
     }
     return moved;
 }
@@ -72,14 +80,14 @@ Outcome moveWithNote(System system, const Path& path, const TrashFolder& trash, 
 
 Outcome moveIntoTrash(System system, const Path& path, const TrashFolder& trash) {
     for (const Path& folder : {trash.contents, system == System::Linux ? trash.folder / "info" : trash.contents}) {
-        if (const Outcome made = files::createFolder(folder); !made) {
+        if (const Outcome made = hostPlatform().createFolder(folder); !made) {
             return made;
         }
     }
-    const std::string taken = files::reason(EEXIST);
     for (int attempt = 1;; ++attempt) {
-        const Outcome moved = moveWithNote(system, path, trash, candidate(system, path, attempt));
-        if (moved || moved.error() != taken || attempt == 1000) {
+        const std::string name = candidate(system, path, attempt);
+        const Outcome moved = moveWithNote(system, path, trash, name);
+        if (moved || !isTaken(system, trash, name) || attempt == 1000) {
             return moved;
         }
     }

@@ -35,6 +35,14 @@ TEST_P(MainWindowTest, EachModuleHasARowThatShowsItsPage) {
     EXPECT_THAT(service().scans(), ::testing::IsEmpty());
 }
 
+// The list of large files once still held positions in the Smart Scan's longer array.
+TEST_P(MainWindowTest, FromASmartScanOneClickLeadsToTheLargeFilesItFound) {
+    openScanned(CleanerModule::smartScan);
+    ASSERT_TRUE(window().click(QStringLiteral("sidebar.largeFiles")));
+    EXPECT_TRUE(isVisible("item.0"));
+    EXPECT_TRUE(isVisible("selectFiltered"));
+}
+
 TEST_P(MainWindowTest, AModuleThatWasNotScannedSaysSo) {
     open();
     window().click(QStringLiteral("sidebar.privacy"));

@@ -1,7 +1,6 @@
 #include "PicturesOfHome.h"
 
-#include "LinuxEnvironment.h"
-#include "LinuxPlatform.h"
+#include "Host.h"
 #include "RecordingDesktop.h"
 #include "SystemCleanerService.h"
 #include "SystemLayout.h"
@@ -46,10 +45,9 @@ bool takePages(const std::shared_ptr<CleanerService>& service, const SystemLayou
 bool takePicturesOfHome(const std::filesystem::path& home, const std::filesystem::path& folder) {
     const std::filesystem::path real = std::filesystem::canonical(home);
     moveInto(real);
-    L::setTextSet(TextSet::Linux);
-    const LinuxPlatform platform;
-    const SystemLayout layout = linuxLayout(linuxEnvironmentOf(real), platform.userId());
-    const auto service = std::make_shared<SystemCleanerService>(platform, layout);
+    const SystemLayout layout = test::hostLayout(real);
+    L::setTextSet(layout.texts);
+    const auto service = std::make_shared<SystemCleanerService>(test::hostPlatform(), layout);
     bool done = true;
     for (const AppLanguage language : allAppLanguages) {
         done &= takePages(service, layout, folder, language);

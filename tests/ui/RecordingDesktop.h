@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Desktop.h"
+#include "KnownSymbols.h"
 
 #include <filesystem>
 #include <string>
@@ -21,6 +22,7 @@ public:
     [[nodiscard]] std::string volumeLabel() const override { return label; }
     [[nodiscard]] std::filesystem::path homeFolder() const override { return home; }
     [[nodiscard]] QImage applicationIcon(const std::filesystem::path&, int) override { return {}; }
+    [[nodiscard]] QImage symbol(const QString& name, int pixels) override { return systemSymbol(name, pixels); }
     [[nodiscard]] bool prefersReducedMotion() const override { return true; }
     [[nodiscard]] bool runsAsRoot() const override { return asRoot; }
 

@@ -387,4 +387,12 @@ CleanupReport memoryReport() {
     return report;
 }
 
+CleanupReport failedMemoryReport() {
+    CleanupReport report;
+    report.attemptedCount = 1;
+    report.failedCount = 1;
+    report.failures = {L::tr("预计可释放内存") + ": purge: Not authorized"};
+    return report;
+}
+
 } // namespace vellmoor::sample

@@ -19,5 +19,10 @@ std::vector<PermissionHint> limitedHints();
 CleanupReport cleanReport();
 CleanupReport partlyFailedReport();
 CleanupReport memoryReport();
+/// Nothing could be released.
+CleanupReport failedMemoryReport();
+
+/// A scan of `module` with the longest names, the largest sizes and ten thousand rows.
+ScanSnapshot extremes(CleanerModule module);
 
 } // namespace vellmoor::sample

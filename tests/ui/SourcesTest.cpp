@@ -1,11 +1,7 @@
 // Rules that the window's sources keep: every text has its entry, every symbol its picture.
-#include "SymbolImageProvider.h"
+#include "KnownSymbols.h"
 #include "TextTables.h"
 
-#include <QColor>
-#include <QDirIterator>
-#include <QFile>
-#include <QImage>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -87,7 +83,7 @@ TEST(Sources, EverySymbolOfTheViewsHasAPicture) {
         for (std::sregex_iterator match(line.begin(), line.end(), quoted), end; match != end; ++match) {
             ++used;
             const std::string symbol = (*match)[1].str();
-            if (symbol != "filter" && !hasSymbol(QString::fromStdString(symbol))) { // "filter": a choice's name
+            if (symbol != "filter" && !isKnownSymbol(symbol)) { // "filter": a choice's name
                 missing.insert(symbol);
             }
         }
@@ -123,35 +119,11 @@ TEST(Sources, EverySymbolThatRecordsCarryHasAPicture) {
                                         "trash"};
     std::set<std::string> missing;
     for (const std::string& symbol : carried) {
-        if (!hasSymbol(QString::fromStdString(symbol))) {
+        if (!isKnownSymbol(symbol)) {
             missing.insert(symbol);
         }
     }
     EXPECT_THAT(missing, IsEmpty());
-}
-
-TEST(Sources, EveryPictureDrawsSomethingInTheWantedColour) {
-    QDirIterator pictures(QStringLiteral(":/symbols"));
-    int count = 0;
-    while (pictures.hasNext()) {
-        const QString name = QFileInfo(pictures.next()).completeBaseName();
-        const QImage image = symbolImage(name, Qt::red, 32);
-        bool drawn = false;
-        for (int y = 0; y < image.height(); ++y) {
-            for (int x = 0; x < image.width(); ++x) {
-                const QColor pixel = image.pixelColor(x, y);
-                drawn |= pixel.alpha() == 255 && pixel == QColor(Qt::red);
-            }
-        }
-        EXPECT_TRUE(drawn) << name.toStdString();
-        ++count;
-    }
-    EXPECT_GT(count, 50);
-}
-
-TEST(Sources, AnUnknownSymbolIsNoPicture) {
-    EXPECT_FALSE(hasSymbol(QStringLiteral("no.such.symbol")));
-    EXPECT_TRUE(symbolImage(QStringLiteral("no.such.symbol"), Qt::black, 16).isNull());
 }
 
 TEST(Sources, ColoursStandInTheThemeOnly) {

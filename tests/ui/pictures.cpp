@@ -2,14 +2,39 @@
 //
 //   vellmoor-pictures --out DIR              over scripted scan results
 //   vellmoor-pictures --out DIR --home HOME  over the real engine on HOME, which it only reads
+// With --size WIDTHxHEIGHT in a window of that size. QT_SCALE_FACTOR=2 draws at 200 %.
 #include "PicturesOfHome.h"
-#include "PicturesOfSamples.h"
+#include "PicturesOfPages.h"
+#include "PicturesOfSheets.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QQuickStyle>
 
 #include <cstdio>
+#include <optional>
+
+namespace {
+
+std::optional<QSize> sizeOf(const QString& text) {
+    const QStringList parts = text.split(QLatin1Char('x'));
+    const QSize size(parts.value(0).toInt(), parts.value(1).toInt());
+    return parts.size() == 2 && !size.isEmpty() ? std::optional(size) : std::nullopt;
+}
+
+bool takePicturesOfSamples(const std::filesystem::path& out, QSize size) {
+    vellmoor::L::setTextSet(vellmoor::TextSet::Linux);
+    bool done = true;
+    for (const vellmoor::AppLanguage language : vellmoor::allAppLanguages) {
+        const vellmoor::PictureFrame frame{out, language, size};
+        done &= vellmoor::takePicturesOfPages(frame);
+        done &= vellmoor::takePicturesOfSheets(frame);
+        done &= vellmoor::takePicturesOfExtremes(frame);
+    }
+    return done;
+}
+
+} // namespace
 
 int main(int argc, char* argv[]) {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
@@ -20,16 +45,19 @@ int main(int argc, char* argv[]) {
     QCommandLineParser parser;
     parser.addOption({QStringLiteral("out"), QStringLiteral("Folder for the pictures."), QStringLiteral("DIR")});
     parser.addOption({QStringLiteral("home"), QStringLiteral("Home folder to scan."), QStringLiteral("DIR")});
+    parser.addOption({QStringLiteral("size"), QStringLiteral("Size of the window."), QStringLiteral("WIDTHxHEIGHT"),
+                      QStringLiteral("1080x720")});
     parser.addHelpOption();
     parser.process(application);
-    if (!parser.isSet(QStringLiteral("out"))) {
-        std::fputs("vellmoor-pictures: --out DIR is missing\n", stderr);
+    const std::optional<QSize> size = sizeOf(parser.value(QStringLiteral("size")));
+    if (!parser.isSet(QStringLiteral("out")) || !size) {
+        std::fputs("vellmoor-pictures: --out DIR is missing, or --size is not WIDTHxHEIGHT\n", stderr);
         return 2;
     }
     const std::filesystem::path out = parser.value(QStringLiteral("out")).toStdString();
     std::filesystem::create_directories(out);
     const bool done = parser.isSet(QStringLiteral("home"))
                           ? vellmoor::takePicturesOfHome(parser.value(QStringLiteral("home")).toStdString(), out)
-                          : vellmoor::takePicturesOfSamples(out);
+                          : takePicturesOfSamples(out, *size);
     return done ? 0 : 1;
 }

@@ -237,17 +237,14 @@ TEST_P(HostileTree, AWalkThatGetsNoDescriptorSaysThatSomethingIsMissing) {
     EXPECT_EQ(sums.files, 0U);
 }
 
-// One for the root, and none to learn which folders must not be touched.
 TEST_P(HostileTree, WithoutDescriptorsTheRootIsUnreadable) {
     const TemporaryFolder home;
     home.file("file");
     warmUp(home.path());
-    for (const unsigned free : {0U, 1U}) {
-        const AlmostNoDescriptors few(free);
-        Sums sums;
-        EXPECT_EQ(sum(home.path(), sums), Outcome::Unreadable) << free;
-        EXPECT_EQ(sums.files, 0U) << free;
-    }
+    const AlmostNoDescriptors none(0);
+    Sums sums;
+    EXPECT_EQ(sum(home.path(), sums), Outcome::Unreadable);
+    EXPECT_EQ(sums.files, 0U);
 }
 
 TEST_P(HostileTree, AnUnreadableFolderIsPassedOver) {
@@ -274,12 +271,11 @@ TEST_P(HostileTree, AnUnreadableRootIsReported) {
 TEST_P(HostileTree, FilesWhoseFactsCannotBeReadAreNotVisited) {
     const TemporaryFolder home;
     home.file("listable/file", 5000);
-    home.link("file", "listable/link"); // needs no facts
-    home.setMode("listable", 0444);     // names, but no entry can be reached
+    home.setMode("listable", 0444); // names, but no entry can be reached
     const ScopedUnprivileged unprivileged;
     Recorder recorder(home.path());
     EXPECT_EQ(record(recorder, home.path(), GetParam()), Outcome::Complete);
-    EXPECT_THAT(recorder.all(), UnorderedElementsAre("listable", "listable/link"));
+    EXPECT_THAT(recorder.all(), ElementsAre("listable"));
 }
 
 TEST_P(HostileTree, AFolderReplacedByALinkBeforeItIsEnteredIsNotFollowed) {

@@ -24,6 +24,15 @@ TEST(MountPoints, AMountBelowTheRootIsFoundNameByName) {
     EXPECT_EQ(disk->find("us"), nullptr);
 }
 
+TEST(MountPoints, PlacesMayBeGivenAsTheyAre) {
+    const auto tree = MountPoints::among({"/", "/Users/ann", "/Users/anna/x", "/Users/ann/a disk\\040"}, "/Users/ann");
+    ASSERT_NE(tree, nullptr);
+    EXPECT_EQ(lookUp(tree, {"x"}), nullptr);
+    ASSERT_NE(lookUp(tree, {"a disk\\040"}), nullptr);
+    EXPECT_TRUE(lookUp(tree, {"a disk\\040"})->isMountPoint());
+    EXPECT_EQ(MountPoints::among({}, "/"), nullptr);
+}
+
 TEST(MountPoints, MountsOutsideAndTheRootItselfDoNotCount) {
     const auto tree = MountPoints::parse("1 1 8:1 / / rw - ext4 /dev/a rw\n"
                                          "2 1 8:2 / /home rw - ext4 /dev/b rw\n"

@@ -8,6 +8,7 @@
 
 #include <chrono>
 #include <fcntl.h>
+#include <limits>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -55,6 +56,21 @@ TEST(Walk, TellsATimeBefore1970) {
     Recorder recorder(home.path());
     record(recorder, home.path());
     EXPECT_EQ(recorder.seen.at("old").modifiedNs, -1'500'000'000);
+}
+
+TEST(Walk, ATimeBeyondAllCalendarsIsTheLatestThatFits) {
+    const TemporaryFolder home;
+    home.file("future");
+    const timespec times[2] = {{0, UTIME_OMIT}, {20'000'000'000, 0}};
+    ASSERT_EQ(::utimensat(AT_FDCWD, (home / "future").c_str(), times, 0), 0);
+    struct stat facts{};
+    ASSERT_EQ(::stat((home / "future").c_str(), &facts), 0);
+    Recorder recorder(home.path());
+    record(recorder, home.path());
+    // A disk may keep shorter numbers than it is given.
+    constexpr std::int64_t latest = std::numeric_limits<std::int64_t>::max();
+    EXPECT_EQ(recorder.seen.at("future").modifiedNs,
+              facts.st_mtime > latest / 1'000'000'000 ? latest : facts.st_mtime * 1'000'000'000);
 }
 
 TEST(Walk, FoldersHaveNoBytesOfTheirOwn) {
@@ -107,7 +123,7 @@ TEST(Walk, LinksAreVisitedAndNeverFollowed) {
 TEST(Walk, PipesSocketsAndDevicesAreOtherAndEmpty) {
     const TemporaryFolder home;
     home.fifo("pipe");
-    const int fd = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const int fd = ::socket(AF_UNIX, SOCK_STREAM, 0);
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     (home / "socket").native().copy(address.sun_path, sizeof address.sun_path - 1);
@@ -262,6 +278,39 @@ TEST(Walk, APackageIsVisitedAndNotEntered) {
     EXPECT_THAT(recorder.all(),
                 UnorderedElementsAre("Tool.app", "Plain.folder", "Plain.folder/file", "app", "app/file"));
     EXPECT_THAT(asked, UnorderedElementsAre("Tool.app", "Plain.folder"));
+}
+
+TEST(Walk, AnExtensionIsAskedAboutOnceByEachWorker) {
+    const TemporaryFolder home;
+    for (int i = 0; i < 20; ++i) {
+        home.file(std::to_string(i) + ".app/file");
+        home.file(std::to_string(i) + ".folder/file");
+    }
+    unsigned asked = 0;
+    Options options;
+    options.threads = 1;
+    options.isPackage = [&](const std::filesystem::path& path) {
+        ++asked;
+        return path.extension() == ".app";
+    };
+    Recorder recorder(home.path());
+    EXPECT_EQ(walk(home.path(), options, recorder), Outcome::Complete);
+    EXPECT_EQ(recorder.files().size(), 20U);
+    EXPECT_EQ(asked, 2U);
+}
+
+TEST(Walk, ManyExtensionsAreAllAskedAbout) {
+    const TemporaryFolder home;
+    for (int i = 0; i < 1500; ++i) {
+        home.folder("folder." + std::to_string(i));
+    }
+    std::set<std::string> asked;
+    Options options;
+    options.threads = 1;
+    options.isPackage = [&](const std::filesystem::path& path) { return !asked.insert(path.extension()).second; };
+    Recorder recorder(home.path());
+    EXPECT_EQ(walk(home.path(), options, recorder), Outcome::Complete);
+    EXPECT_EQ(asked.size(), 1500U);
 }
 
 TEST(WalkNames, EachFolderBelowTheRootIsShownOnceWithAllItsNames) {

@@ -249,6 +249,7 @@ std::string help() {
   --home DIR      the home folder of the whole process; no variable of the real user counts
   --root DIR      stands for / in every absolute path outside the home
   --running FILE  the running applications (macOS): [{"name", "bundleIdentifier", "bundlePath", "pid", "isActive"}]
+  --layout        that of the running system when it is left out; Linux shows both, a Mac its own
 
 clean, disable and enable need --home, refuse the real one, and touch nothing outside --home and --root.
 A wrong call exits with 2, a failure of the engine with 1.

@@ -17,7 +17,7 @@ enum class Layout : std::uint8_t { Linux, Mac };
 enum class Selection : std::uint8_t { Default, All, None };
 
 struct Arguments {
-    Layout layout = Layout::Linux;
+    std::optional<Layout> layout;              ///< nothing: that of the running system
     std::optional<std::filesystem::path> home; ///< absolute, links resolved
     std::filesystem::path root = "/";          ///< absolute, links resolved
     std::optional<std::filesystem::path> running;

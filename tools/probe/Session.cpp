@@ -1,7 +1,7 @@
 #include "Session.h"
 
-#include "Files.h"
-#include "LinuxPlatform.h"
+#include "Host.h"
+#include "HostSession.h"
 #include "Paths.h"
 #include "StandInPlatform.h"
 
@@ -74,7 +74,7 @@ std::optional<std::string> textOf(const Json& object, const char* key) {
 
 std::expected<std::vector<RunningApplication>, std::string> readRunning(const fs::path& file) {
     const auto wrong = [&](const char* what) { return std::unexpected("--running: " + file.string() + what); };
-    const auto text = files::contents(file, runningFileLimit);
+    const auto text = test::hostPlatform().fileContents(file, runningFileLimit);
     if (!text) {
         return wrong(" cannot be read");
     }
@@ -102,7 +102,7 @@ std::expected<std::vector<RunningApplication>, std::string> readRunning(const fs
 std::vector<Volume> volumesBelow(const fs::path& root) {
     const fs::path folder = underRoot(root, "/Volumes");
     std::vector<Volume> volumes{{root, ""}};
-    const auto entries = files::entries(folder);
+    const auto entries = test::hostPlatform().entries(folder);
     for (const FolderEntry& entry : entries.value_or(std::vector<FolderEntry>())) {
         if (entry.isDirectory && !entry.isHidden) {
             volumes.push_back({folder / entry.name, entry.name});
@@ -112,8 +112,8 @@ std::vector<Volume> volumesBelow(const fs::path& root) {
     return volumes;
 }
 
-std::expected<std::unique_ptr<Platform>, std::string> macPlatform(const Arguments& arguments, const fs::path& home) {
-    const LinuxPlatform host;
+std::expected<std::unique_ptr<Platform>, std::string> standIn(const Arguments& arguments, const fs::path& home) {
+    const Platform& host = test::hostPlatform();
     auto platform = std::make_unique<test::StandInPlatform>(test::System::Mac, home, arguments.root);
     platform->diskCapacity = host.capacity(home);
     platform->physical = host.physicalMemory();
@@ -130,6 +130,18 @@ std::expected<std::unique_ptr<Platform>, std::string> macPlatform(const Argument
         platform->running = *std::move(running);
     }
     return platform;
+}
+
+std::expected<Session, std::string> openStandIn(const Arguments& arguments) {
+    const fs::path home = arguments.home.value_or(userHome());
+    auto platform = standIn(arguments, home);
+    if (!platform) {
+        return std::unexpected(platform.error());
+    }
+    Session session;
+    session.layout = macosLayout(home, (*platform)->userId(), arguments.root);
+    session.platform = *std::move(platform);
+    return session;
 }
 
 void chooseTexts(const Arguments& arguments, const Session& session) {
@@ -150,20 +162,14 @@ std::expected<Session, std::string> openSession(const Arguments& arguments) {
     if (arguments.home) {
         leaveTheRealUser(*arguments.home);
     }
-    const LinuxEnvironment environment = arguments.home ? linuxEnvironmentOf(*arguments.home) : processEnvironment();
-    Session session;
-    if (arguments.layout == Layout::Mac) {
-        auto platform = macPlatform(arguments, environment.home);
-        if (!platform) {
-            return std::unexpected(platform.error());
-        }
-        session.platform = *std::move(platform);
-        session.layout = macosLayout(environment.home, session.platform->userId(), arguments.root);
-    } else {
-        session.platform = std::make_unique<LinuxPlatform>();
-        session.layout = linuxLayout(environment, session.platform->userId(), arguments.root);
+    const auto real = isForReal(arguments, arguments.layout.value_or(ownLayout()));
+    if (!real) {
+        return std::unexpected(real.error());
     }
-    chooseTexts(arguments, session);
+    std::expected<Session, std::string> session = *real ? openHost(arguments) : openStandIn(arguments);
+    if (session) {
+        chooseTexts(arguments, *session);
+    }
     return session;
 }
 

@@ -5,22 +5,23 @@
 #include "LinuxDesktop.h"
 #include "LinuxPlatform.h"
 #include "MainWindow.h"
+#include "Renderer.h"
 #include "SingleInstance.h"
 #include "StatusBarController.h"
 #include "SystemCleanerService.h"
+#include "TerminationSignals.h"
 
 #include <QApplication>
 #include <QIcon>
-#include <QOffscreenSurface>
-#include <QOpenGLContext>
-#include <QOpenGLFunctions>
 #include <QQmlEngine>
 #include <QQuickStyle>
 #include <QQuickWindow>
+#include <QTimer>
 
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 #include <pwd.h>
 #include <unistd.h>
 
@@ -31,28 +32,8 @@ namespace {
 constexpr std::chrono::seconds scanPatience{2};
 constexpr std::chrono::seconds actionPatience{60};
 
-/// Whether a graphics processor draws. OpenGL on the processor is slower and needs far more memory than Qt Quick's
-/// own software renderer, which draws this window as well.
-bool hasGraphicsProcessor() {
-    QOpenGLContext context;
-    QOffscreenSurface surface;
-    surface.create();
-    if (!context.create() || !context.makeCurrent(&surface)) {
-        return false;
-    }
-    const auto* name = context.functions()->glGetString(GL_RENDERER);
-    const QByteArray renderer = name == nullptr ? QByteArray() : QByteArray(reinterpret_cast<const char*>(name));
-    context.doneCurrent();
-    return !renderer.isEmpty() && !renderer.contains("llvmpipe") && !renderer.contains("softpipe") &&
-           !renderer.contains("SwiftShader");
-}
-
-/// Without OpenGL Qt Quick would end the program.
-void chooseRenderer() {
-    if (!hasGraphicsProcessor()) {
-        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-    }
-}
+/// A window that starts out of sight gets no frame.
+constexpr std::chrono::milliseconds framePatience{250};
 
 void nameApplication() {
     QApplication::setApplicationName(QStringLiteral("Vellmoor"));
@@ -60,11 +41,18 @@ void nameApplication() {
     QGuiApplication::setDesktopFileName(QStringLiteral("org.vellmoor.Vellmoor"));
     QApplication::setQuitOnLastWindowClosed(false);
     QIcon::setFallbackThemeName(QStringLiteral("hicolor"));
-    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("org.vellmoor.Vellmoor")));
     QQuickStyle::setStyle(QStringLiteral("Basic"));
 }
 
-/// Everything behind the window, in the order in which it is needed; it is taken down the other way round.
+/// Reading icon themes takes a while; the first frame does not wait for it.
+void setIconLater(QQuickWindow& window) {
+    QObject::connect(
+        &window, &QQuickWindow::frameSwapped, qApp,
+        [] { QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("org.vellmoor.Vellmoor"))); },
+        Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
+}
+
+/// Everything behind the views, in the order in which it is needed; it is taken down the other way round.
 struct Parts {
     LinuxEnvironment environment = processEnvironment();
     LinuxPlatform platform;
@@ -76,30 +64,47 @@ struct Parts {
     QQmlEngine engine;
 };
 
-/// A home other than the account's is a world of its own (a demonstration, a test): it has its own instance.
-QDBusConnection instanceBus() {
+std::filesystem::path accountHome() {
     const struct passwd* account = ::getpwuid(::getuid());
-    const bool ownHome = account != nullptr && processEnvironment().home == account->pw_dir;
-    return ownHome ? QDBusConnection::sessionBus() : QDBusConnection(QString());
+    return account == nullptr ? std::filesystem::path() : std::filesystem::path(account->pw_dir);
+}
+
+/// Everything else comes when the window is on the screen.
+void fillWindow(MainWindow& main, Parts& parts) {
+    QObject::connect(&parts.engine, &QQmlEngine::quit, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+    main.fill(parts.engine, parts.store, parts.languages, parts.desktop, QQmlComponent::Asynchronous,
+              [](const MainWindow::Outcome& filled) {
+                  if (!filled) {
+                      std::fprintf(stderr, "vellmoor: %s\n", filled.error().c_str());
+                      QCoreApplication::exit(EXIT_FAILURE);
+                  }
+              });
 }
 
 int runWindow(SingleInstance& instance) {
-    Parts parts;
-    auto main = loadMainWindow(parts.engine, parts.store, parts.languages, parts.desktop);
-    if (!main) {
-        std::fprintf(stderr, "vellmoor: %s\n", main.error().c_str());
-        return EXIT_FAILURE;
-    }
-    StatusBarController status((*main)->window());
+    std::optional<Parts> parts; // outlives the window
+    MainWindow main;
+    StatusBarController status(main.window());
+    setIconLater(main.window());
     QObject::connect(&instance, &SingleInstance::activated, &status, &StatusBarController::showMainWindow);
     QObject::connect(&instance, &SingleInstance::quitAsked, qApp, &QCoreApplication::quit);
     QObject::connect(&status, &StatusBarController::quitAsked, qApp, &QCoreApplication::quit);
-    QObject::connect(&parts.engine, &QQmlEngine::quit, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+    const TerminationSignals termination;
+    QObject::connect(&termination, &TerminationSignals::asked, qApp, &QCoreApplication::quit);
+    const QObject start;
+    const auto fill = [&] {
+        if (!parts) {
+            fillWindow(main, parts.emplace());
+            status.install();
+        }
+    };
+    QObject::connect(&main.window(), &QQuickWindow::frameSwapped, &start, fill,
+                     Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
+    QTimer::singleShot(framePatience, &start, fill);
     status.showMainWindow();
-    status.install();
     const int result = QApplication::exec();
-    (*main)->window().hide();
-    if (!parts.store.shutDown(parts.store.isCleaning() ? actionPatience : scanPatience)) {
+    main.window().hide();
+    if (parts && !parts->store.shutDown(parts->store.isCleaning() ? actionPatience : scanPatience)) {
         // A system call that does not return keeps a worker busy; what it uses must not be taken from under it.
         std::_Exit(result);
     }
@@ -115,7 +120,7 @@ int runApplication(int argc, char* argv[]) {
     if (::geteuid() == 0) {
         std::fputs("vellmoor: running as root; it cleans root's own home, not that of another user\n", stderr);
     }
-    SingleInstance instance(instanceBus());
+    SingleInstance instance(QDBusConnection::sessionBus(), instanceName(processEnvironment().home, accountHome()));
     if (!instance.claim() && instance.raiseOther()) {
         return EXIT_SUCCESS;
     }

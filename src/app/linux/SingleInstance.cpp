@@ -1,5 +1,6 @@
 #include "SingleInstance.h"
 
+#include <QCryptographicHash>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusReply>
@@ -7,7 +8,6 @@
 namespace vellmoor {
 namespace {
 
-const QString busName = QStringLiteral("org.vellmoor.Vellmoor");
 const QString objectPath = QStringLiteral("/org/vellmoor/Vellmoor");
 const QString interfaceName = QStringLiteral("org.freedesktop.Application");
 constexpr int answerMilliseconds = 3000;
@@ -36,7 +36,21 @@ void takeActivationToken(const QVariantMap& platformData) {
 
 } // namespace
 
-SingleInstance::SingleInstance(QDBusConnection bus, QObject* parent) : QObject(parent), bus_(std::move(bus)) {
+QString instanceName(const std::filesystem::path& home, const std::filesystem::path& accountHome) {
+    const QString name = QStringLiteral("org.vellmoor.Vellmoor");
+    if (home == accountHome) {
+        return name;
+    }
+    constexpr int digits = 16;
+    const auto hash = QCryptographicHash::hash(QByteArray::fromStdString(home.string()), QCryptographicHash::Sha256);
+    // An element of a bus name begins with a letter.
+    return name + QStringLiteral(".home") + QString::fromLatin1(hash.toHex().left(digits));
+}
+
+SingleInstance::SingleInstance(QDBusConnection bus, QString name, QObject* parent)
+    : QObject(parent),
+      bus_(std::move(bus)),
+      name_(std::move(name)) {
     new ApplicationAdaptor(this);
 }
 
@@ -46,11 +60,11 @@ bool SingleInstance::claim() {
     }
     // The object first: whoever sees the name may call at once.
     bus_.registerObject(objectPath, this, QDBusConnection::ExportAdaptors);
-    return bus_.registerService(busName);
+    return bus_.registerService(name_);
 }
 
 bool SingleInstance::raiseOther() const {
-    QDBusMessage call = QDBusMessage::createMethodCall(busName, objectPath, interfaceName, QStringLiteral("Activate"));
+    QDBusMessage call = QDBusMessage::createMethodCall(name_, objectPath, interfaceName, QStringLiteral("Activate"));
     call << ownPlatformData();
     return bus_.call(call, QDBus::Block, answerMilliseconds).type() == QDBusMessage::ReplyMessage;
 }

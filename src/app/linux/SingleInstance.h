@@ -3,18 +3,25 @@
 #include <QDBusAbstractAdaptor>
 #include <QDBusConnection>
 #include <QObject>
+#include <QString>
 #include <QStringList>
 #include <QVariantMap>
 
+#include <filesystem>
+
 namespace vellmoor {
 
-/// One Vellmoor per session: the first holds a name on the session bus, a later one asks it to show its window.
-/// The interface is that of the Desktop Entry Specification's D-Bus activation.
+/// The name on the session bus of the instance that cleans `home`. A home other than the account's is a world of its
+/// own (a demonstration, a test) and gets a name of its own, which is the same at every start.
+QString instanceName(const std::filesystem::path& home, const std::filesystem::path& accountHome);
+
+/// One Vellmoor per session and home: the first holds a name on the session bus, a later one asks it to show its
+/// window. The interface is that of the Desktop Entry Specification's D-Bus activation.
 class SingleInstance final : public QObject {
     Q_OBJECT
 
 public:
-    explicit SingleInstance(QDBusConnection bus, QObject* parent = nullptr);
+    SingleInstance(QDBusConnection bus, QString name, QObject* parent = nullptr);
 
     /// Takes the name. False when another instance holds it; true also without a bus.
     bool claim();
@@ -29,6 +36,7 @@ Q_SIGNALS:
 private:
     friend class ApplicationAdaptor;
     QDBusConnection bus_;
+    QString name_;
 };
 
 class ApplicationAdaptor final : public QDBusAbstractAdaptor {

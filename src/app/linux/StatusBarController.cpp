@@ -6,6 +6,7 @@
 #include <QDBusConnection>
 #include <QDBusServiceWatcher>
 #include <QEvent>
+#include <QGuiApplication>
 #include <QIcon>
 #include <QPixmap>
 
@@ -34,9 +35,14 @@ StatusBarController::StatusBarController(QQuickWindow& window, QObject* parent) 
 }
 
 void StatusBarController::install() {
-    if (item_ || !QSystemTrayIcon::isSystemTrayAvailable()) {
-        return;
+    // On X11 an item waits for a tray that comes later; elsewhere a tray tells the bus that it came.
+    const bool waits = QGuiApplication::platformName() == QLatin1String("xcb");
+    if (item_ == nullptr && (waits || QSystemTrayIcon::isSystemTrayAvailable())) {
+        showItem();
     }
+}
+
+void StatusBarController::showItem() {
     item_ = std::make_unique<QSystemTrayIcon>(statusIcon());
     item_->setToolTip(QStringLiteral("Vellmoor"));
     item_->setContextMenu(&menu_);
@@ -48,7 +54,8 @@ void StatusBarController::watchForTray() {
     auto* watcher =
         new QDBusServiceWatcher(QStringLiteral("org.kde.StatusNotifierWatcher"), QDBusConnection::sessionBus(),
                                 QDBusServiceWatcher::WatchForRegistration, this);
-    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &StatusBarController::install);
+    // A new item, since the one that waits for a tray of X11 knows nothing of the bus.
+    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &StatusBarController::showItem);
 }
 
 void StatusBarController::buildMenu() {
@@ -84,9 +91,12 @@ void StatusBarController::showMainWindow() {
     window_.requestActivate();
 }
 
+bool StatusBarController::isInstalled() const {
+    return item_ != nullptr && item_->isVisible() && QSystemTrayIcon::isSystemTrayAvailable();
+}
+
 bool StatusBarController::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == &window_ && event->type() == QEvent::Close &&
-        !(isInstalled() && QSystemTrayIcon::isSystemTrayAvailable())) {
+    if (watched == &window_ && event->type() == QEvent::Close && !isInstalled()) {
         Q_EMIT quitAsked();
     }
     return QObject::eventFilter(watched, event);

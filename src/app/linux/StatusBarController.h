@@ -19,7 +19,8 @@ public:
 
     /// Shows the status item once the desktop has a tray; looks again when one appears.
     void install();
-    [[nodiscard]] bool isInstalled() const { return item_ != nullptr && item_->isVisible(); }
+    /// Whether closing the window may leave the program running.
+    [[nodiscard]] bool isInstalled() const;
     /// Shows the window, also from its minimised state, and brings it to the front.
     void showMainWindow();
     /// The titles of the context menu in the current language, separators empty.
@@ -32,6 +33,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void showItem();
     void watchForTray();
     void buildMenu();
     void clicked(QSystemTrayIcon::ActivationReason reason);

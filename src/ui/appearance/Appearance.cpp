@@ -12,9 +12,8 @@ namespace vellmoor {
 namespace {
 
 constexpr auto reducedMotionProperty = "vellmoorReducedMotion";
+constexpr auto usualTextPointsProperty = "vellmoorUsualTextPoints";
 
-// Interface fonts of today's desktops have 9 to 11 points; more is a wish for larger text.
-constexpr double usualPointSize = 11.0;
 constexpr double largestScale = 1.4;
 
 /// The desktop's font; without a desktop (or with its last resort) the best interface font that is installed.
@@ -23,34 +22,35 @@ QString interfaceFamily() {
     if (!wanted.startsWith(QStringLiteral("DejaVu")) && !wanted.isEmpty()) {
         return wanted;
     }
-    const QStringList installed = QFontDatabase::families();
     for (const auto* name : {"Inter", "Noto Sans", "Cantarell", "Ubuntu", "Source Sans 3", "Noto Sans CJK SC"}) {
-        if (installed.contains(QLatin1String(name))) {
+        if (QFontDatabase::hasFamily(QLatin1String(name))) {
             return QLatin1String(name);
         }
     }
     return wanted;
 }
 
-double interfaceScale() {
+double interfaceScale(double usualPoints) {
     const double points = QGuiApplication::font().pointSizeF();
-    return points > usualPointSize ? std::min(points / usualPointSize, largestScale) : 1.0;
+    return usualPoints > 0 && points > usualPoints ? std::min(points / usualPoints, largestScale) : 1.0;
 }
 
 } // namespace
 
-Appearance::Appearance(bool reducedMotion, QObject* parent)
+Appearance::Appearance(bool reducedMotion, double usualTextPoints, QObject* parent)
     : QObject(parent),
       fontFamily_(interfaceFamily()),
-      fontScale_(interfaceScale()),
+      fontScale_(interfaceScale(usualTextPoints)),
       reducedMotion_(reducedMotion) {}
 
 Appearance* Appearance::create(QQmlEngine* engine, QJSEngine*) {
-    return new Appearance(engine->property(reducedMotionProperty).toBool());
+    return new Appearance(engine->property(reducedMotionProperty).toBool(),
+                          engine->property(usualTextPointsProperty).toDouble());
 }
 
-void Appearance::setReducedMotion(QQmlEngine& engine, bool reduced) {
-    engine.setProperty(reducedMotionProperty, reduced);
+void Appearance::setDesktop(QQmlEngine& engine, bool reducedMotion, double usualTextPoints) {
+    engine.setProperty(reducedMotionProperty, reducedMotion);
+    engine.setProperty(usualTextPointsProperty, usualTextPoints);
 }
 
 } // namespace vellmoor

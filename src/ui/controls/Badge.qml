@@ -8,6 +8,12 @@ Rectangle {
     property string text
     property string symbol
     property color tint: Colors.gray
+    // Whether a screen reader meets it by itself.
+    property bool spoken: false
+
+    Accessible.ignored: !spoken
+    Accessible.name: text
+    Accessible.role: Accessible.StaticText
 
     color: Colors.faint(tint, 0.14)
     implicitHeight: Math.max(18, label.implicitHeight + 4)

@@ -54,6 +54,7 @@ Sheet {
                     elide: Text.ElideNone
                     lineHeight: 1.25
                     objectName: root.objectName + ".message"
+                    spoken: true
                     text: root.message
                     wrapMode: Text.Wrap
                 }

@@ -7,6 +7,7 @@ T.MenuItem {
     id: root
 
     Accessible.name: text
+    Accessible.onPressAction: triggered()
     implicitHeight: 30
     implicitWidth: 188
 

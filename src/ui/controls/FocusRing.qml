@@ -10,6 +10,7 @@ Rectangle {
     border.color: Colors.focus
     border.width: Metrics.focusWidth
     color: Colors.clear
+    objectName: "focusRing"
     radius: Metrics.rowRadius
     visible: shown
     z: 1

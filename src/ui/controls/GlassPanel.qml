@@ -10,14 +10,10 @@ Item {
     property int reach: 26
     default property alias contents: surface.data
 
-    BorderImage {
-        anchors.fill: parent
-        anchors.margins: -(root.reach + 1)
-        border.bottom: root.radius + root.reach + 1
-        border.left: root.radius + root.reach + 1
-        border.right: root.radius + root.reach + 1
-        border.top: root.radius + root.reach + 1
-        source: "image://shadow/" + root.radius + "," + root.reach + "," + Colors.shadow
+    SoftShadow {
+        color: Colors.shadow
+        radius: root.radius
+        reach: root.reach
     }
 
     Rectangle {

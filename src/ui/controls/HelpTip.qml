@@ -1,35 +1,33 @@
 import QtQuick
 import QtQuick.Templates as T
-import Vellmoor.Theme
 
-// A short help text under its parent.
-T.ToolTip {
+// A short help text for its parent; the bubble is there only while it is wanted.
+Loader {
     id: root
 
     property bool shown: false
+    property string text
+    readonly property bool wanted: shown && text !== "" && visible
 
-    delay: 600
-    implicitHeight: label.implicitHeight + 12
-    implicitWidth: Math.min(label.implicitWidth, 320) + 20
-    margins: 6
-    visible: shown
-    x: parent ? Math.round((parent.width - width) / 2) : 0
-    y: parent ? parent.height + 6 : 0
+    active: false
+    anchors.fill: parent
+    source: Qt.resolvedUrl("HelpBubble.qml")
 
-    background: Rectangle {
-        border.color: Colors.vmLine
-        color: Colors.popup
-        radius: Metrics.smallRadius
+    onLoaded: {
+        const bubble = item as T.ToolTip;
+        bubble.text = text;
+        bubble.open();
     }
-    contentItem: Item {
-        Caption {
-            id: label
+    onWantedChanged: {
+        if (!wanted)
+            active = false;
+    }
 
-            anchors.centerIn: parent
-            color: Colors.vmText
-            text: root.text
-            width: Math.min(implicitWidth, 320)
-            wrapMode: Text.Wrap
-        }
+    // Waits here and not in the bubble: by then a row may have left its list, and with it the window.
+    Timer {
+        interval: 600
+        running: root.wanted
+
+        onTriggered: root.active = root.Window.window !== null
     }
 }

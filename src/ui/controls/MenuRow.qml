@@ -7,6 +7,11 @@ T.ItemDelegate {
     id: root
 
     Accessible.name: text
+    Accessible.onPressAction: {
+        if (root.enabled)
+            root.clicked();
+    }
+    Accessible.selected: checked
     implicitHeight: 30
 
     background: Rectangle {

@@ -7,9 +7,10 @@ import Vellmoor.Theme
 T.ComboBox {
     id: root
 
+    Accessible.focusable: enabled
     Accessible.name: displayText
-    Accessible.role: Accessible.ComboBox
-    focusPolicy: Qt.StrongFocus
+    Accessible.onPressAction: popup.visible ? popup.close() : popup.open()
+    focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
     implicitHeight: Metrics.rowButton
     implicitWidth: 116
 

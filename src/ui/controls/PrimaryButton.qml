@@ -10,22 +10,23 @@ T.Button {
     property bool destructive: false
     readonly property color base: destructive ? Colors.red : Colors.cyan
 
+    Accessible.focusable: enabled
     Accessible.name: text
-    Accessible.role: Accessible.Button
-    focusPolicy: Qt.StrongFocus
+    Accessible.onPressAction: {
+        if (root.enabled)
+            root.clicked();
+    }
+    focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
     implicitHeight: Metrics.button
     implicitWidth: Math.max(96, label.implicitWidth + 40)
     opacity: enabled ? 1 : 0.45
 
     background: Item {
-        Rectangle {
-            anchors.centerIn: parent
-            anchors.verticalCenterOffset: 2
-            color: Colors.faint(root.base, root.pressed ? 0.08 : 0.14)
-            height: parent.height + 6
-            radius: height / 2
+        SoftShadow {
+            color: Colors.faint(root.base, root.pressed ? 0.16 : 0.28)
+            radius: Metrics.button / 2
+            reach: 12
             visible: root.enabled
-            width: parent.width + 6
         }
 
         Rectangle {

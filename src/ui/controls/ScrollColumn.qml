@@ -3,7 +3,7 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import Vellmoor.Theme
 
-// A column that scrolls when it is higher than its place, and to what the keyboard reaches. What scrolls is cut in the middle of the gaps around it,
+// A column that scrolls when it is higher than its place. What scrolls is cut in the middle of the gaps around it,
 // so that the shadows of its panels keep their width.
 Item {
     id: root
@@ -12,23 +12,6 @@ Item {
     default property alias contents: column.data
     // What lies behind the lower edge.
     property color ground: Colors.groundMiddle
-
-    function bringIntoView(item: Item): void {
-        const top = item.mapToItem(column, 0, 0).y;
-        const bottom = top + item.height + Metrics.panelGap;
-        if (top < view.contentY)
-            view.contentY = top;
-        else if (bottom > view.contentY + view.height)
-            view.contentY = bottom - view.height;
-    }
-
-    function holds(item: Item): bool {
-        for (let around = item; around; around = around.parent) {
-            if (around === column)
-                return true;
-        }
-        return false;
-    }
 
     Flickable {
         id: view
@@ -45,6 +28,7 @@ Item {
         T.ScrollBar.vertical: ScrollLine {
             implicitWidth: 7
             padding: 1.5
+            quiet: true
         }
 
         ColumnLayout {
@@ -57,35 +41,15 @@ Item {
         }
     }
 
-    Connections {
-        function onActiveFocusItemChanged(): void {
-            const control = root.Window.activeFocusItem as T.Control;
-            if (control && control.visualFocus && root.holds(control))
-                root.bringIntoView(control);
-        }
-
-        target: root.Window.window
+    FocusFollower {
+        view: view
     }
 
-    // Fades what goes on below the edge.
-    Rectangle {
+    ScrollFade {
         anchors.bottom: view.bottom
         anchors.left: view.left
         anchors.right: view.right
-        anchors.rightMargin: 8
-        height: 28
-        visible: !view.atYEnd
-
-        gradient: Gradient {
-            GradientStop {
-                color: Colors.faint(root.ground, 0)
-                position: 0
-            }
-
-            GradientStop {
-                color: root.ground
-                position: 1
-            }
-        }
+        ground: root.ground
+        view: view
     }
 }

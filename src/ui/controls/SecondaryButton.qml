@@ -10,9 +10,13 @@ T.Button {
     property bool compact: false
     property color ink: Colors.vmText
 
+    Accessible.focusable: enabled
     Accessible.name: text
-    Accessible.role: Accessible.Button
-    focusPolicy: Qt.StrongFocus
+    Accessible.onPressAction: {
+        if (root.enabled)
+            root.clicked();
+    }
+    focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
     implicitHeight: compact ? Metrics.rowButton : Metrics.button
     implicitWidth: label.implicitWidth + (compact ? 20 : 32)
     opacity: enabled ? 1 : 0.45

@@ -3,7 +3,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Vellmoor.Theme
 
-// One choice of a few, all visible. Left and right move the choice.
+// One choice of a few, all visible. It is one stop of the Tab key; left and right move the choice and the keyboard.
 Rectangle {
     id: root
 
@@ -38,19 +38,27 @@ Rectangle {
 
             model: root.choices
 
-            T.AbstractButton {
+            T.RadioButton {
                 id: segment
 
                 required property var modelData
                 readonly property bool isCurrent: modelData.value === root.current
 
-                Accessible.checkable: true
-                Accessible.checked: isCurrent
-                Accessible.name: modelData.title
-                Accessible.role: Accessible.RadioButton
-                focusPolicy: Qt.StrongFocus
+                Accessible.focusable: isCurrent
+                Accessible.name: text
+                Accessible.onPressAction: {
+                    if (segment.enabled)
+                        segment.clicked();
+                }
+                Accessible.onToggleAction: {
+                    if (segment.enabled)
+                        segment.clicked();
+                }
+                checked: isCurrent
+                focusPolicy: isCurrent ? Qt.StrongFocus : Qt.ClickFocus
                 height: root.height - 4
                 objectName: root.name + "." + modelData.value
+                text: modelData.title
                 width: title.implicitWidth + 24
 
                 background: Rectangle {
@@ -71,7 +79,7 @@ Rectangle {
                         color: segment.isCurrent ? Colors.vmText : Colors.vmSecondaryText
                         font.pixelSize: Type.caption + 1
                         font.weight: segment.isCurrent ? Font.DemiBold : Font.Normal
-                        text: segment.modelData.title
+                        text: segment.text
                     }
                 }
                 Keys.onLeftPressed: root.step(-1)

@@ -41,8 +41,6 @@ T.Popup {
         }
     }
     background: GlassPanel {
-        Accessible.name: root.title
-        Accessible.role: Accessible.Dialog
         color: Colors.sheet
         reach: 40
     }
@@ -54,6 +52,13 @@ T.Popup {
             to: 1
         }
     }
+    // The item that Qt makes for a popup bears the role of a dialog, but no name.
+    Binding {
+        property: "name"
+        target: root.contentItem.parent ? root.contentItem.parent.Accessible : null
+        value: root.title
+    }
+
     exit: Transition {
         NumberAnimation {
             duration: Motion.quick

@@ -11,9 +11,13 @@ T.Button {
     property int size: Metrics.iconButton
     property color ink: Colors.vmText
 
+    Accessible.focusable: enabled
     Accessible.name: help
-    Accessible.role: Accessible.Button
-    focusPolicy: Qt.StrongFocus
+    Accessible.onPressAction: {
+        if (root.enabled)
+            root.clicked();
+    }
+    focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
     implicitHeight: size
     implicitWidth: size
     opacity: enabled ? 1 : 0.4
@@ -39,7 +43,7 @@ T.Button {
     Keys.onReturnPressed: root.clicked()
 
     HelpTip {
-        shown: root.hovered && root.help !== ""
+        shown: root.hovered
         text: root.help
     }
 }

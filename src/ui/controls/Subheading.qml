@@ -2,6 +2,12 @@ import QtQuick
 import Vellmoor.Theme
 
 Text {
+    // Whether a screen reader meets this heading by itself.
+    property bool spoken: true
+
+    Accessible.ignored: !spoken
+    Accessible.name: text
+    Accessible.role: Accessible.Heading
     color: Colors.vmText
     elide: Text.ElideRight
     font.family: Type.family

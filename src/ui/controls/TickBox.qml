@@ -3,27 +3,34 @@ import QtQuick.Templates as T
 import Vellmoor.Theme
 
 // A tick that follows its model: a click asks, the model answers.
-T.AbstractButton {
+T.CheckBox {
     id: root
 
     property bool ticked: false
     property bool partial: false
     property int size: Metrics.tickBox
 
-    Accessible.checkable: true
-    Accessible.checked: ticked
+    Accessible.focusable: enabled
     Accessible.name: text
-    Accessible.role: Accessible.CheckBox
-    Accessible.onPressAction: root.clicked()
-    Accessible.onToggleAction: root.clicked()
-    focusPolicy: Qt.StrongFocus
+    Accessible.onPressAction: {
+        if (root.enabled)
+            root.clicked();
+    }
+    Accessible.onToggleAction: {
+        if (root.enabled)
+            root.clicked();
+    }
+    checkState: !ticked ? Qt.Unchecked : partial ? Qt.PartiallyChecked : Qt.Checked
+    focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
     implicitHeight: size
     implicitWidth: size
+    nextCheckState: () => checkState
     opacity: enabled ? 1 : 0.4
+    tristate: true
 
     background: Rectangle {
         border.color: root.ticked ? Colors.clear : (root.hovered ? Colors.cyan : Colors.gray)
-        border.width: root.ticked ? 0 : 1.5
+        border.width: root.ticked ? 0 : 1
         color: root.ticked ? Colors.cyan : Colors.softButton
         radius: 6
 

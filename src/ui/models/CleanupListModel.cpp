@@ -139,10 +139,10 @@ QVariant CleanupListModel::data(const QModelIndex& index, int role) const {
     if (role == RiskTitleRole) {
         return toQt(vellmoor::title(item.risk));
     }
-    return row->target >= 0 ? targetData(*row, item, role) : itemData(*row, item, role);
+    return row->target >= 0 ? targetData(*row, item, role) : categoryData(*row, item, role);
 }
 
-QVariant CleanupListModel::itemData(const Row& row, const CleanupItem& item, int role) const {
+QVariant CleanupListModel::categoryData(const Row& row, const CleanupItem& item, int role) const {
     switch (role) {
     case NameRole:
         return QStringLiteral("item.%1").arg(row.position);

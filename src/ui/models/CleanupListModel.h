@@ -58,6 +58,8 @@ public:
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 
     void setModule(CleanerModule module);
+    /// Reads the store's array again.
+    void rebuild();
     /// Whether categories start unfolded.
     void setInitiallyExpanded(bool expanded) { initiallyExpanded_ = expanded; }
     [[nodiscard]] int itemCount() const { return static_cast<int>(indices_.size()); }
@@ -82,7 +84,6 @@ Q_SIGNALS:
 protected:
     /// Positions in the store's array of the categories to list.
     [[nodiscard]] virtual std::vector<int> listedItems() const;
-    void rebuild();
     [[nodiscard]] const CleanerStore& store() const { return store_; }
     [[nodiscard]] CleanerModule module() const { return module_; }
     [[nodiscard]] const FileKinds& fileKinds() const { return desktop_.fileKinds(); }
@@ -95,7 +96,7 @@ private:
     [[nodiscard]] const CleanupItem& itemAt(const Row& row) const;
     [[nodiscard]] const Row* rowAt(int row) const;
     [[nodiscard]] bool isExpanded(const CleanupItem& item) const;
-    [[nodiscard]] QVariant itemData(const Row& row, const CleanupItem& item, int role) const;
+    [[nodiscard]] QVariant categoryData(const Row& row, const CleanupItem& item, int role) const;
     [[nodiscard]] QVariant appData(const CleanupItem& item, int role) const;
     [[nodiscard]] QVariant fileData(const CleanupItem& item, int role) const;
     [[nodiscard]] QVariant targetData(const Row& row, const CleanupItem& item, int role) const;

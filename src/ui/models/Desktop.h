@@ -3,6 +3,7 @@
 #include "LargeFileFilters.h"
 
 #include <QImage>
+#include <QString>
 
 #include <filesystem>
 #include <string>
@@ -33,10 +34,15 @@ public:
     [[nodiscard]] virtual std::filesystem::path homeFolder() const = 0;
     /// The icon of an application (a bundle or desktop entry), `pixels` wide; null when none can be read.
     [[nodiscard]] virtual QImage applicationIcon(const std::filesystem::path& application, int pixels) = 0;
+    /// The desktop's own picture of a symbol, black on nothing, `pixels` wide and high; null when it has none: then
+    /// the embedded one is drawn.
+    [[nodiscard]] virtual QImage symbol(const QString& /*name*/, int /*pixels*/) { return {}; }
     /// Whether the desktop asks for less movement.
     [[nodiscard]] virtual bool prefersReducedMotion() const = 0;
     /// Whether the program runs as root: it then looks at root's home and not at that of the person at the screen.
     [[nodiscard]] virtual bool runsAsRoot() const { return false; }
+    /// The size of interface text for users who asked for nothing else; more is a wish for larger text.
+    [[nodiscard]] virtual double usualTextPoints() const { return 11; } // desktops here have 9 to 11
 };
 
 } // namespace vellmoor

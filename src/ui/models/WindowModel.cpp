@@ -21,6 +21,8 @@ WindowModel::WindowModel(CleanerStore& store, LanguageManager& languages, Deskto
       segments_(store),
       items_(store, desktop),
       largeFiles_(store, desktop),
+      memoryItems_(store, desktop),
+      startupExtras_(store, desktop),
       details_(store, desktop),
       candidates_(store),
       startup_(store, desktop),
@@ -29,6 +31,8 @@ WindowModel::WindowModel(CleanerStore& store, LanguageManager& languages, Deskto
       permissions_(store),
       report_(store),
       rootNotice_(desktop.runsAsRoot()) {
+    memoryItems_.setModule(CleanerModule::memoryOptimization);
+    startupExtras_.setModule(CleanerModule::performance);
     details_.setInitiallyExpanded(true);
     connectStore();
     connect(&languages, &LanguageManager::languageChanged, this, &WindowModel::retranslate);
@@ -72,6 +76,10 @@ void WindowModel::follow(CleanerModule module) {
     module_ = module;
     items_.setModule(module);
     details_.setModule(module);
+    // The page that is made now must not see rows of what was shown before.
+    for (CleanupListModel* list : {&memoryItems_, &startupExtras_, static_cast<CleanupListModel*>(&largeFiles_)}) {
+        list->rebuild();
+    }
     scan_.setModule(module);
     if (changed) {
         Q_EMIT moduleChanged();

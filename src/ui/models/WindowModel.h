@@ -31,6 +31,9 @@ class WindowModel final : public QObject {
     Q_PROPERTY(vellmoor::StorageSegmentModel* segments READ segments CONSTANT FINAL)
     Q_PROPERTY(vellmoor::CleanupListModel* items READ items CONSTANT FINAL)
     Q_PROPERTY(vellmoor::LargeFileListModel* largeFiles READ largeFiles CONSTANT FINAL)
+    /// The categories of Memory Optimization and of Login Items only, for pages that show all their rows.
+    Q_PROPERTY(vellmoor::CleanupListModel* memoryItems READ memoryItems CONSTANT FINAL)
+    Q_PROPERTY(vellmoor::CleanupListModel* startupExtras READ startupExtras CONSTANT FINAL)
     Q_PROPERTY(vellmoor::CleanupListModel* details READ details CONSTANT FINAL)
     Q_PROPERTY(vellmoor::FileCandidateModel* candidates READ candidates CONSTANT FINAL)
     Q_PROPERTY(vellmoor::StartupListModel* startup READ startup CONSTANT FINAL)
@@ -74,6 +77,8 @@ public:
     [[nodiscard]] StorageSegmentModel* segments() { return &segments_; }
     [[nodiscard]] CleanupListModel* items() { return &items_; }
     [[nodiscard]] LargeFileListModel* largeFiles() { return &largeFiles_; }
+    [[nodiscard]] CleanupListModel* memoryItems() { return &memoryItems_; }
+    [[nodiscard]] CleanupListModel* startupExtras() { return &startupExtras_; }
     [[nodiscard]] CleanupListModel* details() { return &details_; }
     [[nodiscard]] FileCandidateModel* candidates() { return &candidates_; }
     [[nodiscard]] StartupListModel* startup() { return &startup_; }
@@ -145,6 +150,8 @@ private:
     StorageSegmentModel segments_;
     CleanupListModel items_;
     LargeFileListModel largeFiles_;
+    CleanupListModel memoryItems_;
+    CleanupListModel startupExtras_;
     CleanupListModel details_;
     FileCandidateModel candidates_;
     StartupListModel startup_;

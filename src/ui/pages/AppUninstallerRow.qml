@@ -13,9 +13,12 @@ RowFrame {
 
     readonly property bool isApp: row.bundle !== ""
 
+    Accessible.checkable: row.cleanable
+    Accessible.checked: row.ticked
     Accessible.description: row.detail
     Accessible.name: row.title + " " + row.size
     Accessible.role: Accessible.ListItem
+    help: heading.truncated ? row.title : ""
     implicitHeight: content.implicitHeight + 24
 
     onMenuAsked: menu.popup()
@@ -50,7 +53,10 @@ RowFrame {
                 spacing: 2
 
                 Subheading {
+                    id: heading
+
                     Layout.fillWidth: true
+                    spoken: false
                     text: root.row.title
                 }
 
@@ -63,6 +69,7 @@ RowFrame {
             }
 
             Subheading {
+                spoken: false
                 text: root.row.size
                 visible: root.isApp
             }
@@ -106,19 +113,11 @@ RowFrame {
         }
     }
 
-    ContextMenu {
+    RowMenu {
         id: menu
 
-        ContextMenuItem {
-            text: L.tr("在 Finder 中显示")
-
-            onTriggered: root.rows.reveal(root.row.index)
-        }
-
-        ContextMenuItem {
-            text: L.tr("查看残留文件")
-
-            onTriggered: root.rows.setExpanded(root.row.index, true)
-        }
+        menu: "AppMenu.qml"
+        row: root.row
+        rows: root.rows
     }
 }

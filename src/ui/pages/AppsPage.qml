@@ -29,14 +29,14 @@ GlassPanel {
             }
         }
 
-        CleanupList {
+        ResultList {
             Layout.fillHeight: true
             Layout.fillWidth: true
             Layout.rightMargin: -10
-            look: "app"
-            objectName: "cleanupList"
+            list: "AppList.qml"
             rows: root.vm.items
             scanning: root.vm.scan.scanning
+            title: L.tr("应用")
         }
     }
 }

@@ -11,9 +11,11 @@ RowFrame {
     required property CleanupRoles row
     required property CleanupListModel rows
 
+    Accessible.checkable: row.cleanable
+    Accessible.checked: row.ticked
     Accessible.name: row.title + " " + row.size + " " + row.riskTitle
     Accessible.role: Accessible.ListItem
-    color: hovered ? Colors.popup : Colors.field
+    color: hovered ? Colors.popup : Colors.sheetRow
     implicitHeight: 50
 
     onTapped: rows.toggleExpanded(row.index)

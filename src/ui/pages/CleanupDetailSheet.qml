@@ -35,6 +35,7 @@ Sheet {
                     Layout.fillWidth: true
                     color: Colors.vmSecondaryText
                     objectName: "details.summary"
+                    spoken: true
                     text: root.vm.selectedPathsText
                 }
             }
@@ -71,16 +72,17 @@ Sheet {
             text: L.tr("清理项目")
         }
 
-        CleanupList {
+        ResultList {
             id: list
 
             Layout.fillHeight: true
             Layout.fillWidth: true
             Layout.rightMargin: -10
-            look: "detail"
-            objectName: "detailsList"
+            list: "DetailList.qml"
+            listName: "detailsList"
             rows: root.vm.details
             scanning: root.vm.scan.scanning
+            title: L.tr("清理项目")
         }
 
         LargestItems {

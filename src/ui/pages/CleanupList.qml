@@ -1,27 +1,28 @@
-// qmllint disable unqualified
 import QtQuick
 import QtQuick.Templates as T
 import Vellmoor.Controls
 import Vellmoor.Models
 
-// A virtual list of categories and their paths. Up and Down move, Space ticks, Right and Left unfold and fold,
-// Return shows the path in the file manager. The last 10 pixels of its width are the scroll bar's.
+// A virtual list of categories and their paths; what a row looks like is for the lists made of it. Up and Down move,
+// Space ticks, Right and Left unfold and fold, Return shows the path in the file manager. The last 10 pixels of its
+// width are the scroll bar's.
 ListView {
     id: root
 
     required property CleanupListModel rows
-    property string look: "cleanup"
-    property bool scanning: false
+    property string title
 
+    Accessible.name: title
     Accessible.role: Accessible.List
     Keys.onLeftPressed: rows.setExpanded(currentIndex, false)
     Keys.onReturnPressed: rows.reveal(currentIndex)
     Keys.onRightPressed: rows.setExpanded(currentIndex, true)
     Keys.onSpacePressed: rows.toggle(currentIndex)
-    activeFocusOnTab: true
+    activeFocusOnTab: count > 0
     bottomMargin: 11
     boundsBehavior: Flickable.StopAtBounds
     clip: true
+    focus: true
     model: rows
     reuseItems: true
     spacing: 6
@@ -32,20 +33,5 @@ ListView {
     }
 
     T.ScrollBar.vertical: ScrollLine {
-    }
-    delegate: CleanupDelegate {
-        hasKeys: false
-        isCurrent: activeFocus
-        look: root.look
-        rows: root.rows
-        width: ListView.view.width - 10
-    }
-
-    EmptyStateView {
-        anchors.centerIn: parent
-        anchors.horizontalCenterOffset: -5
-        isScanning: root.scanning
-        visible: root.rows.itemCount === 0
-        width: parent.width - 10
     }
 }

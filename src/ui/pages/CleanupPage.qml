@@ -28,13 +28,14 @@ GlassPanel {
             }
         }
 
-        CleanupList {
+        ResultList {
             Layout.fillHeight: true
             Layout.fillWidth: true
             Layout.rightMargin: -10
-            objectName: "cleanupList"
+            list: "CategoryList.qml"
             rows: root.vm.items
             scanning: root.vm.scan.scanning
+            title: L.tr("推荐清理")
         }
     }
 }

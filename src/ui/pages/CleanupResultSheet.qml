@@ -42,6 +42,7 @@ Sheet {
                     color: Colors.vmSecondaryText
                     maximumLineCount: 2
                     objectName: "result.subtitle"
+                    spoken: true
                     text: root.report.subtitle
                     wrapMode: Text.Wrap
                 }
@@ -93,17 +94,6 @@ Sheet {
                 onClicked: root.close()
             }
         }
-    }
-
-    Connections {
-        function onChanged(): void {
-            if (root.report.present)
-                root.open();
-            else
-                root.close();
-        }
-
-        target: root.report
     }
 
     onClosed: vm.closeReport()

@@ -1,7 +1,7 @@
 import QtQuick
 
 // One row of a CleanupListModel: what its roles say. The row's picture is drawn by the views that take it.
-Item {
+FocusScope {
     required property int index
     required property string name
     required property bool isTarget

@@ -11,9 +11,12 @@ RowFrame {
     required property CleanupRoles row
     required property CleanupListModel rows
 
+    Accessible.checkable: row.cleanable
+    Accessible.checked: row.ticked
     Accessible.description: row.detail
     Accessible.name: row.title + " " + row.size + " " + row.riskTitle
     Accessible.role: Accessible.ListItem
+    help: heading.truncated ? row.title : ""
     implicitHeight: Math.max(64, line.implicitHeight + 18)
 
     onTapped: rows.toggleExpanded(row.index)
@@ -44,6 +47,8 @@ RowFrame {
                 spacing: Metrics.gap
 
                 BodyText {
+                    id: heading
+
                     Layout.fillWidth: true
                     font.weight: Font.DemiBold
                     text: root.row.title
@@ -61,7 +66,7 @@ RowFrame {
 
                 Caption {
                     Layout.fillWidth: true
-                    maximumLineCount: 2
+                    maximumLineCount: 3
                     text: root.row.detail
                     wrapMode: Text.Wrap
                 }

@@ -12,11 +12,14 @@ RowFrame {
     required property CleanupListModel rows
     property bool isEnabled: true
 
+    Accessible.checkable: isEnabled
+    Accessible.checked: row.ticked
     Accessible.description: row.detail
     Accessible.name: row.title + " " + row.size
     Accessible.role: Accessible.ListItem
     border.width: 0
     color: hovered ? Colors.rowHover : Colors.clear
+    help: heading.truncated ? row.title : ""
     implicitHeight: Math.max(46, line.implicitHeight + 10)
 
     onMenuAsked: menu.popup()
@@ -52,6 +55,8 @@ RowFrame {
             spacing: 1
 
             BodyText {
+                id: heading
+
                 Layout.fillWidth: true
                 elide: Text.ElideMiddle
                 text: root.row.title
@@ -76,7 +81,7 @@ RowFrame {
         }
     }
 
-    RevealMenu {
+    RowMenu {
         id: menu
 
         row: root.row

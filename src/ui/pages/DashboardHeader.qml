@@ -11,7 +11,7 @@ GlassPanel {
     required property WindowModel vm
     readonly property ScanModel scan: vm.scan
 
-    implicitHeight: 164
+    implicitHeight: Metrics.dashboardHeight
 
     RowLayout {
         anchors.fill: parent

@@ -8,12 +8,14 @@ Column {
     id: root
 
     required property bool isScanning
+    // Inside a small panel.
+    property bool small: false
 
-    spacing: Metrics.wideGap
+    spacing: small ? Metrics.gap : Metrics.wideGap
 
     SymbolTile {
         anchors.horizontalCenter: parent.horizontalCenter
-        size: 64
+        size: root.small ? 44 : 64
         symbol: root.isScanning ? "waveform" : "tray"
         tint: root.isScanning ? Colors.cyan : Colors.gray
     }
@@ -22,6 +24,7 @@ Column {
         color: Colors.vmSecondaryText
         horizontalAlignment: Text.AlignHCenter
         objectName: "emptyState"
+        spoken: true
         text: root.isScanning ? L.tr("正在读取文件系统...") : L.tr("暂无结果")
         width: root.width
     }

@@ -39,12 +39,20 @@ GlassPanel {
             }
         }
 
-        Repeater {
+        ListView {
+            Accessible.name: L.tr("文件预览")
+            Accessible.role: Accessible.List
+            Layout.fillWidth: true
+            cacheBuffer: 0
+            clip: true
+            implicitHeight: Math.min(count, 4) * 44 - 8
+            interactive: false
             model: root.vm.candidates
+            spacing: 8
 
-            FileCandidateRow {
-                Layout.fillWidth: true
-                visible: index < 4
+            delegate: FileCandidateRow {
+                height: 36
+                width: ListView.view.width
             }
         }
     }

@@ -17,24 +17,35 @@ ColumnLayout {
         spacing: Metrics.gap
 
         Symbol {
-            color: Colors.cyan
+            color: root.scan.scanned || root.scan.scanning ? Colors.cyan : Colors.gray
             name: "checkmark.seal.fill"
             size: 20
         }
 
         Heading {
             Layout.fillWidth: true
+            fontSizeMode: Text.HorizontalFit
+            minimumPixelSize: Type.subheading
             objectName: "headerTitle"
             text: root.scan.title
         }
     }
 
+    FontMetrics {
+        id: lines
+
+        font.family: Type.family
+        font.pixelSize: Type.body
+    }
+
+    // As high for one line as for two: nothing moves when a scan begins.
     BodyText {
         Layout.fillWidth: true
         color: Colors.vmSecondaryText
+        Layout.preferredHeight: Math.ceil(2 * lines.lineSpacing) + 1
         maximumLineCount: 2
+        spoken: true
         text: root.status
-        visible: text !== ""
         wrapMode: Text.Wrap
     }
 }

@@ -53,6 +53,7 @@ GlassPanel {
 
             Caption {
                 Layout.fillWidth: true
+                spoken: true
                 text: L.tr("清理前会显示完整预览")
             }
         }

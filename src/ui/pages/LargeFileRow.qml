@@ -11,9 +11,12 @@ RowFrame {
     required property CleanupRoles row
     required property CleanupListModel rows
 
+    Accessible.checkable: row.cleanable
+    Accessible.checked: row.ticked
     Accessible.description: row.detail
     Accessible.name: row.title + " " + row.size
     Accessible.role: Accessible.ListItem
+    help: name.truncated ? row.title : ""
     implicitHeight: Math.max(68, line.implicitHeight + 18)
 
     onMenuAsked: menu.popup()
@@ -25,7 +28,7 @@ RowFrame {
         anchors.fill: parent
         anchors.leftMargin: 12
         anchors.rightMargin: 6
-        spacing: 10
+        spacing: 8
 
         RowTick {
             row: root.row
@@ -42,6 +45,8 @@ RowFrame {
             spacing: 3
 
             BodyText {
+                id: name
+
                 Layout.fillWidth: true
                 elide: Text.ElideMiddle
                 font.weight: Font.DemiBold
@@ -71,27 +76,28 @@ RowFrame {
         }
 
         SymbolTile {
-            Accessible.name: root.row.kind
-            Accessible.role: Accessible.Graphic
             size: 26
             symbol: root.row.kindSymbol
             tint: Colors.gray
-
-            HelpTip {
-                shown: kindHover.hovered
-                text: root.row.kind
-            }
-
-            HoverHandler {
-                id: kindHover
-            }
         }
 
-        BodyText {
-            Layout.preferredWidth: 82
-            font.weight: Font.DemiBold
-            horizontalAlignment: Text.AlignRight
-            text: root.row.size
+        ColumnLayout {
+            Layout.maximumWidth: 82
+            Layout.minimumWidth: 82
+            spacing: 2
+
+            BodyText {
+                Layout.fillWidth: true
+                font.weight: Font.DemiBold
+                horizontalAlignment: Text.AlignRight
+                text: root.row.size
+            }
+
+            Caption {
+                Layout.fillWidth: true
+                horizontalAlignment: Text.AlignRight
+                text: root.row.kind
+            }
         }
 
         RevealButton {
@@ -100,7 +106,7 @@ RowFrame {
         }
     }
 
-    RevealMenu {
+    RowMenu {
         id: menu
 
         row: root.row

@@ -71,19 +71,20 @@ GlassPanel {
 
             Badge {
                 objectName: "list.selection"
+                spoken: true
                 text: L.tr1("%d 个已选", root.files.selectedCount)
                 tint: Colors.green
             }
         }
 
-        CleanupList {
+        ResultList {
             Layout.fillHeight: true
             Layout.fillWidth: true
             Layout.rightMargin: -10
-            look: "file"
-            objectName: "cleanupList"
+            list: "LargeFileList.qml"
             rows: root.files
             scanning: root.vm.scan.scanning
+            title: L.tr("大文件")
         }
     }
 }

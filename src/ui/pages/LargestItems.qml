@@ -18,6 +18,7 @@ ColumnLayout {
     }
 
     ListView {
+        Accessible.name: L.tr("最大项目")
         Accessible.role: Accessible.List
         Layout.fillWidth: true
         activeFocusOnTab: true

@@ -9,16 +9,20 @@ RowLayout {
 
     required property string title
     property string counter
+    // Below another heading.
+    property bool small: false
     default property alias trailing: place.data
 
     spacing: Metrics.gap
 
     Subheading {
+        font.pixelSize: root.small ? Type.body : Type.subheading
         text: root.title
     }
 
     Badge {
         objectName: "list.counter"
+        spoken: true
         text: root.counter
         tint: Colors.cyan
         visible: root.counter !== ""

@@ -17,8 +17,10 @@ RowFrame {
     signal quitAsked
     signal monitorAsked
 
+    Accessible.description: processes
     Accessible.name: name + " " + memory
     Accessible.role: Accessible.ListItem
+    help: heading.truncated ? name : ""
     implicitHeight: Math.max(54, line.implicitHeight + 12)
     objectName: "memoryApp." + index
 
@@ -41,6 +43,8 @@ RowFrame {
             spacing: 2
 
             BodyText {
+                id: heading
+
                 Layout.fillWidth: true
                 font.weight: Font.DemiBold
                 text: root.name
@@ -53,7 +57,6 @@ RowFrame {
         }
 
         BodyText {
-            Accessible.name: L.tr("内存占用") + " " + text
             Layout.preferredWidth: 86
             color: Colors.ink(Colors.orange)
             font.weight: Font.DemiBold
@@ -62,6 +65,7 @@ RowFrame {
         }
 
         SoftIconButton {
+            Accessible.name: help + " " + root.name
             flat: true
             help: L.tr("在活动监视器中查看")
             ink: Colors.vmSecondaryText
@@ -73,6 +77,7 @@ RowFrame {
         }
 
         SoftIconButton {
+            Accessible.name: help + " " + root.name
             flat: true
             help: L.tr("退出应用")
             ink: Colors.ink(Colors.red)

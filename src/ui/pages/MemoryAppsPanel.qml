@@ -52,6 +52,7 @@ GlassPanel {
             Layout.fillWidth: true
             Layout.leftMargin: 4
             elide: Text.ElideNone
+            spoken: true
             text: L.tr("关闭暂时不用的应用，通常比反复释放缓存更有效")
             wrapMode: Text.Wrap
         }
@@ -72,6 +73,7 @@ GlassPanel {
             Layout.fillWidth: true
             Layout.topMargin: 8
             isScanning: root.vm.scan.scanning
+            small: true
             visible: root.vm.memoryApps.count === 0
         }
     }

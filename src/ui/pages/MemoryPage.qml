@@ -37,12 +37,11 @@ ScrollColumn {
             }
 
             Repeater {
-                model: root.vm.items
+                model: root.vm.memoryItems
 
-                CleanupDelegate {
+                CategoryDelegate {
                     Layout.fillWidth: true
-                    look: "cleanup"
-                    rows: root.vm.items
+                    rows: root.vm.memoryItems
                 }
             }
 
@@ -51,7 +50,8 @@ ScrollColumn {
                 Layout.fillWidth: true
                 Layout.topMargin: 8
                 isScanning: root.vm.scan.scanning
-                visible: root.vm.items.itemCount === 0
+                small: true
+                visible: root.vm.memoryItems.itemCount === 0
             }
         }
     }

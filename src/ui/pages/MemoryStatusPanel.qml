@@ -30,6 +30,7 @@ GlassPanel {
 
             Caption {
                 objectName: "memoryTotal"
+                spoken: true
                 text: root.memory.total
                 visible: root.memory.known
             }

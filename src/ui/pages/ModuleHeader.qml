@@ -11,7 +11,7 @@ GlassPanel {
     required property WindowModel vm
     readonly property ScanModel scan: vm.scan
 
-    implicitHeight: Math.max(112, line.implicitHeight + 32)
+    implicitHeight: Math.max(Metrics.moduleHeaderHeight, line.implicitHeight + 28)
 
     RowLayout {
         id: line
@@ -40,6 +40,7 @@ GlassPanel {
                 Layout.fillWidth: true
                 color: Colors.vmSecondaryText
                 maximumLineCount: 2
+                spoken: true
                 text: root.scan.description
                 wrapMode: Text.Wrap
             }
@@ -49,7 +50,7 @@ GlassPanel {
                 spacing: 6
 
                 Symbol {
-                    color: Colors.cyan
+                    color: root.scan.scanned || root.scan.scanning ? Colors.cyan : Colors.gray
                     name: "checkmark.seal.fill"
                     size: 14
                 }
@@ -58,6 +59,7 @@ GlassPanel {
                     Layout.fillWidth: true
                     font.weight: Font.DemiBold
                     objectName: "headerTitle"
+                    spoken: true
                     text: root.scan.title
                 }
             }

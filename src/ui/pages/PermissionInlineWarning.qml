@@ -35,6 +35,7 @@ GlassPanel {
             BodyText {
                 Layout.fillWidth: true
                 font.weight: Font.DemiBold
+                spoken: true
                 text: L.tr("想让扫描结果更准确？")
             }
 
@@ -42,6 +43,7 @@ GlassPanel {
                 Layout.fillWidth: true
                 maximumLineCount: 2
                 objectName: "limitation"
+                spoken: true
                 text: root.limitations
                 wrapMode: Text.Wrap
             }

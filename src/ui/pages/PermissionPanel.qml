@@ -30,6 +30,7 @@ GlassPanel {
         BodyText {
             Layout.fillWidth: true
             color: Colors.vmSecondaryText
+            spoken: true
             text: L.tr("等待扫描后检测权限状态")
             visible: root.vm.permissions.count === 0
             wrapMode: Text.Wrap

@@ -10,7 +10,12 @@ Item {
     required property MemoryModel memory
     readonly property color tint: Colors.tint(memory.pressureTint)
 
-    Accessible.name: memory.usageText + " " + memory.pressure
+    // What assistive technology reads of a progress bar where Qt passes it on (6.4 does not).
+    readonly property real value: memory.usage
+    readonly property real minimumValue: 0
+    readonly property real maximumValue: 1
+
+    Accessible.name: (memory.usageText + " " + memory.pressure).trim()
     Accessible.role: Accessible.ProgressBar
     implicitHeight: 100
     implicitWidth: 112
@@ -40,7 +45,8 @@ Item {
 
         Heading {
             anchors.horizontalCenter: parent.horizontalCenter
-            text: root.memory.known ? root.memory.usageText : "--"
+            spoken: false
+            text: root.memory.usageText
         }
 
         Caption {

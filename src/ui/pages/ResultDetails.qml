@@ -11,7 +11,8 @@ Rectangle {
 
     required property ReportModel report
 
-    color: Colors.field
+    border.color: Colors.vmLine
+    color: Colors.popup
     radius: Metrics.rowRadius
 
     ColumnLayout {
@@ -25,6 +26,7 @@ Rectangle {
         }
 
         ListView {
+            Accessible.name: L.tr("失败原因")
             Accessible.role: Accessible.List
             Layout.fillHeight: true
             Layout.fillWidth: true
@@ -37,14 +39,31 @@ Rectangle {
 
             T.ScrollBar.vertical: ScrollLine {
             }
-            delegate: BodyText {
+            delegate: RowLayout {
+                id: line
+
                 required property string modelData
 
-                color: Colors.ink(Colors.red)
-                elide: Text.ElideNone
-                text: modelData
+                Accessible.name: modelData
+                Accessible.role: Accessible.ListItem
+                spacing: Metrics.gap
                 width: ListView.view.width - 14
-                wrapMode: Text.Wrap
+
+                Symbol {
+                    Layout.alignment: Qt.AlignTop
+                    Layout.topMargin: 2
+                    color: Colors.red
+                    name: "xmark.circle"
+                    size: 14
+                }
+
+                BodyText {
+                    Layout.fillWidth: true
+                    color: Colors.ink(Colors.red)
+                    elide: Text.ElideNone
+                    text: line.modelData
+                    wrapMode: Text.Wrap
+                }
             }
         }
     }
@@ -73,6 +92,7 @@ Rectangle {
         BodyText {
             color: Colors.vmSecondaryText
             horizontalAlignment: Text.AlignHCenter
+            spoken: true
             text: L.tr("选中项目已按确认执行。")
             width: parent.width
         }

@@ -42,6 +42,7 @@ Rectangle {
             Heading {
                 Layout.fillWidth: true
                 font.pixelSize: Type.subheading + 2
+                spoken: false
                 text: root.value
             }
 

@@ -8,6 +8,7 @@ SoftIconButton {
     required property CleanupRoles row
     required property CleanupListModel rows
 
+    Accessible.name: help + " " + row.title
     flat: true
     focusPolicy: row.focusPolicy
     help: L.tr("在 Finder 中显示")

@@ -6,21 +6,30 @@ import Vellmoor.Theme
 Rectangle {
     id: root
 
-    property bool isCurrent: false
+    // What the row says in full, when its place is too narrow for it.
+    property string help
     readonly property alias hovered: hover.hovered
 
     signal tapped
     signal menuAsked
 
+    Accessible.focusable: true
+    Accessible.onPressAction: tapped()
     border.color: Colors.vmLine
     border.width: 1
     color: hover.hovered ? Colors.rowHover : Colors.row
+    focus: true
     radius: Metrics.rowRadius
 
     Behavior on color  {
         ColorAnimation {
             duration: Motion.quick
         }
+    }
+
+    HelpTip {
+        shown: hover.hovered
+        text: root.help
     }
 
     HoverHandler {
@@ -39,6 +48,6 @@ Rectangle {
 
     FocusRing {
         anchors.margins: -1
-        shown: root.isCurrent
+        shown: root.activeFocus
     }
 }

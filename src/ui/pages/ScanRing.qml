@@ -9,7 +9,14 @@ Item {
 
     required property ScanModel scan
 
-    Accessible.name: scan.ringNumber + " " + scan.ringUnit
+    // What assistive technology reads of a progress bar where Qt passes it on (6.4 does not).
+    readonly property real value: scan.scanning ? scan.progress : (scan.scanned ? 1 : 0)
+    readonly property real minimumValue: 0
+    readonly property real maximumValue: 1
+
+    readonly property string number: scan.scanning ? Math.round(scan.progress * 100) + "%" : scan.ringNumber
+
+    Accessible.name: (number + " " + scan.ringUnit).trim()
     Accessible.role: Accessible.ProgressBar
     implicitHeight: 124
     implicitWidth: 124
@@ -19,7 +26,7 @@ Item {
         color: Colors.cyan
         thickness: 9
         trackColor: Colors.track
-        value: root.scan.scanning ? root.scan.progress : (root.scan.scanned ? 1 : 0)
+        value: root.value
 
         Behavior on value  {
             NumberAnimation {
@@ -34,8 +41,11 @@ Item {
         width: parent.width - 36
 
         Display {
+            fontSizeMode: Text.HorizontalFit
             horizontalAlignment: Text.AlignHCenter
-            text: root.scan.scanning ? Math.round(root.scan.progress * 100) + "%" : root.scan.ringNumber
+            minimumPixelSize: Type.body
+            spoken: false
+            text: root.number
             visible: text !== ""
             width: parent.width
         }
@@ -45,7 +55,7 @@ Item {
             color: Colors.cyan
             name: "sparkles"
             size: 28
-            visible: !root.scan.scanning && root.scan.ringNumber === ""
+            visible: !root.scan.scanning && root.number === ""
         }
 
         Caption {

@@ -10,6 +10,8 @@ ScrollColumn {
 
     required property WindowModel vm
 
+    readonly property bool showsFiles: vm.candidates.count > 0 && (vm.module === "smartScan" || vm.module === "largeFiles")
+
     ground: Colors.groundLower
 
     signal viewAll
@@ -19,24 +21,28 @@ ScrollColumn {
         vm: root.vm
     }
 
-    StartupSummaryPanel {
+    ViewLoader {
         Layout.fillWidth: true
-        visible: root.vm.module === "performance"
+        file: root.vm.module === "performance" ? "StartupSummaryPanel.qml" : "SummaryPanel.qml"
         vm: root.vm
     }
 
-    SummaryPanel {
+    ViewLoader {
+        id: preview
+
         Layout.fillWidth: true
-        visible: root.vm.module !== "performance"
+        file: root.showsFiles ? "FilePreviewPanel.qml" : ""
+        visible: root.showsFiles
         vm: root.vm
     }
 
-    FilePreviewPanel {
-        Layout.fillWidth: true
-        visible: root.vm.candidates.count > 0 && (root.vm.module === "smartScan" || root.vm.module === "largeFiles")
-        vm: root.vm
+    Connections {
+        function onViewAll(): void {
+            root.viewAll();
+        }
 
-        onViewAll: root.viewAll()
+        ignoreUnknownSignals: true
+        target: preview.item
     }
 
     HealthPanel {

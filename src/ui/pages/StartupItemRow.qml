@@ -17,16 +17,18 @@ RowFrame {
     // A change of this row is running.
     required property bool isWorking
     property bool locked: false
+    readonly property string status: startsEnabled ? L.tr("已启用") : L.tr("已禁用")
     readonly property bool canChange: !isWorking && !locked
 
     signal changeAsked
     signal revealAsked
 
     Accessible.description: location
-    Accessible.name: name
+    Accessible.name: name + " " + status + " " + kind
     Accessible.role: Accessible.ListItem
     ListView.onPooled: visible = false
     ListView.onReused: visible = true
+    help: heading.truncated ? name : ""
     implicitHeight: Math.max(70, line.implicitHeight + 18)
     objectName: "startup." + index
 
@@ -49,6 +51,8 @@ RowFrame {
             spacing: 3
 
             BodyText {
+                id: heading
+
                 Layout.fillWidth: true
                 font.weight: Font.DemiBold
                 text: root.name
@@ -65,7 +69,7 @@ RowFrame {
 
                 Badge {
                     objectName: root.objectName + ".status"
-                    text: root.startsEnabled ? L.tr("已启用") : L.tr("已禁用")
+                    text: root.status
                     tint: root.startsEnabled ? Colors.green : Colors.gray
                 }
 
@@ -77,6 +81,7 @@ RowFrame {
         }
 
         SoftIconButton {
+            Accessible.name: help + " " + root.name
             flat: true
             focusPolicy: Qt.ClickFocus
             help: L.tr("在 Finder 中显示")
@@ -89,6 +94,7 @@ RowFrame {
         }
 
         SecondaryButton {
+            Accessible.name: text + " " + root.name
             compact: true
             enabled: root.canChange
             focusPolicy: Qt.ClickFocus

@@ -24,8 +24,7 @@ GlassPanel {
         ListHeader {
             Layout.fillWidth: true
             Layout.leftMargin: 4
-            counter: L.tr1("%d 个已启用", root.vm.startup.enabledCount)
-            title: L.tr("启动项")
+            title: L.tr("启动项管理")
 
             SoftIconButton {
                 enabled: root.vm.canScan && !root.vm.scan.scanning
@@ -50,15 +49,32 @@ GlassPanel {
         Caption {
             Layout.fillWidth: true
             Layout.leftMargin: 4
+            Layout.topMargin: -6
             elide: Text.ElideNone
             objectName: "startupNote"
+            spoken: true
             text: root.updating ? L.tr("正在更新启动项...") : L.tr("禁用后会移到 LaunchAgents.disabled，可随时恢复")
             wrapMode: Text.Wrap
+        }
+
+        Rectangle {
+            Layout.fillWidth: true
+            color: Colors.vmLine
+            implicitHeight: 1
+        }
+
+        ListHeader {
+            Layout.fillWidth: true
+            Layout.leftMargin: 4
+            counter: L.tr1("%d 个已启用", root.vm.startup.enabledCount)
+            small: true
+            title: L.tr("启动项")
         }
 
         ListView {
             id: list
 
+            Accessible.name: L.tr("启动项")
             Keys.onReturnPressed: root.vm.startup.reveal(currentIndex)
             Keys.onSpacePressed: {
                 const row = currentItem as StartupItemRow;
@@ -87,7 +103,6 @@ GlassPanel {
             T.ScrollBar.vertical: ScrollLine {
             }
             delegate: StartupItemRow {
-                isCurrent: activeFocus
                 isWorking: root.vm.changingStartupRow === index
                 locked: root.vm.scan.scanning || root.vm.scan.cleaning
                 width: ListView.view.width - 10
@@ -104,7 +119,7 @@ GlassPanel {
 
                     spacing: 6
                     topPadding: 12
-                    visible: root.vm.items.itemCount > 0
+                    visible: root.vm.startupExtras.itemCount > 0
                     width: parent.width
 
                     Subheading {
@@ -114,21 +129,33 @@ GlassPanel {
                     }
 
                     Repeater {
-                        model: extra.visible ? root.vm.items : null
+                        model: extra.visible ? root.vm.startupExtras : null
 
-                        CleanupDelegate {
-                            look: "cleanup"
-                            rows: root.vm.items
+                        CategoryDelegate {
+                            rows: root.vm.startupExtras
                             width: extra.width
                         }
                     }
                 }
             }
 
+            ScrollFade {
+                anchors.left: parent.left
+                anchors.right: parent.right
+                anchors.rightMargin: 10
+                parent: list
+                view: list
+                y: list.height - height
+            }
+
+            FocusFollower {
+                view: list
+            }
+
             EmptyStateView {
                 anchors.centerIn: parent
                 isScanning: root.vm.scan.scanning
-                visible: root.vm.startup.count === 0 && root.vm.items.itemCount === 0
+                visible: root.vm.startup.count === 0 && root.vm.startupExtras.itemCount === 0
                 width: parent.width
             }
         }

@@ -29,16 +29,17 @@ Item {
                 required property string tint
                 required property string title
                 required property string value
+                property real shown: fraction // moves; the width itself follows the window at once
 
-                Accessible.name: title + " " + value
+                Accessible.name: (title + " " + value).trim()
                 Accessible.role: Accessible.StaticText
                 color: Colors.tint(tint)
                 height: root.height
                 objectName: "segment." + tint
                 radius: height / 2
-                width: Math.max(0, (root.width - 2 * (root.segments.count - 1)) * fraction)
+                width: Math.max(0, (root.width - 2 * (root.segments.count - 1)) * shown)
 
-                Behavior on width  {
+                Behavior on shown  {
                     NumberAnimation {
                         duration: Motion.calm
                         easing.type: Easing.OutCubic

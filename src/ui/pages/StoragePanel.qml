@@ -30,6 +30,7 @@ GlassPanel {
             Layout.fillWidth: true
             color: Colors.vmSecondaryText
             objectName: "diskSummary"
+            spoken: true
             text: root.vm.scan.diskSummary
         }
 

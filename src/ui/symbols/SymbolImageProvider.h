@@ -2,14 +2,26 @@
 
 #include <QQuickImageProvider>
 
+#include <functional>
+
 namespace vellmoor {
 
-/// Draws `image://symbol/NAME?COLOR` from the embedded pictures: sharp at every size, in one colour (#rrggbb or
-/// #aarrggbb). An unknown name gives an empty picture, which the image element reports.
+/// A system's own symbols: the shape of the named one, black on nothing, `pixels` wide and high; null for an unknown
+/// name.
+using SymbolSource = std::function<QImage(const QString& symbol, int pixels)>;
+
+/// Draws `image://symbol/NAME?COLOR` in one colour (#rrggbb or #aarrggbb), sharp at every size: from the system's own
+/// symbols where it has them, else from the embedded pictures. A name that neither knows gives an empty picture,
+/// which the image element reports.
 class SymbolImageProvider final : public QQuickImageProvider {
 public:
-    SymbolImageProvider();
+    explicit SymbolImageProvider(SymbolSource system = {});
     QImage requestImage(const QString& id, QSize* size, const QSize& requestedSize) override;
+
+private:
+    [[nodiscard]] QImage picture(const QString& symbol, const QColor& color, int pixels) const;
+
+    SymbolSource system_;
 };
 
 /// The picture of `symbol` in `color`, `pixels` wide and high; null when there is none of that name.

@@ -1,5 +1,6 @@
 pragma Singleton
 import QtQuick
+import Vellmoor.Appearance
 
 // Every colour of the window, by what it is for.
 QtObject {
@@ -10,13 +11,15 @@ QtObject {
 
     // Lines and surfaces
     readonly property color vmLine: Qt.rgba(0, 0, 0, 0.08)
-    readonly property color groundStart: "#e3f2fb"
-    readonly property color groundMiddle: "#f8fafc"
+    readonly property color groundStart: Appearance.groundStart
+    readonly property color groundMiddle: Appearance.groundMiddle
     readonly property color groundLower: "#faf1f5"
-    readonly property color groundEnd: "#fbecf1"
+    readonly property color groundEnd: Appearance.groundEnd
     readonly property color sidebar: Qt.rgba(1, 1, 1, 0.46)
     readonly property color glass: Qt.rgba(1, 1, 1, 0.58)
+    readonly property color panelGround: "#fdfdfe"
     readonly property color sheet: "#fafcfe"
+    readonly property color sheetRow: "#f0f5f9"
     readonly property color popup: "#ffffff"
     readonly property color row: Qt.rgba(1, 1, 1, 0.5)
     readonly property color rowHover: Qt.rgba(1, 1, 1, 0.85)
@@ -25,7 +28,7 @@ QtObject {
     readonly property color softButtonPressed: Qt.rgba(0, 0, 0, 0.08)
     readonly property color track: Qt.rgba(0, 0, 0, 0.07)
     readonly property color veil: Qt.rgba(0.078, 0.098, 0.129, 0.2)
-    readonly property color shadow: Qt.rgba(0.16, 0.24, 0.38, 0.09)
+    readonly property color shadow: Qt.rgba(0.16, 0.24, 0.38, 0.07)
     readonly property color clear: "transparent"
 
     // The system's named colours

@@ -3,8 +3,6 @@ import QtQuick
 
 // Sizes in steps of 4, in device-independent pixels.
 QtObject {
-    readonly property int windowWidth: 1080
-    readonly property int windowHeight: 720
     readonly property int sidebarWidth: 240
     readonly property int secondaryWidth: 330
 
@@ -15,6 +13,12 @@ QtObject {
     readonly property int smallRadius: 8
 
     readonly property int gap: 8
+    readonly property int topBarHeight: 62
+    readonly property int dashboardHeight: 164
+    readonly property int moduleHeaderHeight: 124
+    readonly property int bottomBarHeight: 66
+    readonly property int sidebarRow: 60
+
     readonly property int smallGap: 4
     readonly property int wideGap: 12
 

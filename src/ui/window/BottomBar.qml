@@ -13,7 +13,7 @@ GlassPanel {
     signal cleanAsked
     signal previewAsked
 
-    implicitHeight: 62
+    implicitHeight: Metrics.bottomBarHeight
 
     RowLayout {
         anchors.fill: parent
@@ -22,9 +22,10 @@ GlassPanel {
         spacing: 10
 
         ColumnLayout {
-            spacing: 1
+            spacing: 0
 
             Subheading {
+                Accessible.role: Accessible.StaticText
                 Layout.fillWidth: true
                 objectName: "selectedText"
                 text: root.vm.selectedText
@@ -34,6 +35,7 @@ GlassPanel {
                 Layout.fillWidth: true
                 maximumLineCount: 2
                 objectName: "statusMessage"
+                spoken: true
                 text: root.vm.scan.status
                 wrapMode: Text.Wrap
             }
@@ -70,11 +72,14 @@ GlassPanel {
     }
 
     ProgressLine {
+        Accessible.name: root.vm.scan.title + " " + Math.round(value * 100) + "%"
+        Accessible.role: Accessible.ProgressBar
         anchors.bottom: parent.bottom
+        anchors.bottomMargin: 1
         anchors.left: parent.left
-        anchors.leftMargin: 18
+        anchors.leftMargin: Metrics.panelRadius
         anchors.right: parent.right
-        anchors.rightMargin: 18
+        anchors.rightMargin: Metrics.panelRadius
         implicitHeight: 3
         value: root.vm.scan.progress
         visible: root.vm.scan.scanning

@@ -1,10 +1,9 @@
 import QtQuick
 import QtQuick.Layouts
-import Vellmoor.Controls
 import Vellmoor.Models
 import Vellmoor.Theme
 
-// The root view: the sidebar, and the shown module's page.
+// The root view: the sidebar, the shown module's page, and the keys of the whole window.
 // Object names that tests and tools may rely on:
 //   sidebar.MODULE, languageSwitch            the sidebar (MODULE is the raw value, e.g. sidebar.systemJunk)
 //   refreshButton, homeButton                 the top bar
@@ -29,11 +28,18 @@ Item {
 
     required property WindowModel vm
 
-    Ground {
-        anchors.fill: parent
-        end: Colors.groundEnd
-        middle: Colors.groundMiddle
-        start: Colors.groundStart
+    anchors.fill: parent
+
+    Shortcut {
+        sequences: ["Ctrl+R", "F5"]
+
+        onActivated: root.vm.refresh()
+    }
+
+    Shortcut {
+        sequences: ["Ctrl+Q"]
+
+        onActivated: Qt.quit()
     }
 
     RowLayout {
@@ -54,6 +60,7 @@ Item {
 
             TopBar {
                 Layout.fillWidth: true
+                Layout.preferredHeight: Math.max(Metrics.topBarHeight, implicitHeight)
                 vm: root.vm
             }
 

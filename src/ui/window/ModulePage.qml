@@ -15,17 +15,18 @@ ColumnLayout {
     signal quitAsked(int row, string name)
     signal viewAll
 
+    readonly property var pageFiles: ({
+            "largeFiles": "LargeFilesPage.qml",
+            "appUninstaller": "AppsPage.qml",
+            "performance": "StartupPage.qml",
+            "memoryOptimization": "MemoryPage.qml"
+        })
+
     spacing: Metrics.panelGap
 
-    DashboardHeader {
+    ViewLoader {
         Layout.fillWidth: true
-        visible: root.vm.module === "smartScan"
-        vm: root.vm
-    }
-
-    ModuleHeader {
-        Layout.fillWidth: true
-        visible: root.vm.module !== "smartScan"
+        file: root.vm.module === "smartScan" ? "DashboardHeader.qml" : "ModuleHeader.qml"
         vm: root.vm
     }
 
@@ -49,18 +50,13 @@ ColumnLayout {
         Layout.fillWidth: true
         spacing: Metrics.panelGap
 
-        Loader {
+        ViewLoader {
+            id: page
+
             Layout.fillHeight: true
             Layout.fillWidth: true
-            sourceComponent: {
-                const pages = {
-                    "largeFiles": largeFiles,
-                    "appUninstaller": apps,
-                    "performance": startup,
-                    "memoryOptimization": memory
-                };
-                return pages[root.vm.module] ?? cleanup;
-            }
+            file: root.pageFiles[root.vm.module] ?? "CleanupPage.qml"
+            vm: root.vm
         }
 
         SecondaryColumn {
@@ -72,47 +68,16 @@ ColumnLayout {
         }
     }
 
-    Component {
-        id: cleanup
-
-        CleanupPage {
-            vm: root.vm
+    Connections {
+        function onChangeAsked(row: int, name: string, enabled: bool): void {
+            root.changeAsked(row, name, enabled);
         }
-    }
 
-    Component {
-        id: largeFiles
-
-        LargeFilesPage {
-            vm: root.vm
+        function onQuitAsked(row: int, name: string): void {
+            root.quitAsked(row, name);
         }
-    }
 
-    Component {
-        id: apps
-
-        AppsPage {
-            vm: root.vm
-        }
-    }
-
-    Component {
-        id: startup
-
-        StartupPage {
-            vm: root.vm
-
-            onChangeAsked: (row, name, enabled) => root.changeAsked(row, name, enabled)
-        }
-    }
-
-    Component {
-        id: memory
-
-        MemoryPage {
-            vm: root.vm
-
-            onQuitAsked: (row, name) => root.quitAsked(row, name)
-        }
+        ignoreUnknownSignals: true
+        target: page.item
     }
 }

@@ -35,11 +35,12 @@ Rectangle {
         anchors.fill: parent
         anchors.margins: 14
         anchors.topMargin: 22
-        spacing: 4
+        spacing: 2
 
         RowLayout {
-            Layout.bottomMargin: 18
+            Layout.bottomMargin: 16
             Layout.leftMargin: 8
+            Layout.preferredHeight: Math.max(Metrics.topBarHeight - 18, implicitHeight)
             spacing: Metrics.wideGap
 
             SymbolTile {
@@ -58,6 +59,7 @@ Rectangle {
 
                 Caption {
                     Layout.fillWidth: true
+                    spoken: true
                     text: L.tr("磁盘清理工具")
                 }
             }

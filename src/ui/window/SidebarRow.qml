@@ -5,7 +5,7 @@ import Vellmoor.Controls
 import Vellmoor.Theme
 
 // One module in the sidebar.
-T.AbstractButton {
+T.TabButton {
     id: root
 
     required property string module
@@ -16,10 +16,16 @@ T.AbstractButton {
 
     Accessible.description: subtitle
     Accessible.name: title
-    Accessible.role: Accessible.PageTab
+    Accessible.onPressAction: {
+        if (root.enabled)
+            root.clicked();
+    }
+    Accessible.selectable: true
     Accessible.selected: isSelected
+    autoExclusive: false
+    checkable: false
     focusPolicy: Qt.StrongFocus
-    implicitHeight: Math.max(57, line.implicitHeight + 12)
+    implicitHeight: Math.max(Metrics.sidebarRow, line.implicitHeight + 12)
     objectName: "sidebar." + module
 
     background: Rectangle {

@@ -24,6 +24,7 @@ RowLayout {
         BodyText {
             Layout.fillWidth: true
             color: Colors.vmSecondaryText
+            spoken: true
             text: root.vm.moduleSubtitle
         }
     }

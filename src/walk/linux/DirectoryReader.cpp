@@ -4,6 +4,8 @@
 // DT_UNKNOWN, and only then is the type asked for.
 #include "DirectoryReader.h"
 
+#include "Nanoseconds.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <cstddef>
@@ -45,7 +47,7 @@ void setType(unsigned char kind, RawEntry& entry) {
 
 } // namespace
 
-DirectoryReader::DirectoryReader() = default;
+DirectoryReader::DirectoryReader(bool bundleMarks) : bundleMarks_(bundleMarks) {}
 DirectoryReader::~DirectoryReader() = default;
 
 void DirectoryReader::clear() {
@@ -54,6 +56,7 @@ void DirectoryReader::clear() {
         capacity_ = 0;
     }
     filled_ = position_ = 0;
+    hasRead_ = isBroken_ = false;
 }
 
 bool DirectoryReader::replace(int fd) {
@@ -79,8 +82,10 @@ bool DirectoryReader::read(int fd) {
         count = ::getdents64(fd, buffer_.get() + filled_, std::min(capacity_ - filled_, batchSize));
     } while (count < 0 && errno == EINTR);
     if (count <= 0) {
+        isBroken_ = count < 0 && hasRead_ && errno != ENOENT;
         return false;
     }
+    hasRead_ = true;
     filled_ += static_cast<std::size_t>(count);
     return true;
 }
@@ -114,7 +119,7 @@ bool DirectoryReader::complete(int fd, dev_t device, RawEntry& entry) {
     }
     if (entry.type == EntryType::File) {
         entry.allocatedBytes = std::int64_t{facts.st_blocks} * 512;
-        entry.modifiedNs = std::int64_t{facts.st_mtim.tv_sec} * 1'000'000'000 + facts.st_mtim.tv_nsec;
+        entry.modifiedNs = nanoseconds(facts.st_mtim);
     }
     return true;
 }

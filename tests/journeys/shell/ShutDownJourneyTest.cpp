@@ -28,22 +28,6 @@ std::function<void(QQuickWindow&)>& script() {
     return steps;
 }
 
-void startScript() {
-    QTimer::singleShot(0, qApp, [] {
-        const QWindowList windows = QGuiApplication::topLevelWindows();
-        auto* window = windows.isEmpty() ? nullptr : qobject_cast<QQuickWindow*>(windows.front());
-        if (window == nullptr || !script()) {
-            QCoreApplication::exit(EXIT_FAILURE);
-            return;
-        }
-        script()(*window);
-        if (::testing::Test::HasFatalFailure()) {
-            QCoreApplication::exit(EXIT_FAILURE); // else it would wait for a hand that never comes
-        }
-    });
-}
-Q_COREAPP_STARTUP_FUNCTION(startScript)
-
 QQuickItem* findBelow(QQuickItem* item, const QString& name) {
     if (item->objectName() == name && item->isVisible()) {
         return item;
@@ -59,6 +43,24 @@ QQuickItem* findBelow(QQuickItem* item, const QString& name) {
 QQuickItem* find(const QQuickWindow& window, const char* name) {
     return findBelow(window.contentItem(), QString::fromLatin1(name));
 }
+
+void startScript() {
+    QTimer::singleShot(0, qApp, [] {
+        const QWindowList windows = QGuiApplication::topLevelWindows();
+        auto* window = windows.isEmpty() ? nullptr : qobject_cast<QQuickWindow*>(windows.front());
+        // The window stands before its views do.
+        if (window == nullptr || !script() ||
+            !QTest::qWaitFor([&] { return find(*window, "scanButton") != nullptr; }, 30'000)) {
+            QCoreApplication::exit(EXIT_FAILURE);
+            return;
+        }
+        script()(*window);
+        if (::testing::Test::HasFatalFailure()) {
+            QCoreApplication::exit(EXIT_FAILURE); // else it would wait for a hand that never comes
+        }
+    });
+}
+Q_COREAPP_STARTUP_FUNCTION(startScript)
 
 QString textOf(const QQuickWindow& window, const char* name) {
     const QQuickItem* item = find(window, name);

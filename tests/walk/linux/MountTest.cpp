@@ -187,5 +187,30 @@ TEST(WalkMounts, AFileSystemMountedAfterItsFolderWasMetIsNotEntered) {
     EXPECT_EQ(result.text, "late;");
 }
 
+// A stick that is pulled out: what is open may still be read, everything else is gone.
+TEST(WalkMounts, AVolumeThatVanishesDuringTheWalkEndsItInOrder) {
+    const TemporaryFolder home;
+    home.folder("disk");
+    const auto result = inMountNamespace([&] { return mountAt("tmpfs", home / "disk", "tmpfs", 0); },
+                                         [&] {
+                                             for (int i = 0; i < 300; ++i) {
+                                                 home.file("disk/" + std::to_string(i) + "/file");
+                                             }
+                                             Recorder recorder(home / "disk");
+                                             bool isGone = false;
+                                             recorder.onEntry = [&](const Entry&) {
+                                                 isGone = isGone || ::umount2((home / "disk").c_str(), MNT_DETACH) == 0;
+                                                 return Action::Continue;
+                                             };
+                                             const Outcome outcome = record(recorder, home / "disk", 1);
+                                             const bool isEmpty = std::filesystem::is_empty(home / "disk");
+                                             return std::string(isGone && isEmpty ? "gone, " : "still there, ") +
+                                                    (outcome == Outcome::Complete ? "complete, " : "not complete, ") +
+                                                    std::to_string(recorder.all().size()) + " visits";
+                                         });
+    REQUIRE_MOUNTS(result)
+    EXPECT_EQ(result.text, "gone, complete, 600 visits");
+}
+
 } // namespace
 } // namespace vellmoor::walk::test

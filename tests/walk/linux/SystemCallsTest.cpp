@@ -3,6 +3,7 @@
 
 #include "Descriptors.h"
 #include "Recorder.h"
+#include "ScopedUnprivileged.h"
 #include "TemporaryFolder.h"
 
 #include <gmock/gmock.h>
@@ -12,6 +13,7 @@ namespace {
 
 using ::testing::IsEmpty;
 using ::testing::UnorderedElementsAre;
+using vellmoor::test::ScopedUnprivileged;
 using vellmoor::test::TemporaryFolder;
 
 TEST(WalkCalls, FactsAreAskedForOnceAndOnlyForFilesAndFolders) {
@@ -46,6 +48,28 @@ TEST(WalkCalls, AFileSystemThatTellsNoTypesGivesTheSameVisits) {
     for (const auto& [name, seen] : plain.seen) {
         EXPECT_EQ(unknown.seen.at(name).type, seen.type) << name;
     }
+}
+
+TEST(WalkCalls, ALinkThatCannotBeReachedIsVisitedAsItNeedsNoFacts) {
+    const TemporaryFolder home;
+    home.link("file", "listable/link");
+    home.setMode("listable", 0444); // names, but no entry can be reached
+    const ScopedUnprivileged unprivileged;
+    Recorder recorder(home.path());
+    EXPECT_EQ(record(recorder, home.path()), Outcome::Complete);
+    EXPECT_THAT(recorder.all(), UnorderedElementsAre("listable", "listable/link"));
+}
+
+// One for the root, and none to learn which folders must not be touched.
+TEST(WalkCalls, WithoutADescriptorForTheListOfMountsTheRootIsUnreadable) {
+    const TemporaryFolder home;
+    home.file("file");
+    Recorder before(home.path());
+    ASSERT_EQ(record(before, home.path()), Outcome::Complete); // UBSan opens a pipe at the first virtual call
+    const AlmostNoDescriptors one(1);
+    Recorder recorder(home.path());
+    EXPECT_EQ(record(recorder, home.path()), Outcome::Unreadable);
+    EXPECT_EQ(recorder.visits, 0U);
 }
 
 TEST(WalkCalls, NoDescriptorStaysOpen) {

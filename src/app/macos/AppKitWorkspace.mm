@@ -1,0 +1,106 @@
+#include "AppKitWorkspace.h"
+
+#include "FoundationValues.h"
+
+#import <AppKit/AppKit.h>
+#include <algorithm>
+#include <memory>
+
+namespace vellmoor {
+namespace {
+
+/// A symbol of this many points has a height of about 100.
+constexpr double pointsPerHundredPixels = 78;
+
+struct ReleaseContext {
+    void operator()(CGContextRef context) const { CGContextRelease(context); }
+};
+struct ReleaseSpace {
+    void operator()(CGColorSpaceRef space) const { CGColorSpaceRelease(space); }
+};
+template <class Reference, class Release>
+using Owned = std::unique_ptr<std::remove_pointer_t<Reference>, Release>;
+
+/// A square picture with `image` in its middle, in its own size or as much smaller as it must be.
+Picture drawn(NSImage* image, int pixels) {
+    if (image == nil || pixels < 1 || image.size.width <= 0 || image.size.height <= 0) {
+        return {};
+    }
+    const auto side = static_cast<std::size_t>(pixels);
+    Picture picture{.width = pixels, .height = pixels, .bytes = std::vector<std::uint8_t>(side * side * 4)};
+    const Owned<CGColorSpaceRef, ReleaseSpace> space(CGColorSpaceCreateWithName(kCGColorSpaceSRGB));
+    const Owned<CGContextRef, ReleaseContext> context(
+        CGBitmapContextCreate(picture.bytes.data(), side, side, 8, side * 4, space.get(),
+                              static_cast<CGBitmapInfo>(kCGImageAlphaPremultipliedLast)));
+    if (!context) {
+        return {};
+    }
+    const double room = pixels;
+    const double shrink = std::min({1.0, room / image.size.width, room / image.size.height});
+    const double width = image.size.width * shrink;
+    const double height = image.size.height * shrink;
+    NSGraphicsContext* before = NSGraphicsContext.currentContext;
+    NSGraphicsContext.currentContext = [NSGraphicsContext graphicsContextWithCGContext:context.get() flipped:NO];
+    [image drawInRect:NSMakeRect((room - width) / 2, (room - height) / 2, width, height)
+             fromRect:NSZeroRect
+            operation:NSCompositingOperationSourceOver
+             fraction:1.0];
+    NSGraphicsContext.currentContext = before;
+    return picture;
+}
+
+} // namespace
+
+bool AppKitWorkspace::openAddress(const std::string& address) {
+    @autoreleasepool {
+        NSString* text = mac::objectOf(address);
+        NSURL* url = text == nil ? nil : [NSURL URLWithString:text];
+        return url != nil && [NSWorkspace.sharedWorkspace openURL:url];
+    }
+}
+
+bool AppKitWorkspace::openFile(const std::filesystem::path& path) {
+    @autoreleasepool {
+        return [NSWorkspace.sharedWorkspace openURL:mac::addressOf(path)];
+    }
+}
+
+void AppKitWorkspace::reveal(const std::filesystem::path& path) {
+    @autoreleasepool {
+        [NSWorkspace.sharedWorkspace activateFileViewerSelectingURLs:@[ mac::addressOf(path) ]];
+    }
+}
+
+Picture AppKitWorkspace::fileIcon(const std::filesystem::path& path, int pixels) {
+    @autoreleasepool {
+        NSString* name = mac::objectOf(path.native());
+        if (name == nil) {
+            return {};
+        }
+        NSImage* icon = [NSWorkspace.sharedWorkspace iconForFile:name];
+        icon.size = NSMakeSize(pixels, pixels); // else it is drawn in its small size
+        return drawn(icon, pixels);
+    }
+}
+
+Picture AppKitWorkspace::symbol(const std::string& name, int pixels) {
+    @autoreleasepool {
+        NSString* text = mac::objectOf(name);
+        NSImage* image = text == nil ? nil : [NSImage imageWithSystemSymbolName:text accessibilityDescription:nil];
+        if (image == nil) {
+            return {};
+        }
+        NSImageSymbolConfiguration* size =
+            [NSImageSymbolConfiguration configurationWithPointSize:pixels * pointsPerHundredPixels / 100
+                                                            weight:NSFontWeightRegular];
+        return drawn([image imageWithSymbolConfiguration:size], pixels);
+    }
+}
+
+bool AppKitWorkspace::reducesMotion() const {
+    @autoreleasepool {
+        return NSWorkspace.sharedWorkspace.accessibilityDisplayShouldReduceMotion;
+    }
+}
+
+} // namespace vellmoor

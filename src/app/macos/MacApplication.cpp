@@ -1,0 +1,89 @@
+#include "MacApplication.h"
+
+#include "AppKitWorkspace.h"
+#include "EditCommands.h"
+#include "LanguageManager.h"
+#include "MacDesktop.h"
+#include "MacHost.h"
+#include "MacPlatform.h"
+#include "MacShell.h"
+#include "SystemCleanerService.h"
+#include "WindowKeeper.h"
+
+#include <QGuiApplication>
+#include <QQuickStyle>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <unistd.h>
+
+namespace vellmoor {
+namespace {
+
+constexpr WindowKeeper::Patience patience{.scan = std::chrono::seconds(2), .action = std::chrono::seconds(60)};
+constexpr auto languageKey = "vmLanguage";
+
+void nameApplication() {
+    QGuiApplication::setApplicationName(QStringLiteral("Vellmoor"));
+    QGuiApplication::setOrganizationDomain(QStringLiteral("vellmoor.org"));
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    QQuickStyle::setStyle(QStringLiteral("Basic"));
+}
+
+/// In the program's own settings, as `defaults write org.vellmoor.Vellmoor vmLanguage` would have it.
+LanguageSetting nativeSetting() {
+    return {.read = [] { return mac::setting(languageKey); },
+            .write = [](const std::string& rawValue) { mac::setSetting(languageKey, rawValue); }};
+}
+
+Fronting nativeFronting() {
+    return {.activate = [] { MacShell::activate(); },
+            .raise = [](QQuickWindow& window) { MacShell::bringToFront(window.winId()); }};
+}
+
+/// Everything behind the window, in the order in which it is needed; it is taken down the other way round.
+struct Parts {
+    MacPlatform platform;
+    SystemLayout layout = macosLayout(mac::homeFolder(), platform.userId());
+    AppKitWorkspace workspace;
+    MacDesktop desktop{platform, layout, workspace};
+    LanguageManager languages{nativeSetting(), platform.preferredLanguage()};
+    WindowKeeper keeper{std::make_shared<SystemCleanerService>(platform, layout), languages, desktop, nativeFronting()};
+};
+
+bool show(WindowKeeper& keeper) {
+    const auto shown = keeper.show();
+    if (!shown) {
+        std::fprintf(stderr, "vellmoor: %s\n", shown.error().c_str());
+    }
+    return shown.has_value();
+}
+
+} // namespace
+
+int runMacApplication(int argc, char* argv[]) {
+    const QGuiApplication application(argc, argv);
+    nameApplication();
+    L::setTextSet(TextSet::Mac);
+    if (::geteuid() == 0) {
+        std::fputs("vellmoor: running as root; it cleans root's own home, not that of another user\n", stderr);
+    }
+    Parts parts;
+    const MacShell shell(
+        {.showMainWindow = [&] { show(parts.keeper); },
+         .quit = [] { MacShell::terminate(); },
+         .edit = [](std::string_view action) { editFocused(QGuiApplication::focusObject(), action); }});
+    QObject::connect(&parts.keeper, &WindowKeeper::quitAsked, qApp, [] { MacShell::terminate(); });
+    if (!show(parts.keeper)) {
+        return EXIT_FAILURE;
+    }
+    const int result = QGuiApplication::exec();
+    if (!parts.keeper.shutDown(patience)) {
+        // A system call that does not return keeps a worker busy; what it uses must not be taken from under it.
+        std::_Exit(result);
+    }
+    return result;
+}
+
+} // namespace vellmoor

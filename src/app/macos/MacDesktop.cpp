@@ -1,0 +1,81 @@
+#include "MacDesktop.h"
+
+#include "SystemPlaces.h"
+
+#include <QString>
+
+#include <algorithm>
+#include <string_view>
+
+namespace vellmoor {
+namespace {
+
+bool openFirst(Workspace& workspace, const std::vector<std::string_view>& addresses) {
+    return std::ranges::any_of(addresses,
+                               [&](std::string_view address) { return workspace.openAddress(std::string(address)); });
+}
+
+/// The first that exists; whether it could be started.
+bool startFirst(const Platform& platform, Workspace& workspace, const std::vector<std::filesystem::path>& places) {
+    const auto place = std::ranges::find_if(places, [&](const auto& path) { return platform.exists(path); });
+    return place != places.end() && workspace.openFile(*place);
+}
+
+} // namespace
+
+QImage imageOf(const Picture& picture) {
+    if (picture.bytes.empty()) {
+        return {};
+    }
+    // A copy, since the image would otherwise read the picture's own bytes.
+    return QImage(picture.bytes.data(), picture.width, picture.height, picture.width * 4,
+                  QImage::Format_RGBA8888_Premultiplied)
+        .copy();
+}
+
+MacDesktop::MacDesktop(const Platform& platform, const SystemLayout& layout, Workspace& workspace)
+    : platform_(platform),
+      layout_(layout),
+      workspace_(workspace) {}
+
+void MacDesktop::reveal(const std::filesystem::path& path) {
+    workspace_.reveal(path);
+}
+
+void MacDesktop::openHome() {
+    workspace_.openFile(layout_.home);
+}
+
+void MacDesktop::openTrash() {
+    workspace_.openFile(layout_.trash.homeFolder);
+}
+
+void MacDesktop::openSystemMonitor() {
+    startFirst(platform_, workspace_, activityMonitorPlaces());
+}
+
+void MacDesktop::openLoginItemsSettings() {
+    if (!openFirst(workspace_, loginItemsAddresses())) {
+        startFirst(platform_, workspace_, systemSettingsPlaces());
+    }
+}
+
+void MacDesktop::openPermissionSettings() {
+    if (!openFirst(workspace_, fullDiskAccessAddresses())) {
+        startFirst(platform_, workspace_, systemSettingsPlaces());
+    }
+}
+
+QImage MacDesktop::applicationIcon(const std::filesystem::path& application, int pixels) {
+    const auto [known, isNew] = icons_.try_emplace({application, pixels});
+    if (isNew && platform_.exists(application)) {
+        known->second = imageOf(workspace_.fileIcon(application, pixels));
+    }
+    return known->second;
+}
+
+QImage MacDesktop::symbol(const QString& name, int pixels) {
+    return imageOf(workspace_.symbol(name.toStdString(), pixels));
+}
+
+} // namespace vellmoor

@@ -1,0 +1,31 @@
+import QtQuick
+import Vellmoor.Theme
+
+// Scrolls a view along when the keyboard moves to something in it that is out of sight.
+Item {
+    id: root
+
+    required property Flickable view
+    readonly property Item focused: Window.activeFocusItem
+
+    function isInView(item: Item): bool {
+        for (let at = item; at; at = at.parent) {
+            if (at === view.contentItem)
+                return true;
+        }
+        return false;
+    }
+
+    function show(item: Item): void {
+        const place = item.mapToItem(view.contentItem, 0, 0, item.width, item.height);
+        const last = view.originY + Math.max(0, view.contentHeight - view.height);
+        const lowest = Math.min(last, place.y - Metrics.panelGap);
+        const highest = Math.max(view.originY, place.y + place.height + Metrics.panelGap - view.height);
+        view.contentY = Math.max(highest, Math.min(lowest, view.contentY));
+    }
+
+    onFocusedChanged: {
+        if (isInView(focused))
+            show(focused);
+    }
+}

@@ -1,0 +1,13 @@
+import QtQuick
+
+// A row of AppList.
+RowDelegate {
+    id: root
+
+    category: Component {
+        AppUninstallerRow {
+            row: root
+            rows: root.rows
+        }
+    }
+}

@@ -1,0 +1,13 @@
+import QtQuick
+
+// A row of CategoryList.
+RowDelegate {
+    id: root
+
+    category: Component {
+        CleanupRow {
+            row: root
+            rows: root.rows
+        }
+    }
+}

@@ -1,0 +1,13 @@
+import QtQuick
+
+// A row of DetailList.
+RowDelegate {
+    id: root
+
+    category: Component {
+        CleanupDetailCategoryHeader {
+            row: root
+            rows: root.rows
+        }
+    }
+}

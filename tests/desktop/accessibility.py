@@ -1,0 +1,122 @@
+"""The program as a screen reader sees it: its tree over AT-SPI, read afresh at every look."""
+
+import functools
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi, GLib  # noqa: E402
+
+import processes  # noqa: E402
+
+Role = Atspi.Role
+State = Atspi.StateType
+
+
+class Node:
+    """One accessible object; what was read of it once stays."""
+
+    def __init__(self, accessible, parent=None):
+        self._accessible = accessible
+        self.parent = parent
+
+    def __repr__(self):
+        names = sorted(state.value_nick for state in self.states)
+        return f"{self.role.value_nick} {self.name!r} ({self.description}) {' '.join(names)}"
+
+    @functools.cached_property
+    def role(self):
+        return self._accessible.get_role()
+
+    @functools.cached_property
+    def name(self):
+        return self._accessible.get_name() or ""
+
+    @functools.cached_property
+    def description(self):
+        return self._accessible.get_description() or ""
+
+    @functools.cached_property
+    def states(self):
+        return set(self._accessible.get_state_set().get_states())
+
+    def children(self):
+        for index in range(self._accessible.get_child_count()):
+            try:
+                child = self._accessible.get_child_at_index(index)
+            except GLib.Error:
+                continue  # it went between the two calls
+            if child is not None:
+                yield Node(child, self)
+
+    def below(self):
+        """Every shown object below this one, in order."""
+        for child in self.children():
+            if State.SHOWING in child.states and State.VISIBLE in child.states:
+                yield child
+                yield from child.below()
+
+    def is_(self, state):
+        return state in self.states
+
+    def actions(self):
+        return [Atspi.Action.get_action_name(self._accessible, index) for index in range(self._accessible.get_n_actions())]
+
+    def do(self, action):
+        index = self.actions().index(action)
+        if not self._accessible.do_action(index):
+            raise AssertionError(f"{self}: refused {action}")
+
+    def value(self):
+        """The value and its limits, None where Qt offers none for the role."""
+        if "Value" not in self._accessible.get_interfaces():
+            return None
+        interface = self._accessible
+        return interface.get_current_value(), interface.get_minimum_value(), interface.get_maximum_value()
+
+    def take_focus(self):
+        if not self._accessible.grab_focus():
+            raise AssertionError(f"{self}: does not take the focus")
+
+
+class Tree:
+    """The tree of a running program."""
+
+    def __init__(self, pid):
+        self._pid = pid
+        self._desktop = Atspi.get_desktop(0)
+        self._desktop.set_cache_mask(Atspi.Cache.NONE)
+        # The library gives up after 0.8 s, which a busy machine needs.
+        Atspi.set_timeout(int(processes.PATIENCE * 1000), int(processes.PATIENCE * 1000))
+
+    def _application(self):
+        for index in range(self._desktop.get_child_count()):
+            try:
+                child = self._desktop.get_child_at_index(index)
+                if child is not None and child.get_process_id() == self._pid:
+                    return child
+            except GLib.Error:
+                continue  # an application that is just leaving
+        return None
+
+    def root(self):
+        return Node(processes.wait_for("the program on the accessibility bus", self._application))
+
+    def shown(self):
+        """Every shown object."""
+        return list(self.root().below())
+
+    def find_all(self, role, name=None):
+        return [node for node in self.shown() if node.role == role and name in (None, node.name)]
+
+    def find(self, role, name):
+        """The shown object of that role whose name is, or begins with, the given one."""
+        def look():
+            found = [node for node in self.shown() if node.role == role and node.name.startswith(name)]
+            return found[0] if found else None
+
+        return processes.wait_for(f"{role.value_nick} {name!r}", look)
+
+    def focused(self):
+        found = [node for node in self.shown() if State.FOCUSED in node.states]
+        return found[-1] if found else None

@@ -1,0 +1,102 @@
+"""The built program in a session: its process, its window, what it printed."""
+
+import os
+
+import processes
+
+BINARY = os.environ.get("VELLMOOR_BINARY", "")
+EXPECTED_LINES = ("vellmoor: running as root; it cleans root's own home, not that of another user",)
+
+
+class Program:
+    def __init__(self, session, **environment):
+        if not os.access(BINARY, os.X_OK):
+            raise AssertionError(f"VELLMOOR_BINARY does not name a program: {BINARY!r}")
+        self._session = session
+        self._environment = dict(session.environment)
+        self._environment.update({
+            # Only what a test puts there can be started.
+            "PATH": str(session.commands),
+            "XDG_DATA_DIRS": str(session.folder / "data"),
+            "XDG_CONFIG_DIRS": str(session.folder / "config"),
+            "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
+            # Qt keeps what it allocated once.
+            "ASAN_OPTIONS": "detect_leaks=0",
+            "UBSAN_OPTIONS": "print_stacktrace=1:halt_on_error=1",
+        })
+        self._environment.update(environment)
+        self.process = None
+        self.window = 0
+
+    def set_environment(self, **environment):
+        self._environment.update(environment)
+
+    @property
+    def pid(self):
+        return self.process.pid
+
+    def start(self):
+        """Starts it and waits for its window; answers itself."""
+        self.process = self._start("program")
+        self.wait_for_window()
+        return self
+
+    def wait_for_window(self):
+        """Until its window is shown and has the keyboard."""
+        self.window = processes.wait_for("the window", self._find_window)
+        processes.wait_for("the window to be active", self.is_active)
+
+    def in_home(self, home):
+        """Another start in the same session, with that home."""
+        return Program(self._session, HOME=str(home), XDG_CONFIG_HOME="", XDG_CACHE_HOME="", XDG_DATA_HOME="",
+                       XDG_STATE_HOME="")
+
+    def _start(self, log):
+        with open(self._session.folder / "logs" / log, "wb") as output:
+            return processes.start([BINARY], self._environment, stdout=output, stderr=output)
+
+    def start_again(self):
+        """The exit status of a second start, and what it printed."""
+        second = self._start("second start")
+        return second.wait(processes.PATIENCE), self._unexpected("second start")
+
+    def _find_window(self):
+        if self.process.poll() is not None:
+            raise AssertionError(f"ended with {self.process.returncode}: {self._session.log('program')}")
+        named = set(self._session.windows("--name", "^Vellmoor$"))
+        return next(iter(named & self.shown_windows()), 0)
+
+    def all_windows(self):
+        """Its shown windows, the status item among them."""
+        return set(self._session.windows("--all", "--pid", str(self.pid), "--name", ""))
+
+    def shown_windows(self):
+        """Its shown windows but the status item."""
+        return self.all_windows() - {self._session.tray_icon()}
+
+    def is_active(self):
+        return self._session.active_window() == self.window
+
+    def is_above(self, other):
+        shown = self._session.property("_NET_CLIENT_LIST_STACKING").replace(",", "").split()
+        stack = [int(window, 16) for window in shown if window.startswith("0x")]
+        return stack.index(self.window) > stack.index(other)
+
+    def close_window(self):
+        """As a user closes it: with the window manager's key."""
+        processes.wait_for("the window to be active", self.is_active)
+        self._session.run("xdotool", "key", "alt+F4")
+
+    def is_running(self):
+        return self.process.poll() is None
+
+    def wait_for_end(self):
+        """The exit status."""
+        return self.process.wait(processes.PATIENCE)
+
+    def complaints(self):
+        """What the program printed and should not have."""
+        return self._unexpected("program")
+
+    def _unexpected(self, log):
+        return [line for line in self._session.log(log).splitlines() if line and line not in EXPECTED_LINES]

@@ -1,0 +1,6 @@
+#pragma once
+#include "DarwinAbi.h"
+
+#define MNT_NOWAIT 2
+#define statfs darwin_statfs
+#define getfsstat darwin_getfsstat

@@ -1,0 +1,6 @@
+#pragma once
+#include "DarwinAbi.h"
+
+#include_next <unistd.h>
+
+#define getattrlistbulk darwin_getattrlistbulk

@@ -1,0 +1,42 @@
+// The application and its windows.
+#pragma once
+#import <AppKit/Controls.h>
+
+NS_ASSUME_NONNULL_BEGIN
+
+@class NSApplication;
+
+@interface NSWindow : NSResponder
+@property(readonly) BOOL canBecomeMainWindow;
+@property(readonly, getter=isMiniaturized) BOOL miniaturized;
+- (void)deminiaturize:(nullable id)sender;
+- (void)makeKeyAndOrderFront:(nullable id)sender;
+@end
+
+@protocol NSApplicationDelegate <NSObject>
+@optional
+- (BOOL)applicationShouldHandleReopen:(NSApplication*)sender hasVisibleWindows:(BOOL)hasVisibleWindows;
+@end
+
+typedef NS_ENUM(NSInteger, NSApplicationActivationPolicy) {
+    NSApplicationActivationPolicyRegular = 0,
+    NSApplicationActivationPolicyAccessory
+};
+@interface NSApplication : NSResponder
+@property(class, readonly, strong) __kindof NSApplication* sharedApplication;
+@property(nullable, weak) id<NSApplicationDelegate> delegate;
+@property(nullable, readonly, strong) NSEvent* currentEvent;
+@property(readonly, copy) NSArray<NSWindow*>* windows;
+@property(nullable, strong) NSMenu* mainMenu;
+@property(readonly, getter=isActive) BOOL active;
+- (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)activationPolicy;
+- (void)activate API_AVAILABLE(macos(14.0));
+- (void)activateIgnoringOtherApps:(BOOL)flag;
+- (void)unhide:(nullable id)sender;
+- (void)terminate:(nullable id)sender;
+- (BOOL)sendAction:(SEL)action to:(nullable id)target from:(nullable id)sender;
+@end
+FOUNDATION_EXPORT __kindof NSApplication* _Null_unspecified NSApp;
+FOUNDATION_EXPORT NSNotificationName NSApplicationDidFinishLaunchingNotification;
+
+NS_ASSUME_NONNULL_END

@@ -1,0 +1,36 @@
+// What Vellmoor uses of CoreGraphics: bitmaps to draw icons and symbols into.
+#pragma once
+#include <CoreFoundation/CoreFoundation.h>
+
+typedef struct CGPoint {
+    CGFloat x;
+    CGFloat y;
+} CGPoint;
+typedef struct CGSize {
+    CGFloat width;
+    CGFloat height;
+} CGSize;
+typedef struct CGRect {
+    CGPoint origin;
+    CGSize size;
+} CGRect;
+
+typedef struct CGColorSpace* CGColorSpaceRef;
+typedef struct CGContext* CGContextRef;
+
+typedef enum CGImageAlphaInfo : uint32_t {
+    kCGImageAlphaPremultipliedLast = 1,
+    kCGImageAlphaPremultipliedFirst = 2
+} CGImageAlphaInfo;
+typedef enum CGBitmapInfo : uint32_t {
+    kCGBitmapByteOrder32Little = 2 << 12,
+    kCGBitmapByteOrder32Big = 4 << 12
+} CGBitmapInfo;
+
+CF_EXPORT const CFStringRef kCGColorSpaceSRGB;
+CF_EXPORT CGColorSpaceRef CGColorSpaceCreateWithName(CFStringRef name);
+CF_EXPORT void CGColorSpaceRelease(CGColorSpaceRef space);
+CF_EXPORT CGContextRef CGBitmapContextCreate(void* data, size_t width, size_t height, size_t bitsPerComponent,
+                                             size_t bytesPerRow, CGColorSpaceRef space, uint32_t bitmapInfo);
+CF_EXPORT void CGContextScaleCTM(CGContextRef c, CGFloat sx, CGFloat sy);
+CF_EXPORT void CGContextRelease(CGContextRef c);

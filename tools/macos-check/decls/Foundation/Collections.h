@@ -1,0 +1,51 @@
+// Arrays and dictionaries, with what literals, subscripts and for-in loops compile to.
+#pragma once
+#import <Foundation/Values.h>
+
+NS_ASSUME_NONNULL_BEGIN
+
+typedef struct {
+    unsigned long state;
+    id __unsafe_unretained _Nullable* _Nullable itemsPtr;
+    unsigned long* _Nullable mutationsPtr;
+    unsigned long extra[5];
+} NSFastEnumerationState;
+
+@interface NSArray<__covariant ObjectType> : NSObject <NSCopying, NSSecureCoding, NSFastEnumeration>
+@property(readonly) NSUInteger count;
+@property(nullable, nonatomic, readonly) ObjectType firstObject;
+@property(nullable, nonatomic, readonly) ObjectType lastObject;
+- (ObjectType)objectAtIndex:(NSUInteger)index;
+- (NSString*)componentsJoinedByString:(NSString*)separator;
+- (ObjectType)objectAtIndexedSubscript:(NSUInteger)idx;
++ (instancetype)array;
++ (instancetype)arrayWithObject:(ObjectType)anObject;
++ (instancetype)arrayWithObjects:(const ObjectType _Nonnull[_Nullable])objects count:(NSUInteger)cnt;
+- (NSUInteger)countByEnumeratingWithState:(NSFastEnumerationState*)state
+                                  objects:(id __unsafe_unretained _Nullable[_Nonnull])buffer
+                                    count:(NSUInteger)len;
+@end
+@interface NSMutableArray<ObjectType> : NSArray <ObjectType>
++ (instancetype)arrayWithCapacity:(NSUInteger)numItems;
+- (void)addObject:(ObjectType)anObject;
+@end
+
+@interface NSDictionary<__covariant KeyType, __covariant ObjectType>
+    : NSObject <NSCopying, NSSecureCoding, NSFastEnumeration>
+@property(readonly) NSUInteger count;
+@property(readonly, copy) NSArray<KeyType>* allKeys;
+- (nullable ObjectType)objectForKey:(KeyType)aKey;
+- (nullable ObjectType)objectForKeyedSubscript:(KeyType)key;
++ (instancetype)dictionaryWithObjects:(const ObjectType _Nonnull[_Nullable])objects
+                              forKeys:(const KeyType<NSCopying> _Nonnull[_Nullable])keys
+                                count:(NSUInteger)cnt;
+- (NSUInteger)countByEnumeratingWithState:(NSFastEnumerationState*)state
+                                  objects:(id __unsafe_unretained _Nullable[_Nonnull])buffer
+                                    count:(NSUInteger)len;
+@end
+@interface NSMutableDictionary<KeyType, ObjectType> : NSDictionary <KeyType, ObjectType>
++ (instancetype)dictionaryWithCapacity:(NSUInteger)numItems;
+- (void)setObject:(ObjectType)anObject forKey:(KeyType<NSCopying>)aKey;
+@end
+
+NS_ASSUME_NONNULL_END

@@ -1,0 +1,82 @@
+// Texts, numbers, dates, data, errors.
+#pragma once
+#import <Foundation/Basics.h>
+
+NS_ASSUME_NONNULL_BEGIN
+
+typedef NSUInteger NSStringEncoding;
+enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
+
+@interface NSCharacterSet : NSObject <NSCopying, NSSecureCoding>
+@property(class, readonly, copy) NSCharacterSet* alphanumericCharacterSet;
+@property(readonly, copy) NSCharacterSet* invertedSet;
+@end
+
+@interface NSString : NSObject <NSCopying, NSSecureCoding>
+@property(readonly) NSUInteger length;
+@property(nullable, readonly) const char* UTF8String NS_RETURNS_INNER_POINTER;
+@property(readonly, copy) NSString* lowercaseString;
+@property(readonly, copy) NSString* lastPathComponent;
+@property(readonly, copy) NSString* pathExtension;
++ (nullable instancetype)stringWithUTF8String:(const char*)nullTerminatedCString;
+- (nullable instancetype)initWithBytes:(const void*)bytes length:(NSUInteger)len encoding:(NSStringEncoding)encoding;
+- (nullable instancetype)initWithData:(NSData*)data encoding:(NSStringEncoding)encoding;
+- (BOOL)isEqualToString:(NSString*)aString;
+- (NSComparisonResult)caseInsensitiveCompare:(NSString*)string;
+- (NSComparisonResult)localizedCaseInsensitiveCompare:(NSString*)string;
+- (BOOL)localizedCaseInsensitiveContainsString:(NSString*)str API_AVAILABLE(macos(10.10));
+- (NSArray<NSString*>*)componentsSeparatedByCharactersInSet:(NSCharacterSet*)separator;
+- (nullable NSData*)dataUsingEncoding:(NSStringEncoding)encoding;
+@end
+// The class that the compiler makes @"..." of.
+@interface NSConstantString : NSString {
+@public
+    char* _bytes;
+    unsigned int _length;
+}
+@end
+
+@interface NSValue : NSObject <NSCopying, NSSecureCoding>
+@property(readonly) const char* objCType NS_RETURNS_INNER_POINTER;
+@end
+@interface NSNumber : NSValue
+@property(readonly) BOOL boolValue;
+@property(readonly) int intValue;
+@property(readonly) long long longLongValue;
+@property(readonly) unsigned long long unsignedLongLongValue;
++ (NSNumber*)numberWithBool:(BOOL)value;
++ (NSNumber*)numberWithInt:(int)value;
++ (NSNumber*)numberWithLongLong:(long long)value;
+@end
+
+@interface NSDate : NSObject <NSCopying, NSSecureCoding>
+@property(readonly) NSTimeInterval timeIntervalSince1970;
++ (instancetype)date;
++ (instancetype)dateWithTimeIntervalSince1970:(NSTimeInterval)secs;
+@end
+
+typedef NSString* NSErrorDomain;
+@interface NSError : NSObject <NSCopying, NSSecureCoding>
+@property(readonly, copy) NSErrorDomain domain;
+@property(readonly) NSInteger code;
+@property(readonly, copy) NSString* localizedDescription;
+@end
+@interface NSException : NSObject <NSCopying, NSSecureCoding>
+@property(readonly, copy) NSString* name;
+@property(nullable, readonly, copy) NSString* reason;
+@end
+
+typedef NS_OPTIONS(NSUInteger, NSDataReadingOptions) {
+    NSDataReadingMappedIfSafe = 1UL << 0,
+    NSDataReadingUncached = 1UL << 1
+};
+@interface NSData : NSObject <NSCopying, NSSecureCoding>
+@property(readonly) NSUInteger length;
+@property(nullable, readonly) const void* bytes NS_RETURNS_INNER_POINTER;
++ (instancetype)dataWithBytes:(nullable const void*)bytes length:(NSUInteger)length;
++ (nullable instancetype)dataWithContentsOfURL:(NSURL*)url
+                                       options:(NSDataReadingOptions)readOptionsMask
+                                         error:(NSError* _Nullable* _Nullable)errorPtr;
+@end
+
+NS_ASSUME_NONNULL_END

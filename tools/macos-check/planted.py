@@ -1,0 +1,111 @@
+#!/usr/bin/env python3
+"""Shows that the macOS check finds what it is for: errors are planted one by one into a copy of the checkout, and the
+check must fail and say why. Without them the copy must pass. An edit whose place is not found exactly once fails.
+usage: planted.py [--quick]   (--quick: only the plants marked so, without the whole build)"""
+import concurrent.futures
+import pathlib
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+import tomllib
+
+HERE = pathlib.Path(__file__).resolve().parent
+ROOT = HERE.parent.parent
+
+
+def copy_checkout(to):
+    listed = subprocess.run(["git", "ls-files", "-zco", "--exclude-standard"], cwd=ROOT, check=True, capture_output=True)
+    for name in listed.stdout.decode().split("\0"):
+        if name and (ROOT / name).is_file():
+            (to / name).parent.mkdir(parents=True, exist_ok=True)
+            shutil.copy2(ROOT / name, to / name)
+    # The check asks git which files there are.
+    subprocess.run(["git", "init", "-q"], cwd=to, check=True)
+
+
+def check(copy, *arguments):
+    done = subprocess.run([copy / "scripts/check-macos.sh", *arguments], cwd=copy, capture_output=True, text=True, check=False)
+    return done.returncode, done.stdout + done.stderr
+
+
+class Plant:
+    def __init__(self, table):
+        self.name, self.file = table["name"], table["file"]
+        self.old, self.new, self.says = table["old"], table["new"], table["says"]
+        self.quick = table.get("quick", False)
+        # What the check is asked for: sources, "--audit", or "" for the whole build.
+        self.ask = table.get("ask", "--audit" if "/decls/" in self.file else self.file)
+
+    @property
+    def area(self):
+        return str(pathlib.Path(self.file).parent)
+
+    def touches(self):
+        return {self.file, self.ask} if self.ask else None
+
+    def try_in(self, copy):
+        """What is wrong with the check's answer; nothing when it reports this error."""
+        file = copy / self.file
+        good = file.read_text(encoding="utf-8")
+        if good.count(self.old) != 1:
+            return f"its place is found {good.count(self.old)} times in {self.file}"
+        file.write_text(good.replace(self.old, self.new), encoding="utf-8")
+        try:
+            status, said = check(copy, *([self.ask] if self.ask else []))
+        finally:
+            file.write_text(good, encoding="utf-8")
+        if status == 0:
+            return "the check does not report it"
+        if not re.search(self.says, said):
+            return f"the check fails, but does not say /{self.says}/:\n{said}"
+        return None
+
+
+def rounds(plants):
+    """Plants that do not stand in each other's way, together; those of the whole build alone."""
+    waiting = list(plants)
+    while waiting:
+        busy, batch = set(), []
+        for plant in list(waiting):
+            touched = plant.touches()
+            if touched is None and batch or touched and busy & touched:
+                continue
+            batch.append(plant)
+            waiting.remove(plant)
+            if touched is None:
+                break
+            # A header, or the declarations, are read by the others, too.
+            if not plant.file.endswith((".cpp", ".mm")):
+                break
+            busy |= touched
+        yield batch
+
+
+def main():
+    quick = sys.argv[1:] == ["--quick"]
+    if sys.argv[1:] and not quick:
+        raise SystemExit(__doc__)
+    with open(HERE / "planted.toml", "rb") as file:
+        plants = [Plant(table) for table in tomllib.load(file)["plant"]]
+    plants = [plant for plant in plants if plant.quick or not quick]
+    wrong = 0
+    with tempfile.TemporaryDirectory(prefix="vellmoor-planted-") as folder:
+        copy = pathlib.Path(folder)
+        copy_checkout(copy)
+        sources = sorted({plant.ask for plant in plants if plant.ask and not plant.ask.startswith("--")})
+        for arguments in ([sources, ["--audit"]] if quick else [[], sources]):
+            status, said = check(copy, *arguments)
+            if status != 0:
+                raise SystemExit(f"The copy without planted errors does not pass:\n{said}")
+        with concurrent.futures.ThreadPoolExecutor(max_workers=2) as pool:
+            for batch in rounds(plants):
+                for plant, fault in zip(batch, pool.map(lambda plant: plant.try_in(copy), batch)):
+                    wrong += fault is not None
+                    print(f"{'FAILED' if fault else 'found '}  {plant.area}: {plant.name}" + (f": {fault}" if fault else ""), flush=True)
+    print(f"{len(plants) - wrong} of {len(plants)} planted errors are reported; without them the check passes")
+    raise SystemExit(wrong > 0 or not plants)
+
+
+main()
