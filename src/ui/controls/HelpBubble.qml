@@ -23,6 +23,7 @@ T.ToolTip {
 
             anchors.centerIn: parent
             color: Colors.vmText
+            objectName: "helpBubble"
             text: root.text
             width: Math.min(implicitWidth, 320)
             wrapMode: Text.Wrap

@@ -15,6 +15,7 @@ Loader {
 
     onLoaded: {
         const bubble = item as T.ToolTip;
+        bubble.parent = root;
         bubble.text = text;
         bubble.open();
     }
