@@ -10,7 +10,7 @@ from window import Window
 class HardshipTest(DesktopTest):
     def test_without_a_session_bus_the_window_opens_and_closing_it_ends_the_program(self):
         self.program.set_environment(DBUS_SESSION_BUS_ADDRESS=f"unix:path={self.session.folder}/no bus")
-        self.program.start()
+        self.program.start(is_readable=False)
         self.program.close_window()
         self.assertEqual(self.program.wait_for_end(), 0)
 

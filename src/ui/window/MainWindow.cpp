@@ -12,6 +12,9 @@
 
 #include <utility>
 
+/// Qt Quick's own; its library calls it at the first import.
+void qml_register_types_QtQuick();
+
 namespace vellmoor {
 namespace {
 
@@ -30,6 +33,9 @@ void layGround(QQuickWindow& window) {
 } // namespace
 
 MainWindow::MainWindow() : window_(std::make_unique<QQuickWindow>()) {
+    // A screen reader that runs already asks for the window's contents before any view imports Qt Quick. Qt then
+    // looks, once in a process, for what holds accessible names; it has to be there, or nothing ever has a name.
+    qml_register_types_QtQuick();
     window_->setTitle(QStringLiteral("Vellmoor"));
     window_->setColor(Appearance::groundMiddle());
     window_->setMinimumSize(windowSize);
