@@ -53,7 +53,7 @@ for target in "${targets[@]}"; do
         src/platform/{Paths,Platform,PosixFiles}.cpp src/platform/linux/{Files,KeyFiles}.cpp)
       packages=(glib-2.0) ;;
     LaunchAgent)
-      readers=(tests/support/PropertyLists.cpp src/platform/{PosixFiles,linux/Files}.cpp)
+      readers=(tests/support/linux/PropertyLists.cpp src/platform/{PosixFiles,linux/Files}.cpp)
       packages=(libplist-2.0) ;;
     AttributeRecord) readers=(src/walk/macos/AttributeRecord.cpp) ;;
     *) readers=(src/engine/MemoryText.cpp src/engine/ControlGroups.cpp) ;;

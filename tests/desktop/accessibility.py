@@ -1,5 +1,7 @@
 """The program as a screen reader sees it: its tree over AT-SPI, read afresh at every look."""
 
+import functools
+
 import gi
 
 gi.require_version("Atspi", "2.0")
@@ -11,30 +13,48 @@ Role = Atspi.Role
 State = Atspi.StateType
 
 
-class Node:
-    """One accessible object, as it was when it was read."""
+def _answer(question, *arguments):
+    """What an object answers; None when it went before it was asked."""
+    try:
+        return question(*arguments)
+    except GLib.Error:
+        return None
 
-    def __init__(self, accessible, depth=0):
+
+class Node:
+    """One accessible object; what was read of it once stays."""
+
+    def __init__(self, accessible, parent=None):
         self._accessible = accessible
-        self.depth = depth
-        self.role = accessible.get_role()
-        self.name = accessible.get_name() or ""
-        self.description = accessible.get_description() or ""
-        states = accessible.get_state_set()
-        self.states = {state for state in states.get_states()}
+        self.parent = parent
 
     def __repr__(self):
         names = sorted(state.value_nick for state in self.states)
-        return f"{'  ' * self.depth}{self.role.value_nick} {self.name!r} ({self.description}) {' '.join(names)}"
+        return f"{self.role.value_nick} {self.name!r} ({self.description}) {' '.join(names)}"
+
+    @functools.cached_property
+    def role(self):
+        return self._accessible.get_role()
+
+    @functools.cached_property
+    def name(self):
+        return self._accessible.get_name() or ""
+
+    @functools.cached_property
+    def description(self):
+        return self._accessible.get_description() or ""
+
+    @functools.cached_property
+    def states(self):
+        return set(self._accessible.get_state_set().get_states())
 
     def children(self):
-        for index in range(self._accessible.get_child_count()):
-            try:
-                child = self._accessible.get_child_at_index(index)
-                if child is not None:
-                    yield Node(child, self.depth + 1)
-            except GLib.Error:
-                continue  # it went between the two calls
+        """The children that are still there when they are looked at."""
+        for index in range(_answer(self._accessible.get_child_count) or 0):
+            child = _answer(self._accessible.get_child_at_index, index)
+            node = Node(child, self) if child is not None else None
+            if node is not None and _answer(lambda node=node: node.states) is not None:
+                yield node
 
     def below(self):
         """Every shown object below this one, in order."""
@@ -42,6 +62,10 @@ class Node:
             if State.SHOWING in child.states and State.VISIBLE in child.states:
                 yield child
                 yield from child.below()
+
+    def is_readable(self):
+        """Whether it is still there; then its role and name are known."""
+        return _answer(lambda: (self.role, self.name)) is not None
 
     def is_(self, state):
         return state in self.states
@@ -76,22 +100,20 @@ class Tree:
         # The library gives up after 0.8 s, which a busy machine needs.
         Atspi.set_timeout(int(processes.PATIENCE * 1000), int(processes.PATIENCE * 1000))
 
+    def applications(self):
+        """Every program on the accessibility bus."""
+        found = [_answer(self._desktop.get_child_at_index, index) for index in range(self._desktop.get_child_count())]
+        return [program for program in found if program is not None]
+
     def _application(self):
-        for index in range(self._desktop.get_child_count()):
-            try:
-                child = self._desktop.get_child_at_index(index)
-                if child is not None and child.get_process_id() == self._pid:
-                    return child
-            except GLib.Error:
-                continue  # an application that is just leaving
-        return None
+        return next((program for program in self.applications() if _answer(program.get_process_id) == self._pid), None)
 
     def root(self):
         return Node(processes.wait_for("the program on the accessibility bus", self._application))
 
     def shown(self):
         """Every shown object."""
-        return list(self.root().below())
+        return [node for node in self.root().below() if node.is_readable()]
 
     def find_all(self, role, name=None):
         return [node for node in self.shown() if node.role == role and name in (None, node.name)]
@@ -105,5 +127,6 @@ class Tree:
         return processes.wait_for(f"{role.value_nick} {name!r}", look)
 
     def focused(self):
-        found = [node for node in self.shown() if State.FOCUSED in node.states]
-        return found[-1] if found else None
+        """The innermost object that has the keyboard, None on its way from one to another."""
+        found = [node for node in self.root().below() if State.FOCUSED in node.states]
+        return found[-1] if found and found[-1].is_readable() else None

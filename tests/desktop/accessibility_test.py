@@ -2,8 +2,8 @@
 
 import unittest
 
+import accessibility
 import home
-import processes
 import texts
 from accessibility import Role, State
 from desktop_test import DesktopTest
@@ -90,6 +90,14 @@ class AccessibilityTest(DesktopTest):
         radios = [node for node in nodes if node.role == Role.RADIO_BUTTON]
         if radios:
             self.assertEqual(len([node for node in radios if node.is_(State.CHECKED)]), 1)
+
+    # Once nothing had a name when the screen reader was there before the window.
+    def test_a_screen_reader_that_is_there_first_finds_every_name(self):
+        self.assertEqual(accessibility.Tree(0).applications(), [])
+        self.open()
+        self.window.scan()
+        for node in self.tree.shown():
+            self.check_node(node)
 
     def test_a_scan_is_started_by_an_action_and_its_result_read_back(self):
         self.open()

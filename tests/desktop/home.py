@@ -15,7 +15,7 @@ class Home:
         self._folder = pathlib.Path(folder)
 
     def path(self, relative):
-        return self._folder / relative
+        return self._folder / os.fsdecode(relative)
 
     def blob(self, relative, size, days_old=20):
         """A file that really takes that many bytes."""

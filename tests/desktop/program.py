@@ -2,6 +2,7 @@
 
 import os
 
+import accessibility
 import processes
 
 BINARY = os.environ.get("VELLMOOR_BINARY", "")
@@ -28,14 +29,20 @@ class Program:
         self.process = None
         self.window = 0
 
+    def set_environment(self, **environment):
+        self._environment.update(environment)
+
     @property
     def pid(self):
         return self.process.pid
 
-    def start(self):
-        """Starts it and waits for its window; answers itself."""
+    def start(self, is_readable=True):
+        """Starts it and waits for its window and, unless a test makes it unreadable, for what is in it."""
         self.process = self._start("program")
         self.wait_for_window()
+        if is_readable:
+            tree = accessibility.Tree(self.pid)
+            processes.wait_for("the page", lambda: tree.find_all(accessibility.Role.HEADING))
         return self
 
     def wait_for_window(self):

@@ -4,6 +4,7 @@ folder. Nothing of the machine's own session is used."""
 import os
 import pathlib
 import shutil
+import signal
 import subprocess
 import tempfile
 
@@ -105,6 +106,16 @@ class Session:
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = f"unix:path={run}/bus"
         self.bus = self._start_in_background("bus", "dbus-daemon", f"--config-file={run}/bus.conf", "--nofork")
         processes.wait_for("the session bus", (run / "bus").exists)
+
+    def stop_bus(self):
+        self.bus.kill()
+        self.bus.wait(processes.PATIENCE)
+
+    def stop_accessibility(self):
+        """Ends the bus that screen readers use, its registry with it."""
+        for pid in processes.descendants(os.getpid()):
+            if "at-spi" in pathlib.Path(f"/proc/{pid}/cmdline").read_text(encoding="utf-8", errors="replace"):
+                os.kill(pid, signal.SIGKILL)
 
     def start_tray(self):
         self.tray = self._start_in_background("tray", "trayer", "--edge", "top", "--align", "right", "--width", "200",

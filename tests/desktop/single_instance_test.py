@@ -2,7 +2,9 @@
 
 import unittest
 
+from accessibility import Role
 from desktop_test import DesktopTest
+from window import Window
 
 
 class SingleInstanceTest(DesktopTest):
@@ -32,6 +34,14 @@ class SingleInstanceTest(DesktopTest):
         self.assertTrue(other.is_running())
         self.assertTrue(self.program.is_running())
         self.assertNotEqual(other.window, self.program.window)
+
+    def test_the_language_is_kept_until_the_next_start(self):
+        self.program.start()
+        Window(self.program.pid).switch_language()
+        self.session.run("xdotool", "key", "ctrl+q")
+        self.assertEqual(self.program.wait_for_end(), 0)
+        self.program.start()
+        Window(self.program.pid, "zh").find(Role.PAGE_TAB, "废纸篓")
 
     def test_after_the_first_ended_a_start_opens_a_window_again(self):
         self.program.start()

@@ -60,6 +60,12 @@ class Window:
         self.language = "zh" if self.language == "en" else "en"
         self.find(Role.PAGE_TAB, MODULES["smartScan"])
 
+    def press_in_dialog(self, key):
+        """The button of that name in the open dialog; the page behind it may have one, too."""
+        (dialog,) = self.tree.find_all(Role.DIALOG)
+        (button,) = [node for node in dialog.below() if node.role == Role.PUSH_BUTTON and node.name == self.text(key)]
+        button.do("Press")
+
     def dialog(self, key):
         return self.find(Role.DIALOG, key)
 

@@ -84,6 +84,27 @@ TEST_P(CleanupListTest, TheSelectedFilterDropsARowThatIsUnticked) {
     EXPECT_FALSE(isVisible("item.1"));
 }
 
+int countOf(QQuickItem& root, const char* type) {
+    int count = QByteArray(root.metaObject()->className()).startsWith(type) ? 1 : 0;
+    for (QQuickItem* child : root.childItems()) {
+        count += countOf(*child, type);
+    }
+    return count;
+}
+
+TEST_P(CleanupListTest, TheFilePreviewMakesOnlyTheRowsThatItShows) {
+    service().onScan([](CleanerModule module, const ProgressCallback&, const CancelToken&) {
+        ScanSnapshot scan = sample::snapshot(module);
+        const FileCandidate file = scan.fileCandidates.front();
+        scan.fileCandidates.assign(10'000, file);
+        return scan;
+    });
+    openScanned(CleanerModule::largeFiles);
+    QQuickItem& content = *window().main().window().contentItem();
+    EXPECT_GE(countOf(content, "FileCandidateRow"), 4);
+    EXPECT_LE(countOf(content, "FileCandidateRow"), 8);
+}
+
 TEST_P(CleanupListTest, AnEmptyListSaysNoResults) {
     service().onScan([](CleanerModule, const ProgressCallback&, const CancelToken&) { return ScanSnapshot(); });
     openScanned(CleanerModule::systemJunk);

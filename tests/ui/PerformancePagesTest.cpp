@@ -75,6 +75,37 @@ TEST_P(PerformancePagesTest, TheMemoryPageTellsTheTotalAndThePressure) {
     EXPECT_EQ(text("pressure"), tr("偏高"));
 }
 
+TEST_P(PerformancePagesTest, BeforeAScanTheMemoryPageMakesNoFigureUp) {
+    open();
+    window().show(CleanerModule::memoryOptimization);
+    const MemoryModel& memory = *window().main().model().memory();
+    EXPECT_EQ(text("pressure"), QString());
+    for (const QString& figure : {memory.usageText(), memory.used(), memory.available(), memory.reclaimable()}) {
+        EXPECT_EQ(figure, QStringLiteral("--"));
+    }
+}
+
+TEST_P(PerformancePagesTest, RowsOfAnotherModuleNeverReachTheMemoryPage) {
+    // A page that makes all its rows at once was given thousands of another module's while it was being left.
+    service().onScan([](CleanerModule module, const ProgressCallback&, const CancelToken&) {
+        ScanSnapshot scan = sample::snapshot(module);
+        if (module == CleanerModule::trash) {
+            scan.cleanupItems.assign(10'000, sample::category(module, "Trash", CleanupRisk::safe, 1));
+        }
+        return scan;
+    });
+    openScanned(CleanerModule::trash);
+    window().show(CleanerModule::memoryOptimization);
+    window().scan();
+    CleanupListModel& rows = *window().main().model().memoryItems();
+    int most = 0;
+    QObject::connect(&rows, &QAbstractItemModel::modelReset, &rows, [&] { most = std::max(most, rows.rowCount()); });
+    window().show(CleanerModule::trash);
+    window().settle();
+    EXPECT_LE(most, 1);
+    EXPECT_EQ(window().main().model().items()->rowCount(), 10'000);
+}
+
 TEST_P(PerformancePagesTest, QuittingAnApplicationAsksFirst) {
     service().onQuit([](const MemoryApp&) { return QuitOutcome::NoResponse; });
     openScanned(CleanerModule::memoryOptimization);

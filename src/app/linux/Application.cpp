@@ -16,6 +16,7 @@
 #include <QQmlEngine>
 #include <QQuickStyle>
 #include <QQuickWindow>
+#include <QTimer>
 
 #include <chrono>
 #include <cstdio>
@@ -30,6 +31,9 @@ namespace {
 /// A cancelled scan ends at once; a clean or a moved login item, which the user confirmed, is brought to its end.
 constexpr std::chrono::seconds scanPatience{2};
 constexpr std::chrono::seconds actionPatience{60};
+
+/// A window that starts out of sight gets no frame.
+constexpr std::chrono::milliseconds framePatience{250};
 
 void nameApplication() {
     QApplication::setApplicationName(QStringLiteral("Vellmoor"));
@@ -57,6 +61,7 @@ struct Parts {
     LanguageManager languages{LanguageSetting::userDefaults(), platform.preferredLanguage()};
     CleanerStore store{std::make_shared<SystemCleanerService>(platform, layout),
                        [] { return std::chrono::system_clock::now(); }};
+    QQmlEngine engine;
 };
 
 std::filesystem::path accountHome() {
@@ -64,38 +69,42 @@ std::filesystem::path accountHome() {
     return account == nullptr ? std::filesystem::path() : std::filesystem::path(account->pw_dir);
 }
 
-int fail(const std::string& reason) {
-    std::fprintf(stderr, "vellmoor: %s\n", reason.c_str());
-    return EXIT_FAILURE;
+/// Everything else comes when the window is on the screen.
+void fillWindow(MainWindow& main, Parts& parts) {
+    QObject::connect(&parts.engine, &QQmlEngine::quit, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+    main.fill(parts.engine, parts.store, parts.languages, parts.desktop, QQmlComponent::Asynchronous,
+              [](const MainWindow::Outcome& filled) {
+                  if (!filled) {
+                      std::fprintf(stderr, "vellmoor: %s\n", filled.error().c_str());
+                      QCoreApplication::exit(EXIT_FAILURE);
+                  }
+              });
 }
 
 int runWindow(SingleInstance& instance) {
-    std::optional<Parts> parts;
-    QQmlEngine engine;
-    auto main = MainWindow::open(engine);
-    if (!main) {
-        return fail(main.error());
-    }
-    StatusBarController status((*main)->window());
+    std::optional<Parts> parts; // outlives the window
+    MainWindow main;
+    StatusBarController status(main.window());
+    setIconLater(main.window());
     QObject::connect(&instance, &SingleInstance::activated, &status, &StatusBarController::showMainWindow);
     QObject::connect(&instance, &SingleInstance::quitAsked, qApp, &QCoreApplication::quit);
     QObject::connect(&status, &StatusBarController::quitAsked, qApp, &QCoreApplication::quit);
     const TerminationSignals termination;
     QObject::connect(&termination, &TerminationSignals::asked, qApp, &QCoreApplication::quit);
-    QObject::connect(&engine, &QQmlEngine::quit, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
-    setIconLater((*main)->window());
+    const QObject start;
+    const auto fill = [&] {
+        if (!parts) {
+            fillWindow(main, parts.emplace());
+            status.install();
+        }
+    };
+    QObject::connect(&main.window(), &QQuickWindow::frameSwapped, &start, fill,
+                     Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
+    QTimer::singleShot(framePatience, &start, fill);
     status.showMainWindow();
-    parts.emplace();
-    (*main)->fill(parts->store, parts->languages, parts->desktop, QQmlComponent::Asynchronous,
-                  [](const MainWindow::Outcome& filled) {
-                      if (!filled) {
-                          QCoreApplication::exit(fail(filled.error()));
-                      }
-                  });
-    status.install();
     const int result = QApplication::exec();
-    (*main)->window().hide();
-    if (!parts->store.shutDown(parts->store.isCleaning() ? actionPatience : scanPatience)) {
+    main.window().hide();
+    if (parts && !parts->store.shutDown(parts->store.isCleaning() ? actionPatience : scanPatience)) {
         // A system call that does not return keeps a worker busy; what it uses must not be taken from under it.
         std::_Exit(result);
     }

@@ -7,7 +7,13 @@ namespace vellmoor {
 
 Ground::Ground(QQuickItem* parent) : QQuickPaintedItem(parent) {
     setOpaquePainting(true);
-    connect(this, &Ground::changed, this, [this] { update(); });
+}
+
+void Ground::setColors(const QColor& start, const QColor& middle, const QColor& end) {
+    start_ = start;
+    middle_ = middle;
+    end_ = end;
+    update();
 }
 
 void Ground::paint(QPainter* painter) {

@@ -10,6 +10,8 @@ namespace {
 constexpr double highRatio = 0.7;
 constexpr double criticalRatio = 0.86;
 
+constexpr QLatin1String unknown("--");
+
 } // namespace
 
 MemoryModel::MemoryModel(CleanerStore& store, QObject* parent) : QObject(parent), store_(store) {
@@ -21,23 +23,27 @@ QString MemoryModel::total() const {
 }
 
 QString MemoryModel::used() const {
-    return toQt(byteCountText(snapshot().usedBytes()));
+    return amount(snapshot().usedBytes());
 }
 
 QString MemoryModel::available() const {
-    return toQt(byteCountText(snapshot().freeBytes));
+    return amount(snapshot().freeBytes);
 }
 
 QString MemoryModel::reclaimable() const {
-    return toQt(byteCountText(snapshot().reclaimableBytes));
+    return amount(snapshot().reclaimableBytes);
+}
+
+QString MemoryModel::amount(std::int64_t bytes) const {
+    return known() ? toQt(byteCountText(bytes)) : QString(unknown);
 }
 
 QString MemoryModel::usageText() const {
-    return QStringLiteral("%1%").arg(snapshot().usagePercent());
+    return known() ? QStringLiteral("%1%").arg(snapshot().usagePercent()) : QString(unknown);
 }
 
 QString MemoryModel::pressure() const {
-    return toQt(snapshot().pressureTitle());
+    return known() ? toQt(snapshot().pressureTitle()) : QString();
 }
 
 QString MemoryModel::pressureTint() const {

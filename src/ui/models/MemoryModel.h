@@ -8,7 +8,7 @@
 
 namespace vellmoor {
 
-/// The memory figures as texts.
+/// The memory figures as texts; "--" for each that no scan has read yet.
 class MemoryModel final : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -44,6 +44,7 @@ Q_SIGNALS:
 
 private:
     [[nodiscard]] const MemorySnapshot& snapshot() const { return store_.memorySnapshot(); }
+    [[nodiscard]] QString amount(std::int64_t bytes) const;
     CleanerStore& store_;
 };
 

@@ -40,6 +40,7 @@ GlassPanel {
         }
 
         ListView {
+            Accessible.name: L.tr("文件预览")
             Accessible.role: Accessible.List
             Layout.fillWidth: true
             cacheBuffer: 0

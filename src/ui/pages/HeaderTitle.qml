@@ -17,13 +17,15 @@ ColumnLayout {
         spacing: Metrics.gap
 
         Symbol {
-            color: Colors.cyan
+            color: root.scan.scanned || root.scan.scanning ? Colors.cyan : Colors.gray
             name: "checkmark.seal.fill"
             size: 20
         }
 
         Heading {
             Layout.fillWidth: true
+            fontSizeMode: Text.HorizontalFit
+            minimumPixelSize: Type.subheading
             objectName: "headerTitle"
             text: root.scan.title
         }

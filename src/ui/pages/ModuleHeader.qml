@@ -50,7 +50,7 @@ GlassPanel {
                 spacing: 6
 
                 Symbol {
-                    color: Colors.cyan
+                    color: root.scan.scanned || root.scan.scanning ? Colors.cyan : Colors.gray
                     name: "checkmark.seal.fill"
                     size: 14
                 }

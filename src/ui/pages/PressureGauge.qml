@@ -46,7 +46,7 @@ Item {
         Heading {
             anchors.horizontalCenter: parent.horizontalCenter
             spoken: false
-            text: root.memory.known ? root.memory.usageText : "--"
+            text: root.memory.usageText
         }
 
         Caption {

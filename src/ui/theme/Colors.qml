@@ -1,5 +1,6 @@
 pragma Singleton
 import QtQuick
+import Vellmoor.Appearance
 
 // Every colour of the window, by what it is for.
 QtObject {
@@ -10,10 +11,10 @@ QtObject {
 
     // Lines and surfaces
     readonly property color vmLine: Qt.rgba(0, 0, 0, 0.08)
-    readonly property color groundStart: "#e3f2fb"
-    readonly property color groundMiddle: "#f8fafc"
+    readonly property color groundStart: Appearance.groundStart
+    readonly property color groundMiddle: Appearance.groundMiddle
     readonly property color groundLower: "#faf1f5"
-    readonly property color groundEnd: "#fbecf1"
+    readonly property color groundEnd: Appearance.groundEnd
     readonly property color sidebar: Qt.rgba(1, 1, 1, 0.46)
     readonly property color glass: Qt.rgba(1, 1, 1, 0.58)
     readonly property color panelGround: "#fdfdfe"

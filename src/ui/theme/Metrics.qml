@@ -3,8 +3,6 @@ import QtQuick
 
 // Sizes in steps of 4, in device-independent pixels.
 QtObject {
-    readonly property int windowWidth: 1080
-    readonly property int windowHeight: 720
     readonly property int sidebarWidth: 240
     readonly property int secondaryWidth: 330
 

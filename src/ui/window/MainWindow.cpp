@@ -2,6 +2,7 @@
 
 #include "Appearance.h"
 #include "ApplicationIconProvider.h"
+#include "Ground.h"
 #include "ShadowImageProvider.h"
 #include "SymbolImageProvider.h"
 #include "Texts.h"
@@ -11,46 +12,49 @@
 
 #include <utility>
 
+/// Qt Quick's own; its library calls it at the first import.
+void qml_register_types_QtQuick();
+
 namespace vellmoor {
 namespace {
 
-QUrl fileOf(const char* view) {
-    return {QStringLiteral("qrc:/qt/qml/Vellmoor/") + QLatin1String(view)};
-}
+constexpr QSize windowSize{1080, 720};
 
-std::unexpected<std::string> errorOf(const QQmlComponent& component) {
-    return std::unexpected(component.errorString().toStdString());
+/// The window's ground follows its size.
+void layGround(QQuickWindow& window) {
+    auto* ground = new Ground(window.contentItem());
+    ground->setColors(Appearance::groundStart(), Appearance::groundMiddle(), Appearance::groundEnd());
+    const auto fit = [ground, &window] { ground->setSize(window.contentItem()->size()); };
+    QObject::connect(window.contentItem(), &QQuickItem::widthChanged, ground, fit);
+    QObject::connect(window.contentItem(), &QQuickItem::heightChanged, ground, fit);
+    fit();
 }
 
 } // namespace
 
-MainWindow::Opened MainWindow::open(QQmlEngine& engine) {
-    engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-    QQmlComponent component(&engine, fileOf("MainWindow.qml"));
-    std::unique_ptr<QObject> root(component.create());
-    auto* window = qobject_cast<QQuickWindow*>(root.get());
-    if (window == nullptr) {
-        return errorOf(component);
-    }
-    (void)root.release(); // the same object, owned as a window from here on
-    return std::make_unique<MainWindow>(engine, std::unique_ptr<QQuickWindow>(window));
+MainWindow::MainWindow() : window_(std::make_unique<QQuickWindow>()) {
+    // A screen reader that runs already asks for the window's contents before any view imports Qt Quick. Qt then
+    // looks, once in a process, for what holds accessible names; it has to be there, or nothing ever has a name.
+    qml_register_types_QtQuick();
+    window_->setTitle(QStringLiteral("Vellmoor"));
+    window_->setColor(Appearance::groundMiddle());
+    window_->setMinimumSize(windowSize);
+    window_->resize(windowSize);
+    layGround(*window_);
 }
-
-MainWindow::MainWindow(QQmlEngine& engine, std::unique_ptr<QQuickWindow> window)
-    : engine_(engine),
-      window_(std::move(window)) {}
 
 MainWindow::~MainWindow() = default;
 
-void MainWindow::fill(CleanerStore& store, LanguageManager& languages, Desktop& desktop,
+void MainWindow::fill(QQmlEngine& engine, CleanerStore& store, LanguageManager& languages, Desktop& desktop,
                       QQmlComponent::CompilationMode mode, std::function<void(const Outcome&)> done) {
-    engine_.addImageProvider(
+    engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    engine.addImageProvider(
         QStringLiteral("symbol"),
         new SymbolImageProvider([&desktop](const QString& name, int pixels) { return desktop.symbol(name, pixels); }));
-    engine_.addImageProvider(QStringLiteral("shadow"), new ShadowImageProvider);
-    engine_.addImageProvider(QStringLiteral("application"), new ApplicationIconProvider(desktop));
-    Texts::setLanguages(engine_, languages);
-    Appearance::setDesktop(engine_, desktop.prefersReducedMotion(), desktop.usualTextPoints());
+    engine.addImageProvider(QStringLiteral("shadow"), new ShadowImageProvider);
+    engine.addImageProvider(QStringLiteral("application"), new ApplicationIconProvider(desktop));
+    Texts::setLanguages(engine, languages);
+    Appearance::setDesktop(engine, desktop.prefersReducedMotion(), desktop.usualTextPoints());
     model_ = std::make_unique<WindowModel>(store, languages, desktop);
     QQmlEngine::setObjectOwnership(model_.get(), QQmlEngine::CppOwnership);
     QObject::connect(window_.get(), &QQuickWindow::activeChanged, model_.get(), [this] {
@@ -58,7 +62,8 @@ void MainWindow::fill(CleanerStore& store, LanguageManager& languages, Desktop& 
             model_->activated();
         }
     });
-    views_ = std::make_unique<QQmlComponent>(&engine_, fileOf("ContentView.qml"), mode);
+    views_ =
+        std::make_unique<QQmlComponent>(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Vellmoor/ContentView.qml")), mode);
     if (!views_->isLoading()) {
         done(createViews());
         return;
@@ -76,21 +81,18 @@ MainWindow::Outcome MainWindow::createViews() {
                                               {QStringLiteral("parent"), QVariant::fromValue(window_->contentItem())}})
                                        : nullptr;
     if (views == nullptr) {
-        return errorOf(*views_);
+        return std::unexpected(views_->errorString().toStdString());
     }
     views->setParent(window_.get());
     return {};
 }
 
-MainWindow::Opened loadMainWindow(QQmlEngine& engine, CleanerStore& store, LanguageManager& languages,
-                                  Desktop& desktop) {
-    MainWindow::Opened main = MainWindow::open(engine);
-    if (!main) {
-        return main;
-    }
+std::expected<std::unique_ptr<MainWindow>, std::string> loadMainWindow(QQmlEngine& engine, CleanerStore& store,
+                                                                       LanguageManager& languages, Desktop& desktop) {
+    auto main = std::make_unique<MainWindow>();
     MainWindow::Outcome outcome;
-    (*main)->fill(store, languages, desktop, QQmlComponent::PreferSynchronous,
-                  [&outcome](const MainWindow::Outcome& filled) { outcome = filled; });
+    main->fill(engine, store, languages, desktop, QQmlComponent::PreferSynchronous,
+               [&outcome](const MainWindow::Outcome& filled) { outcome = filled; });
     if (!outcome) {
         return std::unexpected(outcome.error());
     }

@@ -17,24 +17,22 @@
 namespace vellmoor {
 
 /// The main window and what stands behind it. The engine, store, language manager and desktop must outlive it.
-/// It comes in two steps, so that it can be on the screen while its views are still being loaded: `open` makes the
-/// window with nothing but its ground, hidden; `fill` loads the views.
+/// It comes in two steps, so that it can be on the screen while its views are still being loaded: at first it has
+/// nothing but its ground; `fill` loads the views.
 class MainWindow {
 public:
     using Outcome = std::expected<void, std::string>;
-    using Opened = std::expected<std::unique_ptr<MainWindow>, std::string>;
 
-    /// The reason when the window cannot be loaded. One window per engine.
-    static Opened open(QQmlEngine& engine);
-    MainWindow(QQmlEngine& engine, std::unique_ptr<QQuickWindow> window);
+    /// Hidden, with its ground.
+    MainWindow();
     MainWindow(const MainWindow&) = delete;
     MainWindow& operator=(const MainWindow&) = delete;
     ~MainWindow();
 
     /// Loads the views, in the background for `Asynchronous`; calls `done` once, with the reason when they cannot be
-    /// loaded. Once per window.
-    void fill(CleanerStore& store, LanguageManager& languages, Desktop& desktop, QQmlComponent::CompilationMode mode,
-              std::function<void(const Outcome&)> done);
+    /// loaded. Once per window and per engine.
+    void fill(QQmlEngine& engine, CleanerStore& store, LanguageManager& languages, Desktop& desktop,
+              QQmlComponent::CompilationMode mode, std::function<void(const Outcome&)> done);
 
     [[nodiscard]] QQuickWindow& window() { return *window_; }
     /// Only after `fill`.
@@ -43,14 +41,13 @@ public:
 private:
     [[nodiscard]] Outcome createViews();
 
-    QQmlEngine& engine_;
     std::unique_ptr<WindowModel> model_; ///< outlives the views that read it
     std::unique_ptr<QQuickWindow> window_;
     std::unique_ptr<QQmlComponent> views_;
 };
 
-/// Both steps at once; the window is hidden.
-MainWindow::Opened loadMainWindow(QQmlEngine& engine, CleanerStore& store, LanguageManager& languages,
-                                  Desktop& desktop);
+/// Both steps at once; the window is hidden. The reason when its views cannot be loaded.
+std::expected<std::unique_ptr<MainWindow>, std::string> loadMainWindow(QQmlEngine& engine, CleanerStore& store,
+                                                                       LanguageManager& languages, Desktop& desktop);
 
 } // namespace vellmoor

@@ -6,9 +6,11 @@
 
 #include <gmock/gmock.h>
 
-#include <atomic>
 #include <cerrno>
+#include <chrono>
+#include <condition_variable>
 #include <cstring>
+#include <mutex>
 #include <sys/stat.h>
 #include <thread>
 
@@ -160,22 +162,40 @@ TEST(DarwinWalk, AFolderInACloudIsToldByItsNameWhereTheListingLeavesFlagsOut) {
     EXPECT_EQ(recorder.bytes(), allocatedBytes(home / "file"));
 }
 
+/// Counts visits from threads that may fetch; the caller's waits on its way until a helper has come.
+class FetchCounter : public Visitor {
+public:
+    Action entry(const Entry&, unsigned worker) override {
+        std::unique_lock lock(mutex);
+        free += threadMayFetch() ? 1U : 0U;
+        helperCame = helperCame || worker != 0;
+        changed.notify_all();
+        if (worker == 0 && ++visits > 100) {
+            changed.wait_for(lock, std::chrono::seconds(30), [this] { return helperCame; });
+        }
+        return Action::Continue;
+    }
+    std::mutex mutex;
+    std::condition_variable changed;
+    unsigned visits = 0;
+    unsigned free = 0;
+    bool helperCame = false;
+};
+
 TEST(DarwinWalk, NoThreadOfTheWalkMayFetchAndTheCallersMayAgainAfterwards) {
     const TemporaryFolder home;
     fill(home);
     const DarwinSystem darwin({});
-    std::atomic<unsigned> free{0};
-    Recorder recorder(home.path());
-    recorder.onEntry = [&](const Entry&) {
-        free += threadMayFetch() ? 1U : 0U;
-        return Action::Continue;
-    };
+    FetchCounter counter;
+    Options options;
+    options.threads = 8;
     ASSERT_TRUE(threadMayFetch());
-    record(recorder, home.path(), 8);
-    EXPECT_GT(recorder.threadsOfWorker.size(), 1U);
-    EXPECT_EQ(free, 0U);
+    EXPECT_EQ(walk(home.path(), options, counter), Outcome::Complete);
+    EXPECT_TRUE(counter.helperCame);
+    EXPECT_EQ(counter.free, 0U);
     EXPECT_EQ(darwin.unguardedCalls(), 0U);
     EXPECT_TRUE(threadMayFetch());
+    Recorder recorder(home.path());
     {
         const ThreadPolicy outer;
         record(recorder, home.path(), 1);
