@@ -56,7 +56,8 @@ void MainWindow::fill(QQmlEngine& engine, CleanerStore& store, LanguageManager& 
             model_->activated();
         }
     });
-    views_ = std::make_unique<QQmlComponent>(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Vellmoor/ContentView.qml")), mode);
+    views_ =
+        std::make_unique<QQmlComponent>(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Vellmoor/ContentView.qml")), mode);
     if (!views_->isLoading()) {
         done(createViews());
         return;
