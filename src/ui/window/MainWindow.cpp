@@ -9,6 +9,7 @@
 
 #include <QQuickItem>
 #include <QVariant>
+#include <QtQml/qqml.h>
 
 #include <utility>
 
@@ -35,7 +36,9 @@ void layGround(QQuickWindow& window) {
 MainWindow::MainWindow() : window_(std::make_unique<QQuickWindow>()) {
     // A screen reader that runs already asks for the window's contents before any view imports Qt Quick. Qt then
     // looks, once in a process, for what holds accessible names; it has to be there, or nothing ever has a name.
-    qml_register_types_QtQuick();
+    if (qmlTypeId("QtQuick", 2, 0, "Item") < 0) { // not a second time, for a second window
+        qml_register_types_QtQuick();
+    }
     window_->setTitle(QStringLiteral("Vellmoor"));
     window_->setColor(Appearance::groundMiddle());
     window_->setMinimumSize(windowSize);
