@@ -133,7 +133,7 @@ void Journey::click(const QString& name, const QString& within) {
     const QPointF centre = item->mapToScene(QPointF(item->width() / 2, item->height() / 2));
     ASSERT_TRUE(QRectF(QPointF(0, 0), QSizeF(window->window().size())).contains(centre)) << qPrintable(name);
     QTest::mouseClick(&window->window(), Qt::LeftButton, Qt::NoModifier, centre.toPoint());
-    QCoreApplication::processEvents();
+    settle();
 }
 
 void Journey::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {

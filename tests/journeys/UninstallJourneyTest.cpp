@@ -22,7 +22,9 @@ protected:
         ASSERT_NE(item(name), nullptr);
         EXPECT_FALSE(item(name)->isSelected) << "removing an application is never preselected";
         click(row(name) + QStringLiteral(".expand"));
-        waitFor("the paths", [&] { return isShown(row(name) + QStringLiteral(".target.0")); });
+        for (std::size_t path = 0; path < item(name)->targets.size(); ++path) {
+            waitFor("the path", [&] { return isShown(row(name) + QStringLiteral(".target.%1").arg(path)); });
+        }
         click(row(name) + QStringLiteral(".toggle"));
         waitFor("the tick", [&] { return item(name)->isSelected; });
         clean();

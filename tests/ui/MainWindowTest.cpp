@@ -1,6 +1,8 @@
 // The window's frame: sidebar, top bar, header, disk bar, bottom bar.
 #include "WindowFixture.h"
 
+#include <QTest>
+
 namespace vellmoor {
 namespace {
 
@@ -41,6 +43,20 @@ TEST_P(MainWindowTest, FromASmartScanOneClickLeadsToTheLargeFilesItFound) {
     ASSERT_TRUE(window().click(QStringLiteral("sidebar.largeFiles")));
     EXPECT_TRUE(isVisible("item.0"));
     EXPECT_TRUE(isVisible("selectFiltered"));
+}
+
+TEST_P(MainWindowTest, AButtonSaysUnderThePointerWhatItDoes) {
+    open();
+    window().settle();
+    const QQuickItem* button = window().item(QStringLiteral("homeButton"));
+    ASSERT_NE(button, nullptr);
+    const QPointF centre = button->mapToScene(QPointF(button->width() / 2, button->height() / 2));
+    QTest::mouseMove(&window().main().window(), QPoint(4, 4));
+    QTest::mouseMove(&window().main().window(), centre.toPoint());
+    EXPECT_TRUE(window().waitFor([&] { return isVisible("helpBubble"); }, 10));
+    EXPECT_EQ(text("helpBubble"), tr("打开用户目录"));
+    QTest::mouseMove(&window().main().window(), QPoint(4, 4));
+    EXPECT_TRUE(window().waitFor([&] { return !isVisible("helpBubble"); }, 10));
 }
 
 TEST_P(MainWindowTest, AModuleThatWasNotScannedSaysSo) {

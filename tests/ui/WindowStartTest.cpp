@@ -17,6 +17,7 @@ constexpr int patienceMs = 60'000;
 TEST(WindowStart, TheWindowShowsItsGroundBeforeAnyViewIsLoaded) {
     MainWindow main;
     main.window().show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&main.window(), patienceMs));
     const QImage picture = main.window().grabWindow();
     ASSERT_EQ(main.window().size(), QSize(1080, 720));
     EXPECT_NE(picture.pixelColor(2, 2), picture.pixelColor(picture.width() - 3, picture.height() - 3));
@@ -27,6 +28,7 @@ TEST(WindowStart, TheGroundFollowsTheWindowsSize) {
     MainWindow main;
     main.window().resize(1500, 1000);
     main.window().show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&main.window(), patienceMs));
     const QImage picture = main.window().grabWindow();
     EXPECT_EQ(main.window().contentItem()->childItems().constFirst()->size(), QSizeF(1500, 1000));
     EXPECT_NE(picture.pixelColor(2, 2), picture.pixelColor(picture.width() - 3, picture.height() - 3));

@@ -28,7 +28,7 @@ QImage imageOf(const Picture& picture) {
         return {};
     }
     // A copy, since the image would otherwise read the picture's own bytes.
-    return QImage(picture.bytes.data(), picture.width, picture.height, picture.width * 4,
+    return QImage(picture.bytes.data(), picture.width, picture.height, qsizetype{picture.width} * 4,
                   QImage::Format_RGBA8888_Premultiplied)
         .copy();
 }

@@ -62,23 +62,22 @@ std::expected<void, std::string> WindowKeeper::show() {
     fronting_.raise(view_->main->window());
     if (isNew) {
         // The system may settle a new window behind those of other programs; once more when that has happened.
-        QMetaObject::invokeMethod(
-            this,
-            [this] {
-                if (view_) {
-                    fronting_.activate();
-                    fronting_.raise(view_->main->window());
-                }
-            },
-            Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, "frontAgain", Qt::QueuedConnection);
     }
     return {};
+}
+
+void WindowKeeper::frontAgain() {
+    if (view_) {
+        fronting_.activate();
+        fronting_.raise(view_->main->window());
+    }
 }
 
 bool WindowKeeper::eventFilter(QObject* watched, QEvent* event) {
     if (watched == window() && event->type() == QEvent::Close) {
         // Later: the window is still in the middle of its own event.
-        QMetaObject::invokeMethod(this, &WindowKeeper::discard, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(this, "discard", Qt::QueuedConnection);
     }
     return QObject::eventFilter(watched, event);
 }

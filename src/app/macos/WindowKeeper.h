@@ -54,11 +54,14 @@ Q_SIGNALS:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
+private Q_SLOTS:
+    void frontAgain();
+    void discard();
+
 private:
     struct View;
 
     std::expected<void, std::string> make();
-    void discard();
 
     std::shared_ptr<CleanerService> service_;
     LanguageManager& languages_;

@@ -6,7 +6,6 @@ import Vellmoor.Theme
 T.ToolTip {
     id: root
 
-    delay: 600
     implicitHeight: label.implicitHeight + 12
     implicitWidth: Math.min(label.implicitWidth, 320) + 20
     margins: 6
@@ -24,6 +23,7 @@ T.ToolTip {
 
             anchors.centerIn: parent
             color: Colors.vmText
+            objectName: "helpBubble"
             text: root.text
             width: Math.min(implicitWidth, 320)
             wrapMode: Text.Wrap

@@ -7,15 +7,28 @@ Loader {
 
     property bool shown: false
     property string text
+    readonly property bool wanted: shown && text !== "" && visible
 
-    // A row that its list keeps for later use has no window.
-    active: shown && text !== "" && Window.window !== null && visible
+    active: false
     anchors.fill: parent
     source: Qt.resolvedUrl("HelpBubble.qml")
 
     onLoaded: {
         const bubble = item as T.ToolTip;
+        bubble.parent = root;
         bubble.text = text;
         bubble.open();
+    }
+    onWantedChanged: {
+        if (!wanted)
+            active = false;
+    }
+
+    // Waits here and not in the bubble: by then a row may have left its list, and with it the window.
+    Timer {
+        interval: 600
+        running: root.wanted
+
+        onTriggered: root.active = root.Window.window !== null
     }
 }

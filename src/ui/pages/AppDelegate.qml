@@ -1,3 +1,4 @@
+// qmllint disable unqualified
 import QtQuick
 
 // A row of AppList.

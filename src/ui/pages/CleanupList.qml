@@ -18,7 +18,7 @@ ListView {
     Keys.onReturnPressed: rows.reveal(currentIndex)
     Keys.onRightPressed: rows.setExpanded(currentIndex, true)
     Keys.onSpacePressed: rows.toggle(currentIndex)
-    activeFocusOnTab: count > 0
+    activeFocusOnTab: count > 0 || activeFocus // Qt minds losing it under the keyboard
     bottomMargin: 11
     boundsBehavior: Flickable.StopAtBounds
     clip: true

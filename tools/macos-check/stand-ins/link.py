@@ -9,7 +9,7 @@ import sys
 
 UNDEFINED, EXTERNAL = 0x0, 0x1
 # A function in no namespace is Qt's (qHash, qt_assert), or one of the tests or of generated code.
-OWN = re.compile(r"^__Z.*8vellmoor|^__Z\d+(?=\D)(?!q(?!ml_register_types)|Q[A-Z])")
+OWN = re.compile(r"^__Z.*8vellmoor|^__Z\d+(?=\D)(?!q(?!ml_register_types_(?!Qt))|Q[A-Z])")
 
 
 def objects_of(path):

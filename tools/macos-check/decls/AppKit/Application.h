@@ -7,15 +7,9 @@ NS_ASSUME_NONNULL_BEGIN
 @class NSApplication;
 
 @interface NSWindow : NSResponder
-@property(readonly) BOOL canBecomeMainWindow;
 @property(readonly, getter=isMiniaturized) BOOL miniaturized;
 - (void)deminiaturize:(nullable id)sender;
 - (void)makeKeyAndOrderFront:(nullable id)sender;
-@end
-
-@protocol NSApplicationDelegate <NSObject>
-@optional
-- (BOOL)applicationShouldHandleReopen:(NSApplication*)sender hasVisibleWindows:(BOOL)hasVisibleWindows;
 @end
 
 typedef NS_ENUM(NSInteger, NSApplicationActivationPolicy) {
@@ -24,7 +18,6 @@ typedef NS_ENUM(NSInteger, NSApplicationActivationPolicy) {
 };
 @interface NSApplication : NSResponder
 @property(class, readonly, strong) __kindof NSApplication* sharedApplication;
-@property(nullable, weak) id<NSApplicationDelegate> delegate;
 @property(nullable, readonly, strong) NSEvent* currentEvent;
 @property(readonly, copy) NSArray<NSWindow*>* windows;
 @property(nullable, strong) NSMenu* mainMenu;

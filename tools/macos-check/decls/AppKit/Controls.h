@@ -16,15 +16,8 @@ typedef NS_OPTIONS(unsigned long long, NSEventMask) {
     NSEventMaskLeftMouseUp = 1ULL << NSEventTypeLeftMouseUp,
     NSEventMaskRightMouseUp = 1ULL << NSEventTypeRightMouseUp
 };
-typedef NS_OPTIONS(NSUInteger, NSEventModifierFlags) {
-    NSEventModifierFlagShift = 1UL << 17,
-    NSEventModifierFlagControl = 1UL << 18,
-    NSEventModifierFlagOption = 1UL << 19,
-    NSEventModifierFlagCommand = 1UL << 20
-};
 @interface NSEvent : NSObject <NSCopying>
 @property(readonly) NSEventType type;
-@property(readonly) NSEventModifierFlags modifierFlags;
 @end
 
 @interface NSResponder : NSObject
@@ -45,7 +38,6 @@ typedef NS_OPTIONS(NSUInteger, NSEventModifierFlags) {
 
 @interface NSStatusBarButton : NSButton
 @end
-FOUNDATION_EXPORT const CGFloat NSVariableStatusItemLength;
 FOUNDATION_EXPORT const CGFloat NSSquareStatusItemLength;
 @interface NSStatusItem : NSObject
 @property(nullable, readonly, strong) NSStatusBarButton* button;

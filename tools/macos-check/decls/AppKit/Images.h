@@ -6,8 +6,6 @@ NS_ASSUME_NONNULL_BEGIN
 
 typedef CGFloat NSFontWeight;
 FOUNDATION_EXPORT const NSFontWeight NSFontWeightRegular;
-FOUNDATION_EXPORT const NSFontWeight NSFontWeightMedium;
-FOUNDATION_EXPORT const NSFontWeight NSFontWeightSemibold;
 
 API_AVAILABLE(macos(11.0))
 @interface NSImageSymbolConfiguration : NSObject <NSCopying, NSSecureCoding>
@@ -20,16 +18,9 @@ typedef NS_ENUM(NSUInteger, NSCompositingOperation) {
     NSCompositingOperationSourceIn = 3
 };
 
-@interface NSColor : NSObject <NSCopying, NSSecureCoding>
-+ (NSColor*)colorWithSRGBRed:(CGFloat)red green:(CGFloat)green blue:(CGFloat)blue alpha:(CGFloat)alpha;
-- (void)set;
-@end
-FOUNDATION_EXPORT void NSRectFillUsingOperation(NSRect rect, NSCompositingOperation op);
-
 @interface NSImage : NSObject <NSCopying, NSSecureCoding>
 @property NSSize size;
 // A property named template, which is a word of C++.
-- (BOOL)isTemplate;
 - (void)setTemplate:(BOOL)isTemplate;
 + (nullable instancetype)imageWithSystemSymbolName:(NSString*)name
                           accessibilityDescription:(nullable NSString*)description API_AVAILABLE(macos(11.0));
@@ -41,8 +32,6 @@ FOUNDATION_EXPORT void NSRectFillUsingOperation(NSRect rect, NSCompositingOperat
 @interface NSGraphicsContext : NSObject
 @property(class, nullable, strong) NSGraphicsContext* currentContext;
 + (NSGraphicsContext*)graphicsContextWithCGContext:(CGContextRef)graphicsPort flipped:(BOOL)initialFlippedState;
-+ (void)saveGraphicsState;
-+ (void)restoreGraphicsState;
 @end
 
 NS_ASSUME_NONNULL_END

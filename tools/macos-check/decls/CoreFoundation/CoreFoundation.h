@@ -12,7 +12,6 @@
 #else
 #define CF_EXPORT extern
 #endif
-#define CF_RELEASES_ARGUMENT __attribute__((cf_consumed))
 
 typedef double CGFloat;
 typedef const void* CFTypeRef;
@@ -20,5 +19,3 @@ typedef const struct __CFString* CFStringRef;
 typedef const struct __CFBoolean* CFBooleanRef;
 
 CF_EXPORT const CFBooleanRef kCFBooleanTrue;
-CF_EXPORT const CFBooleanRef kCFBooleanFalse;
-CF_EXPORT void CFRelease(CFTypeRef cf);

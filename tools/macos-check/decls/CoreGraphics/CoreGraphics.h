@@ -32,5 +32,4 @@ CF_EXPORT CGColorSpaceRef CGColorSpaceCreateWithName(CFStringRef name);
 CF_EXPORT void CGColorSpaceRelease(CGColorSpaceRef space);
 CF_EXPORT CGContextRef CGBitmapContextCreate(void* data, size_t width, size_t height, size_t bitsPerComponent,
                                              size_t bytesPerRow, CGColorSpaceRef space, uint32_t bitmapInfo);
-CF_EXPORT void CGContextScaleCTM(CGContextRef c, CGFloat sx, CGFloat sy);
 CF_EXPORT void CGContextRelease(CGContextRef c);

@@ -12,9 +12,6 @@
 #define NS_ASSUME_NONNULL_BEGIN _Pragma("clang assume_nonnull begin")
 #define NS_ASSUME_NONNULL_END _Pragma("clang assume_nonnull end")
 #define NS_RETURNS_INNER_POINTER __attribute__((objc_returns_inner_pointer))
-#define NS_NOESCAPE __attribute__((noescape))
-#define NS_FORMAT_FUNCTION(F, A) __attribute__((format(__NSString__, F, A)))
-#define NS_REQUIRES_NIL_TERMINATION __attribute__((sentinel(0, 1)))
 #define NS_ENUM(TYPE, NAME)                                                                                            \
     enum __attribute__((enum_extensibility(open))) NAME : TYPE NAME;                                                   \
     enum NAME : TYPE
@@ -25,21 +22,12 @@
     TYPE NAME;                                                                                                         \
     enum __attribute__((flag_enum, enum_extensibility(open))) : TYPE
 
-#define NSIntegerMax LONG_MAX
-enum : NSInteger { NSNotFound = NSIntegerMax };
-
 typedef double NSTimeInterval;
 typedef CGPoint NSPoint;
 typedef CGSize NSSize;
 typedef CGRect NSRect;
-typedef struct _NSRange {
-    NSUInteger location;
-    NSUInteger length;
-} NSRange;
 typedef NS_CLOSED_ENUM(NSInteger, NSComparisonResult) { NSOrderedAscending = -1L, NSOrderedSame, NSOrderedDescending };
 
-FOUNDATION_EXPORT const NSPoint NSZeroPoint;
-FOUNDATION_EXPORT const NSSize NSZeroSize;
 FOUNDATION_EXPORT const NSRect NSZeroRect;
 
 static inline NSPoint NSMakePoint(CGFloat x, CGFloat y) {
@@ -74,5 +62,4 @@ NS_ASSUME_NONNULL_BEGIN
 @end
 
 FOUNDATION_EXPORT SEL NSSelectorFromString(NSString* aSelectorName);
-FOUNDATION_EXPORT void NSLog(NSString* format, ...) NS_FORMAT_FUNCTION(1, 2);
 NS_ASSUME_NONNULL_END

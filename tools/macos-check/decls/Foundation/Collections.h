@@ -14,12 +14,9 @@ typedef struct {
 @interface NSArray<__covariant ObjectType> : NSObject <NSCopying, NSSecureCoding, NSFastEnumeration>
 @property(readonly) NSUInteger count;
 @property(nullable, nonatomic, readonly) ObjectType firstObject;
-@property(nullable, nonatomic, readonly) ObjectType lastObject;
-- (ObjectType)objectAtIndex:(NSUInteger)index;
 - (NSString*)componentsJoinedByString:(NSString*)separator;
 - (ObjectType)objectAtIndexedSubscript:(NSUInteger)idx;
 + (instancetype)array;
-+ (instancetype)arrayWithObject:(ObjectType)anObject;
 + (instancetype)arrayWithObjects:(const ObjectType _Nonnull[_Nullable])objects count:(NSUInteger)cnt;
 - (NSUInteger)countByEnumeratingWithState:(NSFastEnumerationState*)state
                                   objects:(id __unsafe_unretained _Nullable[_Nonnull])buffer
@@ -33,7 +30,6 @@ typedef struct {
 @interface NSDictionary<__covariant KeyType, __covariant ObjectType>
     : NSObject <NSCopying, NSSecureCoding, NSFastEnumeration>
 @property(readonly) NSUInteger count;
-@property(readonly, copy) NSArray<KeyType>* allKeys;
 - (nullable ObjectType)objectForKey:(KeyType)aKey;
 - (nullable ObjectType)objectForKeyedSubscript:(KeyType)key;
 + (instancetype)dictionaryWithObjects:(const ObjectType _Nonnull[_Nullable])objects
@@ -43,9 +39,4 @@ typedef struct {
                                   objects:(id __unsafe_unretained _Nullable[_Nonnull])buffer
                                     count:(NSUInteger)len;
 @end
-@interface NSMutableDictionary<KeyType, ObjectType> : NSDictionary <KeyType, ObjectType>
-+ (instancetype)dictionaryWithCapacity:(NSUInteger)numItems;
-- (void)setObject:(ObjectType)anObject forKey:(KeyType<NSCopying>)aKey;
-@end
-
 NS_ASSUME_NONNULL_END

@@ -6,28 +6,15 @@ NS_ASSUME_NONNULL_BEGIN
 
 typedef NSString* NSURLResourceKey;
 FOUNDATION_EXPORT NSURLResourceKey const NSURLIsPackageKey;
-FOUNDATION_EXPORT NSURLResourceKey const NSURLIsHiddenKey;
 FOUNDATION_EXPORT NSURLResourceKey const NSURLVolumeNameKey;
-FOUNDATION_EXPORT NSURLResourceKey const NSURLVolumeLocalizedNameKey;
 FOUNDATION_EXPORT NSURLResourceKey const NSURLVolumeIsBrowsableKey;
-FOUNDATION_EXPORT NSURLResourceKey const NSURLVolumeIsLocalKey;
 FOUNDATION_EXPORT NSURLResourceKey const NSURLVolumeTotalCapacityKey;
-FOUNDATION_EXPORT NSURLResourceKey const NSURLVolumeAvailableCapacityKey;
 FOUNDATION_EXPORT NSURLResourceKey const NSURLVolumeAvailableCapacityForImportantUsageKey API_AVAILABLE(macos(10.13));
 
 @interface NSURL : NSObject <NSCopying, NSSecureCoding>
 @property(nullable, readonly, copy) NSString* path;
 @property(nullable, readonly, copy) NSString* lastPathComponent;
-@property(nullable, readonly, copy) NSString* pathExtension;
-@property(nullable, readonly, copy) NSString* absoluteString;
-@property(readonly, getter=isFileURL) BOOL fileURL;
-@property(nullable, readonly, copy) NSURL* URLByStandardizingPath;
-@property(nullable, readonly, copy) NSURL* URLByResolvingSymlinksInPath;
-@property(nullable, readonly, copy) NSURL* URLByDeletingLastPathComponent;
-@property(readonly) const char* fileSystemRepresentation NS_RETURNS_INNER_POINTER API_AVAILABLE(macos(10.9));
 + (nullable instancetype)URLWithString:(NSString*)URLString;
-+ (NSURL*)fileURLWithPath:(NSString*)path;
-+ (NSURL*)fileURLWithPath:(NSString*)path isDirectory:(BOOL)isDir;
 + (NSURL*)fileURLWithFileSystemRepresentation:(const char*)path
                                   isDirectory:(BOOL)isDir
                                 relativeToURL:(nullable NSURL*)baseURL API_AVAILABLE(macos(10.9));
@@ -46,7 +33,6 @@ typedef NSString* NSFileAttributeKey;
 - (nullable NSArray<NSURL*>*)mountedVolumeURLsIncludingResourceValuesForKeys:
                                  (nullable NSArray<NSURLResourceKey>*)propertyKeys
                                                                      options:(NSVolumeEnumerationOptions)options;
-- (BOOL)fileExistsAtPath:(NSString*)path;
 - (BOOL)trashItemAtURL:(NSURL*)url
       resultingItemURL:(NSURL* _Nullable* _Nullable)outResultingURL
                  error:(NSError* _Nullable* _Nullable)error API_AVAILABLE(macos(10.8));
@@ -62,7 +48,6 @@ typedef NSString* NSFileAttributeKey;
 @property(class, readonly, strong) NSBundle* mainBundle;
 @property(readonly, copy) NSURL* bundleURL;
 @property(nullable, readonly, copy) NSString* bundleIdentifier;
-@property(nullable, readonly, copy) NSDictionary<NSString*, id>* infoDictionary;
 @property(nullable, readonly, copy) NSURL* executableURL;
 + (nullable instancetype)bundleWithURL:(NSURL*)url;
 - (nullable id)objectForInfoDictionaryKey:(NSString*)key;

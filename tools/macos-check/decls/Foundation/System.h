@@ -11,22 +11,15 @@ NS_ASSUME_NONNULL_BEGIN
 @end
 @interface NSPipe : NSObject
 @property(readonly, retain) NSFileHandle* fileHandleForReading;
-@property(readonly, retain) NSFileHandle* fileHandleForWriting;
 + (NSPipe*)pipe;
 @end
-typedef NS_ENUM(NSInteger, NSTaskTerminationReason) {
-    NSTaskTerminationReasonExit = 1,
-    NSTaskTerminationReasonUncaughtSignal = 2
-};
 @interface NSTask : NSObject
 @property(nullable, copy) NSURL* executableURL API_AVAILABLE(macos(10.13));
 @property(nullable, copy) NSArray<NSString*>* arguments;
 @property(nullable, copy) NSDictionary<NSString*, NSString*>* environment;
-@property(nullable, retain) id standardInput;
 @property(nullable, retain) id standardOutput;
 @property(nullable, retain) id standardError;
 @property(readonly) int terminationStatus;
-@property(readonly) NSTaskTerminationReason terminationReason;
 - (BOOL)launchAndReturnError:(out NSError* _Nullable* _Nullable)error API_AVAILABLE(macos(10.13));
 - (void)waitUntilExit;
 @end
@@ -41,7 +34,6 @@ typedef NS_ENUM(NSInteger, NSTaskTerminationReason) {
 @property(class, readonly, strong) NSUserDefaults* standardUserDefaults;
 - (nullable NSString*)stringForKey:(NSString*)defaultName;
 - (void)setObject:(nullable id)value forKey:(NSString*)defaultName;
-- (void)removeObjectForKey:(NSString*)defaultName;
 @end
 
 typedef NSString* NSNotificationName;
@@ -65,11 +57,9 @@ typedef NSString* NSNotificationName;
             andSelector:(SEL)handleEventSelector
           forEventClass:(AEEventClass)eventClass
              andEventID:(AEEventID)eventID;
-- (void)removeEventHandlerForEventClass:(AEEventClass)eventClass andEventID:(AEEventID)eventID;
 @end
 
 @interface NSLocale : NSObject <NSCopying, NSSecureCoding>
-@property(class, readonly, copy) NSLocale* currentLocale;
 @property(class, readonly, copy) NSArray<NSString*>* preferredLanguages;
 + (instancetype)localeWithLocaleIdentifier:(NSString*)ident;
 @end

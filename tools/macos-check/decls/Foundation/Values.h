@@ -17,16 +17,11 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 @property(nullable, readonly) const char* UTF8String NS_RETURNS_INNER_POINTER;
 @property(readonly, copy) NSString* lowercaseString;
 @property(readonly, copy) NSString* lastPathComponent;
-@property(readonly, copy) NSString* pathExtension;
-+ (nullable instancetype)stringWithUTF8String:(const char*)nullTerminatedCString;
 - (nullable instancetype)initWithBytes:(const void*)bytes length:(NSUInteger)len encoding:(NSStringEncoding)encoding;
 - (nullable instancetype)initWithData:(NSData*)data encoding:(NSStringEncoding)encoding;
-- (BOOL)isEqualToString:(NSString*)aString;
-- (NSComparisonResult)caseInsensitiveCompare:(NSString*)string;
 - (NSComparisonResult)localizedCaseInsensitiveCompare:(NSString*)string;
 - (BOOL)localizedCaseInsensitiveContainsString:(NSString*)str API_AVAILABLE(macos(10.10));
 - (NSArray<NSString*>*)componentsSeparatedByCharactersInSet:(NSCharacterSet*)separator;
-- (nullable NSData*)dataUsingEncoding:(NSStringEncoding)encoding;
 @end
 // The class that the compiler makes @"..." of.
 @interface NSConstantString : NSString {
@@ -41,12 +36,9 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 @end
 @interface NSNumber : NSValue
 @property(readonly) BOOL boolValue;
-@property(readonly) int intValue;
 @property(readonly) long long longLongValue;
-@property(readonly) unsigned long long unsignedLongLongValue;
 + (NSNumber*)numberWithBool:(BOOL)value;
 + (NSNumber*)numberWithInt:(int)value;
-+ (NSNumber*)numberWithLongLong:(long long)value;
 @end
 
 @interface NSDate : NSObject <NSCopying, NSSecureCoding>
