@@ -8,7 +8,7 @@ import processes
 import program
 import session
 
-LIMIT = 150  # seconds; ctest waits longer, so that everything is put away
+LIMIT = 240  # seconds; ctest waits longer, so that everything is put away
 
 
 class DesktopTest(unittest.TestCase):

@@ -11,7 +11,7 @@ import gi
 gi.require_version("GLib", "2.0")
 from gi.repository import GLib  # noqa: E402
 
-PATIENCE = 60.0  # seconds; the machine may be busy and the program be built with sanitizers
+PATIENCE = 90.0  # seconds; the machine may be busy and the program be built with sanitizers
 
 _PR_SET_PDEATHSIG = 1
 _PR_SET_CHILD_SUBREAPER = 36

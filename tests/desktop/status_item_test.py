@@ -106,9 +106,9 @@ class NoTrayTest(DesktopTest):
         self.program.start()
         self.assertEqual(self.program.all_windows(), {self.program.window})
         self.session.start_tray()
-        self.wait_for("the status item", self.session.tray_icon)
         self.program.close_window()
         self.wait_for("the window to go", lambda: not self.program.shown_windows())
+        self.wait_for("the status item", self.session.tray_icon)
         self.assertTrue(self.program.is_running())
 
     def test_the_end_of_the_session_ends_the_program_in_order(self):

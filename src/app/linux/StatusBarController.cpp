@@ -2,11 +2,11 @@
 
 #include "QtText.h"
 #include "SymbolImageProvider.h"
+#include "Trays.h"
 
 #include <QDBusConnection>
 #include <QDBusServiceWatcher>
 #include <QEvent>
-#include <QGuiApplication>
 #include <QIcon>
 #include <QPixmap>
 
@@ -35,14 +35,9 @@ StatusBarController::StatusBarController(QQuickWindow& window, QObject* parent) 
 }
 
 void StatusBarController::install() {
-    // On X11 an item waits for a tray that comes later; elsewhere a tray tells the bus that it came.
-    const bool waits = QGuiApplication::platformName() == QLatin1String("xcb");
-    if (item_ == nullptr && (waits || QSystemTrayIcon::isSystemTrayAvailable())) {
-        showItem();
+    if (item_ != nullptr || !hasTray()) {
+        return;
     }
-}
-
-void StatusBarController::showItem() {
     item_ = std::make_unique<QSystemTrayIcon>(statusIcon());
     item_->setToolTip(QStringLiteral("Vellmoor"));
     item_->setContextMenu(&menu_);
@@ -51,11 +46,13 @@ void StatusBarController::showItem() {
 }
 
 void StatusBarController::watchForTray() {
-    auto* watcher =
-        new QDBusServiceWatcher(QStringLiteral("org.kde.StatusNotifierWatcher"), QDBusConnection::sessionBus(),
-                                QDBusServiceWatcher::WatchForRegistration, this);
-    // A new item, since the one that waits for a tray of X11 knows nothing of the bus.
-    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &StatusBarController::showItem);
+    const QString name = QStringLiteral("org.kde.StatusNotifierWatcher");
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    auto* watcher = new QDBusServiceWatcher(name, bus, QDBusServiceWatcher::WatchForRegistration, this);
+    connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &StatusBarController::install);
+    // The watcher may be there before the panel that shows the items.
+    bus.connect(name, QStringLiteral("/StatusNotifierWatcher"), name, QStringLiteral("StatusNotifierHostRegistered"),
+                this, SLOT(install()));
 }
 
 void StatusBarController::buildMenu() {
@@ -96,8 +93,11 @@ bool StatusBarController::isInstalled() const {
 }
 
 bool StatusBarController::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == &window_ && event->type() == QEvent::Close && !isInstalled()) {
-        Q_EMIT quitAsked();
+    if (watched == &window_ && event->type() == QEvent::Close) {
+        install(); // a tray of X11 may have come without a word
+        if (!isInstalled()) {
+            Q_EMIT quitAsked();
+        }
     }
     return QObject::eventFilter(watched, event);
 }

@@ -17,14 +17,17 @@ class StatusBarController final : public QObject {
 public:
     explicit StatusBarController(QQuickWindow& window, QObject* parent = nullptr);
 
-    /// Shows the status item once the desktop has a tray; looks again when one appears.
-    void install();
     /// Whether closing the window may leave the program running.
     [[nodiscard]] bool isInstalled() const;
     /// Shows the window, also from its minimised state, and brings it to the front.
     void showMainWindow();
     /// The titles of the context menu in the current language, separators empty.
     [[nodiscard]] QStringList menuTitles();
+
+public Q_SLOTS:
+    /// Shows the status item once the desktop has a tray; looks again when one appears on the bus and when the window
+    /// is closed.
+    void install();
 
 Q_SIGNALS:
     void quitAsked();
@@ -33,7 +36,6 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void showItem();
     void watchForTray();
     void buildMenu();
     void clicked(QSystemTrayIcon::ActivationReason reason);
