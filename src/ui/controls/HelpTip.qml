@@ -7,9 +7,10 @@ Loader {
 
     property bool shown: false
     property string text
-
     // A row that its list keeps for later use has no window.
-    active: shown && text !== "" && Window.window !== null && visible
+    readonly property bool wanted: shown && text !== "" && Window.window !== null && visible
+
+    active: false
     anchors.fill: parent
     source: Qt.resolvedUrl("HelpBubble.qml")
 
@@ -17,5 +18,10 @@ Loader {
         const bubble = item as T.ToolTip;
         bubble.text = text;
         bubble.open();
+    }
+    onWantedChanged: {
+        // Closed before it goes: its delay must not end in a bubble without a window.
+        (item as T.ToolTip)?.close();
+        active = wanted;
     }
 }

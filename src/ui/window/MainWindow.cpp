@@ -21,9 +21,9 @@ constexpr QSize windowSize{1080, 720};
 void layGround(QQuickWindow& window) {
     auto* ground = new Ground(window.contentItem());
     ground->setColors(Appearance::groundStart(), Appearance::groundMiddle(), Appearance::groundEnd());
-    const auto fit = [ground, &window] { ground->setSize(window.contentItem()->size()); };
-    QObject::connect(window.contentItem(), &QQuickItem::widthChanged, ground, fit);
-    QObject::connect(window.contentItem(), &QQuickItem::heightChanged, ground, fit);
+    const auto fit = [ground, &window] { ground->setSize(window.size()); };
+    QObject::connect(&window, &QWindow::widthChanged, ground, fit);
+    QObject::connect(&window, &QWindow::heightChanged, ground, fit);
     fit();
 }
 
