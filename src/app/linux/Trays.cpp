@@ -38,10 +38,11 @@ bool hasHostOnTheBus() {
 /// https://specifications.freedesktop.org/systemtray-spec/systemtray-spec-latest.html: the tray of the first screen.
 bool hasTrayOnX11() {
     const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    if (x11 == nullptr) {
+    // Without a display the interface may be there all the same, but it has no connection.
+    xcb_connection_t* connection = x11 != nullptr ? x11->connection() : nullptr;
+    if (connection == nullptr) {
         return false;
     }
-    xcb_connection_t* connection = x11->connection();
     constexpr const char* name = "_NET_SYSTEM_TRAY_S0";
     const std::unique_ptr<xcb_intern_atom_reply_t, Free> atom(xcb_intern_atom_reply(
         connection, xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(std::strlen(name)), name), nullptr));
