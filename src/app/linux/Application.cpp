@@ -44,12 +44,15 @@ void nameApplication() {
     QQuickStyle::setStyle(QStringLiteral("Basic"));
 }
 
+/// Qt combines the two as flags, though its enumeration names no such value.
+// NOLINTNEXTLINE(clang-analyzer-optin.core.EnumCastOutOfRange)
+constexpr auto onceLater = static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection);
+
 /// Reading icon themes takes a while; the first frame does not wait for it.
 void setIconLater(QQuickWindow& window) {
     QObject::connect(
         &window, &QQuickWindow::frameSwapped, qApp,
-        [] { QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("org.vellmoor.Vellmoor"))); },
-        Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
+        [] { QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("org.vellmoor.Vellmoor"))); }, onceLater);
 }
 
 /// Everything behind the views, in the order in which it is needed; it is taken down the other way round.
@@ -98,8 +101,7 @@ int runWindow(SingleInstance& instance) {
             status.install();
         }
     };
-    QObject::connect(&main.window(), &QQuickWindow::frameSwapped, &start, fill,
-                     Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
+    QObject::connect(&main.window(), &QQuickWindow::frameSwapped, &start, fill, onceLater);
     QTimer::singleShot(framePatience, &start, fill);
     status.showMainWindow();
     const int result = QApplication::exec();
