@@ -10,7 +10,7 @@ clang_tidy=$(command -v clang-tidy-19 || command -v clang-tidy)
 if [ "$mode" = all ]; then
   mapfile -t sources < <(git ls-files 'src/*.cpp' 'tools/*.cpp')
 else
-  base=$(git merge-base HEAD origin/main 2>/dev/null || git rev-parse HEAD~1 2>/dev/null || git rev-parse HEAD)
+  base=$(git rev-parse HEAD~1 2>/dev/null || git rev-parse HEAD)
   mapfile -t sources < <({ git diff --name-only --diff-filter=d "$base" -- 'src/*.cpp' 'tools/*.cpp'
     git ls-files -o --exclude-standard 'src/*.cpp' 'tools/*.cpp'; } | sort -u)
 fi

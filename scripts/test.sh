@@ -3,7 +3,7 @@
 # On a Mac it builds and tests: how the sources have to look is decided by the tools of the Linux gate.
 # Usage: scripts/test.sh [--tsan] [--all-tidy]
 #   --tsan      afterwards also build with the thread sanitizer and run the walk, engine, model and store tests
-#   --all-tidy  clang-tidy over every source, not only over those that differ from the last commit on main
+#   --all-tidy  clang-tidy over every source, not only over those that differ from the commit before
 set -euo pipefail
 cd "$(dirname "$0")/.."
 # shellcheck source=scripts/common.sh
