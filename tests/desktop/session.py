@@ -86,8 +86,9 @@ class Session:
 
     def _start_display(self):
         reader, writer = os.pipe()
+        # "-r": on a busy machine a key would be down long enough to be repeated.
         self._start_in_background("display", "Xvfb", "-displayfd", str(writer), "-screen", "0", "1400x1000x24",
-                                  "-nolisten", "tcp", "-noreset", pass_fds=(writer,))
+                                  "-nolisten", "tcp", "-noreset", "-r", pass_fds=(writer,))
         os.close(writer)
         with os.fdopen(reader, encoding="ascii") as pipe:
             number = pipe.readline().strip()
