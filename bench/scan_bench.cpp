@@ -2,10 +2,12 @@
 //   scan_bench HOME             scans and prints the number of rows and their bytes
 //   scan_bench HOME --folders   prints the folders that the scan walks, each once, nested ones left out
 //   scan_bench HOME --cancel    cancels scans at ten moments and prints the longest wait for the end, in milliseconds
-#include "LinuxEnvironment.h"
 #include "LinuxPlatform.h"
 #include "Paths.h"
-#include "ScanDriver.h"
+#include "ScanSnapshot.h"
+#include "layouts/LinuxEnvironment.h"
+#include "scan/PathMeasurement.h"
+#include "service/ScanDriver.h"
 
 #include <algorithm>
 #include <chrono>
@@ -39,9 +41,9 @@ void printTotals(const ScanSnapshot& snapshot) {
 }
 
 /// Every folder that was measured or searched for large files, without those below another.
-std::vector<Path> walkedFolders(ScanContext& context) {
+std::vector<Path> walkedFolders(EngineContext& context) {
     std::vector<Path> folders;
-    for (const auto& [folder, stats] : context.measurements()) {
+    for (const auto& [folder, stats] : context.remembered<Measurements>().byPath) {
         folders.emplace_back(folder);
     }
     for (const Path& root : context.layout().largeFileRoots) {
@@ -62,8 +64,7 @@ std::vector<Path> walkedFolders(ScanContext& context) {
 }
 
 double scanMilliseconds(const Platform& platform, const SystemLayout& layout) {
-    const CancelToken never;
-    ScanContext context(platform, layout, never, std::chrono::system_clock::now());
+    EngineContext context(platform, layout, std::chrono::system_clock::now());
     const auto begin = std::chrono::steady_clock::now();
     (void)scan(context, CleanerModule::smartScan, [](const ScanProgressUpdate&) {});
     return Milliseconds(std::chrono::steady_clock::now() - begin).count();
@@ -80,7 +81,7 @@ double worstCancelMilliseconds(const Platform& platform, const SystemLayout& lay
             cancelled = std::chrono::steady_clock::now();
             token.cancel();
         });
-        ScanContext context(platform, layout, token, std::chrono::system_clock::now());
+        EngineContext context(platform, layout, token, std::chrono::system_clock::now());
         try {
             (void)scan(context, CleanerModule::smartScan, [](const ScanProgressUpdate&) {});
         } catch (const ScanCancelled&) { // the wanted end
@@ -106,8 +107,7 @@ int main(int count, char** arguments) {
         std::printf("%.1f\n", worstCancelMilliseconds(platform, layout));
         return 0;
     }
-    const CancelToken never;
-    ScanContext context(platform, layout, never, std::chrono::system_clock::now());
+    EngineContext context(platform, layout, std::chrono::system_clock::now());
     const ScanSnapshot snapshot = scan(context, CleanerModule::smartScan, [](const ScanProgressUpdate&) {});
     if (count > 2) {
         for (const Path& folder : walkedFolders(context)) {

@@ -24,3 +24,6 @@ build_preset() {
 }
 
 has_display() { is_mac || [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ]; }
+
+# ccache keeps what is built with a precompiled header only with this (its manual, "Precompiled headers").
+export CCACHE_SLOPPINESS=${CCACHE_SLOPPINESS:-pch_defines,time_macros}

@@ -47,16 +47,16 @@ for target in "${targets[@]}"; do
   program=$build/$target
   packages=()
   case $target in
-    Exec) readers=(src/engine/ExecLine.cpp) ;;
+    Exec) readers=(src/engine/applications/ExecLine.cpp) ;;
     DesktopEntry)
-      readers=(src/engine/{ExecLine,DesktopEntries}.cpp src/model/{L,EnglishTable,LinuxTexts}.cpp
+      readers=(src/engine/applications/{ExecLine,DesktopEntries}.cpp src/model/{L,EnglishTable,LinuxTexts}.cpp
         src/platform/{Paths,Platform,PosixFiles}.cpp src/platform/linux/{Files,KeyFiles}.cpp)
       packages=(glib-2.0) ;;
     LaunchAgent)
       readers=(tests/support/linux/PropertyLists.cpp src/platform/{PosixFiles,linux/Files}.cpp)
       packages=(libplist-2.0) ;;
     AttributeRecord) readers=(src/walk/macos/AttributeRecord.cpp) ;;
-    *) readers=(src/engine/MemoryText.cpp src/engine/ControlGroups.cpp) ;;
+    *) readers=(src/engine/memory/MemoryText.cpp src/engine/processes/ControlGroups.cpp) ;;
   esac
   headers=()
   for reader in "${readers[@]}"; do

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "Platform.h"
-#include "SystemLayout.h"
+#include "layouts/SystemLayout.h"
 
 #include <optional>
 #include <string>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "CleanerService.h"
 #include "CleanupItem.h"
 #include "ScanSnapshot.h"
 #include "StoreClock.h"
+#include "service/CleanerService.h"
 
 #include <QObject>
 

@@ -52,8 +52,8 @@ private:
     std::size_t capacity_ = 0;
     std::size_t filled_ = 0;
     std::size_t position_ = 0;
-    bool bundleMarks_;
-    bool hasRead_ = false; ///< something of this directory
+    [[maybe_unused]] bool bundleMarks_; ///< macOS only
+    bool hasRead_ = false;              ///< something of this directory
     bool isBroken_ = false;
 };
 

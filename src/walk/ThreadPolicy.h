@@ -12,7 +12,7 @@ public:
     ThreadPolicy& operator=(const ThreadPolicy&) = delete;
 
 private:
-    int before_ = 0;
+    [[maybe_unused]] int before_ = 0; ///< macOS only
 };
 
 } // namespace vellmoor::walk

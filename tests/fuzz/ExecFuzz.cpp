@@ -1,6 +1,6 @@
 // The command lines of desktop entries and unit files, which any program may write.
-#include "ExecLine.h"
 #include "Fuzz.h"
+#include "applications/ExecLine.h"
 
 #include <algorithm>
 #include <cstddef>

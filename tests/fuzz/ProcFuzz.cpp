@@ -1,7 +1,7 @@
 // The files of /proc/PID and a zram device's mm_stat: other users' programs choose parts of them.
-#include "ControlGroups.h"
 #include "Fuzz.h"
-#include "MemoryText.h"
+#include "memory/MemoryText.h"
+#include "processes/ControlGroups.h"
 
 #include <cstddef>
 

@@ -1,6 +1,6 @@
 // The process listing of ps.
 #include "Fuzz.h"
-#include "MemoryText.h"
+#include "memory/MemoryText.h"
 
 #include <cstddef>
 

@@ -1,6 +1,6 @@
 // vm_stat's text and /proc/meminfo, which are read by the same functions.
 #include "Fuzz.h"
-#include "MemoryText.h"
+#include "memory/MemoryText.h"
 
 #include <cstddef>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "CleanerService.h"
+#include "service/CleanerService.h"
 
 #include <condition_variable>
 #include <memory>

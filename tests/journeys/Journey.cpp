@@ -1,7 +1,7 @@
 #include "Journey.h"
 
-#include "LinuxEnvironment.h"
-#include "SystemCleanerService.h"
+#include "layouts/LinuxEnvironment.h"
+#include "service/SystemCleanerService.h"
 
 #include <QQuickWindow>
 #include <QTest>

@@ -6,8 +6,8 @@
 #include "LanguageManager.h"
 #include "LinuxPlatform.h"
 #include "MainWindow.h"
-#include "SystemLayout.h"
 #include "ThrowAwayHome.h"
+#include "layouts/SystemLayout.h"
 
 #include <QQmlEngine>
 #include <QQuickItem>

@@ -2,10 +2,10 @@
 // a user who may not open it.
 #include "Purge.h"
 
-#include "LinuxEnvironment.h"
-#include "MemoryLayout.h"
 #include "ScopedUnprivileged.h"
 #include "TemporaryFolder.h"
+#include "layouts/LinuxEnvironment.h"
+#include "layouts/MemoryLayout.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // A CleanerService that does what the test says, when the test says so.
 #pragma once
 
-#include "CleanerService.h"
+#include "service/CleanerService.h"
 
 #include <condition_variable>
 #include <functional>

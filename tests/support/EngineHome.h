@@ -1,11 +1,11 @@
 #pragma once
 
 #include "CancelToken.h"
-#include "LinuxEnvironment.h"
-#include "ScanContext.h"
 #include "StandInPlatform.h"
-#include "SystemLayout.h"
 #include "TemporaryFolder.h"
+#include "layouts/LinuxEnvironment.h"
+#include "layouts/SystemLayout.h"
+#include "scan/EngineContext.h"
 
 #include <chrono>
 #include <cstdint>
@@ -35,7 +35,7 @@ public:
     TimePoint now; ///< the moment of construction, in whole seconds; ages count from it
 
     /// A new context, as for one scan.
-    [[nodiscard]] ScanContext context() const { return {platform, layout, token, now}; }
+    [[nodiscard]] EngineContext context() const { return {platform, layout, token, now}; }
     /// Builds the Linux layout again.
     void useEnvironment();
 

@@ -3,7 +3,7 @@
 
 #include "Platform.h"
 #include "StandInPlatform.h"
-#include "SystemLayout.h"
+#include "layouts/SystemLayout.h"
 
 #include <vector>
 

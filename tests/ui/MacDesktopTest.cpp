@@ -6,7 +6,7 @@
 #include "MenuTables.h"
 #include "StandInPlatform.h"
 #include "SymbolImageProvider.h"
-#include "SystemLayout.h"
+#include "layouts/SystemLayout.h"
 
 #include <QColor>
 #include <QCoreApplication>

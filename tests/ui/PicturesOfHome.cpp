@@ -2,9 +2,9 @@
 
 #include "Host.h"
 #include "RecordingDesktop.h"
-#include "SystemCleanerService.h"
-#include "SystemLayout.h"
 #include "WindowDriver.h"
+#include "layouts/SystemLayout.h"
+#include "service/SystemCleanerService.h"
 
 #include <QByteArray>
 

@@ -1,5 +1,7 @@
 #include "Arguments.h"
 
+#include "ScanSnapshot.h"
+
 #include <deque>
 #include <system_error>
 

@@ -2,7 +2,7 @@
 
 #include "Arguments.h"
 #include "Platform.h"
-#include "SystemLayout.h"
+#include "layouts/SystemLayout.h"
 
 #include <expected>
 #include <memory>

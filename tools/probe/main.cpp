@@ -1,12 +1,13 @@
 // vellmoor-probe: the engine without a window. What it can do stands in Arguments.cpp.
 #include "Arguments.h"
 #include "Json.h"
-#include "PathMeasurement.h"
 #include "Paths.h"
 #include "Report.h"
+#include "ScanSnapshot.h"
 #include "Session.h"
-#include "StartupItems.h"
-#include "SystemCleanerService.h"
+#include "login/StartupItems.h"
+#include "scan/PathMeasurement.h"
+#include "service/SystemCleanerService.h"
 
 #include <algorithm>
 #include <chrono>
@@ -65,8 +66,7 @@ int runReport(const Session& session, const Arguments& arguments) {
 }
 
 int runMeasure(const Session& session, const Arguments& arguments) {
-    const CancelToken never;
-    ScanContext context(*session.platform, session.layout, never, std::chrono::system_clock::now());
+    EngineContext context(*session.platform, session.layout, std::chrono::system_clock::now());
     std::vector<ScannedPath> measured;
     for (const Path& path : arguments.paths) {
         const PathStats size = stats(context, path);
@@ -110,8 +110,7 @@ int runClean(const Session& session, const Arguments& arguments) {
 }
 
 int runStartup(const Session& session, const Arguments& arguments) {
-    const CancelToken never;
-    ScanContext context(*session.platform, session.layout, never, std::chrono::system_clock::now());
+    EngineContext context(*session.platform, session.layout, std::chrono::system_clock::now());
     const std::vector<StartupItem> items = startupItems(context);
     if (arguments.command == Command::StartupList) {
         print(json(items));

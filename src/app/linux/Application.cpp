@@ -8,8 +8,8 @@
 #include "Renderer.h"
 #include "SingleInstance.h"
 #include "StatusBarController.h"
-#include "SystemCleanerService.h"
 #include "TerminationSignals.h"
+#include "service/SystemCleanerService.h"
 
 #include <QApplication>
 #include <QIcon>

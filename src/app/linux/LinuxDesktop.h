@@ -2,9 +2,9 @@
 
 #include "Desktop.h"
 #include "DesktopTools.h"
-#include "LinuxEnvironment.h"
 #include "Platform.h"
-#include "SystemLayout.h"
+#include "layouts/LinuxEnvironment.h"
+#include "layouts/SystemLayout.h"
 
 #include <QIcon>
 

@@ -7,8 +7,8 @@
 #include "MacHost.h"
 #include "MacPlatform.h"
 #include "MacShell.h"
-#include "SystemCleanerService.h"
 #include "WindowKeeper.h"
+#include "service/SystemCleanerService.h"
 
 #include <QGuiApplication>
 #include <QQuickStyle>

@@ -2,8 +2,8 @@
 
 #include "Desktop.h"
 #include "Platform.h"
-#include "SystemLayout.h"
 #include "Workspace.h"
+#include "layouts/SystemLayout.h"
 
 #include <map>
 #include <utility>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "CleanerService.h"
 #include "CleanerStore.h"
 #include "Desktop.h"
 #include "LanguageManager.h"
+#include "service/CleanerService.h"
 
 #include <QObject>
 #include <QQuickWindow>

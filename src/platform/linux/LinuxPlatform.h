@@ -1,7 +1,7 @@
 #pragma once
 
-#include "LinuxEnvironment.h"
 #include "Platform.h"
+#include "layouts/LinuxEnvironment.h"
 
 namespace vellmoor {
 

@@ -1,7 +1,7 @@
 #include "HostSession.h"
 
-#include "LinuxEnvironment.h"
 #include "LinuxPlatform.h"
+#include "layouts/LinuxEnvironment.h"
 
 namespace vellmoor::probe {
 

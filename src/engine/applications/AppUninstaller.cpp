@@ -1,0 +1,228 @@
+#include "applications/AppUninstaller.h"
+
+#include "CheckedMath.h"
+#include "Paths.h"
+#include "ScanSnapshot.h"
+#include "applications/Applications.h"
+#include "applications/DesktopEntries.h"
+#include "applications/Leftovers.h"
+#include "scan/PathMeasurement.h"
+
+#include <algorithm>
+#include <set>
+
+namespace vellmoor {
+namespace {
+
+/// An application with everything that is measured about it.
+struct ApplicationScan {
+    Path appURL;
+    std::string name;
+    std::optional<std::string> bundleIdentifier;
+    PathStats appStats;
+    std::vector<Path> residualURLs;
+    PathStats residualStats;
+    ApplicationKind kind = ApplicationKind::Bundle;
+
+    [[nodiscard]] std::int64_t totalBytes() const { return checkedAdd(appStats.bytes, residualStats.bytes); }
+};
+
+ApplicationScan applicationScan(EngineContext& context, const ApplicationMetadata& metadata,
+                                std::vector<Path> residuals) {
+    ApplicationScan scan{.appURL = metadata.appURL,
+                         .name = metadata.displayName,
+                         .bundleIdentifier = metadata.bundleIdentifier,
+                         .appStats = stats(context, metadata.appURL),
+                         .residualURLs = std::move(residuals),
+                         .residualStats = {},
+                         .kind = metadata.kind};
+    for (const Path& path : scan.residualURLs) {
+        context.throwIfCancelled();
+        const PathStats measured = stats(context, path);
+        scan.residualStats.bytes = checkedAdd(scan.residualStats.bytes, measured.bytes);
+        scan.residualStats.files = checkedAdd(scan.residualStats.files, measured.files);
+    }
+    return scan;
+}
+
+/// The application first, then its leftovers.
+std::vector<CleanupTarget> appTargets(EngineContext& context, const ApplicationScan& scan, bool selected) {
+    std::vector<CleanupTarget> targets{target(context, scan.appURL, scan.appStats, selected)};
+    for (const Path& path : scan.residualURLs) {
+        targets.push_back(target(context, path, std::nullopt, selected));
+    }
+    return targets;
+}
+
+std::string description(const ApplicationScan& scan, bool isRunning) {
+    std::string text =
+        scan.residualURLs.empty() ? L::tr("未发现明显残留") : L::tr("发现 %d 个关联残留", scan.residualURLs.size());
+    if (scan.bundleIdentifier) {
+        text += L::tr("，bundle id：%@", *scan.bundleIdentifier);
+    }
+    if (isRunning) {
+        text += L::tr("，应用正在运行，请先退出");
+    }
+    if (scan.kind == ApplicationKind::Flatpak) {
+        text += L::tr("，将由 Flatpak 直接卸载，不经过废纸篓");
+    }
+    return text;
+}
+
+CleanupItem applicationItem(EngineContext& context, const ApplicationScan& scan, bool isRunning) {
+    CleanupItem item;
+    item.module = CleanerModule::appUninstaller;
+    item.title = scan.name;
+    item.description = description(scan, isRunning);
+    item.bytes = scan.totalBytes();
+    item.files = checkedAdd(scan.appStats.files, scan.residualStats.files);
+    item.symbol = "app.dashed";
+    item.tint = Tint::orange;
+    item.isCleanable = !isRunning && (scan.kind != ApplicationKind::Flatpak || flatpakTool(context));
+    item.risk = item.isCleanable ? CleanupRisk::high : CleanupRisk::previewOnly;
+    item.appInfo = AppCleanupInfo{.bundleIdentifier = scan.bundleIdentifier,
+                                  .appPath = scan.appURL.string(),
+                                  .appBytes = scan.appStats.bytes,
+                                  .residualBytes = scan.residualStats.bytes,
+                                  .residualCount = static_cast<std::int64_t>(scan.residualURLs.size()),
+                                  .isRunning = isRunning};
+    item.targets = appTargets(context, scan, false);
+    return item;
+}
+
+/// How many applications of the package managers menus show.
+std::size_t systemApplications(EngineContext& context) {
+    const AppLayout& layout = context.layout().apps;
+    std::set<std::string> identifiers;
+    const auto count = [&](const InstalledEntry& entry) {
+        if (!entry.noDisplay && !entry.hidden) {
+            identifiers.insert(entry.id);
+        }
+    };
+    for (const Path& folder : layout.systemEntryFolders) {
+        context.throwIfCancelled();
+        if (std::ranges::find(layout.entryFolders, folder) == layout.entryFolders.end()) {
+            std::ranges::for_each(entriesOfFolder(context, folder), count); // the user's variables leave it out
+            continue;
+        }
+        for (const InstalledEntry& entry : installedEntries(context)) {
+            if (isStrictlyBelow(entry.path, folder)) {
+                count(entry);
+            }
+        }
+    }
+    return identifiers.size();
+}
+
+CleanupItem systemApplicationsItem(std::size_t count) {
+    CleanupItem item;
+    item.module = CleanerModule::appUninstaller;
+    item.title = L::tr("系统管理的应用");
+    item.description = L::tr("%d 个应用由系统软件包管理，请在软件中心卸载", count);
+    item.symbol = "shippingbox";
+    item.tint = Tint::gray;
+    return item; // without targets: previewOnly, not cleanable
+}
+
+const InstalledEntry* entryAt(EngineContext& context, const Path& path) {
+    const std::vector<InstalledEntry>& entries = installedEntries(context);
+    const auto found = std::ranges::find(entries, path, &InstalledEntry::path);
+    return found == entries.end() ? nullptr : &*found;
+}
+
+} // namespace
+
+std::vector<ApplicationMetadata> removableApplications(EngineContext& context) {
+    std::vector<ApplicationMetadata> found = installedBundles(context);
+    std::ranges::move(unpackagedApplications(context), std::back_inserter(found));
+    return found;
+}
+
+std::vector<CleanupItem> applicationItems(EngineContext& context) {
+    const std::vector<ApplicationMetadata> applications = removableApplications(context);
+    const LeftoverFinder leftovers(context, applications);
+    const RunningPrograms running(context);
+
+    std::vector<std::pair<ApplicationScan, bool>> scans;
+    for (std::size_t i = 0; i < applications.size(); ++i) {
+        context.throwIfCancelled();
+        scans.emplace_back(applicationScan(context, applications[i], leftovers.residualPaths(i)),
+                           running.runs(applications[i]));
+    }
+    std::ranges::stable_sort(scans, std::ranges::greater(), [](const auto& scan) { return scan.first.totalBytes(); });
+
+    std::vector<CleanupItem> items;
+    for (const auto& [scan, isRunning] : scans) {
+        context.throwIfCancelled();
+        items.push_back(applicationItem(context, scan, isRunning));
+    }
+    if (const std::size_t count = systemApplications(context); count > 0) {
+        items.push_back(systemApplicationsItem(count));
+    }
+    return items;
+}
+
+bool isProtectedSystemAppPath(const EngineContext& context, const Path& given) {
+    const AppLayout& layout = context.layout().apps;
+    const Path path = context.platform().standardized(given);
+    const Path own = context.platform().standardized(context.platform().ownPath());
+    if (!own.empty() && (own == path || isStrictlyBelow(own, path))) {
+        return true; // this program, or a folder that it runs from
+    }
+    return std::ranges::find(layout.protectedPaths, path) != layout.protectedPaths.end() ||
+           std::ranges::any_of(layout.protectedPrefixes,
+                               [&](const std::string& prefix) { return path.native().starts_with(prefix); }) ||
+           std::ranges::any_of(layout.protectedFragments, [&](const std::string& fragment) {
+               return path.native().find(fragment) != std::string::npos;
+           });
+}
+
+std::optional<Path> appLookupByBundleID(EngineContext& context, std::string_view identifier) {
+    const AppLayout& layout = context.layout().apps;
+    for (const Path& folder : layout.bundleFolders) {
+        const auto entries = context.platform().entries(folder);
+        if (!entries) {
+            continue; // a missing folder holds no applications
+        }
+        for (const FolderEntry& entry : *entries) {
+            const Path path = folder / entry.name;
+            if (path.extension() != "." + layout.bundleExtension) {
+                continue;
+            }
+            const std::optional<BundleInfo> info = context.platform().bundleInfo(path);
+            if (info && info->identifier == identifier) {
+                return path;
+            }
+        }
+    }
+    const std::vector<InstalledEntry>& entries = installedEntries(context);
+    const auto found = std::ranges::find_if(
+        entries, [&](const InstalledEntry& entry) { return entry.id == identifier && !entry.hidden; });
+    return found == entries.end() ? std::nullopt : std::optional(found->path);
+}
+
+std::string appDisplayName(EngineContext& context, const Path& app) {
+    if (const InstalledEntry* entry = entryAt(context, app)) {
+        return entry->name.empty() ? entry->id : entry->name;
+    }
+    return bundleName(context, app);
+}
+
+std::optional<std::string> appIdentifier(EngineContext& context, const Path& app) {
+    if (const InstalledEntry* entry = entryAt(context, app)) {
+        return entry->id;
+    }
+    const std::optional<BundleInfo> info = context.platform().bundleInfo(app);
+    return info ? info->identifier : std::nullopt;
+}
+
+std::string friendlyName(std::string_view identifier, std::string_view fallback) {
+    while (identifier.ends_with('.')) {
+        identifier.remove_suffix(1);
+    }
+    std::string name(identifier.substr(identifier.find_last_of('.') + 1));
+    std::ranges::replace_if(name, [](char c) { return c == '-' || c == '_'; }, ' ');
+    return name.empty() ? std::string(fallback) : name;
+}
+
+} // namespace vellmoor

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "scan/EngineContext.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vellmoor {
+
+/// One row per removable application, largest first, never preselected; where a package manager owns further
+/// applications, a last row that says so. Throws ScanCancelled.
+std::vector<CleanupItem> applicationItems(EngineContext& context);
+
+/// Applications that are never offered for removal: the system's own, and this program.
+bool isProtectedSystemAppPath(const EngineContext& context, const Path& path);
+/// The first application of that identifier: on macOS a bundle of the application folders, on Linux a desktop
+/// entry, the user's first.
+std::optional<Path> appLookupByBundleID(EngineContext& context, std::string_view identifier);
+/// The name of a bundle or of a desktop entry.
+std::string appDisplayName(EngineContext& context, const Path& app);
+/// The identifier of a bundle or of a desktop entry.
+std::optional<std::string> appIdentifier(EngineContext& context, const Path& app);
+/// The last piece of a dotted identifier, with dashes and underscores as spaces.
+std::string friendlyName(std::string_view identifier, std::string_view fallback);
+
+/// Whether `path` is the folder of a Flatpak in a user installation. Moving it would break the installation's
+/// repository: a clean removes it by uninstallFlatpak() in place of the Trash.
+bool isFlatpakBody(const EngineContext& context, const Path& path);
+/// The program that uninstalls Flatpaks; nothing when it is not installed.
+std::optional<Path> flatpakTool(const EngineContext& context);
+/// Has Flatpak uninstall every version below `body`, for good; what it printed when it failed.
+Outcome uninstallFlatpak(const EngineContext& context, const Path& body);
+
+} // namespace vellmoor

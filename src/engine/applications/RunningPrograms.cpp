@@ -1,0 +1,64 @@
+#include "Paths.h"
+#include "applications/Applications.h"
+#include "applications/DesktopEntries.h"
+#include "memory/MemoryText.h"
+#include "processes/LinuxProcesses.h"
+#include "processes/ProcessTable.h"
+
+#include <algorithm>
+
+namespace vellmoor {
+
+RunningPrograms::RunningPrograms(EngineContext& context) : context_(context) {
+    for (const RunningApplication& application : context.platform().runningApplications()) {
+        if (!application.bundlePath.empty()) {
+            bundlePaths_.insert(context.platform().standardized(application.bundlePath));
+        }
+        if (application.bundleIdentifier) {
+            identifiers_.insert(*application.bundleIdentifier);
+        }
+    }
+    if (!context.layout().memory.processes.folder.empty()) {
+        readProcesses();
+    }
+}
+
+void RunningPrograms::readProcesses() {
+    const Platform& platform = context_.platform();
+    const LinuxProcesses processes(platform, context_.layout());
+    for (const std::int32_t pid : processes.pids()) {
+        if (const std::optional<Path> program = processes.executable(pid)) {
+            programs_.insert(platform.realPath(*program).value_or(*program));
+        }
+        // The program of an AppImage lies in a mount that exists only while it runs; the variable names the file.
+        const std::string environment = processes.environment(pid);
+        const auto image = environmentValue(environment, "APPIMAGE");
+        if (image && image->starts_with('/')) {
+            const Path file = placedProgram(context_.layout(), *image);
+            programs_.insert(platform.realPath(file).value_or(file));
+        }
+    }
+}
+
+bool RunningPrograms::runs(const ApplicationMetadata& application) const {
+    const std::optional<std::string>& identifier = application.bundleIdentifier;
+    switch (application.kind) {
+    case ApplicationKind::Bundle:
+        return bundlePaths_.contains(context_.platform().standardized(application.appURL)) ||
+               (identifier && identifiers_.contains(*identifier));
+    case ApplicationKind::Flatpak:
+        return identifier && runningNames(context_).contains("flatpak:" + *identifier);
+    case ApplicationKind::AppImage:
+    case ApplicationKind::ProgramFolder:
+        return runsProgramOf(context_.platform().realPath(application.appURL).value_or(application.appURL));
+    }
+    return false;
+}
+
+bool RunningPrograms::runsProgramOf(const Path& application) const {
+    return std::ranges::any_of(programs_, [&](const Path& program) {
+        return program == application || isStrictlyBelow(program, application);
+    });
+}
+
+} // namespace vellmoor

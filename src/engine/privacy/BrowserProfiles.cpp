@@ -1,0 +1,141 @@
+#include "privacy/BrowserProfiles.h"
+
+#include "Paths.h"
+
+#include <algorithm>
+#include <iterator>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace vellmoor {
+namespace {
+
+/// "Profile 2" before "Profile 10", and "Default" before both.
+bool precedes(std::string_view a, std::string_view b) {
+    return std::pair(a.size(), a) < std::pair(b.size(), b);
+}
+
+bool isRealFolder(const Platform& platform, const Path& path) {
+    const std::optional<FileFacts> facts = platform.facts(path);
+    return facts && facts->isDirectory;
+}
+
+bool holdsFile(const Platform& platform, const Path& folder, std::string_view name) {
+    const std::optional<FileFacts> facts = platform.facts(folder / name);
+    return facts && facts->isRegularFile;
+}
+
+/// The direct child folders that hold the plain file `mark`.
+std::vector<Path> markedChildren(const Platform& platform, const Path& folder, std::string_view mark) {
+    const auto entries = platform.entries(folder);
+    if (!entries) {
+        return {};
+    }
+    std::vector<std::string> names;
+    for (const FolderEntry& entry : *entries) {
+        if (entry.isDirectory && holdsFile(platform, folder / entry.name, mark)) {
+            names.push_back(entry.name);
+        }
+    }
+    std::ranges::sort(names, precedes);
+    std::vector<Path> children;
+    for (const std::string& name : names) {
+        children.push_back(folder / name);
+    }
+    return children;
+}
+
+/// Opera may keep its profile in the user-data folder itself. The two folders left out are the browser's own.
+std::vector<BrowserProfile> chromiumProfiles(const Platform& platform, const BrowserFolder& folder) {
+    constexpr std::string_view mark = "Preferences";
+    const bool outside = !folder.insideConfig;
+    std::vector<BrowserProfile> profiles;
+    if (isRealFolder(platform, folder.userData) && holdsFile(platform, folder.userData, mark)) {
+        profiles.push_back({folder.userData, folder.cache, outside});
+    }
+    for (const Path& child : markedChildren(platform, folder.userData, mark)) {
+        const Path name = child.filename();
+        if (name != "System Profile" && name != "Guest Profile") {
+            profiles.push_back({child, folder.cache / name, outside});
+        }
+    }
+    return profiles;
+}
+
+/// The folder that a [Profile] group of profiles.ini in `root` names.
+std::optional<Path> namedProfile(const Path& root, const std::map<std::string, std::string>& group) {
+    const auto path = group.find("Path");
+    if (path == group.end() || path->second.empty()) {
+        return std::nullopt;
+    }
+    const auto relative = group.find("IsRelative");
+    if (relative != group.end() && relative->second == "1") {
+        return lexicallyStandardized(root.native() + "/" + path->second);
+    }
+    if (!path->second.starts_with('/')) {
+        return std::nullopt;
+    }
+    return lexicallyStandardized(path->second);
+}
+
+std::vector<Path> profilesOfIni(const Platform& platform, const Path& root) {
+    const std::optional<KeyFile> ini = platform.keyFile(root / "profiles.ini");
+    if (!ini) {
+        return {};
+    }
+    std::vector<std::string> groups;
+    for (const auto& [name, keys] : *ini) {
+        if (name.starts_with("Profile")) {
+            groups.push_back(name);
+        }
+    }
+    std::ranges::sort(groups, precedes);
+    std::vector<Path> profiles;
+    for (const std::string& group : groups) {
+        if (auto profile = namedProfile(root, ini->at(group))) {
+            profiles.push_back(std::move(*profile));
+        }
+    }
+    return profiles;
+}
+
+std::vector<BrowserProfile> firefoxProfiles(const Platform& platform, const BrowserFolder& folder) {
+    std::vector<Path> paths = profilesOfIni(platform, folder.userData);
+    std::ranges::move(markedChildren(platform, folder.userData, "prefs.js"), std::back_inserter(paths));
+    std::vector<BrowserProfile> profiles;
+    for (const Path& path : paths) {
+        const auto known = std::ranges::find(profiles, path, &BrowserProfile::profile);
+        if (known != profiles.end() || path.filename().empty() || !isRealFolder(platform, path)) {
+            continue;
+        }
+        profiles.push_back({path, folder.cache / path.filename(), !isStrictlyBelow(path, folder.userData)});
+    }
+    return profiles;
+}
+
+std::vector<BrowserProfile> profilesIn(const Platform& platform, ProfileSearch search, const BrowserFolder& folder) {
+    switch (search) {
+    case ProfileSearch::Chromium:
+        return chromiumProfiles(platform, folder);
+    case ProfileSearch::Firefox:
+        return firefoxProfiles(platform, folder);
+    case ProfileSearch::FolderItself:
+        break;
+    }
+    return {{folder.userData, folder.cache, false}};
+}
+
+} // namespace
+
+std::vector<BrowserProfile> browserProfiles(const Platform& platform, const BrowserTraces& browser) {
+    std::vector<BrowserProfile> profiles;
+    for (const BrowserFolder& folder : browser.folders) {
+        std::ranges::move(profilesIn(platform, browser.search, folder), std::back_inserter(profiles));
+    }
+    return profiles;
+}
+
+} // namespace vellmoor

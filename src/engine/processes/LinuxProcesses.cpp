@@ -1,0 +1,119 @@
+#include "processes/LinuxProcesses.h"
+
+#include "Paths.h"
+#include "memory/MemoryText.h"
+#include "processes/ControlGroups.h"
+
+#include <algorithm>
+
+namespace vellmoor {
+namespace {
+
+/// The kernel limits arguments and variables together to a quarter of the stack limit, usually 2 MiB (execve(2)).
+constexpr std::size_t largestFile = std::size_t{4} * 1024 * 1024;
+
+/// Without the mark that the kernel puts behind the path of a program that was deleted or replaced (proc_pid_exe(5)).
+Path withoutMark(const Path& program) {
+    std::string text = program.native();
+    if (constexpr std::string_view mark = " (deleted)"; text.ends_with(mark)) {
+        text.resize(text.size() - mark.size());
+    }
+    return text;
+}
+
+} // namespace
+
+Path LinuxProcesses::file(std::int32_t pid, const char* name) const {
+    return layout_.memory.processes.folder / std::to_string(pid) / name;
+}
+
+std::string LinuxProcesses::contents(std::int32_t pid, const char* name) const {
+    return platform_.fileContents(file(pid, name), largestFile).value_or("");
+}
+
+bool LinuxProcesses::isOwn(std::int32_t pid) const {
+    // The folder of a process that may not be traced belongs to root (proc_pid(5)); its status tells the truth.
+    const std::string status = contents(pid, "status");
+    if (const auto users = statusValue(status, "Uid:")) {
+        const std::vector<std::string_view> kinds = fields(*users, 4); // real, effective, saved, file system
+        return kinds.size() > 1 && kinds[1] == std::to_string(platform_.userId());
+    }
+    const std::optional<FileFacts> facts = platform_.facts(layout_.memory.processes.folder / std::to_string(pid));
+    return facts && facts->owner == platform_.userId();
+}
+
+std::vector<std::int32_t> LinuxProcesses::pids() const {
+    std::vector<std::int32_t> found;
+    const auto children = platform_.entries(layout_.memory.processes.folder);
+    if (!children) {
+        return found;
+    }
+    for (const FolderEntry& child : *children) {
+        const bool numeric = child.name.find_first_not_of("0123456789") == std::string::npos;
+        const std::optional<std::int32_t> pid = numeric ? decimal<std::int32_t>(child.name) : std::nullopt;
+        if (pid && isOwn(*pid)) {
+            found.push_back(*pid);
+        }
+    }
+    std::ranges::sort(found);
+    return found;
+}
+
+std::optional<Path> LinuxProcesses::executable(std::int32_t pid) const {
+    const std::optional<Path> target = platform_.linkTarget(file(pid, "exe"));
+    return target ? std::optional(placed(withoutMark(*target), layout_.home, layout_.root)) : std::nullopt;
+}
+
+std::string LinuxProcesses::name(std::int32_t pid) const {
+    std::string name = contents(pid, "comm");
+    if (name.ends_with('\n')) {
+        name.pop_back();
+    }
+    return name;
+}
+
+std::optional<std::int64_t> LinuxProcesses::residentBytes(std::int32_t pid) const {
+    return vellmoor::residentBytes(contents(pid, "statm"), layout_.memory.processes.pageBytes);
+}
+
+std::optional<std::int32_t> LinuxProcesses::parent(std::int32_t pid) const {
+    const std::string status = contents(pid, "status");
+    const std::optional<std::string_view> value = statusValue(status, "PPid:");
+    return value ? decimal<std::int32_t>(*value) : std::nullopt;
+}
+
+std::string LinuxProcesses::group(std::int32_t pid) const {
+    return std::string(unifiedGroup(contents(pid, "cgroup")));
+}
+
+std::string LinuxProcesses::environment(std::int32_t pid) const {
+    return contents(pid, "environ");
+}
+
+std::string LinuxProcesses::flatpak(std::int32_t pid) const {
+    if (std::string id = groupFlatpak(group(pid)); !id.empty()) {
+        return id;
+    }
+    const std::optional<KeyFile> info = platform_.keyFile(file(pid, "root/.flatpak-info"));
+    if (!info || !info->contains("Application")) {
+        return {};
+    }
+    const auto& application = info->at("Application");
+    const auto name = application.find("name");
+    return name == application.end() ? std::string() : name->second;
+}
+
+std::string LinuxProcesses::snap(std::int32_t pid) const {
+    if (std::string name = groupSnap(group(pid)); !name.empty()) {
+        return name;
+    }
+    const Path program = executable(pid).value_or("");
+    for (const char* mounts : {"/snap", "/var/lib/snapd/snap"}) {
+        if (const Path folder = underRoot(layout_.root, mounts); isStrictlyBelow(program, folder)) {
+            return program.lexically_relative(folder).begin()->string();
+        }
+    }
+    return {};
+}
+
+} // namespace vellmoor

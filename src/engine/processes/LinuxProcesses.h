@@ -1,0 +1,48 @@
+#pragma once
+
+#include "Platform.h"
+#include "layouts/SystemLayout.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vellmoor {
+
+/// The processes of the user as /proc shows them. Every function reads afresh; a process that has ended, or that
+/// may not be looked into, answers nothing.
+class LinuxProcesses {
+public:
+    LinuxProcesses(const Platform& platform, const SystemLayout& layout) : platform_(platform), layout_(layout) {}
+
+    /// Those of the user only, ascending.
+    [[nodiscard]] std::vector<std::int32_t> pids() const;
+
+    /// Path of the program, below the layout's root; one that was deleted or replaced meanwhile keeps its old path.
+    [[nodiscard]] std::optional<Path> executable(std::int32_t pid) const;
+    /// The process's own name, at most 15 bytes, which it may change.
+    [[nodiscard]] std::string name(std::int32_t pid) const;
+    [[nodiscard]] std::optional<std::int64_t> residentBytes(std::int32_t pid) const;
+    [[nodiscard]] std::optional<std::int32_t> parent(std::int32_t pid) const;
+    /// Its path in the unified control group tree; empty: none.
+    [[nodiscard]] std::string group(std::int32_t pid) const;
+    /// All variables that it was started with, for environmentValue().
+    [[nodiscard]] std::string environment(std::int32_t pid) const;
+
+    /// The ID of the Flatpak it runs in; empty: none.
+    [[nodiscard]] std::string flatpak(std::int32_t pid) const;
+    /// The name of the snap it runs in; empty: none.
+    [[nodiscard]] std::string snap(std::int32_t pid) const;
+
+private:
+    [[nodiscard]] Path file(std::int32_t pid, const char* name) const;
+    [[nodiscard]] std::string contents(std::int32_t pid, const char* name) const;
+    [[nodiscard]] bool isOwn(std::int32_t pid) const;
+
+    const Platform& platform_;
+    const SystemLayout& layout_;
+};
+
+} // namespace vellmoor

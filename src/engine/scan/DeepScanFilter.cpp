@@ -1,0 +1,113 @@
+#include "scan/DeepScanFilter.h"
+
+#include "Glob.h"
+#include "Paths.h"
+
+#include <algorithm>
+
+namespace vellmoor {
+namespace {
+
+bool containsAny(const std::string& text, const std::vector<std::string>& fragments) {
+    return std::ranges::any_of(fragments, [&](const std::string& fragment) { return text.contains(fragment); });
+}
+
+bool isNumberedTrash(std::string_view component) {
+    constexpr std::string_view prefix = ".Trash-";
+    return component.starts_with(prefix) && component.size() > prefix.size() &&
+           component.find_first_not_of("0123456789", prefix.size()) == std::string_view::npos;
+}
+
+bool isExcludedName(const DeepScanRules& rules, std::string_view name) {
+    return std::ranges::find(rules.names, name) != rules.names.end() ||
+           std::ranges::any_of(rules.nameEndings, [&](const std::string& ending) { return name.ends_with(ending); });
+}
+
+bool isCloudName(const DeepScanRules& rules, std::string_view name) {
+    return std::ranges::any_of(rules.homeNames, [&](const std::string& pattern) { return globMatches(pattern, name); });
+}
+
+/// The direct child of `home` that `path` is or lies below, if that is a cloud folder.
+bool liesInCloudFolder(const DeepScanRules& rules, const Path& home, const Path& path) {
+    if (rules.homeNames.empty() || !isStrictlyBelow(path, home)) {
+        return false;
+    }
+    const std::string_view rest = std::string_view(path.native()).substr(home.native().size() + 1);
+    return isCloudName(rules, rest.substr(0, rest.find('/')));
+}
+
+bool liesInAny(const std::vector<Path>& folders, const Path& path) {
+    return std::ranges::any_of(folders,
+                               [&](const Path& folder) { return path == folder || isStrictlyBelow(path, folder); });
+}
+
+} // namespace
+
+bool liesInTrash(const DeepScanRules& rules, const Path& path) {
+    if (containsAny(path.native(), rules.trashFragments) ||
+        std::ranges::any_of(rules.trashFolders, [&](const Path& folder) { return isStrictlyBelow(path, folder); })) {
+        return true;
+    }
+    return rules.numberedTrash &&
+           std::ranges::any_of(path, [](const Path& component) { return isNumberedTrash(component.native()); });
+}
+
+bool shouldSkipDuringDeepScan(const SystemLayout& layout, const Path& path) {
+    const DeepScanRules& rules = layout.deepScan;
+    const Path standard = lexicallyStandardized(path);
+    return isExcludedName(rules, standard.filename().native()) || containsAny(standard.native(), rules.fragments) ||
+           liesInTrash(rules, standard) || liesInCloudFolder(rules, lexicallyStandardized(layout.home), standard);
+}
+
+DeepScanFilter::DeepScanFilter(const Platform& platform, const SystemLayout& layout, const Path& root)
+    : rules_(layout.deepScan),
+      home_(platform.standardized(layout.home)),
+      trashFolders_(rules_.trashFolders) {
+    // A home behind a link has two spellings; the walk may start from either.
+    for (const Path& folder : rules_.trashFolders) {
+        if (const auto real = platform.realPath(folder); real && *real != folder) {
+            trashFolders_.push_back(*real);
+        }
+    }
+    const Path start = platform.standardized(root);
+    const bool rootInTrash = liesInTrash(rules_, start) || std::ranges::any_of(trashFolders_, [&](const Path& folder) {
+                                 return isStrictlyBelow(start, folder);
+                             });
+    trashRule_ = !rootInTrash;
+    rootIsHome_ = start == home_;
+    excludesAll_ = start != Path("/") && excludesFolder(start);
+}
+
+bool DeepScanFilter::excludesName(std::string_view name, std::uint32_t depth) const {
+    if (isExcludedName(rules_, name)) {
+        return true;
+    }
+    return rootIsHome_ && depth == 1 && isCloudName(rules_, name);
+}
+
+bool DeepScanFilter::excludesFolder(const Path& folder) const {
+    const std::string inside = folder.native() + "/";
+    if (containsAny(inside, rules_.fragments)) {
+        return true;
+    }
+    if (trashRule_) {
+        if (containsAny(inside, rules_.trashFragments) || liesInAny(trashFolders_, folder)) {
+            return true;
+        }
+        if (rules_.numberedTrash && inside.contains("/.Trash-") && liesInTrash(rules_, folder)) {
+            return true;
+        }
+    }
+    return liesInCloudFolder(rules_, home_, folder);
+}
+
+bool DeepScanFilter::marksSyncRoot(std::span<const std::string_view> names) const {
+    return std::ranges::any_of(names, [&](std::string_view name) {
+        // Every marker is a hidden name; this keeps the common case cheap.
+        return name.starts_with('.') && std::ranges::any_of(rules_.markers, [&](const std::string& marker) {
+                   return globMatches(marker, name);
+               });
+    });
+}
+
+} // namespace vellmoor

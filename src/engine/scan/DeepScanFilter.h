@@ -1,0 +1,45 @@
+#pragma once
+
+#include "Platform.h"
+#include "layouts/SystemLayout.h"
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vellmoor {
+
+/// The deep-scan exclusion for one walk, split so that an entry costs a look at its name and only a folder costs a
+/// look at its path. Immutable, so every worker of a walk may ask it.
+class DeepScanFilter {
+public:
+    /// `root` is where the walk starts; a root that lies in a Trash lifts the Trash rule for this walk.
+    DeepScanFilter(const Platform& platform, const SystemLayout& layout, const Path& root);
+
+    /// Everything below the root is excluded, because the root lies in an excluded place.
+    [[nodiscard]] bool excludesAll() const { return excludesAll_; }
+    /// Whether the name alone excludes an entry; `depth` is 1 for a child of the root.
+    [[nodiscard]] bool excludesName(std::string_view name, std::uint32_t depth) const;
+    /// Whether a folder is excluded by where it lies.
+    [[nodiscard]] bool excludesFolder(const Path& folder) const;
+    /// Whether the names directly inside a folder below the root mark it as synchronised.
+    [[nodiscard]] bool marksSyncRoot(std::span<const std::string_view> names) const;
+    [[nodiscard]] bool wantsNames() const { return !rules_.markers.empty(); }
+
+private:
+    const DeepScanRules& rules_;
+    Path home_;
+    std::vector<Path> trashFolders_;
+    bool trashRule_ = true;
+    bool rootIsHome_ = false;
+    bool excludesAll_ = false;
+};
+
+/// Whether a deep walk must not enter or count `path`.
+bool shouldSkipDuringDeepScan(const SystemLayout& layout, const Path& path);
+
+/// Whether `path` lies in a Trash as the deep-scan rules know it.
+bool liesInTrash(const DeepScanRules& rules, const Path& path);
+
+} // namespace vellmoor

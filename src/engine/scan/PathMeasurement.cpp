@@ -1,0 +1,185 @@
+#include "scan/PathMeasurement.h"
+
+#include "CheckedMath.h"
+#include "Paths.h"
+#include "Platform.h"
+#include "Walk.h"
+#include "scan/DeepScanFilter.h"
+
+#include <algorithm>
+
+namespace vellmoor {
+namespace {
+
+/// Adds up regular files; one total per worker, so that nothing is shared while the walk runs.
+class Totals final : public walk::Visitor {
+public:
+    Totals(const DeepScanFilter& filter, unsigned workers) : filter_(filter), totals_(workers) {}
+
+    walk::Action entry(const walk::Entry& entry, unsigned worker) override {
+        if (filter_.excludesName(entry.name, entry.depth)) {
+            return walk::Action::Prune;
+        }
+        if (entry.type == walk::EntryType::Directory) {
+            return filter_.excludesFolder(entry.path()) ? walk::Action::Prune : walk::Action::Continue;
+        }
+        if (entry.type == walk::EntryType::File) {
+            PathStats& total = totals_[worker].stats;
+            total.bytes = checkedAdd(total.bytes, entry.allocatedBytes);
+            total.files = checkedAdd<std::int64_t>(total.files, 1);
+        }
+        return walk::Action::Continue;
+    }
+
+    walk::Action directory(const walk::Directory& directory, unsigned) override {
+        return filter_.marksSyncRoot(directory.names) ? walk::Action::Prune : walk::Action::Continue;
+    }
+
+    [[nodiscard]] PathStats sum() const {
+        PathStats all;
+        for (const Slot& slot : totals_) {
+            all.bytes = checkedAdd(all.bytes, slot.stats.bytes);
+            all.files = checkedAdd(all.files, slot.stats.files);
+        }
+        return all;
+    }
+
+private:
+    /// A cache line each, so that workers do not slow each other down.
+    struct alignas(64) Slot {
+        PathStats stats;
+    };
+    const DeepScanFilter& filter_;
+    std::vector<Slot> totals_;
+};
+
+PathStats folderStats(const EngineContext& context, const Path& folder) {
+    const DeepScanFilter filter(context.platform(), context.layout(), folder);
+    if (filter.excludesAll()) {
+        return {};
+    }
+    walk::Options options;
+    options.wantsNames = filter.wantsNames();
+    options.cancelled = &context.token().flag();
+    Totals totals(filter, walk::workerCount(options));
+    walk::walk(folder, options, totals);
+    return totals.sum();
+}
+
+} // namespace
+
+PathStats stats(EngineContext& context, const Path& path) {
+    const Platform& platform = context.platform();
+    if (!platform.exists(path)) {
+        return {};
+    }
+    const std::optional<FileFacts> facts = platform.facts(path);
+    if (!facts) {
+        return {};
+    }
+    if (facts->isRegularFile) {
+        return {.bytes = facts->allocatedBytes, .files = 1};
+    }
+    if (!facts->isDirectory) {
+        return {};
+    }
+    const std::string key = platform.standardized(path).string();
+    std::map<std::string, PathStats>& measured = context.remembered<Measurements>().byPath;
+    if (const auto known = measured.find(key); known != measured.end()) {
+        return known->second;
+    }
+    const PathStats result = folderStats(context, path);
+    if (!context.isCancelled()) {
+        measured.emplace(key, result);
+    }
+    return result;
+}
+
+std::optional<TimePoint> modificationDate(const EngineContext& context, const Path& path) {
+    const std::optional<FileFacts> facts = context.platform().facts(path);
+    return facts ? facts->modified : std::nullopt;
+}
+
+std::string relativeDate(const EngineContext& context, const std::optional<TimePoint>& date) {
+    if (!date) {
+        return L::tr("未知");
+    }
+    return context.platform().relativeDate(*date, context.now(), L::language());
+}
+
+std::string displayPath(const SystemLayout& layout, const Path& path) {
+    const Path standard = lexicallyStandardized(path);
+    const Path home = lexicallyStandardized(layout.home);
+    if (standard == home) {
+        return "~";
+    }
+    if (isStrictlyBelow(standard, home)) {
+        return "~" + standard.native().substr(home.native().size());
+    }
+    return standard.string();
+}
+
+std::string symbolFor(const EngineContext& context, const Path& path) {
+    const std::string extension = lowerExtension(path);
+    for (const auto& [extensions, symbol] : context.layout().symbols) {
+        if (std::ranges::find(extensions, extension) != extensions.end()) {
+            return symbol;
+        }
+    }
+    const std::optional<FileFacts> facts = context.platform().facts(path);
+    return facts && facts->isDirectory ? "folder" : "doc";
+}
+
+CleanupTarget target(EngineContext& context, const Path& path, const std::optional<PathStats>& known, bool selected) {
+    const PathStats measured = known ? *known : stats(context, path);
+    const std::optional<TimePoint> modified = modificationDate(context, path);
+    return {.url = path,
+            .name = displayName(path),
+            .location = displayPath(context.layout(), path.parent_path()),
+            .bytes = measured.bytes,
+            .files = measured.files,
+            .modified = relativeDate(context, modified),
+            .modifiedAt = modified,
+            .symbol = symbolFor(context, path),
+            .isSelected = selected};
+}
+
+CleanupItem categoryItem(EngineContext& context, const CategorySpec& spec) {
+    CleanupItem item;
+    item.module = spec.module;
+    item.title = spec.title;
+    item.symbol = spec.symbol;
+    item.tint = spec.tint;
+    const bool preselected = spec.cleanable && spec.selected && spec.risk == CleanupRisk::safe;
+    for (const Path& root : spec.roots) {
+        if (!context.platform().exists(root)) {
+            continue;
+        }
+        // Measured once: the figure serves the target and the total.
+        item.targets.push_back(target(context, root, std::nullopt, preselected));
+        item.bytes = checkedAdd(item.bytes, item.targets.back().bytes);
+        item.files = checkedAdd(item.files, item.targets.back().files);
+    }
+    const bool found = !item.targets.empty();
+    item.description = found ? spec.description : L::tr("%@；未发现可处理项目", spec.description);
+    item.isCleanable = spec.cleanable && found;
+    item.risk = item.isCleanable ? spec.risk : CleanupRisk::previewOnly;
+    item.isSelected = preselected && found;
+    return item;
+}
+
+std::vector<Path> visibleChildren(const EngineContext& context, const Path& folder) {
+    std::vector<Path> children;
+    const auto entries = context.platform().entries(folder);
+    if (!entries) {
+        return children; // an unreadable folder is an empty one for every scanner but the Trash
+    }
+    for (const FolderEntry& entry : *entries) {
+        if (!entry.isHidden) {
+            children.push_back(folder / entry.name);
+        }
+    }
+    return children;
+}
+
+} // namespace vellmoor

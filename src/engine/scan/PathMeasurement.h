@@ -1,0 +1,56 @@
+// The measuring kit: how every scanner turns paths into sizes, dates, targets and rows.
+#pragma once
+
+#include "ScanSnapshot.h"
+#include "scan/EngineContext.h"
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vellmoor {
+
+/// The folders that were measured so far in this call, by standardised path.
+struct Measurements {
+    std::map<std::string, PathStats> byPath;
+};
+
+/// Allocated bytes and files of `path`, hidden entries left out; zero for what cannot be measured. A cancelled
+/// measurement answers the part that was counted.
+PathStats stats(EngineContext& context, const Path& path);
+
+std::optional<TimePoint> modificationDate(const EngineContext& context, const Path& path);
+/// "Unknown" for no date.
+std::string relativeDate(const EngineContext& context, const std::optional<TimePoint>& date);
+/// The home folder replaced by "~".
+std::string displayPath(const SystemLayout& layout, const Path& path);
+std::string symbolFor(const EngineContext& context, const Path& path);
+
+/// One path as a target; measured when `known` is absent.
+CleanupTarget target(EngineContext& context, const Path& path, const std::optional<PathStats>& known, bool selected);
+
+/// What a category is made of; texts are localised already.
+struct CategorySpec {
+    CleanerModule module = CleanerModule::smartScan;
+    std::string title;
+    std::string description;
+    std::vector<Path> roots;
+    std::string symbol;
+    Tint tint = Tint::gray;
+    CleanupRisk risk = CleanupRisk::safe;
+    bool cleanable = true;
+    bool selected = false;
+};
+
+/// The row of a category over those of its roots that exist. Not cleanable: shown as previewOnly. Preselected only
+/// when asked for, cleanable and safe.
+CleanupItem categoryItem(EngineContext& context, const CategorySpec& spec);
+
+/// The direct children that are not hidden, in the system's order; none when the folder cannot be listed.
+std::vector<Path> visibleChildren(const EngineContext& context, const Path& folder);
+
+/// The paths that the patterns name on this disk, pattern after pattern, in listing order, not merged.
+std::vector<Path> expandRoots(EngineContext& context, const std::vector<RootPattern>& patterns);
+
+} // namespace vellmoor

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "ScanSnapshot.h"
+#include "layouts/SystemLayout.h"
+#include "service/CleanerService.h"
+
+namespace vellmoor {
+
+/// The engine over a real (or stand-in) system. Both references must outlive the service.
+class SystemCleanerService final : public CleanerService {
+public:
+    SystemCleanerService(const Platform& platform, const SystemLayout& layout);
+
+    ScanSnapshot scan(CleanerModule module, const ProgressCallback& progress, const CancelToken& token) override;
+    CleanupReport clean(const std::vector<CleanupItem>& items) override;
+    StartupActionResult disableStartupItem(const StartupItem& item) override;
+    StartupActionResult enableStartupItem(const StartupItem& item) override;
+    std::vector<PermissionHint> permissionHints() override;
+    QuitOutcome requestQuit(const MemoryApp& app) override;
+
+private:
+    const Platform& platform_;
+    const SystemLayout& layout_;
+};
+
+} // namespace vellmoor

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "scan/EngineContext.h"
+
+#include <vector>
+
+namespace vellmoor {
+
+/// A Trash folder to look at.
+struct TrashSource {
+    std::string title;       ///< localised
+    std::string description; ///< localised
+    Path url;                ///< the folder whose children are the items
+    TrashFolder trash;
+};
+
+/// The user's own Trash first, then the volumes' in the system's order, without duplicates.
+std::vector<TrashSource> trashSources(const EngineContext& context);
+
+/// One row per Trash that holds something or cannot be read.
+std::vector<CleanupItem> trashItems(EngineContext& context);
+
+} // namespace vellmoor

@@ -1,0 +1,91 @@
+#include "layouts/LinuxEnvironment.h"
+
+#include "Paths.h"
+
+#include <algorithm>
+#include <array>
+
+namespace vellmoor {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::array toolVariables{"npm_config_cache",   "PNPM_HOME",  "PIP_CACHE_DIR",   "UV_CACHE_DIR",
+                                   "CARGO_HOME",         "GOCACHE",    "GOMODCACHE",      "GOPATH",
+                                   "GRADLE_USER_HOME",   "CCACHE_DIR", "SCCACHE_DIR",     "NUGET_PACKAGES",
+                                   "COMPOSER_CACHE_DIR", "HF_HOME",    "FLATPAK_USER_DIR"};
+
+/// The value when it is an absolute path, as the Base Directory rules demand.
+std::optional<fs::path> absolute(const VariableLookup& lookup, std::string_view name) {
+    const std::optional<std::string> value = lookup(name);
+    if (!value || !value->starts_with('/')) {
+        return std::nullopt;
+    }
+    return lexicallyStandardized(*value);
+}
+
+std::vector<std::string> split(std::string_view text, char separator) {
+    std::vector<std::string> parts;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find(separator), text.size());
+        if (end > 0) {
+            parts.emplace_back(text.substr(0, end));
+        }
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return parts;
+}
+
+std::vector<fs::path> folders(const VariableLookup& lookup, std::string_view name,
+                              const std::vector<fs::path>& fallback) {
+    std::vector<fs::path> out;
+    for (const std::string& part : split(lookup(name).value_or(""), ':')) {
+        if (part.starts_with('/')) {
+            out.push_back(lexicallyStandardized(part));
+        }
+    }
+    return out.empty() ? fallback : out;
+}
+
+} // namespace
+
+std::vector<fs::path> LinuxEnvironment::toolFolder(std::string_view variable, const fs::path& fallback) const {
+    const auto found = toolFolders.find(std::string(variable));
+    if (found == toolFolders.end() || found->second == fallback) {
+        return {fallback};
+    }
+    return {found->second, fallback};
+}
+
+LinuxEnvironment linuxEnvironment(const VariableLookup& lookup, const fs::path& accountHome) {
+    LinuxEnvironment environment;
+    environment.home = absolute(lookup, "HOME").value_or(lexicallyStandardized(accountHome));
+    // A base folder that is the home folder or holds it would make everything of the user's a cache or a log.
+    const auto base = [&](std::string_view name, const char* fallback) {
+        const std::optional<fs::path> named = absolute(lookup, name);
+        const bool holdsHome = named && (*named == environment.home || isStrictlyBelow(environment.home, *named));
+        return named && !holdsHome ? *named : environment.home / fallback;
+    };
+    environment.config = base("XDG_CONFIG_HOME", ".config");
+    environment.cache = base("XDG_CACHE_HOME", ".cache");
+    environment.data = base("XDG_DATA_HOME", ".local/share");
+    environment.state = base("XDG_STATE_HOME", ".local/state");
+    environment.configDirs = folders(lookup, "XDG_CONFIG_DIRS", {"/etc/xdg"});
+    environment.dataDirs = folders(lookup, "XDG_DATA_DIRS", {"/usr/local/share", "/usr/share"});
+    environment.runtime = absolute(lookup, "XDG_RUNTIME_DIR").value_or("");
+    environment.desktops = split(lookup("XDG_CURRENT_DESKTOP").value_or(""), ':');
+    for (const char* name : toolVariables) {
+        if (const auto folder = absolute(lookup, name)) {
+            environment.toolFolders.emplace(name, *folder);
+        }
+    }
+    environment.ownAppImage = absolute(lookup, "APPIMAGE").value_or("").string();
+    environment.insideSnap = !lookup("SNAP").value_or("").empty();
+    return environment;
+}
+
+LinuxEnvironment linuxEnvironmentOf(const fs::path& home) {
+    return linuxEnvironment([](std::string_view) -> std::optional<std::string> { return std::nullopt; }, home);
+}
+
+} // namespace vellmoor

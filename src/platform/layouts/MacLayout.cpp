@@ -1,0 +1,122 @@
+#include "Paths.h"
+#include "layouts/LinuxEnvironment.h"
+#include "layouts/SystemLayout.h"
+
+namespace vellmoor {
+namespace {
+
+namespace fs = std::filesystem;
+
+RootPattern childrenOf(fs::path folder) {
+    return {.base = std::move(folder), .components = {"*"}};
+}
+RootPattern itself(fs::path path) {
+    return {.base = std::move(path), .components = {}};
+}
+
+std::vector<JunkCategory> junkCategories(const fs::path& home) {
+    const fs::path library = home / "Library";
+    return {
+        {.title = "用户缓存",
+         .description = "~/Library/Caches 中的可再生缓存",
+         .argument = {},
+         .symbol = "externaldrive.badge.timemachine",
+         .tint = Tint::teal,
+         .risk = CleanupRisk::safe,
+         .selected = true,
+         .roots = {childrenOf(library / "Caches")}},
+        {.title = "系统日志",
+         .description = "诊断报告、崩溃日志和旧日志文件",
+         .argument = {},
+         .symbol = "doc.text.magnifyingglass",
+         .tint = Tint::orange,
+         .risk = CleanupRisk::safe,
+         .selected = true,
+         .roots = {childrenOf(library / "Logs"), childrenOf(library / "Logs/DiagnosticReports")}},
+        {.title = "开发缓存",
+         .description = "Xcode DerivedData、模拟器缓存和旧归档",
+         .argument = {},
+         .symbol = "hammer",
+         .tint = Tint::indigo,
+         .risk = CleanupRisk::cautious,
+         .selected = false,
+         .roots = {itself(library / "Developer/Xcode/DerivedData"), itself(library / "Developer/CoreSimulator/Caches"),
+                   itself(library / "Developer/Xcode/Archives")}},
+    };
+}
+
+std::vector<std::pair<std::vector<std::string>, std::string>> symbols() {
+    return {
+        {{"app"}, "app.dashed"},
+        {{"zip", "xip", "7z", "rar"}, "doc.zipper"},
+        {{"dmg", "iso"}, "opticaldiscdrive"},
+        {{"pkg"}, "shippingbox"},
+        {{"mov", "mp4", "m4v"}, "film"},
+        {{"jpg", "jpeg", "png", "heic", "psd"}, "photo"},
+    };
+}
+
+std::vector<fs::path> protectedPaths(const fs::path& home, const fs::path& root) {
+    std::vector<fs::path> paths;
+    for (const char* folder : {"Desktop", "Documents", "Downloads", "Movies", "Music", "Pictures", "Public", "Library",
+                               "Applications", ".Trash", ".ssh", ".gnupg"}) {
+        paths.push_back(home / folder);
+    }
+    for (const char* folder :
+         {"Caches", "Logs", "Preferences", "Application Support", "Containers", "Group Containers", "LaunchAgents",
+          "Keychains", "Mail", "Messages", "Safari", "Mobile Documents", "CloudStorage", "Developer"}) {
+        paths.push_back(home / "Library" / folder);
+    }
+    for (const char* folder : {"/System", "/Library", "/Users", "/Applications", "/Volumes", "/private", "/usr", "/bin",
+                               "/sbin", "/etc", "/var", "/opt"}) {
+        paths.push_back(underRoot(root, folder));
+    }
+    return paths;
+}
+
+} // namespace
+
+SystemLayout macosLayout(const fs::path& homeFolder, std::uint32_t userId, const fs::path& root) {
+    const fs::path home = lexicallyStandardized(homeFolder);
+    SystemLayout layout;
+    layout.texts = TextSet::Mac;
+    layout.home = home;
+    layout.root = root;
+    layout.protectedPaths = protectedPaths(home, root);
+    layout.deepScan = {.names = {"node_modules", ".git"},
+                       .nameEndings = {},
+                       .fragments = {"/Library/Mobile Documents/", "/Library/CloudStorage/"},
+                       .trashFragments = {"/.Trash/", "/.Trashes/"},
+                       .trashFolders = {},
+                       .numberedTrash = false,
+                       .homeNames = {},
+                       .markers = {}};
+    layout.fileKinds = &FileKinds::common();
+    layout.symbols = symbols();
+    layout.junk = junkCategories(home);
+    layout.downloads = {.folder = home / "Downloads", .extensions = {"dmg", "pkg", "zip", "xip", "ipsw", "iso"}};
+    for (const char* folder : {"Downloads", "Desktop", "Documents", "Movies", "Pictures"}) {
+        layout.largeFileRoots.push_back(home / folder);
+    }
+    layout.trash = {.homeFolder = home / ".Trash",
+                    .homeDescription = "~/.Trash 中的文件",
+                    .contents = "",
+                    .volumePrefix = underRoot(root, "/Volumes/").string(),
+                    .volumeForms = {{.folder = fs::path(".Trashes") / std::to_string(userId)}},
+                    .checksOwner = false,
+                    .permanentFragments = {"/.Trash/", "/.Trashes/"}};
+    if (!layout.trash.volumePrefix.ends_with('/')) {
+        layout.trash.volumePrefix += '/';
+    }
+    layout.startupCountFolder = home / "Library/LaunchAgents";
+    layout.backgroundCountFolder = home / "Library/Application Scripts";
+    layout.volumeLabel = "Macintosh HD";
+    layout.privacy = macPrivacyLayout(home, userId, root);
+    layout.apps = macAppLayout(home, userId, root);
+    layout.startup = macStartupLayout(home, userId, root);
+    layout.memory = macMemoryLayout(home, userId, root);
+    layout.permissions = macPermissionLayout(home, userId, root);
+    return layout;
+}
+
+} // namespace vellmoor

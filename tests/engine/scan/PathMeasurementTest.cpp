@@ -1,0 +1,411 @@
+#include "scan/PathMeasurement.h"
+
+#include "EngineHome.h"
+#include "Host.h"
+#include "Paths.h"
+#include "ScanSnapshot.h"
+#include "ScopedUnprivileged.h"
+#include "scan/DeepScanFilter.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace vellmoor {
+namespace {
+
+using test::days;
+using test::EngineHome;
+using test::System;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+/// Most rules are the same on both systems.
+class PathMeasurementOnBoth : public ::testing::TestWithParam<System> {
+protected:
+    EngineHome home{GetParam()};
+    EngineContext context = home.context();
+};
+
+INSTANTIATE_TEST_SUITE_P(, PathMeasurementOnBoth, ::testing::ValuesIn(test::hostedSystems()),
+                         [](const auto& run) { return run.param == System::Mac ? "Mac" : "Linux"; });
+
+TEST_P(PathMeasurementOnBoth, AFileMeasuresItsAllocatedBytesAndCountsOne) {
+    const Path file = home.file("a.bin", 10'000);
+    struct stat facts{};
+    ASSERT_EQ(::stat(file.c_str(), &facts), 0);
+    EXPECT_EQ(stats(context, file), (PathStats{.bytes = facts.st_blocks * 512, .files = 1}));
+}
+
+TEST_P(PathMeasurementOnBoth, ASparseFileMeasuresWhatItHoldsNotItsLength) {
+    const Path file = home.file("sparse.bin", 0);
+    ASSERT_EQ(::truncate(file.c_str(), 1L << 30), 0);
+    EXPECT_LT(stats(context, file).bytes, 1 << 20);
+    EXPECT_EQ(stats(context, file).files, 1);
+}
+
+TEST_P(PathMeasurementOnBoth, SomethingMissingMeasuresZero) {
+    EXPECT_EQ(stats(context, home.place("nothing")), PathStats{});
+}
+
+TEST_P(PathMeasurementOnBoth, ASymbolicLinkMeasuresZero) {
+    const Path folder = home.folder("real");
+    home.file("real/a", 8192);
+    EXPECT_EQ(stats(context, home.link(folder, "link")), PathStats{});
+    EXPECT_EQ(stats(context, home.link("nowhere", "dangling")), PathStats{});
+}
+
+TEST_P(PathMeasurementOnBoth, AFifoMeasuresZeroAndIsNotOpened) {
+    EXPECT_EQ(stats(context, home.fifo("pipe")), PathStats{});
+}
+
+TEST_P(PathMeasurementOnBoth, AFolderAddsUpEverythingBelowIt) {
+    home.file("tree/a", 4096);
+    home.file("tree/one/b", 8192);
+    home.file("tree/one/two/c", 4096);
+    EXPECT_EQ(stats(context, home.place("tree")), (PathStats{.bytes = 16384, .files = 3}));
+}
+
+TEST_P(PathMeasurementOnBoth, AFolderHoldingOnlyHiddenFilesMeasuresZero) {
+    home.file("tree/.a", 4096);
+    home.file("tree/.hidden/b", 4096);
+    EXPECT_EQ(stats(context, home.place("tree")), PathStats{});
+}
+
+TEST_P(PathMeasurementOnBoth, AHiddenRootIsMeasured) {
+    home.file(".npm/_cacache/a", 4096);
+    EXPECT_EQ(stats(context, home.place(".npm/_cacache")).files, 1);
+}
+
+TEST_P(PathMeasurementOnBoth, NodeModulesAndGitBelowTheRootAreLeftOut) {
+    home.file("tree/a", 4096);
+    home.file("tree/node_modules/b", 4096);
+    home.file("tree/deep/.git/c", 4096);
+    home.file("tree/deep/git/d", 4096);
+    EXPECT_EQ(stats(context, home.place("tree")), (PathStats{.bytes = 8192, .files = 2}));
+}
+
+TEST_P(PathMeasurementOnBoth, AHardLinkCountsEachTimeItIsMet) {
+    const Path file = home.file("tree/a", 4096);
+    ASSERT_EQ(::link(file.c_str(), (home.place("tree") / "b").c_str()), 0);
+    EXPECT_EQ(stats(context, home.place("tree")), (PathStats{.bytes = 8192, .files = 2}));
+}
+
+TEST_P(PathMeasurementOnBoth, AnUnreadableSubfolderIsPassedOver) {
+    home.file("tree/a", 4096);
+    home.file("tree/closed/b", 4096);
+    home.setMode("tree/closed", 0);
+    {
+        const test::ScopedUnprivileged asAnybody;
+        EXPECT_EQ(stats(context, home.place("tree")), (PathStats{.bytes = 4096, .files = 1}));
+    }
+    home.setMode("tree/closed", 0755);
+}
+
+TEST_P(PathMeasurementOnBoth, ACancelledMeasurementAnswersAPartAndIsNotRemembered) {
+    for (int i = 0; i < 1000; ++i) {
+        home.file("tree/" + std::to_string(i), 4096);
+    }
+    home.token.cancel();
+    EngineContext cancelled = home.context();
+    EXPECT_LT(stats(cancelled, home.place("tree")).files, 1000);
+    EXPECT_THAT(cancelled.remembered<Measurements>().byPath, IsEmpty());
+}
+
+TEST_P(PathMeasurementOnBoth, AFolderIsMeasuredOncePerScan) {
+    home.file("tree/a", 4096);
+    EXPECT_EQ(stats(context, home.place("tree")).files, 1);
+    home.file("tree/b", 4096);
+    EXPECT_EQ(stats(context, home.place("tree")).files, 1);
+    EngineContext next = home.context();
+    EXPECT_EQ(stats(next, home.place("tree")).files, 2);
+}
+
+TEST_P(PathMeasurementOnBoth, DisplayPathOfTheHomeFolderIsATilde) {
+    EXPECT_EQ(displayPath(home.layout, home.home), "~");
+    EXPECT_EQ(displayPath(home.layout, home.home / "Downloads/file.dmg"), "~/Downloads/file.dmg");
+    EXPECT_EQ(displayPath(home.layout, home.home.native() + "//Downloads/./x/../"), "~/Downloads");
+}
+
+TEST_P(PathMeasurementOnBoth, DisplayPathOfASiblingWithALongerNameStaysWhole) {
+    const std::string sibling = home.home.native() + "x/file";
+    EXPECT_EQ(displayPath(home.layout, sibling), sibling);
+}
+
+TEST_P(PathMeasurementOnBoth, RelativeDateOfNothingIsUnknown) {
+    EXPECT_EQ(relativeDate(context, std::nullopt), "Unknown");
+    L::setLanguage(AppLanguage::chinese);
+    EXPECT_EQ(relativeDate(context, std::nullopt), "未知");
+}
+
+TEST_P(PathMeasurementOnBoth, RelativeDateFollowsTheLanguage) {
+    EXPECT_EQ(relativeDate(context, home.now - days(2)), "2 days ago");
+    L::setLanguage(AppLanguage::chinese);
+    EXPECT_EQ(relativeDate(context, home.now - days(2)), "2天前");
+}
+
+TEST_P(PathMeasurementOnBoth, SymbolsFollowTheExtensionInAnyCase) {
+    const auto symbol = [&](const char* name) { return symbolFor(context, home.file(name, 0)); };
+    EXPECT_EQ(symbol("a.ZIP"), "doc.zipper");
+    EXPECT_EQ(symbol("a.xip"), "doc.zipper");
+    EXPECT_EQ(symbol("a.7z"), "doc.zipper");
+    EXPECT_EQ(symbol("a.rar"), "doc.zipper");
+    EXPECT_EQ(symbol("a.dmg"), "opticaldiscdrive");
+    EXPECT_EQ(symbol("a.iso"), "opticaldiscdrive");
+    EXPECT_EQ(symbol("a.pkg"), "shippingbox");
+    EXPECT_EQ(symbol("a.mov"), "film");
+    EXPECT_EQ(symbol("a.mp4"), "film");
+    EXPECT_EQ(symbol("a.m4v"), "film");
+    for (const char* picture : {"a.jpg", "a.jpeg", "a.png", "a.heic", "a.psd"}) {
+        EXPECT_EQ(symbol(picture), "photo") << picture;
+    }
+    for (const char* plain : {"a.tar", "a.gz", "a.bz2", "a.avi", "a.mkv", "a.tiff", "a.raw", "a.txt", "a"}) {
+        EXPECT_EQ(symbol(plain), "doc") << plain;
+    }
+    EXPECT_EQ(symbolFor(context, home.folder("Thing.app")), "app.dashed");
+    EXPECT_EQ(symbolFor(context, home.folder("Plain")), "folder");
+    EXPECT_EQ(symbolFor(context, home.place("missing")), "doc");
+}
+
+TEST_P(PathMeasurementOnBoth, ATargetCarriesTheFactsOfItsPath) {
+    const Path file = home.file("Downloads/setup.dmg", 8192, days(3));
+    const CleanupTarget made = target(context, file, std::nullopt, true);
+    EXPECT_EQ(made.url, file);
+    EXPECT_EQ(made.name, "setup.dmg");
+    EXPECT_EQ(made.location, "~/Downloads");
+    EXPECT_EQ(made.bytes, 8192);
+    EXPECT_EQ(made.files, 1);
+    EXPECT_EQ(made.modified, "3 days ago");
+    EXPECT_EQ(made.modifiedAt, home.now - days(3));
+    EXPECT_EQ(made.symbol, "opticaldiscdrive");
+    EXPECT_TRUE(made.isSelected);
+}
+
+TEST_P(PathMeasurementOnBoth, AGivenMeasurementIsTakenAsItIs) {
+    const CleanupTarget made = target(context, home.file("a", 8192), PathStats{.bytes = 5, .files = 7}, false);
+    EXPECT_EQ(made.bytes, 5);
+    EXPECT_EQ(made.files, 7);
+    EXPECT_FALSE(made.isSelected);
+}
+
+TEST_P(PathMeasurementOnBoth, ATargetOfTheRootFolderIsNamedByItsWholePath) {
+    EXPECT_EQ(target(context, "/", PathStats{}, false).name, "/");
+}
+
+CategorySpec categoryOf(std::vector<Path> roots) {
+    return {.module = CleanerModule::systemJunk,
+            .title = "Title",
+            .description = "Description",
+            .roots = std::move(roots),
+            .symbol = "hammer",
+            .tint = Tint::indigo,
+            .risk = CleanupRisk::safe,
+            .cleanable = true,
+            .selected = true};
+}
+
+TEST_P(PathMeasurementOnBoth, ACategoryKeepsTheRootsThatExistInTheirOrder) {
+    const Path b = home.file("b", 4096);
+    const Path a = home.file("a", 8192);
+    const CleanupItem item = categoryItem(context, categoryOf({b, home.place("missing"), a}));
+    ASSERT_EQ(item.targets.size(), 2U);
+    EXPECT_EQ(item.targets[0].url, b);
+    EXPECT_EQ(item.targets[1].url, a);
+    EXPECT_EQ(item.bytes, 12288);
+    EXPECT_EQ(item.files, 2);
+    EXPECT_EQ(item.description, "Description");
+    EXPECT_TRUE(item.isCleanable);
+    EXPECT_TRUE(item.isSelected);
+    EXPECT_TRUE(item.targets[0].isSelected);
+    EXPECT_FALSE(item.appInfo);
+}
+
+TEST_P(PathMeasurementOnBoth, ACategoryWithoutAnyRootIsNeitherCleanableNorSelected) {
+    const CleanupItem item = categoryItem(context, categoryOf({home.place("missing")}));
+    EXPECT_EQ(item.description, "Description; no items found");
+    EXPECT_EQ(item.bytes, 0);
+    EXPECT_EQ(item.files, 0);
+    EXPECT_FALSE(item.isCleanable);
+    EXPECT_FALSE(item.isSelected);
+    EXPECT_EQ(item.risk, CleanupRisk::previewOnly);
+    EXPECT_THAT(item.targets, IsEmpty());
+}
+
+TEST_P(PathMeasurementOnBoth, AnUncleanableCategoryIsPreviewOnlyAndUnselected) {
+    CategorySpec spec = categoryOf({home.file("a", 4096)});
+    spec.cleanable = false;
+    const CleanupItem item = categoryItem(context, spec);
+    EXPECT_EQ(item.risk, CleanupRisk::previewOnly);
+    EXPECT_FALSE(item.isSelected);
+    EXPECT_FALSE(item.isCleanable);
+    EXPECT_FALSE(item.targets.front().isSelected);
+    EXPECT_EQ(item.bytes, 4096);
+}
+
+TEST_P(PathMeasurementOnBoth, ACautiousOrHighCategoryIsNeverPreselected) {
+    for (const CleanupRisk risk : {CleanupRisk::cautious, CleanupRisk::high}) {
+        CategorySpec spec = categoryOf({home.file("a", 4096)});
+        spec.risk = risk;
+        const CleanupItem item = categoryItem(context, spec);
+        EXPECT_EQ(item.risk, risk);
+        EXPECT_TRUE(item.isCleanable);
+        EXPECT_FALSE(item.isSelected);
+        EXPECT_FALSE(item.targets.front().isSelected);
+    }
+}
+
+TEST_P(PathMeasurementOnBoth, NamesThatAreNotUtf8AreMeasured) {
+    home.file(Path("tree") / "caf\xe9", 4096);
+    EXPECT_EQ(stats(context, home.place("tree")).files, 1);
+}
+
+TEST_P(PathMeasurementOnBoth, TheExclusionAnswersForNamesAnywhere) {
+    EXPECT_TRUE(shouldSkipDuringDeepScan(home.layout, home.home / "x/node_modules"));
+    EXPECT_TRUE(shouldSkipDuringDeepScan(home.layout, home.home / "x/.git"));
+    EXPECT_FALSE(shouldSkipDuringDeepScan(home.layout, home.home / "x/node_modules2"));
+    EXPECT_FALSE(shouldSkipDuringDeepScan(home.layout, home.home / "x/git"));
+    EXPECT_TRUE(shouldSkipDuringDeepScan(home.layout, home.home / ".Trash/a"));
+    EXPECT_TRUE(shouldSkipDuringDeepScan(home.layout, "/Volumes/Disk/.Trashes/501/a"));
+    EXPECT_FALSE(shouldSkipDuringDeepScan(home.layout, home.home / "Trash/a"));
+}
+
+// --- macOS
+
+class MacMeasurement : public ::testing::Test {
+protected:
+    EngineHome home{System::Mac};
+    EngineContext context = home.context();
+};
+
+TEST_F(MacMeasurement, CloudFoldersAreSkippedDuringADeepScan) {
+    EXPECT_TRUE(shouldSkipDuringDeepScan(home.layout, home.home / "Library/CloudStorage/Drive/a"));
+    EXPECT_TRUE(shouldSkipDuringDeepScan(home.layout, home.home / "Library/Mobile Documents/a"));
+    EXPECT_FALSE(shouldSkipDuringDeepScan(home.layout, home.home / "Library/Caches/a"));
+    home.file("Library/CloudStorage/Drive/a", 4096);
+    home.file("Library/Mobile Documents/b", 4096);
+    home.file("Library/Caches/c", 4096);
+    EXPECT_EQ(stats(context, home.place("Library")).files, 1);
+    EXPECT_EQ(stats(context, home.place("Library/CloudStorage/Drive")).files, 0);
+}
+
+TEST_F(MacMeasurement, ATrashedFolderIsMeasuredThoughItLiesInATrash) {
+    home.file(".Trash/Old/a", 4096);
+    home.file(".Trash/Old/sub/b", 4096);
+    EXPECT_EQ(stats(context, home.place(".Trash/Old")), (PathStats{.bytes = 8192, .files = 2}));
+}
+
+TEST_F(MacMeasurement, ATrashMetOnTheWayIsLeftOut) {
+    home.file("Disk/.Trashes/501/a", 4096);
+    home.file("Disk/b", 4096);
+    EXPECT_EQ(stats(context, home.place("Disk")).files, 1);
+}
+
+TEST_F(MacMeasurement, KindsThatOnlyLinuxKnowsAreDocuments) {
+    EXPECT_EQ(symbolFor(context, home.file("a.deb", 0)), "doc");
+    EXPECT_EQ(symbolFor(context, home.file("a.img", 0)), "doc");
+}
+
+// --- Linux
+
+class LinuxMeasurement : public ::testing::Test {
+protected:
+    EngineHome home{System::Linux};
+    EngineContext context = home.context();
+
+    bool skips(const Path& path) { return shouldSkipDuringDeepScan(home.layout, path); }
+};
+
+TEST_F(LinuxMeasurement, EveryFormOfATrashIsSkipped) {
+    EXPECT_TRUE(skips(home.home / ".local/share/Trash/files/a"));
+    EXPECT_TRUE(skips("/media/disk/.Trash-1000/files/a"));
+    EXPECT_TRUE(skips("/media/disk/.Trash-1000"));
+    EXPECT_FALSE(skips("/media/disk/.Trash-x/files/a"));
+    EXPECT_FALSE(skips("/media/disk/.Trash-/files/a"));
+    EXPECT_TRUE(skips("/somewhere/.local/share/Trash/a"));
+}
+
+TEST_F(LinuxMeasurement, ATrashBelowAnotherDataFolderIsSkipped) {
+    home.environment.data = home.home / "data";
+    home.useEnvironment();
+    EXPECT_TRUE(skips(home.home / "data/Trash/files/a"));
+    EXPECT_FALSE(skips(home.home / "data/Trashed/files/a"));
+}
+
+TEST_F(LinuxMeasurement, ATrashedFolderIsMeasuredThoughItLiesInATrash) {
+    home.file(".local/share/Trash/files/Old/a", 4096);
+    home.file(".local/share/Trash/files/Old/sub/b", 4096);
+    EXPECT_EQ(stats(context, home.place(".local/share/Trash/files/Old")).files, 2);
+}
+
+TEST_F(LinuxMeasurement, OtherRulesStillHoldInsideATrash) {
+    home.file(".local/share/Trash/files/Old/a", 4096);
+    home.file(".local/share/Trash/files/Old/node_modules/b", 4096);
+    EXPECT_EQ(stats(context, home.place(".local/share/Trash/files/Old")).files, 1);
+}
+
+TEST_F(LinuxMeasurement, TheDesktopsOwnMountsAreSkipped) {
+    EXPECT_TRUE(skips(home.home / ".gvfs/server/a"));
+}
+
+TEST_F(LinuxMeasurement, CloudFoldersDirectlyInTheHomeAreSkipped) {
+    for (const char* name :
+         {"Dropbox",     "Dropbox (Work)", "OneDrive",     "OneDrive - Firm", "Nextcloud",     "Nextcloud2",
+          "ownCloud",    "pCloudDrive",    "pCloud Drive", "Google Drive",    "GoogleDrive",   "MEGA",
+          "MEGAsync",    "Insync",         "Seafile",      "SeaDrive",        "SynologyDrive", "Proton Drive",
+          "ProtonDrive", "Yandex.Disk",    "Nutstore",     "Nutstore Files",  "我的坚果云"}) {
+        EXPECT_TRUE(skips(home.home / name)) << name;
+        EXPECT_TRUE(skips(home.home / name / "a/b")) << name;
+        EXPECT_FALSE(skips(home.home / "sub" / name)) << name;
+    }
+    EXPECT_FALSE(skips(home.home / "Dropbox2"));
+    EXPECT_FALSE(skips(home.home / "OneDrives"));
+    EXPECT_FALSE(skips(home.home / "MEGA2/a"));
+}
+
+TEST_F(LinuxMeasurement, PlaceholderFilesAreSkipped) {
+    home.file("tree/a.nextcloud", 4096);
+    home.file("tree/b.owncloud", 4096);
+    home.file("tree/c", 4096);
+    EXPECT_EQ(stats(context, home.place("tree")).files, 1);
+}
+
+TEST_F(LinuxMeasurement, ASynchronisedFolderBelowTheRootIsLeftOutWhole) {
+    for (const char* marker :
+         {".dropbox", ".stfolder", ".seafile-data", ".SynologyWorkingDirectory", ".sync_abc.db", "._sync_12.db"}) {
+        const Path tree = Path(std::string("tree") + marker);
+        home.file(tree / "a", 4096);
+        home.file(tree / "synced" / "b", 4096);
+        home.file(tree / "synced/deep/c", 4096);
+        home.file(tree / "synced" / marker, 0);
+        EXPECT_EQ(stats(context, home.place(tree)).files, 1) << marker;
+    }
+}
+
+TEST_F(LinuxMeasurement, AMarkerInTheRootItselfIsIgnored) {
+    home.file("tree/.stfolder", 0);
+    home.file("tree/a", 4096);
+    EXPECT_EQ(stats(context, home.place("tree")).files, 1);
+}
+
+TEST_F(LinuxMeasurement, AHomeBehindALinkStillKnowsItsTrash) {
+    const Path alias = home.link(home.home, home.root / "alias");
+    home.file(".local/share/Trash/files/Old/a", 4096);
+    home.file("Documents/b", 4096);
+    EngineContext again = home.context();
+    EXPECT_EQ(stats(again, alias / ".local/share/Trash/files/Old").files, 1);
+}
+
+TEST_F(LinuxMeasurement, LinuxPackagesAndImagesHaveTheirPictures) {
+    for (const char* name :
+         {"a.deb", "a.rpm", "a.AppImage", "a.flatpak", "a.flatpakref", "a.snap", "a.run", "a.bundle"}) {
+        EXPECT_EQ(symbolFor(context, home.file(name, 0)), "shippingbox") << name;
+    }
+    EXPECT_EQ(symbolFor(context, home.file("a.img", 0)), "opticaldiscdrive");
+}
+
+} // namespace
+} // namespace vellmoor
