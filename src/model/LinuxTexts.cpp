@@ -7,12 +7,21 @@ namespace vellmoor {
 namespace {
 
 // clang-format off
-constexpr std::array<LinuxTextEntry, 43> linuxTable{{
+constexpr auto linuxTable = std::to_array<LinuxTextEntry>({
     {"%@ 中的可再生缓存", "Regenerable caches in %@", ""},
     {"npm、pip、Cargo、Go、Gradle 等工具的下载与构建缓存", "Download and build caches of npm, pip, Cargo, Go, Gradle and other tools", "Xcode DerivedData、模拟器缓存和旧归档"},
     {"%@ 中的文件", "Files in %@", ""},
     {"%@ 卷中的废纸篓文件", "Trash files on the %@ volume", "%@ 卷宗中的废纸篓文件"},
     {"无法读取 %@。请检查该文件夹的所有者和访问权限。", "Unable to read %@. Check the folder's owner and permissions.", "无法读取 %@。开启完全磁盘访问后可扫描废纸篓内容。"},
+    {"自扫描后已更改，已保留", "changed since the scan and was kept", ""},
+    {"此磁盘没有废纸篓", "This disk has no Trash", ""},
+    {"此磁盘已满，请先清空废纸篓", "This disk is full. Empty the Trash first", ""},
+    {"其中有挂载点，已保留", "holds a mounted disk and was kept", ""},
+    {"已移除，但其回收记录仍保留", "removed, but its Trash note remains", ""},
+    {"项目由系统移到废纸篓，无法检查其回收记录", "The system moved the items to the Trash. Their Trash notes could not be checked", ""},
+    {"%@ 是一个链接，Vellmoor 不会跟随它。", "%@ is a link, which Vellmoor does not follow.", ""},
+    {"已保留及提示", "Kept, and worth knowing", ""},
+    {"%@ 正在运行，已保留", "%@ is running and was kept", ""},
     {"%@ 将历史记录与书签存放在同一数据库中，请在浏览器内清除历史记录", "%@ keeps history and bookmarks in one database. Clear the history inside the browser", ""},
     {"，应用 ID：%@", ", app id: %@", "，bundle id：%@"},
     {"未读取到应用 ID", "App ID not found", "未读取到 Bundle ID"},
@@ -51,7 +60,7 @@ constexpr std::array<LinuxTextEntry, 43> linuxTable{{
     {"系统磁盘", "System Disk", ""},
     {"Vellmoor 正以 root 身份运行", "Vellmoor is running as root", ""},
     {"它只会扫描和清理 root 自己的用户目录。请退出后用你自己的账户启动。", "It scans and cleans root's own home directory only. Quit it and start it from your own account.", ""},
-}};
+});
 // clang-format on
 
 } // namespace

@@ -29,6 +29,11 @@ std::optional<FileIdentity> Platform::identity(const Path& path) const {
     return known ? std::optional(identityOf(*known)) : std::nullopt;
 }
 
+std::optional<Path> Platform::realPlace(const Path& path) const {
+    const std::optional<Path> folder = realPath(path.parent_path());
+    return folder ? std::optional(*folder / path.filename()) : std::nullopt;
+}
+
 std::optional<std::string> Platform::fileStart(const Path& path, std::size_t count) const {
     return files::start(path, count);
 }

@@ -22,12 +22,13 @@ public:
     /// Why `path` must never be removed; nothing when it may be.
     [[nodiscard]] std::optional<std::string> refusalReason(const Path& path) const;
 
+    /// The protected folders as they are named, standardised; the user may have moved any of them by a link.
+    [[nodiscard]] const std::vector<Path>& folders() const { return folders_; }
+
 private:
     const Platform& platform_;
+    std::vector<Path> folders_;
     std::vector<Path> guarded_;
 };
-
-/// The same for a single path.
-std::optional<std::string> refusalReason(const Platform& platform, const SystemLayout& layout, const Path& path);
 
 } // namespace vellmoor

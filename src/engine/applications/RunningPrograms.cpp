@@ -1,4 +1,5 @@
 #include "Paths.h"
+#include "applications/AppUninstaller.h"
 #include "applications/Applications.h"
 #include "applications/DesktopEntries.h"
 #include "memory/MemoryText.h"
@@ -53,6 +54,21 @@ bool RunningPrograms::runs(const ApplicationMetadata& application) const {
         return runsProgramOf(context_.platform().realPath(application.appURL).value_or(application.appURL));
     }
     return false;
+}
+
+bool applicationRuns(EngineContext& context, const CleanupItem& row) {
+    if (!row.appInfo) {
+        return false;
+    }
+    const Path body = row.appInfo->appPath;
+    const bool isFlatpak = isFlatpakBody(context, body);
+    const bool isBundle = body.extension() == "." + context.layout().apps.bundleExtension;
+    return RunningPrograms(context).runs({.appURL = body,
+                                          .displayName = row.title,
+                                          .bundleIdentifier = row.appInfo->bundleIdentifier,
+                                          .kind = isFlatpak  ? ApplicationKind::Flatpak
+                                                  : isBundle ? ApplicationKind::Bundle
+                                                             : ApplicationKind::ProgramFolder});
 }
 
 bool RunningPrograms::runsProgramOf(const Path& application) const {

@@ -46,6 +46,10 @@ std::vector<fs::path> protectedPaths(const LinuxEnvironment& environment, const 
           ".snap",   ".snap/data", ".cargo",    ".npm",         ".gradle",  ".m2",    ".android"}) {
         paths.push_back(environment.home / folder);
     }
+    if (!environment.ownAppImage.empty()) {
+        paths.emplace_back(environment.ownAppImage);
+    }
+    paths.push_back(environment.data / "applications/org.vellmoor.Vellmoor.desktop");
     for (const char* folder : {"Trash", "Trash/files", "Trash/info", "applications", "keyrings", "flatpak"}) {
         paths.push_back(environment.data / folder);
     }
@@ -88,6 +92,7 @@ SystemLayout linuxLayout(const LinuxEnvironment& environment, std::uint32_t user
         .volumeForms = {{.folder = fs::path(".Trash") / user, .needsStickyParent = true, .needsRealFolder = true},
                         {.folder = ".Trash-" + user, .needsStickyParent = false, .needsRealFolder = true}},
         .checksOwner = true,
+        .isKnownByName = false,
         .permanentFragments = {}};
     layout.startupCountFolder = environment.config / "autostart";
     layout.backgroundCountFolder = environment.config / "systemd/user";

@@ -106,6 +106,7 @@ SystemLayout macosLayout(const fs::path& homeFolder, std::uint32_t userId, const
                     .volumePrefix = underRoot(root, "/Volumes/").string(),
                     .volumeForms = {{.folder = fs::path(".Trashes") / std::to_string(userId)}},
                     .checksOwner = false,
+                    .isKnownByName = true,
                     .permanentFragments = {"/.Trash/", "/.Trashes/"}};
     if (!layout.trash.volumePrefix.ends_with('/')) {
         layout.trash.volumePrefix += '/';

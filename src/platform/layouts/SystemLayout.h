@@ -66,8 +66,9 @@ struct TrashLayout {
     std::string volumePrefix;    ///< only volumes below it count; empty: as the platform lists them
     std::vector<VolumeTrashForm> volumeForms;
     bool checksOwner = false; ///< a foreign, readable Trash is passed over
-    /// A path is in a Trash, and removed for good, when it contains one of these; empty: only what lies strictly
-    /// below the contents of a known Trash folder.
+    /// A path is in a Trash, and removed for good, when it contains one of permanentFragments; else only what lies
+    /// strictly below the contents of a known Trash folder.
+    bool isKnownByName = false;
     std::vector<std::string> permanentFragments;
 };
 

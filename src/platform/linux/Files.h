@@ -11,7 +11,7 @@
 namespace vellmoor::files {
 
 std::optional<FileFacts> facts(const Path& path);
-/// A link counts itself, dangling or not.
+/// A link counts itself, dangling or not; so does what cannot be seen for want of rights.
 bool existsItself(const Path& path);
 /// A dangling link does not exist.
 bool existsFollowed(const Path& path);

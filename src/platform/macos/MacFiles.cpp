@@ -38,11 +38,6 @@ private:
     int before_;
 };
 
-struct CloseDirectory {
-    void operator()(DIR* directory) const { ::closedir(directory); }
-};
-using DirectoryStream = std::unique_ptr<DIR, CloseDirectory>;
-
 Descriptor openFolder(const Path& folder) {
     return Descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC));
 }
@@ -201,21 +196,17 @@ std::optional<Path> realPath(const Path& path) {
     return files::realPath(path);
 }
 
-bool isMountPoint(const Path& path) {
+bool isMountPoint(const Path& real) {
     const NothingIsFetched guard;
-    const std::optional<Path> real = files::realPlace(path);
-    if (!real) {
-        return false; // nothing there, or nothing that could be moved
-    }
     struct stat itself{};
-    if (::lstat(real->c_str(), &itself) != 0 || S_ISLNK(itself.st_mode)) {
+    if (::lstat(real.c_str(), &itself) != 0 || S_ISLNK(itself.st_mode)) {
         return false;
     }
     struct statfs mounted{};
-    if (::statfs(real->c_str(), &mounted) != 0) {
+    if (::statfs(real.c_str(), &mounted) != 0) {
         return true; // the system does not tell: not to be moved
     }
-    return withoutDataVolume(mounted.f_mntonname) == withoutDataVolume(real->native());
+    return withoutDataVolume(mounted.f_mntonname) == withoutDataVolume(real.native());
 }
 
 Outcome createFile(const Path& path, std::string_view contents) {

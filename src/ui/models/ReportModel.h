@@ -28,6 +28,8 @@ class ReportModel final : public QObject {
     /// The fourth tile: the change of memory use, or how many of the paths were processed.
     Q_PROPERTY(QString share READ share NOTIFY changed FINAL)
     Q_PROPERTY(QStringList failureLines READ failureLines NOTIFY changed FINAL)
+    /// What was kept on purpose, and what else is worth telling.
+    Q_PROPERTY(QStringList noteLines READ noteLines NOTIFY changed FINAL)
 
 public:
     explicit ReportModel(CleanerStore& store, QObject* parent = nullptr);
@@ -46,6 +48,7 @@ public:
     [[nodiscard]] QString failures() const;
     [[nodiscard]] QString share() const;
     [[nodiscard]] QStringList failureLines() const;
+    [[nodiscard]] QStringList noteLines() const;
 
 Q_SIGNALS:
     void changed();
