@@ -35,6 +35,7 @@ public:
     StartupActionResult enableStartupItem(const StartupItem& item) override { return engine_->enableStartupItem(item); }
     std::vector<PermissionHint> permissionHints() override { return engine_->permissionHints(); }
     QuitOutcome requestQuit(const MemoryApp& app) override { return engine_->requestQuit(app); }
+    QuitOutcome endApplication(const MemoryApp& app) override { return engine_->endApplication(app); }
 
 private:
     void pass(double fraction);

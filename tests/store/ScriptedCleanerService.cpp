@@ -62,6 +62,11 @@ QuitOutcome ScriptedCleanerService::requestQuit(const MemoryApp& app) {
     return script ? script(app) : QuitOutcome::NotRunning;
 }
 
+QuitOutcome ScriptedCleanerService::endApplication(const MemoryApp& app) {
+    const Quit script = noted(lock_, end_, ends_, app);
+    return script ? script(app) : QuitOutcome::NotRunning;
+}
+
 void ScriptedCleanerService::onScan(Scan script) {
     const std::scoped_lock guard(lock_);
     scan_ = std::move(script);
@@ -85,6 +90,11 @@ void ScriptedCleanerService::onEnable(Startup script) {
 void ScriptedCleanerService::onQuit(Quit script) {
     const std::scoped_lock guard(lock_);
     quit_ = std::move(script);
+}
+
+void ScriptedCleanerService::onEnd(Quit script) {
+    const std::scoped_lock guard(lock_);
+    end_ = std::move(script);
 }
 
 void ScriptedCleanerService::setHints(std::vector<PermissionHint> hints) {
@@ -115,6 +125,11 @@ std::vector<StartupItem> ScriptedCleanerService::enables() const {
 std::vector<MemoryApp> ScriptedCleanerService::quits() const {
     const std::scoped_lock guard(lock_);
     return quits_;
+}
+
+std::vector<MemoryApp> ScriptedCleanerService::ends() const {
+    const std::scoped_lock guard(lock_);
+    return ends_;
 }
 
 } // namespace vellmoor

@@ -93,6 +93,7 @@ std::optional<InstalledEntry> desktopEntry(const KeyFile& file, std::string id, 
     entry.hidden = isTrue(group, "Hidden");
     entry.onlyShowIn = listValue(valueOf(group, "OnlyShowIn"));
     entry.notShowIn = listValue(valueOf(group, "NotShowIn"));
+    entry.categories = listValue(valueOf(group, "Categories"));
     return entry;
 }
 

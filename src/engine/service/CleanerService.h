@@ -32,8 +32,10 @@ public:
 
     virtual std::vector<PermissionHint> permissionHints() = 0;
 
-    /// Asks the application to end by itself; blocks up to a few seconds.
+    /// Asks the application to quit, if it still is the one that was shown; blocks up to some seconds.
     virtual QuitOutcome requestQuit(const MemoryApp& app) = 0;
+    /// Ends it, after CannotAsk and with the user's consent: unsaved content is lost.
+    virtual QuitOutcome endApplication(const MemoryApp& app) = 0;
 };
 
 } // namespace vellmoor

@@ -17,6 +17,7 @@ public:
     StartupActionResult enableStartupItem(const StartupItem& item) override;
     std::vector<PermissionHint> permissionHints() override;
     QuitOutcome requestQuit(const MemoryApp& app) override;
+    QuitOutcome endApplication(const MemoryApp& app) override;
 
 private:
     const Platform& platform_;
