@@ -81,6 +81,7 @@ SystemLayout macosLayout(const fs::path& homeFolder, std::uint32_t userId, const
     SystemLayout layout;
     layout.texts = TextSet::Mac;
     layout.home = home;
+    layout.stateFolder = home / "Library/Application Support/Vellmoor";
     layout.root = root;
     layout.protectedPaths = protectedPaths(home, root);
     layout.deepScan = {.names = {"node_modules", ".git"},
