@@ -41,6 +41,8 @@ struct JunkCategory {
     Tint tint = Tint::gray;
     CleanupRisk risk = CleanupRisk::safe;
     bool selected = false;
+    /// Logs grow and caches are replaced at any time: a clean only compares the disk and the kind.
+    bool changesByItself = false;
     std::vector<RootPattern> roots; ///< their matches, concatenated, never merged
 };
 
