@@ -7,7 +7,7 @@ namespace vellmoor {
 namespace {
 
 // clang-format off
-constexpr std::array<LinuxTextEntry, 43> linuxTable{{
+constexpr std::array<LinuxTextEntry, 52> linuxTable{{
     {"%@ 中的可再生缓存", "Regenerable caches in %@", ""},
     {"npm、pip、Cargo、Go、Gradle 等工具的下载与构建缓存", "Download and build caches of npm, pip, Cargo, Go, Gradle and other tools", "Xcode DerivedData、模拟器缓存和旧归档"},
     {"%@ 中的文件", "Files in %@", ""},
@@ -36,7 +36,16 @@ constexpr std::array<LinuxTextEntry, 43> linuxTable{{
     {"内存整理失败，返回状态码 %d。", "Memory cleanup failed with status code %d.", "内存整理失败，purge 返回状态码 %d。"},
     {"将请求系统释放预计可释放的文件缓存并整理内存压力；系统可能会要求管理员授权。当前预计可释放 %@。", "Ask the system to free reclaimable file caches and manage memory pressure; admin authorization may be required. Currently reclaimable: %@.", "将请求 macOS 释放预计可释放的文件缓存并整理内存压力；系统可能会要求管理员授权。当前预计可释放 %@。"},
     {"读取实时内存状态，释放文件缓存并请求系统整理内存压力。", "Reads live memory status, frees file caches and asks the system to manage memory pressure.", "读取实时内存状态，释放文件缓存并请求 macOS 整理内存压力。"},
-    {"%@ 未响应退出请求，可在系统监视器中结束。", "%@ did not respond to the quit request. You can quit it in System Monitor.", "%@ 未响应退出请求，可在活动监视器中结束。"},
+    {"%@ 未响应退出请求，它可能正在等待你。", "%@ did not respond to the quit request. It may be waiting for you.", "%@ 未响应退出请求，可在活动监视器中结束。"},
+    {"%@ 只能被结束，未保存的内容会丢失。", "%@ can only be ended. Unsaved content will be lost.", ""},
+    {"结束", "End", ""},
+    {"结束 %@？", "End %@?", ""},
+    {"%@ 已不在列表中。", "%@ is no longer in the list.", ""},
+    {"文件缓存，程序需要内存时会自动归还", "File caches, given back by themselves when programs need memory", ""},
+    {"文件缓存 %@ → %@", "File caches %@ → %@", ""},
+    {"程序", "Programs", ""},
+    {"文件缓存", "File caches", ""},
+    {"空闲", "Free", ""},
     {"系统监视器", "System Monitor", "活动监视器"},
     {"在系统监视器中查看", "View in System Monitor", "在活动监视器中查看"},
     {"浏览器数据", "Browser Data", ""},

@@ -28,7 +28,9 @@ public:
     [[nodiscard]] std::vector<Ended> ended() const;
 
     ScanSnapshot scan(CleanerModule module, const ProgressCallback& progress, const CancelToken& token) override;
-    CleanupReport clean(const std::vector<CleanupItem>& items) override { return engine_->clean(items); }
+    CleanupReport clean(const std::vector<CleanupItem>& items, const CancelToken& stop) override {
+        return engine_->clean(items, stop);
+    }
     StartupActionResult disableStartupItem(const StartupItem& item) override {
         return engine_->disableStartupItem(item);
     }

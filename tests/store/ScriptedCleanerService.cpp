@@ -37,9 +37,21 @@ ScanSnapshot ScriptedCleanerService::scan(CleanerModule module, const ProgressCa
     return script ? script(module, progress, token) : ScanSnapshot();
 }
 
-CleanupReport ScriptedCleanerService::clean(const std::vector<CleanupItem>& items) {
+CleanupReport ScriptedCleanerService::clean(const std::vector<CleanupItem>& items, const CancelToken& stop) {
     const Clean script = noted(lock_, clean_, cleans_, items);
-    return script ? script(items) : CleanupReport();
+    const auto run = [this](const CancelToken* token) {
+        const std::scoped_lock guard(lock_);
+        stop_ = token;
+    };
+    run(&stop);
+    CleanupReport report = script ? script(items) : CleanupReport();
+    run(nullptr);
+    return report;
+}
+
+bool ScriptedCleanerService::isCleanStopped() const {
+    const std::scoped_lock guard(lock_);
+    return stop_ != nullptr && stop_->isCancelled();
 }
 
 StartupActionResult ScriptedCleanerService::disableStartupItem(const StartupItem& item) {

@@ -34,12 +34,15 @@ public:
     using Quit = std::function<QuitOutcome(const MemoryApp&)>;
 
     ScanSnapshot scan(CleanerModule module, const ProgressCallback& progress, const CancelToken& token) override;
-    CleanupReport clean(const std::vector<CleanupItem>& items) override;
+    CleanupReport clean(const std::vector<CleanupItem>& items, const CancelToken& stop) override;
     StartupActionResult disableStartupItem(const StartupItem& item) override;
     StartupActionResult enableStartupItem(const StartupItem& item) override;
     std::vector<PermissionHint> permissionHints() override;
     QuitOutcome requestQuit(const MemoryApp& app) override;
     QuitOutcome endApplication(const MemoryApp& app) override;
+
+    /// Whether the clean that runs now was told to stop.
+    [[nodiscard]] bool isCleanStopped() const;
 
     // The script; read by the next call. Unset: an empty answer.
     void onScan(Scan script);
@@ -66,6 +69,7 @@ private:
     Startup enable_;
     Quit quit_;
     Quit end_;
+    const CancelToken* stop_ = nullptr; ///< of the running clean
     std::vector<PermissionHint> hints_;
     std::vector<CleanerModule> scans_;
     std::vector<std::vector<CleanupItem>> cleans_;

@@ -24,8 +24,9 @@ public:
     /// ScanCancelled once `token` is set, and nothing else.
     virtual ScanSnapshot scan(CleanerModule module, const ProgressCallback& progress, const CancelToken& token) = 0;
 
-    /// Removes the selected targets of the selected, cleanable items. Never throws: problems are failure lines.
-    virtual CleanupReport clean(const std::vector<CleanupItem>& items) = 0;
+    /// Removes the selected targets of the selected, cleanable items. Never throws: problems are failure lines. Once
+    /// `stop` is set it finishes the target at hand and leaves the others untried.
+    virtual CleanupReport clean(const std::vector<CleanupItem>& items, const CancelToken& stop) = 0;
 
     virtual StartupActionResult disableStartupItem(const StartupItem& item) = 0;
     virtual StartupActionResult enableStartupItem(const StartupItem& item) = 0;

@@ -29,9 +29,9 @@ ScanSnapshot SystemCleanerService::scan(CleanerModule module, const ProgressCall
     return vellmoor::scan(context, module, progress);
 }
 
-CleanupReport SystemCleanerService::clean(const std::vector<CleanupItem>& items) {
+CleanupReport SystemCleanerService::clean(const std::vector<CleanupItem>& items, const CancelToken& stop) {
     platform_.enterWorker();
-    EngineContext context(platform_, layout_, now());
+    EngineContext context(platform_, layout_, stop, now());
     return vellmoor::clean(context, items);
 }
 

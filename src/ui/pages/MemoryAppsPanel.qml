@@ -11,8 +11,6 @@ GlassPanel {
 
     required property WindowModel vm
 
-    signal quitAsked(int row, string name)
-
     implicitHeight: content.implicitHeight + 24
 
     ColumnLayout {
@@ -64,7 +62,7 @@ GlassPanel {
                 Layout.fillWidth: true
 
                 onMonitorAsked: root.vm.openSystemMonitor()
-                onQuitAsked: root.quitAsked(index, name)
+                onQuitAsked: root.vm.question.askQuit(index)
             }
         }
 

@@ -101,11 +101,11 @@ TEST_F(LinuxOwners, AScriptStandsForTheInterpreterThatRunsIt) {
 }
 
 TEST_F(LinuxOwners, AnInterpreterAloneStandsForNoEntry) {
-    for (const char* program : {"sh", "bash", "python3", "java", "env", "flatpak"}) {
-        addBinary("/usr/bin/" + std::string(program));
-        addEntry(std::string("by-") + program, program, std::string(program) + " /usr/share/thing/main");
-        add({.pid = static_cast<std::int32_t>(std::string_view(program).size()) + 10,
-             .exe = "/usr/bin/" + std::string(program)});
+    std::int32_t pid = 10;
+    for (const std::string program : {"sh", "bash", "python3", "java", "env", "flatpak"}) {
+        addBinary("/usr/bin/" + program);
+        addEntry("by-" + program, program, program + " /usr/share/thing/main");
+        add({.pid = ++pid, .exe = "/usr/bin/" + program});
     }
     EXPECT_THAT(rows(), IsEmpty());
 }
@@ -120,7 +120,7 @@ TEST_F(LinuxOwners, TheEntryThatStartsAProgramAsItIsGoesBeforeThatOfItsSettings)
 
 TEST_F(LinuxOwners, AnEntryThatIsNotShownStandsForTheOneThatIs) {
     addScript("/opt/google/chrome/google-chrome");
-    home.link("/opt/google/chrome/google-chrome", "/usr/bin/google-chrome-stable");
+    home.link("../../opt/google/chrome/google-chrome", "/usr/bin/google-chrome-stable");
     addEntry("com.google.Chrome", "Hidden", "/usr/bin/google-chrome-stable %U", "NoDisplay=true\n");
     addEntry("google-chrome", "Chrome", "/usr/bin/google-chrome-stable %U");
     add({.pid = 10, .exe = "/opt/google/chrome/chrome", .group = unit("app-gnome-com.google.Chrome-10.scope")});
