@@ -96,6 +96,9 @@ struct RunningApplication {
 /// A key file (desktop entry, profiles.ini, unit file): group, key (with its "[locale]" part), unescaped value.
 using KeyFile = std::map<std::string, std::map<std::string, std::string>>;
 
+/// The value of a key; empty when the file lacks it.
+std::string valueOf(const KeyFile& file, std::string_view group, std::string_view key);
+
 enum class QuitOutcome : std::uint8_t { NotRunning, Requested, NoResponse };
 
 /// The user's own folders as the desktop names them; an empty path: the system names none.

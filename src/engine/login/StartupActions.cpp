@@ -2,6 +2,7 @@
 #include "Paths.h"
 #include "Platform.h"
 #include "ScanSnapshot.h"
+#include "applications/DesktopEntries.h"
 #include "login/StartupEntries.h"
 #include "login/StartupItems.h"
 
@@ -154,11 +155,8 @@ bool needsMask(const EngineContext& context, StartupKind kind, const Path& file)
 /// The name in the file itself: another program may show the mask.
 std::string writtenName(const EngineContext& context, const Path& file, const std::string& fallback) {
     const std::optional<KeyFile> keys = context.platform().keyFile(file);
-    const auto group = keys ? keys->find("Desktop Entry") : KeyFile::const_iterator();
-    if (!keys || group == keys->end() || !group->second.contains("Name")) {
-        return fallback;
-    }
-    return group->second.at("Name");
+    const std::string name = keys ? valueOf(*keys, entryGroup, "Name") : std::string();
+    return name.empty() ? fallback : name;
 }
 
 /// Moves the configuration away and masks its name where that is needed; all of it or nothing.

@@ -41,7 +41,7 @@ LinuxEnvironment processEnvironment() {
         const char* value = std::getenv(std::string(name).c_str());
         return value == nullptr ? std::nullopt : std::optional<std::string>(value);
     };
-    return linuxEnvironment(lookup, accountHome());
+    return linuxEnvironment(lookup, accountHome(), files::linkTarget("/proc/self/exe").value_or(""));
 }
 
 // Facts
