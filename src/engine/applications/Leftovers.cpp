@@ -128,16 +128,15 @@ bool LeftoverFinder::mayBeSearched(const Path& folder) const {
     const Path& home = context_.layout().home;
     const Path written = lexicallyStandardized(folder);
     const std::optional<Path> real = platform_.realPath(folder);
-    return real && isStrictlyBelow(written, home) &&
-           isStrictlyBelow(*real, platform_.realPath(home).value_or(home)) && !holdsUserFolder(folder);
+    return real && isStrictlyBelow(written, home) && isStrictlyBelow(*real, platform_.realPath(home).value_or(home)) &&
+           !holdsUserFolder(folder);
 }
 
 bool LeftoverFinder::holdsUserFolder(const Path& path) const {
     const Path written = lexicallyStandardized(path);
     const Path real = platform_.realPath(path).value_or(written);
-    return std::ranges::any_of(userFolders_, [&](const Path& folder) {
-        return isOrIsBelow(folder, written) || isOrIsBelow(folder, real);
-    });
+    return std::ranges::any_of(
+        userFolders_, [&](const Path& folder) { return isOrIsBelow(folder, written) || isOrIsBelow(folder, real); });
 }
 
 void LeftoverFinder::listFolders() {

@@ -47,11 +47,11 @@ private:
     const Platform& platform_;
     const AppLayout& layout_;
     const std::vector<ApplicationMetadata>& applications_;
-    std::vector<Path> userFolders_;                      ///< as they are written, and with links resolved
-    std::vector<Path> realPaths_;                        ///< of the applications
-    std::vector<LeftoverTokens> tokens_;                 ///< one per application
-    std::vector<LeftoverTokens> foreign_;                ///< of the installed applications that are not removable
-    std::map<std::string, std::vector<Path>> programs_;  ///< what can be started by name, by the forms of that name
+    std::vector<Path> userFolders_;                     ///< as they are written, and with links resolved
+    std::vector<Path> realPaths_;                       ///< of the applications
+    std::vector<LeftoverTokens> tokens_;                ///< one per application
+    std::vector<LeftoverTokens> foreign_;               ///< of the installed applications that are not removable
+    std::map<std::string, std::vector<Path>> programs_; ///< what can be started by name, by the forms of that name
     std::vector<Child> children_;
 };
 

@@ -139,8 +139,8 @@ bool Finder::isAppImage(const Path& file) const {
         return true;
     }
     const std::optional<std::string> start = platform_.fileStart(file, 11);
-    return start && start->size() == 11 && start->starts_with(elfMark) &&
-           start->substr(8, 2) == "AI" && (start->back() == '\x01' || start->back() == '\x02');
+    return start && start->size() == 11 && start->starts_with(elfMark) && start->substr(8, 2) == "AI" &&
+           (start->back() == '\x01' || start->back() == '\x02');
 }
 
 void Finder::findProgramFolders(const Path& folder, bool onlyByEntry) {

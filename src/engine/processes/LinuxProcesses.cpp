@@ -99,8 +99,8 @@ std::optional<Path> LinuxProcesses::appImage(std::int32_t pid) const {
         return std::nullopt;
     }
     const Path folder = placedPath(*mounted);
-    const bool isInside = isStrictlyBelow(*program, folder) ||
-                          isStrictlyBelow(*program, platform_.realPath(folder).value_or(folder));
+    const bool isInside =
+        isStrictlyBelow(*program, folder) || isStrictlyBelow(*program, platform_.realPath(folder).value_or(folder));
     return isInside ? std::optional(placedPath(*image)) : std::nullopt;
 }
 

@@ -61,8 +61,8 @@ void addRemovableApplications(AppLayout& layout, const LinuxEnvironment& environ
         layout.programFolders.push_back(home / name);
     }
     layout.entryProgramFolders = {environment.data / "JetBrains/Toolbox/apps"};
-    layout.sharedFolderNames = {"bin", "sbin",    "lib",   "lib64", "libexec", "include",
-                                "etc", "share",   "src",   "man",   "games"};
+    layout.sharedFolderNames = {"bin", "sbin",  "lib", "lib64", "libexec", "include",
+                                "etc", "share", "src", "man",   "games"};
 }
 
 /// $PATH, else where programs usually lie.

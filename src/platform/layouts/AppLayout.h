@@ -43,7 +43,7 @@ struct AppLayout {
     std::vector<std::filesystem::path> entryFolders;       ///< all of them, the user's first
     std::vector<std::filesystem::path> ownEntryFolders;    ///< the user's own, which may name the programs above
     std::vector<std::filesystem::path> systemEntryFolders; ///< of applications that a package manager owns
-    std::vector<std::filesystem::path> programPath;        ///< $PATH: where a program named without a slash is looked for
+    std::vector<std::filesystem::path> programPath; ///< $PATH: where a program named without a slash is looked for
 
     // Applications that are never offered
     std::vector<std::string> protectedPrefixes;        ///< beginnings of paths

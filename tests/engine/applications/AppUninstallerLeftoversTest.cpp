@@ -80,8 +80,9 @@ TEST_F(LinuxLeftovers, AnAppImageTakesNothingThatOnlyBeginsLikeIt) {
 
 TEST_F(LinuxLeftovers, AnIdMayNotBeTouchedByALetterOrDigit) {
     appImage("Abc", "com.valvesoftware.Steam");
-    files({".config/com.valvesoftware.Steam", ".config/com.valvesoftware.Steam-tray", ".config/com.valvesoftware.SteamLink",
-           ".config/com.valvesoftware.Steam2", ".config/xcom.valvesoftware.Steam", ".config/com.valvesoftware.Steamé"});
+    files({".config/com.valvesoftware.Steam", ".config/com.valvesoftware.Steam-tray",
+           ".config/com.valvesoftware.SteamLink", ".config/com.valvesoftware.Steam2",
+           ".config/xcom.valvesoftware.Steam", ".config/com.valvesoftware.Steamé"});
     EXPECT_THAT(leftovers(home, "Abc"),
                 UnorderedElementsAre(".config/com.valvesoftware.Steam", ".config/com.valvesoftware.Steam-tray",
                                      ".local/share/applications/com.valvesoftware.Steam.desktop"));
@@ -292,7 +293,8 @@ TEST_F(LinuxLeftovers, AnEntryWhoseProgramIsGoneClaimsNothing) {
     appImage("Painter", "x1");
     desktopFile(home, ".local/share/applications/painter.desktop", "Name=Painter\nExec=/gone/painter\n");
     files({".config/painter"});
-    EXPECT_THAT(leftovers(home, "Painter"), ElementsAre(".config/painter", ".local/share/applications/painter.desktop"));
+    EXPECT_THAT(leftovers(home, "Painter"),
+                ElementsAre(".config/painter", ".local/share/applications/painter.desktop"));
 }
 
 TEST_F(LinuxLeftovers, SandboxDataIsFoundByTheExactIdOnly) {

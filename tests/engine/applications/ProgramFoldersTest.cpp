@@ -86,8 +86,8 @@ TEST_F(ProgramFolders, TheUsersOwnWorkIsNoApplication) {
 }
 
 TEST_F(ProgramFolders, AFolderThatManyProgramsShareIsNoApplication) {
-    for (const char* name : {"bin", "sbin", "lib", "lib64", "libexec", "include", "share", "etc", "src", "man", "games",
-                             "Bin"}) {
+    for (const char* name :
+         {"bin", "sbin", "lib", "lib64", "libexec", "include", "share", "etc", "src", "man", "games", "Bin"}) {
         elf(home, Path(".local/opt") / name / "tool");
         elf(home, Path("opt") / name / "bin/tool");
     }
