@@ -89,11 +89,6 @@ std::optional<StartupFacts> autostartFacts(EngineContext& context, const Path& f
     return facts;
 }
 
-bool isAutostartMask(const Platform& platform, const Path& file) {
-    const std::optional<KeyFile> keys = platform.keyFile(file);
-    return keys && valueOf(*keys, entryGroup, "X-Vellmoor-Mask") == "true";
-}
-
 std::string unitNameEscape(std::string_view label) {
     static constexpr std::string_view digits = "0123456789abcdef";
     std::string out;

@@ -118,6 +118,10 @@ Outcome LinuxPlatform::createFile(const Path& path, std::string_view contents) c
     return files::createFile(path, contents);
 }
 
+Outcome LinuxPlatform::createLink(const Path& path, const Path& target) const {
+    return files::createLink(path, target);
+}
+
 Outcome LinuxPlatform::removeFile(const Path& path) const {
     return files::removeFile(path);
 }
