@@ -10,6 +10,7 @@ import collections
 import multiprocessing
 import os
 import re
+import shutil
 import sys
 import tempfile
 import time
@@ -18,7 +19,8 @@ import disk
 import runner
 
 
-def _machine(arguments, folder, number):
+def machine_here(cleaner, faults, folder, number):
+    """This machine, with an area of the given number below the folder. The calling process gets mounts of its own."""
     area = os.fsencode(folder) + b"/%d" % number
     is_root = os.geteuid() == 0
     has_mounts = False
@@ -32,13 +34,25 @@ def _machine(arguments, folder, number):
         except OSError:
             pass  # a container without the right to mount; the summary says so
         os.chmod(folder, 0o755)
-    return runner.Machine(arguments.cleaner.split(), arguments.faults, area, is_root, has_mounts)
+    return runner.Machine([readable(word, folder) for word in cleaner], readable(faults, folder), area, is_root, has_mounts)
+
+
+def readable(program, folder):
+    """A copy for the user that root cleans as, who may not be able to enter the folder of the build."""
+    copy = os.path.join(folder, os.path.basename(program))
+    if not os.path.isfile(program) or program.startswith("/usr/"):
+        return program
+    if not os.path.exists(copy):
+        shutil.copy(program, copy + f".{os.getpid()}")
+        os.rename(copy + f".{os.getpid()}", copy)
+    os.chmod(copy, 0o755)
+    return copy
 
 
 def _work(arguments, folder, number, seeds, results):
     os.sched_setaffinity(0, [sorted(os.sched_getaffinity(0))[number % len(os.sched_getaffinity(0))]])
     os.umask(0o022)
-    machine = _machine(arguments, folder, number)
+    machine = machine_here(arguments.cleaner.split(), arguments.faults, folder, number)
     for seed in iter(seeds.get, None):
         try:
             results.put(runner.Run(machine, seed).run())

@@ -298,7 +298,7 @@ class Checker:
         if named not in places:
             self.problem(f"a note that names another place ({note.path!r})", path)
         when = time.mktime(time.strptime(note.date, "%Y-%m-%dT%H:%M:%S"))
-        if self.case.started and abs(when - self.case.started) > 120:
+        if not self.case.disturbed and abs(when - self.case.started) > 120:
             self.problem(f"a note with another time ({note.date})", path)
         if node.mode & 0o077:
             self.problem("a note that others may read", path)

@@ -126,12 +126,11 @@ class Attack:
         twin = b"precious/twin"
         self.leads_to = rng.choice((twin, b"precious/letter.txt")) if rng.random() < 0.3 else twin
         here = self.area + b"/" + self.path
-        names = sorted(os.listdir(here))[:8] if os.path.isdir(here) and not os.path.islink(here) else []
         homes.folder(twin)
-        for name in names:
+        for name in _names(here)[:8]:
             if os.path.isdir(here + b"/" + name) and not os.path.islink(here + b"/" + name):
                 homes.folder(twin + b"/" + name)
-                for inner in sorted(os.listdir(here + b"/" + name))[:4]:
+                for inner in _names(here + b"/" + name)[:4]:
                     homes.file(twin + b"/" + name + b"/" + inner, b"precious inner")
             else:
                 homes.file(twin + b"/" + name, b"precious twin")
@@ -193,6 +192,16 @@ class Attack:
             self.deed.swaps = True
         except OSError:
             pass  # the target is elsewhere just now
+
+
+def _names(folder):
+    """What lies in a folder that the user may list, sorted; nothing for anything else."""
+    if os.path.islink(folder):
+        return []
+    try:
+        return sorted(os.listdir(folder))
+    except (NotADirectoryError, PermissionError):
+        return []
 
 
 def _inside(rng, homes, target):

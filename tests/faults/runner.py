@@ -70,11 +70,15 @@ def as_user(machine):
 
 
 class Run:
-    def __init__(self, machine, seed):
+    """What the seed says; tests name the module and the plan (a function of the targets and the home) themselves."""
+
+    def __init__(self, machine, seed, module=None, choose=None):
         self.machine = machine
         self.rng = random.Random(seed)
         self.area = machine.area
-        module = self.rng.choices([name for name, _ in MODULES], [weight for _, weight in MODULES])[0]
+        self._choose = choose or (lambda targets, home: plans.choose(self.rng, targets, home))
+        chosen = self.rng.choices([name for name, _ in MODULES], [weight for _, weight in MODULES])[0]
+        module = module or chosen
         self.result = Result(seed, module, "", "")
         self.zone = self.rng.choice(ZONES)
 
@@ -125,7 +129,7 @@ class Run:
         if ticked is None:
             return
         with as_user(self.machine):
-            plan = plans.choose(self.rng, ticked, home)
+            plan = self._choose(ticked, home)
             if plan.kind == "storm":
                 plan.turn.ready_storm()
         if plan.kind == "full" and not self.machine.has_mounts:
