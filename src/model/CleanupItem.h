@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CleanerModule.h"
+#include "FileIdentity.h"
 #include "Tint.h"
 #include "Uuid.h"
 
@@ -29,6 +30,9 @@ struct CleanupTarget {
     std::optional<TimePoint> modifiedAt;
     std::string symbol;
     bool isSelected = false;
+    /// The file that the scan saw; nothing where no file is meant or none could be asked.
+    std::optional<FileIdentity> identity;
+    Sameness sameness = Sameness::Content; ///< how much of it a clean compares
 };
 
 /// Extra facts on a row of the App Uninstaller.

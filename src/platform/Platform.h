@@ -27,11 +27,15 @@ struct FileFacts {
     bool isSymlink = false;
     bool isSticky = false;           ///< the sticky bit of a folder
     std::int64_t allocatedBytes = 0; ///< on the disk, not the length
+    std::int64_t length = 0;         ///< bytes of the content
     std::optional<TimePoint> modified;
     std::uint32_t owner = 0; ///< user id
     std::uint64_t device = 0;
     std::uint64_t inode = 0;
 };
+
+/// The identity that `facts` tell.
+FileIdentity identityOf(const FileFacts& facts);
 
 struct FolderEntry {
     std::string name; ///< bytes as on the disk
@@ -135,6 +139,10 @@ public:
     [[nodiscard]] virtual bool isMountPoint(const Path& path) const = 0;
     /// macOS: a folder that is shown as one file. Linux has none.
     [[nodiscard]] virtual bool isPackage(const Path& folder) const = 0;
+
+    /// What `path` is known again by; a link's own. The device is that of facts(), unless the system reuses such
+    /// numbers.
+    [[nodiscard]] virtual std::optional<FileIdentity> identity(const Path& path) const;
 
     // Changes. The caller has asked the user; each answers the reason when it did not happen.
     /// Into the Trash that the system chooses; never a deletion.

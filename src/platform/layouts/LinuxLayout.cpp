@@ -67,6 +67,7 @@ SystemLayout linuxLayout(const LinuxEnvironment& environment, std::uint32_t user
     SystemLayout layout;
     layout.texts = TextSet::Linux;
     layout.home = home;
+    layout.stateFolder = environment.state / "vellmoor";
     layout.root = root;
     layout.protectedPaths = protectedPaths(environment, root);
     layout.deepScan = deepScanRules(environment);

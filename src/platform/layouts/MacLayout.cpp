@@ -24,6 +24,7 @@ std::vector<JunkCategory> junkCategories(const fs::path& home) {
          .tint = Tint::teal,
          .risk = CleanupRisk::safe,
          .selected = true,
+         .changesByItself = true,
          .roots = {childrenOf(library / "Caches")}},
         {.title = "系统日志",
          .description = "诊断报告、崩溃日志和旧日志文件",
@@ -32,6 +33,7 @@ std::vector<JunkCategory> junkCategories(const fs::path& home) {
          .tint = Tint::orange,
          .risk = CleanupRisk::safe,
          .selected = true,
+         .changesByItself = true,
          .roots = {childrenOf(library / "Logs"), childrenOf(library / "Logs/DiagnosticReports")}},
         {.title = "开发缓存",
          .description = "Xcode DerivedData、模拟器缓存和旧归档",
@@ -81,6 +83,7 @@ SystemLayout macosLayout(const fs::path& homeFolder, std::uint32_t userId, const
     SystemLayout layout;
     layout.texts = TextSet::Mac;
     layout.home = home;
+    layout.stateFolder = home / "Library/Application Support/Vellmoor";
     layout.root = root;
     layout.protectedPaths = protectedPaths(home, root);
     layout.deepScan = {.names = {"node_modules", ".git"},

@@ -41,6 +41,8 @@ struct JunkCategory {
     Tint tint = Tint::gray;
     CleanupRisk risk = CleanupRisk::safe;
     bool selected = false;
+    /// Logs grow and caches are replaced at any time: a clean only compares the disk and the kind.
+    bool changesByItself = false;
     std::vector<RootPattern> roots; ///< their matches, concatenated, never merged
 };
 
@@ -72,7 +74,8 @@ struct TrashLayout {
 struct SystemLayout {
     TextSet texts = TextSet::Mac;
     std::filesystem::path home;
-    std::filesystem::path root = "/"; ///< stands for "/" in every absolute path outside the home
+    std::filesystem::path stateFolder; ///< where Vellmoor keeps files of its own
+    std::filesystem::path root = "/";  ///< stands for "/" in every absolute path outside the home
     /// Never a target of a clean, whatever a table says; the home folder and mount points are added by the guard.
     std::vector<std::filesystem::path> protectedPaths;
     DeepScanRules deepScan;
