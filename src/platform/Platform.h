@@ -100,6 +100,9 @@ struct RunningApplication {
 /// A key file (desktop entry, profiles.ini, unit file): group, key (with its "[locale]" part), unescaped value.
 using KeyFile = std::map<std::string, std::map<std::string, std::string>>;
 
+/// The value of a key; empty when the file lacks it.
+std::string valueOf(const KeyFile& file, std::string_view group, std::string_view key);
+
 enum class QuitOutcome : std::uint8_t {
     NotRunning,
     Requested,  ///< it was asked, or ended, and is gone
@@ -160,6 +163,8 @@ public:
     [[nodiscard]] virtual Outcome createFolder(const Path& folder) const = 0;
     /// A new file; fails when something of that name exists.
     [[nodiscard]] virtual Outcome createFile(const Path& path, std::string_view contents) const = 0;
+    /// A new symbolic link with `target` as its text; fails when something of that name exists.
+    [[nodiscard]] virtual Outcome createLink(const Path& path, const Path& target) const = 0;
     /// One file or link, never a folder.
     [[nodiscard]] virtual Outcome removeFile(const Path& path) const = 0;
 

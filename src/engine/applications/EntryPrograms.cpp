@@ -6,6 +6,13 @@
 #include <algorithm>
 
 namespace vellmoor {
+
+bool isLauncher(const EngineContext& context, const Path& program) {
+    const std::string name = program.filename().string();
+    return std::ranges::any_of(context.layout().memory.grouping.launchers,
+                               [&](const std::string& pattern) { return globMatches(pattern, name); });
+}
+
 namespace {
 
 /// The words of its command line that choose what the program does: an entry without any is the program's own.
@@ -39,7 +46,7 @@ void EntryPrograms::addProgram(const InstalledEntry& entry, const std::string& w
     const Platform& platform = context_.platform();
     const std::optional<Path> found = programPath(context_, written);
     const std::optional<Path> program = found ? platform.realPath(*found) : std::nullopt;
-    if (!program || isLauncher(*found) || isLauncher(*program)) {
+    if (!program || isLauncher(context_, *found) || isLauncher(context_, *program)) {
         return;
     }
     programs_.emplace(&entry, program->native());
@@ -51,12 +58,6 @@ void EntryPrograms::addProgram(const InstalledEntry& entry, const std::string& w
     if (const Path folder = program->parent_path(); !isShared(folder)) {
         byFolder_.emplace(folder.native(), &entry);
     }
-}
-
-bool EntryPrograms::isLauncher(const Path& program) const {
-    const std::string name = program.filename().string();
-    return std::ranges::any_of(context_.layout().memory.grouping.launchers,
-                               [&](const std::string& pattern) { return globMatches(pattern, name); });
 }
 
 bool EntryPrograms::isShared(const Path& folder) const {

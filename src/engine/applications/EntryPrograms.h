@@ -9,6 +9,10 @@
 
 namespace vellmoor {
 
+/// A program that only runs others, such as a shell: no application is known by it, and two entries that start it need
+/// not be the same application.
+bool isLauncher(const EngineContext& context, const Path& program);
+
 /// The installed entries by ID, by file and by the program that they start. Entries that their owner deleted, or
 /// that an earlier folder replaces, are none. Where several start one program, a visible entry goes before one that
 /// is not shown in menus, and one that starts it as it is before one that starts a part of it (its settings).
@@ -29,8 +33,6 @@ public:
     /// The visible entry that starts the same program as `entry`, if there is one; else `entry` itself.
     [[nodiscard]] const InstalledEntry* shown(const InstalledEntry* entry) const;
 
-    /// A program that only runs others.
-    [[nodiscard]] bool isLauncher(const Path& program) const;
     /// Whether programs of several applications may lie below the folder.
     [[nodiscard]] bool isShared(const Path& folder) const;
 

@@ -169,7 +169,7 @@ private:
             return nullptr;
         }
         const InstalledEntry* entry = programs_.byProgram(program);
-        if (entry == nullptr && programs_.isLauncher(program)) {
+        if (entry == nullptr && isLauncher(context_, program)) {
             const std::optional<Path> script = interpretedScript(pid);
             entry = script ? programs_.byProgram(*script) : nullptr;
         } else if (entry == nullptr) {
@@ -227,7 +227,7 @@ private:
         const Platform& platform = context_.platform();
         const bool speaksOfIt =
             platform.lettersAndDigits(friendly).find(platform.lettersAndDigits(program)) != std::string::npos;
-        return speaksOfIt || programs_.isLauncher(owner.program) ? friendly : program;
+        return speaksOfIt || isLauncher(context_, owner.program) ? friendly : program;
     }
 
     /// What the variables say that launchers and AppImages set.
@@ -240,21 +240,13 @@ private:
                 return ownerOfEntry(entry);
             }
         }
-        const auto image = environmentValue(environment, "APPIMAGE");
-        if (!image || !image->starts_with('/') || !isFromAppImage(pid, environment)) {
+        const std::optional<Path> image = processes_.appImage(pid);
+        if (!image) {
             return {};
         }
-        const Path path = realPath(placedPath(*image));
+        const Path path = realPath(*image);
         const InstalledEntry* entry = programs_.byProgram(path);
         return {.entry = entry, .id = entry == nullptr ? std::string() : entry->id, .appImage = path, .program = {}};
-    }
-
-    /// Whether its program lies in the mounted AppImage: everything that an AppImage starts inherits its variables.
-    [[nodiscard]] bool isFromAppImage(std::int32_t pid, const std::string& environment) const {
-        const auto folder = environmentValue(environment, "APPDIR");
-        const auto command = commands_.find(pid);
-        return folder && folder->starts_with('/') && command != commands_.end() &&
-               isStrictlyBelow(command->second, placedPath(*folder));
     }
 
     /// An installed entry of that file or name, else the file itself as an entry.

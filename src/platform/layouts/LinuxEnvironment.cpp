@@ -47,6 +47,13 @@ std::vector<fs::path> folders(const VariableLookup& lookup, std::string_view nam
     return out.empty() ? fallback : out;
 }
 
+/// A program that an AppImage starts inherits its variables without being a part of it.
+std::string ownAppImage(const VariableLookup& lookup, const fs::path& ownProgram) {
+    const std::optional<fs::path> mounted = absolute(lookup, "APPDIR");
+    const bool isInside = mounted && isStrictlyBelow(lexicallyStandardized(ownProgram), *mounted);
+    return isInside ? absolute(lookup, "APPIMAGE").value_or("").string() : std::string();
+}
+
 } // namespace
 
 std::vector<fs::path> LinuxEnvironment::toolFolder(std::string_view variable, const fs::path& fallback) const {
@@ -57,7 +64,8 @@ std::vector<fs::path> LinuxEnvironment::toolFolder(std::string_view variable, co
     return {found->second, fallback};
 }
 
-LinuxEnvironment linuxEnvironment(const VariableLookup& lookup, const fs::path& accountHome) {
+LinuxEnvironment linuxEnvironment(const VariableLookup& lookup, const fs::path& accountHome,
+                                  const fs::path& ownProgram) {
     LinuxEnvironment environment;
     environment.home = absolute(lookup, "HOME").value_or(lexicallyStandardized(accountHome));
     // A base folder that is the home folder or holds it would make everything of the user's a cache or a log.
@@ -72,6 +80,7 @@ LinuxEnvironment linuxEnvironment(const VariableLookup& lookup, const fs::path& 
     environment.state = base("XDG_STATE_HOME", ".local/state");
     environment.configDirs = folders(lookup, "XDG_CONFIG_DIRS", {"/etc/xdg"});
     environment.dataDirs = folders(lookup, "XDG_DATA_DIRS", {"/usr/local/share", "/usr/share"});
+    environment.programPath = folders(lookup, "PATH", {});
     environment.runtime = absolute(lookup, "XDG_RUNTIME_DIR").value_or("");
     environment.desktops = split(lookup("XDG_CURRENT_DESKTOP").value_or(""), ':');
     for (const char* name : toolVariables) {
@@ -79,7 +88,7 @@ LinuxEnvironment linuxEnvironment(const VariableLookup& lookup, const fs::path& 
             environment.toolFolders.emplace(name, *folder);
         }
     }
-    environment.ownAppImage = absolute(lookup, "APPIMAGE").value_or("").string();
+    environment.ownAppImage = ownAppImage(lookup, ownProgram);
     environment.insideSnap = !lookup("SNAP").value_or("").empty();
     return environment;
 }

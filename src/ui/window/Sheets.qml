@@ -16,7 +16,7 @@ Item {
         })
 
     function showDetails(): void {
-        open(details, "Pages/CleanupDetailSheet.qml", {});
+        open(details, "Pages/sheets/CleanupDetailSheet.qml", {});
     }
 
     function askClean(): void {
@@ -69,7 +69,7 @@ Item {
             if (!root.vm.report.present)
                 sheet?.close();
             else if (!sheet?.opened)
-                root.open(result, "Pages/CleanupResultSheet.qml", {});
+                root.open(result, "Pages/sheets/CleanupResultSheet.qml", {});
         }
 
         target: root.vm.report
