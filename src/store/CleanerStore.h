@@ -52,6 +52,9 @@ public:
     [[nodiscard]] const std::string& statusMessage() const;
     [[nodiscard]] const std::string& lastScanLabel() const;
     [[nodiscard]] const std::optional<CleanupReport>& latestReport() const;
+    /// Why the last action failed as a whole; it outlives the scan that follows an action, whose messages replace
+    /// statusMessage. Empty when it did not, and once the user goes on: another action, module or scan of theirs.
+    [[nodiscard]] const std::string& actionFailure() const;
     /// Whether `module` has a result (fresh or cached) rather than its not-scanned state.
     [[nodiscard]] bool hasResult(CleanerModule module) const;
 
@@ -129,6 +132,7 @@ Q_SIGNALS:
     void statusMessageChanged();
     void lastScanLabelChanged();
     void latestReportChanged();
+    void actionFailureChanged();
 
 private:
     struct State;
