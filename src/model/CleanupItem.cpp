@@ -33,6 +33,10 @@ std::int64_t CleanupItem::selectedFiles() const {
     return sumOverSelection(*this, [](const CleanupTarget& target) { return std::max<std::int64_t>(target.files, 1); });
 }
 
+int CleanupItem::selectedTargetCount() const {
+    return static_cast<int>(std::ranges::count_if(targets, &CleanupTarget::isSelected));
+}
+
 std::vector<CleanupTarget> CleanupItem::selectedTargets() const {
     std::vector<CleanupTarget> selected;
     std::ranges::copy_if(targets, std::back_inserter(selected), &CleanupTarget::isSelected);

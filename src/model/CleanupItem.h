@@ -67,6 +67,8 @@ struct CleanupItem {
     [[nodiscard]] std::int64_t selectedFiles() const;
     /// The targets whose isSelected is set, in order, whatever the row's own flags.
     [[nodiscard]] std::vector<CleanupTarget> selectedTargets() const;
+    /// How many targets have isSelected set, whatever the row's own flags.
+    [[nodiscard]] int selectedTargetCount() const;
 };
 
 enum class CleanupFilter : std::uint8_t { all, recommended, selected };

@@ -108,15 +108,7 @@ std::string relativeDate(const EngineContext& context, const std::optional<TimeP
 }
 
 std::string displayPath(const SystemLayout& layout, const Path& path) {
-    const Path standard = lexicallyStandardized(path);
-    const Path home = lexicallyStandardized(layout.home);
-    if (standard == home) {
-        return "~";
-    }
-    if (isStrictlyBelow(standard, home)) {
-        return "~" + standard.native().substr(home.native().size());
-    }
-    return standard.string();
+    return displayPath(path, layout.home);
 }
 
 std::string symbolFor(const EngineContext& context, const Path& path) {
