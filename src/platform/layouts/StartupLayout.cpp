@@ -54,15 +54,14 @@ StartupLayout macStartupLayout(const fs::path& homeFolder, std::uint32_t, const 
 StartupLayout linuxStartupLayout(const LinuxEnvironment& environment, std::uint32_t, const fs::path& root) {
     const fs::path& config = environment.config;
     StartupLayout layout;
-    layout.folders = {
-        {.kind = StartupKind::Autostart,
-         .enabled = config / "autostart",
-         .disabled = config / "autostart.disabled",
-         .takeoverFolders = {}},
-        {.kind = StartupKind::UserService,
-         .enabled = config / "systemd/user",
-         .disabled = config / "systemd/user.disabled",
-         .takeoverFolders = unitFolders(environment, root)}};
+    layout.folders = {{.kind = StartupKind::Autostart,
+                       .enabled = config / "autostart",
+                       .disabled = config / "autostart.disabled",
+                       .takeoverFolders = {}},
+                      {.kind = StartupKind::UserService,
+                       .enabled = config / "systemd/user",
+                       .disabled = config / "systemd/user.disabled",
+                       .takeoverFolders = unitFolders(environment, root)}};
     layout.filesNameItems = true;
     layout.loaders = {underRoot(root, "/usr/bin/systemctl"), underRoot(root, "/bin/systemctl")};
     layout.loaderIsOptional = true;
