@@ -43,6 +43,10 @@ bool isStrictlyBelow(const std::filesystem::path& path, const std::filesystem::p
     return inner.size() > outer.size() + 1 && inner.starts_with(outer) && inner[outer.size()] == '/';
 }
 
+bool isAtOrBelow(const std::filesystem::path& path, const std::filesystem::path& folder) {
+    return path == folder || isStrictlyBelow(path, folder);
+}
+
 std::filesystem::path underRoot(const std::filesystem::path& root, std::string_view path) {
     if (root == "/" || root.empty()) {
         return std::filesystem::path(path);
