@@ -6,71 +6,32 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <iterator>
 #include <vector>
 
 namespace vellmoor {
 namespace {
 
-// Compiled in, so that no table and no setting can lose them. Each name also guards the folders above it.
+// Of both systems: a folder of the other one is a folder like any other here, and protected all the same. Compiled in,
+// so that no table and no setting can lose them. Each name also guards the folders above it.
+// clang-format off
 constexpr std::array systemFolders{
-    "/bin",         "/boot",        "/dev",         "/etc",     "/home",    "/lib",       "/lib64",        "/media",
-    "/mnt",         "/opt",         "/proc",        "/root",    "/run",     "/run/media", "/sbin",         "/snap",
-    "/srv",         "/sys",         "/tmp",         "/usr/bin", "/usr/lib", "/usr/local", "/usr/share",    "/var/cache",
-    "/var/crash",   "/var/home",    "/var/lib",     "/var/log", "/var/tmp", "/cores",     "/Applications", "/Library",
-    "/private/etc", "/private/tmp", "/private/var", "/System",  "/Users",   "/Volumes"};
-constexpr std::array homeFolders{".cache",
-                                 ".config",
-                                 ".config/autostart",
-                                 ".gnupg",
-                                 ".local/bin",
-                                 ".local/share",
-                                 ".local/share/Trash",
-                                 ".local/state",
-                                 ".mozilla",
-                                 ".ssh",
-                                 ".thunderbird",
-                                 ".Trash",
-                                 ".var/app",
-                                 "snap",
-                                 "Applications",
-                                 "Desktop",
-                                 "Documents",
-                                 "Downloads",
-                                 "Library/Application Support",
-                                 "Library/Caches",
-                                 "Library/Containers",
-                                 "Library/Keychains",
-                                 "Library/LaunchAgents",
-                                 "Library/Logs",
-                                 "Library/Mail",
-                                 "Library/Preferences",
-                                 "Movies",
-                                 "Music",
-                                 "Pictures",
-                                 "Public",
-                                 "Videos"};
-
-std::vector<Path> protectedFolders(const Platform& platform, const SystemLayout& layout) {
-    std::vector<Path> all = layout.protectedPaths;
-    all.push_back(layout.home);
-    all.push_back(platform.ownPath());
-    for (const char* folder : systemFolders) {
-        all.push_back(underRoot(layout.root, folder));
-    }
-    for (const char* folder : homeFolders) {
-        all.push_back(layout.home / folder);
-    }
-    all.push_back(layout.trash.homeFolder);
-    all.push_back(layout.downloads.folder);
-    all.insert(all.end(), layout.largeFileRoots.begin(), layout.largeFileRoots.end());
-    const UserFolders user = platform.userFolders();
-    all.insert(all.end(), {user.downloads, user.desktop, user.documents, user.videos, user.pictures});
-    std::erase_if(all, [](const Path& path) { return !path.is_absolute(); });
-    for (Path& path : all) {
-        path = platform.standardized(path);
-    }
-    return all;
-}
+    "/Applications", "/Library", "/System", "/Users", "/Volumes", "/bin", "/boot", "/cores",
+    "/dev", "/etc", "/home", "/lib", "/lib64", "/media", "/mnt", "/opt",
+    "/private", "/private/etc", "/private/tmp", "/private/var", "/proc", "/root", "/run", "/run/media",
+    "/sbin", "/snap", "/srv", "/sys", "/tmp", "/usr", "/usr/bin", "/usr/lib",
+    "/usr/local", "/usr/share", "/var", "/var/cache", "/var/crash", "/var/home", "/var/lib", "/var/log",
+    "/var/tmp"};
+constexpr std::array homeFolders{
+    ".Trash", ".android", ".cache", ".cargo", ".config", ".config/autostart",
+    ".gnupg", ".gradle", ".local", ".local/bin", ".local/share", ".local/share/Trash",
+    ".local/state", ".m2", ".mozilla", ".npm", ".snap", ".snap/data",
+    ".ssh", ".thunderbird", ".var", ".var/app", "Applications", "Desktop",
+    "Documents", "Downloads", "Library", "Library/Application Support", "Library/Caches", "Library/CloudStorage",
+    "Library/Containers", "Library/Developer", "Library/Group Containers", "Library/Keychains", "Library/LaunchAgents", "Library/Logs",
+    "Library/Mail", "Library/Messages", "Library/Mobile Documents", "Library/Preferences", "Library/Safari", "Movies",
+    "Music", "Pictures", "Public", "Templates", "Videos", "snap"};
+// clang-format on
 
 // With the links above resolved, as far up as something exists.
 Path placeOf(const Platform& platform, const Path& path) {
@@ -96,6 +57,27 @@ std::vector<Path> formsOf(const Platform& platform, const std::vector<Path>& pat
 }
 
 } // namespace
+
+std::vector<Path> protectedFolders(const Platform& platform, const SystemLayout& layout) {
+    std::vector<Path> all = layout.protectedPaths;
+    all.push_back(layout.home);
+    all.push_back(platform.ownPath());
+    for (const char* folder : systemFolders) {
+        all.push_back(underRoot(layout.root, folder));
+    }
+    for (const char* folder : homeFolders) {
+        all.push_back(layout.home / folder);
+    }
+    all.push_back(layout.trash.homeFolder);
+    std::ranges::copy(layout.largeFileRoots, std::back_inserter(all));
+    std::ranges::copy(layout.furtherUserFolders, std::back_inserter(all));
+    std::ranges::copy(platform.userFolders().all(), std::back_inserter(all));
+    std::erase_if(all, [](const Path& path) { return !path.is_absolute(); });
+    for (Path& path : all) {
+        path = platform.standardized(path);
+    }
+    return all;
+}
 
 PathGuard::PathGuard(const Platform& platform, const SystemLayout& layout)
     : platform_(platform),

@@ -1,4 +1,5 @@
 #include "Paths.h"
+#include "layouts/LinuxBrowsers.h"
 #include "layouts/LinuxEnvironment.h"
 #include "layouts/LinuxJunkLayout.h"
 #include "layouts/SystemLayout.h"
@@ -35,16 +36,10 @@ std::vector<std::pair<std::vector<std::string>, std::string>> symbols() {
     };
 }
 
-std::vector<fs::path> protectedPaths(const LinuxEnvironment& environment, const fs::path& root) {
+std::vector<fs::path> protectedPaths(const LinuxEnvironment& environment) {
     std::vector<fs::path> paths{environment.config, environment.cache, environment.data, environment.state};
     if (!environment.runtime.empty()) {
         paths.push_back(environment.runtime);
-    }
-    for (const char* folder :
-         {"Desktop", "Documents",  "Downloads", "Music",        "Pictures", "Public", "Templates", "Videos",
-          ".ssh",    ".gnupg",     ".mozilla",  ".thunderbird", ".local",   ".var",   ".var/app",  "snap",
-          ".snap",   ".snap/data", ".cargo",    ".npm",         ".gradle",  ".m2",    ".android"}) {
-        paths.push_back(environment.home / folder);
     }
     if (!environment.ownAppImage.empty()) {
         paths.emplace_back(environment.ownAppImage);
@@ -56,11 +51,6 @@ std::vector<fs::path> protectedPaths(const LinuxEnvironment& environment, const 
     for (const char* folder : {"autostart", "systemd", "systemd/user", "dconf"}) {
         paths.push_back(environment.config / folder);
     }
-    for (const char* folder :
-         {"/bin",  "/boot", "/dev",  "/etc", "/home", "/lib", "/media", "/mnt", "/opt",       "/proc",
-          "/root", "/run",  "/sbin", "/srv", "/sys",  "/tmp", "/usr",   "/var", "/var/crash", "/var/tmp"}) {
-        paths.push_back(underRoot(root, folder));
-    }
     return paths;
 }
 
@@ -71,18 +61,26 @@ SystemLayout linuxLayout(const LinuxEnvironment& environment, std::uint32_t user
     SystemLayout layout;
     layout.texts = TextSet::Linux;
     layout.home = home;
+    layout.stateFolder = environment.state / "vellmoor";
     layout.root = root;
-    layout.protectedPaths = protectedPaths(environment, root);
+    layout.protectedPaths = protectedPaths(environment);
     layout.deepScan = deepScanRules(environment);
     layout.fileKinds = &FileKinds::linuxDesktop();
     layout.symbols = symbols();
     layout.junk = linuxJunkCategories(environment, root);
-    layout.downloads = {.folder = home / "Downloads",
-                        .extensions = {"dmg", "pkg", "zip", "xip", "ipsw", "iso", "deb", "rpm", "appimage", "flatpak",
-                                       "flatpakref", "flatpakrepo", "snap", "run", "bundle", "img", "msi", "exe"}};
+    layout.installerExtensions = {"dmg", "pkg", "zip", "xip", "ipsw", "iso", "deb", "rpm", "appimage", "flatpak", "flatpakref", "flatpakrepo", "snap", "run", "bundle", "img", "msi", "exe"};
     for (const char* folder : {"Downloads", "Desktop", "Documents", "Videos", "Pictures"}) {
         layout.largeFileRoots.push_back(home / folder);
     }
+    for (const char* folder : {"Music", "Public", "Templates"}) {
+        layout.furtherUserFolders.push_back(home / folder);
+    }
+    layout.bases = {.config = environment.config,
+                    .data = environment.data,
+                    .cache = environment.cache,
+                    .state = environment.state};
+    layout.owned = linuxOwnedFolders(environment);
+    layout.countsOnce = true;
     const std::string user = std::to_string(userId);
     layout.trash = {
         .homeFolder = environment.data / "Trash",

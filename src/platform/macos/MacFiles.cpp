@@ -183,7 +183,7 @@ Path standardized(const Path& path, const std::function<bool(const Path&)>& exis
     if (isStrictlyBelow(result, privateFolder)) {
         Path rest = result.native().substr(privateFolder.size());
         const bool isFixed = std::ranges::any_of(
-            fixed, [&](std::string_view folder) { return rest == folder || isStrictlyBelow(rest, folder); });
+            fixed, [&](std::string_view folder) { return isAtOrBelow(rest, folder); });
         if (!isFixed && exists(rest)) {
             return rest;
         }
@@ -211,6 +211,10 @@ bool isMountPoint(const Path& real) {
 
 Outcome createFile(const Path& path, std::string_view contents) {
     return files::createFile(path, contents);
+}
+
+Outcome createLink(const Path& path, const Path& target) {
+    return files::createLink(path, target);
 }
 
 Outcome removeFile(const Path& path) {

@@ -16,7 +16,7 @@ Removal plain(RemovalResult result) {
 
 Removal failure(NSError* error) {
     RemovalResult result = RemovalResult::Failed;
-    if ([error.domain isEqualToString:NSCocoaErrorDomain]) {
+    if (mac::textOf(error.domain) == mac::textOf(NSCocoaErrorDomain)) {
         if (error.code == NSFileWriteOutOfSpaceError) {
             result = RemovalResult::DiskFull;
         } else if (error.code == NSFileWriteVolumeReadOnlyError) {
