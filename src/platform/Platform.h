@@ -110,13 +110,21 @@ enum class QuitOutcome : std::uint8_t {
     CannotAsk,  ///< there is no way to ask it; nothing was sent, and it can only be ended
 };
 
-/// The user's own folders as the desktop names them; an empty path: the system names none.
+/// The user's own folders as the desktop names them; an empty path: the system names none. One that is the home folder
+/// or above it is switched off.
 struct UserFolders {
     Path downloads;
     Path desktop;
     Path documents;
     Path videos;
     Path pictures;
+    Path music;
+    Path publicShare;
+    Path templates;
+
+    [[nodiscard]] std::vector<Path> all() const {
+        return {downloads, desktop, documents, videos, pictures, music, publicShare, templates};
+    }
 };
 
 class Platform {

@@ -55,6 +55,9 @@ public:
     [[nodiscard]] const std::string& statusMessage() const;
     [[nodiscard]] const std::string& lastScanLabel() const;
     [[nodiscard]] const std::optional<CleanupReport>& latestReport() const;
+    /// Why the last action failed as a whole; it outlives the scan that follows an action, whose messages replace
+    /// statusMessage. Empty when it did not, and once the user goes on: another action, module or scan of theirs.
+    [[nodiscard]] const std::string& actionFailure() const;
     /// Whether `module` has a result (fresh or cached) rather than its not-scanned state.
     [[nodiscard]] bool hasResult(CleanerModule module) const;
 
@@ -139,6 +142,7 @@ Q_SIGNALS:
     void latestReportChanged();
     /// The application cannot be asked to quit, and was sent nothing: it can only be ended, with a loss.
     void endOffered(const vellmoor::MemoryApp& app);
+    void actionFailureChanged();
 
 private:
     struct State;

@@ -29,7 +29,7 @@ void CleanerStore::cleanSelected(CleanerModule module) {
     state_->cleanToken = stop;
     state_->startAction(L::tr("正在清理选中项目..."), module, [chosen, stop](CleanerService& engine) {
         CleanupReport report = engine.clean(chosen, *stop);
-        return State::ActionOutcome{{}, std::move(report)};
+        return State::ActionOutcome{{}, std::move(report), false};
     });
 }
 
@@ -48,7 +48,7 @@ void CleanerStore::setStartupItem(const StartupItem& item, bool enabled) {
         enabled ? L::tr("正在恢复 %@ 的启动项...", item.name) : L::tr("正在禁用 %@ 的启动项...", item.name);
     state_->startAction(status, CleanerModule::performance, [item, enabled](CleanerService& engine) {
         const StartupActionResult result = enabled ? engine.enableStartupItem(item) : engine.disableStartupItem(item);
-        return State::ActionOutcome{result.message, {}};
+        return State::ActionOutcome{result.message, {}, !result.succeeded};
     });
 }
 
@@ -73,20 +73,21 @@ void CleanerStore::State::startAction(const std::string& status, CleanerModule r
     const Update update(*this);
     set(isCleaning, true, Cleaning);
     set(statusMessage, status, Status);
+    set(actionFailure, {}, ActionFailure);
     // `this` is used in posted jobs only: they run on the store's thread, and not after its death.
     const auto actAndPost = [this, rescanned, action, engine = service, out = workers] {
         ActionOutcome outcome;
         try {
             outcome = action(*engine);
         } catch (const std::exception& error) {
-            outcome.message = error.what(); // the engine does not throw; memory can still run out
+            outcome = {error.what(), {}, true}; // the engine does not throw; memory can still run out
         }
         out->post([this, rescanned, outcome] { endAction(outcome, rescanned); });
     };
     try {
         workers->start(actAndPost);
     } catch (const std::exception& noThread) {
-        endAction({noThread.what(), {}}, rescanned);
+        endAction({noThread.what(), {}, true}, rescanned);
     }
 }
 
@@ -96,6 +97,7 @@ void CleanerStore::State::endAction(const ActionOutcome& outcome, CleanerModule 
         if (outcome.report) {
             set(latestReport, outcome.report, Report);
         }
+        set(actionFailure, outcome.failed ? outcome.message : std::string(), ActionFailure);
         set(isCleaning, false, Cleaning);
         set(statusMessage, outcome.report ? outcome.report->message() : outcome.message, Status);
     }

@@ -35,6 +35,7 @@ struct CleanerStore::State {
         Status,
         LastScan,
         Report,
+        ActionFailure,
         FieldCount,
     };
 
@@ -54,6 +55,7 @@ struct CleanerStore::State {
     struct ActionOutcome {
         std::string message;
         std::optional<CleanupReport> report;
+        bool failed = false; ///< the message says why
     };
     using Action = std::function<ActionOutcome(CleanerService&)>;
 
@@ -119,6 +121,7 @@ struct CleanerStore::State {
     std::string statusMessage;
     std::string lastScanLabel;
     std::optional<CleanupReport> latestReport;
+    std::string actionFailure;
 
     std::map<CleanerModule, CachedModuleState> cachedStates;
     /// Grows with every scan and every invalidation; what carries an older number is stale.

@@ -308,6 +308,42 @@ TEST_F(StoreActions, ALoginItemsResultIsShownWhetherItSucceededOrNot) {
     }
 }
 
+TEST_F(StoreActions, AFailedLoginItemChangeIsSaidAfterTheRescanToo) {
+    startGatedDisable({false, "Failed to disable Updater: Permission denied"})->open();
+    awaitEnd();
+    EXPECT_FALSE(store->isScanning());
+    EXPECT_EQ(store->actionFailure(), "Failed to disable Updater: Permission denied");
+}
+
+TEST_F(StoreActions, ALoginItemChangeThatRunsOutOfMemoryIsAFailure) {
+    service->onEnable([](const StartupItem&) -> StartupActionResult { throw std::runtime_error("out of memory"); });
+    store->setStartupItem(agent("Updater"), true);
+    awaitEnd();
+    EXPECT_EQ(store->actionFailure(), "out of memory");
+}
+
+TEST_F(StoreActions, AFailureIsGoneWhenTheUserGoesOn) {
+    const auto fail = [&] {
+        startGatedDisable({false, "No."})->open();
+        awaitEnd();
+        ASSERT_EQ(store->actionFailure(), "No.");
+    };
+    fail();
+    startGatedDisable({true, "Done."})->open();
+    awaitEnd();
+    EXPECT_EQ(store->actionFailure(), "");
+    fail();
+    store->show(CleanerModule::trash);
+    EXPECT_EQ(store->actionFailure(), "");
+    fail();
+    store->scan(CleanerModule::performance, true);
+    EXPECT_EQ(store->actionFailure(), "");
+    awaitEnd();
+    fail();
+    store->resetForLanguageChange();
+    EXPECT_EQ(store->actionFailure(), "");
+}
+
 TEST_F(StoreActions, ALoginItemChangeScansAndShowsPerformanceWhateverWasActive) {
     showTrash();
     answer(snapshotOf({row(CleanerModule::performance, "Agents", {1})}));

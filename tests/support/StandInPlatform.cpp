@@ -106,7 +106,10 @@ std::optional<FileFacts> StandInPlatform::facts(const Path& path) const {
 }
 
 bool StandInPlatform::exists(const Path& path) const {
-    return system == System::Mac ? existsFollowed(path) : hostPlatform().facts(path).has_value();
+    if (system == System::Mac) {
+        return existsFollowed(path);
+    }
+    return hostPlatform().facts(path) || hostPlatform().exists(path);
 }
 
 bool StandInPlatform::isReadable(const Path& path) const {

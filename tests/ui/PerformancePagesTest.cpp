@@ -59,6 +59,21 @@ TEST_P(PerformancePagesTest, WhileAnItemChangesItsButtonRests) {
     EXPECT_TRUE(isEnabled("startup.0.action"));
 }
 
+TEST_P(PerformancePagesTest, AFailedChangeIsShownUntilTheUserGoesOn) {
+    const std::string reason = L::tr("禁用 %@ 失败：%@", "KeePassXC", "Permission denied");
+    service().onDisable([reason](const StartupItem&) { return StartupActionResult{false, reason}; });
+    openScanned(CleanerModule::performance);
+    EXPECT_FALSE(isVisible("startupFailure"));
+    ASSERT_TRUE(window().click(QStringLiteral("startup.1.action")));
+    ASSERT_TRUE(window().click(QStringLiteral("confirmStartup.accept")));
+    waitUntilIdle();
+    EXPECT_TRUE(isVisible("startupFailure"));
+    EXPECT_EQ(text("startupFailure.text"), QString::fromStdString(reason));
+    ASSERT_TRUE(window().click(QStringLiteral("refreshStartup")));
+    waitUntilIdle();
+    EXPECT_FALSE(isVisible("startupFailure"));
+}
+
 TEST_P(PerformancePagesTest, AnItemIsShownInTheFileManager) {
     openScanned(CleanerModule::performance);
     ASSERT_TRUE(window().click(QStringLiteral("startup.0.reveal")));

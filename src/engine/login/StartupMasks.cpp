@@ -45,9 +45,8 @@ std::string maskText(const std::string& name) {
 } // namespace
 
 bool needsStartupMask(const EngineContext& context, const StartupFolders& folders, const Path& file) {
-    return std::ranges::any_of(folders.takeoverFolders, [&](const Path& folder) {
-        return context.platform().exists(folder / file.filename());
-    });
+    return std::ranges::any_of(folders.takeoverFolders,
+                               [&](const Path& folder) { return context.platform().exists(folder / file.filename()); });
 }
 
 bool isStartupMask(const Platform& platform, StartupKind kind, const Path& file) {

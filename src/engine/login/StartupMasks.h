@@ -1,4 +1,5 @@
-// What a disabled login item leaves in its place, so that no file of the same name in a folder of the system takes over.
+// What a disabled login item leaves in its place, so that no file of the same name in a folder of the system takes
+// over.
 #pragma once
 
 #include "layouts/StartupLayout.h"

@@ -184,9 +184,13 @@ bool groupIsBelow(std::string_view group, const std::vector<std::string>& names)
 
 std::string groupFlatpak(std::string_view group) {
     constexpr std::string_view prefix = "app-flatpak-";
-    for (const std::string_view unit : components(group) | std::views::reverse) {
-        if (unit.starts_with(prefix) && unit.ends_with(".scope") && unit.find('-', prefix.size()) != unit.npos) {
-            return appUnit(unit).value_or("");
+    for (std::string_view unit : components(group) | std::views::reverse) {
+        if (!unit.starts_with(prefix) || !dropEnding(unit, ".scope")) {
+            continue;
+        }
+        unit.remove_prefix(prefix.size());
+        if (const std::size_t random = unit.rfind('-'); random != std::string_view::npos) {
+            return unescapedUnit(unit.substr(0, random)); // not every Flatpak escapes the dashes of an ID
         }
     }
     return {};

@@ -132,7 +132,10 @@ std::string LinuxProcesses::snap(std::int32_t pid) const {
     if (std::string name = groupSnap(group(pid)); !name.empty()) {
         return name;
     }
-    const Path program = executable(pid).value_or("");
+    return snapOf(executable(pid).value_or(""));
+}
+
+std::string LinuxProcesses::snapOf(const Path& program) const {
     for (const char* mounts : {"/snap", "/var/lib/snapd/snap"}) {
         if (const Path folder = underRoot(layout_.root, mounts); isStrictlyBelow(program, folder)) {
             return program.lexically_relative(folder).begin()->string();

@@ -43,6 +43,8 @@ public:
     [[nodiscard]] std::string flatpak(std::int32_t pid) const;
     /// The name of the snap it runs in; empty: none.
     [[nodiscard]] std::string snap(std::int32_t pid) const;
+    /// The name of the snap that a program is a part of; empty: of none.
+    [[nodiscard]] std::string snapOf(const Path& program) const;
 
 private:
     [[nodiscard]] Path file(std::int32_t pid, const char* name) const;

@@ -11,7 +11,7 @@ namespace {
 namespace fs = std::filesystem;
 
 SessionState childrenOf(const fs::path& folder) {
-    return {.paths = {.base = folder, .components = {"*"}}, .onlyWith = {}};
+    return {.paths = {.base = folder, .below = "*", .except = {}}, .onlyWith = {}};
 }
 
 /// Where the user's service manager finds units besides the user's own folder (systemd.unit(5), "User Unit Search
@@ -54,15 +54,14 @@ StartupLayout macStartupLayout(const fs::path& homeFolder, std::uint32_t, const 
 StartupLayout linuxStartupLayout(const LinuxEnvironment& environment, std::uint32_t, const fs::path& root) {
     const fs::path& config = environment.config;
     StartupLayout layout;
-    layout.folders = {
-        {.kind = StartupKind::Autostart,
-         .enabled = config / "autostart",
-         .disabled = config / "autostart.disabled",
-         .takeoverFolders = {}},
-        {.kind = StartupKind::UserService,
-         .enabled = config / "systemd/user",
-         .disabled = config / "systemd/user.disabled",
-         .takeoverFolders = unitFolders(environment, root)}};
+    layout.folders = {{.kind = StartupKind::Autostart,
+                       .enabled = config / "autostart",
+                       .disabled = config / "autostart.disabled",
+                       .takeoverFolders = {}},
+                      {.kind = StartupKind::UserService,
+                       .enabled = config / "systemd/user",
+                       .disabled = config / "systemd/user.disabled",
+                       .takeoverFolders = unitFolders(environment, root)}};
     layout.filesNameItems = true;
     layout.loaders = {underRoot(root, "/usr/bin/systemctl"), underRoot(root, "/bin/systemctl")};
     layout.loaderIsOptional = true;
@@ -80,7 +79,7 @@ StartupLayout linuxStartupLayout(const LinuxEnvironment& environment, std::uint3
         childrenOf(config / "gnome-session/saved-session"),
         childrenOf(config / "mate-session/saved-session"),
         // KDE's session manager: "program_sessionkey", beside files that have nothing to do with sessions.
-        {.paths = {.base = config / "session", .components = {"*_*"}, .kind = RootKind::PlainFile, .except = {"*.*"}},
+        {.paths = {.base = config / "session", .below = "*_*", .kind = RootKind::PlainFile, .except = {"*.*"}},
          .onlyWith = config / "ksmserverrc"}};
     return layout;
 }

@@ -48,6 +48,7 @@ void WindowModel::connectStore() {
     connect(&store_, &CleanerStore::cleanupItemsChanged, this, &WindowModel::selectionChanged);
     connect(&store_, &CleanerStore::permissionHintsChanged, this, &WindowModel::limitationChanged);
     connect(&question_, &Question::switchAgreed, this, &WindowModel::switchStartupItem);
+    connect(&store_, &CleanerStore::actionFailureChanged, this, &WindowModel::actionFailureChanged);
     connect(&store_, &CleanerStore::isScanningChanged, this, [this] {
         Q_EMIT busyChanged();
         Q_EMIT selectionChanged();
@@ -202,6 +203,10 @@ QString WindowModel::riskSummary() const {
         }
     }
     return parts.isEmpty() ? QString() : localised("风险级别：%@。", parts.join(localised("，")).toStdString());
+}
+
+QString WindowModel::actionFailure() const {
+    return toQt(store_.actionFailure());
 }
 
 QString WindowModel::limitation() const {

@@ -65,6 +65,8 @@ class WindowModel final : public QObject {
     Q_PROPERTY(QString limitation READ limitation NOTIFY limitationChanged FINAL)
     /// Whether the window says that it should not run as root; the user may close the notice.
     Q_PROPERTY(bool rootNotice READ rootNotice NOTIFY rootNoticeChanged FINAL)
+    /// Why the last action failed, until the user goes on; empty: it did not.
+    Q_PROPERTY(QString actionFailure READ actionFailure NOTIFY actionFailureChanged FINAL)
     /// The row of the start-up item being changed; -1: none.
     Q_PROPERTY(int changingStartupRow READ changingStartupRow NOTIFY busyChanged FINAL)
 
@@ -108,6 +110,7 @@ public:
     [[nodiscard]] QString confirmationMessage() const;
     [[nodiscard]] QString limitation() const;
     [[nodiscard]] bool rootNotice() const { return rootNotice_; }
+    [[nodiscard]] QString actionFailure() const;
     /// The row of the login item whose change runs; -1: none.
     [[nodiscard]] int changingStartupRow() const;
 
@@ -136,6 +139,7 @@ Q_SIGNALS:
     void textsChanged();
     void selectionChanged();
     void busyChanged();
+    void actionFailureChanged();
     void limitationChanged();
     void rootNoticeChanged();
 

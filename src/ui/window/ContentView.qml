@@ -14,7 +14,8 @@ import Vellmoor.Theme
 //   cleanupList, emptyState                   the list of the page (startupList on the login items page)
 //   item.N, item.N.toggle, item.N.lock, item.N.expand, item.N.reveal, item.N.status       the Nth listed category
 //   item.N.target.M, item.N.target.M.toggle, item.N.target.M.reveal                       its Mth path
-//   startup.N, startup.N.action, startup.N.reveal, startup.N.status, refreshStartup, loginItemsSettings
+//   startup.N, startup.N.action, startup.N.reveal, startup.N.status, startupFailure,
+//   refreshStartup, loginItemsSettings
 //   memoryApp.N, memoryApp.N.quit, memoryApp.N.monitor, refreshMemory, systemMonitor, pressure, memoryTotal
 //   memoryPart.orange, memoryPart.mint, memoryPart.gray, cachesNote                       programs, file caches, free
 //   selectedText, statusMessage, bottomRefresh, previewButton, cleanButton                the bottom bar

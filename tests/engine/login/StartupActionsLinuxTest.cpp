@@ -55,8 +55,8 @@ TEST_F(LinuxStartupActions, DisablingStopsThenMovesThenReloads) {
     const StartupActionResult result = disable(home, item);
     EXPECT_TRUE(result.succeeded);
     EXPECT_EQ(result.message, "Disabled Tool from launching at login.");
-    EXPECT_THAT(steps, ElementsAre("folder autostart.disabled", "stop", "move autostart/tool.desktop",
-                                   "daemon-reload"));
+    EXPECT_THAT(steps,
+                ElementsAre("folder autostart.disabled", "stop", "move autostart/tool.desktop", "daemon-reload"));
     // No scope: it is also that of a program started by hand.
     EXPECT_THAT(calls(home), ElementsAre("--user stop app-tool@autostart.service", "--user daemon-reload"));
     EXPECT_EQ(contentsOf(disabled / "tool.desktop"), toolText);

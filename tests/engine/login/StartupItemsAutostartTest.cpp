@@ -242,8 +242,8 @@ TEST_F(Autostart, EntriesOfOneApplicationAreToldApart) {
         names.push_back(item.name);
         ids.insert(item.id);
     }
-    EXPECT_THAT(names, UnorderedElementsAre("Log window", "XTerm (one.desktop)", "xterm (two.desktop)",
-                                            "XTerm (one.desktop)"));
+    EXPECT_THAT(
+        names, UnorderedElementsAre("Log window", "XTerm (one.desktop)", "xterm (two.desktop)", "XTerm (one.desktop)"));
     EXPECT_THAT(ids, SizeIs(4));
 }
 

@@ -42,9 +42,9 @@ TEST_F(ServiceMasks, EveryFolderOfUnitsCounts) {
     home.environment.configDirs = {"/etc/one"};
     home.environment.dataDirs = {"/opt/share"};
     home.useEnvironment();
-    for (const char* folder : {"/etc/systemd/user", ".local/share/systemd/user", "/usr/local/lib/systemd/user",
-                               "/usr/lib/systemd/user", "/run/user/7/systemd/user", "/run/systemd/user",
-                               "/etc/one/systemd/user", "/opt/share/systemd/user"}) {
+    for (const char* folder :
+         {"/etc/systemd/user", ".local/share/systemd/user", "/usr/local/lib/systemd/user", "/usr/lib/systemd/user",
+          "/run/user/7/systemd/user", "/run/systemd/user", "/etc/one/systemd/user", "/opt/share/systemd/user"}) {
         const Path hidden = home.text(Path(folder) / "job.service", vendorText);
         EXPECT_TRUE(disable(home, own()).succeeded);
         EXPECT_TRUE(isMasked()) << folder;

@@ -132,6 +132,14 @@ TEST_F(LinuxProcessTable, ASnapOutsideItsScopeIsKnownByItsProgram) {
     EXPECT_THAT(names(), UnorderedElementsAre("snap:chromium", "snap:brave"));
 }
 
+TEST_F(LinuxProcessTable, AProgramStartedFromATerminalThatIsASnapCountsAsItself) {
+    addProcess(home, {.pid = 10,
+                      .exe = "/usr/lib/firefox/firefox",
+                      .group = userUnit(home, "snap.ghostty.ghostty-8b7c2d8e-0a4f-4d53-9f2a-6c1b8f0e7d21.scope"),
+                      .comm = "firefox"});
+    EXPECT_THAT(names(), UnorderedElementsAre("snap:ghostty", "firefox"));
+}
+
 TEST_F(LinuxProcessTable, ProcessesOfOtherUsersDoNotCount) {
     addProcess(home, {.pid = 10, .exe = "/usr/bin/chromium", .comm = "chromium", .user = 4711});
     EXPECT_THAT(names(), IsEmpty());

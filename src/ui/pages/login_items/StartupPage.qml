@@ -56,6 +56,33 @@ GlassPanel {
             wrapMode: Text.Wrap
         }
 
+        RowLayout {
+            id: failure
+
+            Accessible.name: root.vm.actionFailure
+            Accessible.role: Accessible.AlertMessage
+            Layout.fillWidth: true
+            Layout.leftMargin: 4
+            objectName: "startupFailure"
+            spacing: 8
+            visible: root.vm.actionFailure !== ""
+
+            Symbol {
+                Layout.alignment: Qt.AlignTop
+                color: Colors.red
+                name: "exclamationmark.triangle.fill"
+                size: 16
+            }
+
+            BodyText {
+                Layout.fillWidth: true
+                elide: Text.ElideNone
+                objectName: "startupFailure.text"
+                text: root.vm.actionFailure
+                wrapMode: Text.Wrap
+            }
+        }
+
         Rectangle {
             Layout.fillWidth: true
             color: Colors.vmLine
