@@ -103,11 +103,17 @@ public:
     /// Cleans a copy of what is selected now, publishes the report, then scans `module` again, which makes it the
     /// active one. Nothing without a selection.
     void cleanSelected(CleanerModule module);
+    /// The session ends: a running clean finishes the path at hand and leaves the others where they are.
+    void stopCleaning();
     /// Ignored while a scan runs too. Ends in a scan of `performance`, which makes it the active module.
     void setStartupItem(const StartupItem& item, bool enabled);
     /// Asks the application to quit and words the outcome in statusMessage. A moment later, when the application had
     /// time to go, reads the memory state again if memoryOptimization is then the active module.
     void quitMemoryApp(const MemoryApp& app);
+    /// Ends an application that endOffered named, and the user agreed; worded and read again alike.
+    void endMemoryApp(const MemoryApp& app);
+    /// Puts a line of the window's into statusMessage.
+    void say(const std::string& message);
     /// How long that moment is; 1.5 seconds unless set.
     void setMemoryRefreshDelay(std::chrono::milliseconds delay);
     /// The result sheet was closed.
@@ -134,6 +140,8 @@ Q_SIGNALS:
     void statusMessageChanged();
     void lastScanLabelChanged();
     void latestReportChanged();
+    /// The application cannot be asked to quit, and was sent nothing: it can only be ended, with a loss.
+    void endOffered(const vellmoor::MemoryApp& app);
     void actionFailureChanged();
 
 private:

@@ -99,10 +99,13 @@ void CleanerStore::State::persistShownResults() {
 void CleanerStore::State::cache(const ScanSnapshot& snapshot, CleanerModule scannedModule) {
     const bool isSmartScan = scannedModule == CleanerModule::smartScan;
     const CachedModuleState whole{snapshot, clock(), isSmartScan ? L::tr("智能扫描") : L::tr("单独扫描")};
-    cachedStates.insert_or_assign(scannedModule, whole);
     if (!isSmartScan) {
+        cachedStates.insert_or_assign(scannedModule, whole);
         return;
     }
+    CachedModuleState once = whole;
+    once.cleanupItems = countedOnce(std::move(once.cleanupItems));
+    cachedStates.insert_or_assign(scannedModule, std::move(once));
     for (const CleanerModule module : allCleanerModules) {
         if (module == CleanerModule::smartScan) {
             continue;

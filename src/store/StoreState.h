@@ -96,7 +96,9 @@ struct CleanerStore::State {
     // Actions
     void startAction(const std::string& status, CleanerModule rescanned, const Action& action);
     void endAction(const ActionOutcome& outcome, CleanerModule rescanned);
-    void showQuitOutcome(const std::string& name, QuitOutcome outcome);
+    using Farewell = QuitOutcome (CleanerService::*)(const MemoryApp&);
+    void startFarewell(const MemoryApp& app, Farewell farewell);
+    void showQuitOutcome(const MemoryApp& app, QuitOutcome outcome);
     void refreshMemoryAfterAppChange();
 
     // Selection
@@ -124,7 +126,8 @@ struct CleanerStore::State {
     std::map<CleanerModule, CachedModuleState> cachedStates;
     /// Grows with every scan and every invalidation; what carries an older number is stale.
     std::uint64_t scanGeneration = 0;
-    std::shared_ptr<CancelToken> scanToken; ///< of the running scan
+    std::shared_ptr<CancelToken> scanToken;  ///< of the running scan
+    std::shared_ptr<CancelToken> cleanToken; ///< of the running clean, or of the last one
     QTimer memoryRefresh;
     bool isShutDown = false;
 

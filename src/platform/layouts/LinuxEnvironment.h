@@ -22,7 +22,7 @@ struct LinuxEnvironment {
     std::vector<std::filesystem::path> programPath; ///< $PATH without its relative parts; empty: unset
     std::filesystem::path runtime;                  ///< empty: none
     std::vector<std::string> desktops;              ///< the names in XDG_CURRENT_DESKTOP
-    /// Variables of single tools (CARGO_HOME ...) that are set to an absolute path.
+    /// Variables of single tools (CARGO_HOME ...) that are set to an absolute path; of GOPATH the first one.
     std::map<std::string, std::filesystem::path> toolFolders;
     std::string ownAppImage; ///< the AppImage that Vellmoor itself runs from; empty: none
     bool insideSnap = false; ///< Vellmoor itself runs as a snap ($SNAP is set)

@@ -11,7 +11,7 @@ namespace {
 namespace fs = std::filesystem;
 
 SessionState childrenOf(const fs::path& folder) {
-    return {.paths = {.base = folder, .components = {"*"}}, .onlyWith = {}};
+    return {.paths = {.base = folder, .below = "*", .except = {}}, .onlyWith = {}};
 }
 
 /// Where the user's service manager finds units besides the user's own folder (systemd.unit(5), "User Unit Search
@@ -79,7 +79,7 @@ StartupLayout linuxStartupLayout(const LinuxEnvironment& environment, std::uint3
         childrenOf(config / "gnome-session/saved-session"),
         childrenOf(config / "mate-session/saved-session"),
         // KDE's session manager: "program_sessionkey", beside files that have nothing to do with sessions.
-        {.paths = {.base = config / "session", .components = {"*_*"}, .kind = RootKind::PlainFile, .except = {"*.*"}},
+        {.paths = {.base = config / "session", .below = "*_*", .kind = RootKind::PlainFile, .except = {"*.*"}},
          .onlyWith = config / "ksmserverrc"}};
     return layout;
 }

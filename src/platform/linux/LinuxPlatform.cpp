@@ -9,6 +9,7 @@
 #include "Quit.h"
 #include "TextServices.h"
 #include "TrashRemoval.h"
+#include "UserDirectories.h"
 
 #include <gio/gio.h>
 
@@ -27,11 +28,6 @@ Path accountHome() {
     passwd* found = nullptr;
     const int error = ::getpwuid_r(::getuid(), &record, room.data(), room.size(), &found);
     return error == 0 && found != nullptr ? Path(found->pw_dir) : Path("/");
-}
-
-Path userFolder(GUserDirectory which) {
-    const char* folder = g_get_user_special_dir(which);
-    return folder == nullptr ? Path() : Path(folder);
 }
 
 } // namespace
@@ -137,10 +133,10 @@ std::optional<Capacity> LinuxPlatform::capacity(const Path& path) const {
 }
 
 UserFolders LinuxPlatform::userFolders() const {
-    g_reload_user_special_dirs_cache();
-    return {userFolder(G_USER_DIRECTORY_DOWNLOAD), userFolder(G_USER_DIRECTORY_DESKTOP),
-            userFolder(G_USER_DIRECTORY_DOCUMENTS), userFolder(G_USER_DIRECTORY_VIDEOS),
-            userFolder(G_USER_DIRECTORY_PICTURES)};
+    constexpr std::size_t largest = std::size_t{1} << 20;
+    const LinuxEnvironment environment = processEnvironment();
+    const std::optional<std::string> text = files::contents(environment.config / "user-dirs.dirs", largest);
+    return userDirectories(text.value_or(""), environment.home);
 }
 
 std::optional<KeyFile> LinuxPlatform::keyFile(const Path& path) const {
@@ -169,6 +165,10 @@ QuitOutcome LinuxPlatform::requestQuit(const MemoryApp& app) const {
     return quit::request(app);
 }
 
+QuitOutcome LinuxPlatform::endApplication(const MemoryApp& app) const {
+    return quit::end(app);
+}
+
 // Tools
 
 std::optional<std::string> LinuxPlatform::commandOutput(const Path& tool,
@@ -178,6 +178,10 @@ std::optional<std::string> LinuxPlatform::commandOutput(const Path& tool,
 
 CommandResult LinuxPlatform::commandResult(const Path& tool, const std::vector<std::string>& arguments) const {
     return commands::result(tool, arguments);
+}
+
+CommandResult LinuxPlatform::untranslatedResult(const Path& tool, const std::vector<std::string>& arguments) const {
+    return commands::result(tool, arguments, commands::Messages::English);
 }
 
 // Host

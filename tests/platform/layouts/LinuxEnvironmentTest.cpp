@@ -43,19 +43,18 @@ TEST(LinuxEnvironment, AHomeIsTakenLexically) {
     EXPECT_EQ(read({{"HOME", "/home/user/"}}).config, "/home/user/.config");
 }
 
-TEST(LinuxEnvironment, ABaseFolderThatHoldsTheHomeCountsAsUnset) {
-    for (const char* folder : {"/home/user", "/home/user/", "/home", "/"}) {
+TEST(LinuxEnvironment, ABaseFolderIsUsedAsSetEvenWhereItHoldsTheHome) {
+    for (const char* folder : {"/home/user", "/home"}) {
         const LinuxEnvironment environment = read({{"HOME", "/home/user"},
                                                    {"XDG_CONFIG_HOME", folder},
                                                    {"XDG_CACHE_HOME", folder},
                                                    {"XDG_DATA_HOME", folder},
                                                    {"XDG_STATE_HOME", folder}});
-        EXPECT_EQ(environment.config, "/home/user/.config") << folder;
-        EXPECT_EQ(environment.cache, "/home/user/.cache") << folder;
-        EXPECT_EQ(environment.data, "/home/user/.local/share") << folder;
-        EXPECT_EQ(environment.state, "/home/user/.local/state") << folder;
+        EXPECT_EQ(environment.config, folder);
+        EXPECT_EQ(environment.cache, folder);
+        EXPECT_EQ(environment.data, folder);
+        EXPECT_EQ(environment.state, folder);
     }
-    EXPECT_EQ(read({{"HOME", "/home/user"}, {"XDG_CACHE_HOME", "/home/user2"}}).cache, "/home/user2");
 }
 
 TEST(LinuxEnvironment, EmptyAndRelativeBaseFoldersCountAsUnset) {
@@ -104,6 +103,12 @@ TEST(LinuxEnvironment, ToolFoldersNeedAnAbsoluteValueAndKeepTheDefault) {
     EXPECT_THAT(environment.toolFolder("CARGO_HOME", "/opt/cargo"), ElementsAre("/opt/cargo"));
     EXPECT_THAT(environment.toolFolder("GOPATH", "/home/account/go"), ElementsAre("/home/account/go"));
     EXPECT_THAT(environment.toolFolder("GOCACHE", "/x"), ElementsAre("/x"));
+}
+
+TEST(LinuxEnvironment, OfSeveralGoFoldersTheFirstUsableOneCounts) {
+    EXPECT_THAT(read({{"GOPATH", "go:/fast/go:/slow/go"}}).toolFolder("GOPATH", "/home/account/go"),
+                ElementsAre("/fast/go", "/home/account/go"));
+    EXPECT_FALSE(read({{"GOPATH", ":go:"}}).toolFolders.contains("GOPATH"));
 }
 
 TEST(LinuxEnvironment, DesktopNamesAreSeparatedByColons) {

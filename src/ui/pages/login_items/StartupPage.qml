@@ -14,8 +14,6 @@ GlassPanel {
     required property WindowModel vm
     readonly property bool updating: vm.changingStartupRow >= 0
 
-    signal changeAsked(int row, string name, bool enabled)
-
     ColumnLayout {
         anchors.bottomMargin: 1
         anchors.fill: parent
@@ -135,7 +133,7 @@ GlassPanel {
                 locked: root.vm.scan.scanning || root.vm.scan.cleaning
                 width: ListView.view.width - 10
 
-                onChangeAsked: root.changeAsked(index, name, startsEnabled)
+                onChangeAsked: root.vm.question.askStartup(index)
                 onRevealAsked: root.vm.startup.reveal(index)
             }
             footer: Item {
