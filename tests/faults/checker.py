@@ -1,13 +1,14 @@
 """What must hold after a clean, whatever happened during it. The checker knows the disk before and after, what was ticked,
 what an attacker did, and the report; it answers one line for each promise that was broken."""
 
+import collections
 import json
 import os
 import time
 from dataclasses import dataclass, field
 
 import trashes
-from disk import Tree, at_or_below, below
+from disk import Tree, at_or_below, below, lossy
 
 OWN_STATE = (b"vellmoor", b"Vellmoor", b"org.vellmoor")
 SECTOR = 512
@@ -439,7 +440,8 @@ class Checker:
 
     def _report(self):
         report = self.case.report
-        removed = [target for target in self.case.ticked if self._state.get(target.path) in ("trash", "gone")
+        unique = {target.path: target for target in reversed(self.case.ticked)}.values()  # two rows may name one path
+        removed = [target for target in unique if self._state.get(target.path) in ("trash", "gone")
                    and not (self._trash_of(target.path) and self._state[target.path] == "trash")]
         if self.case.early:
             return
@@ -452,6 +454,7 @@ class Checker:
             return
         self._removed_count(report, removed)
         self._failures(report)
+        self._outcomes(report)
         if report.get("processedBytes") is not None and not self._other_hand():
             processed = sum(target.bytes for target in removed)
             if report["processedBytes"] != processed:
@@ -487,6 +490,31 @@ class Checker:
             self.problem(f"the report says {failed} failed and {kept} kept of {still}")
         if failed + kept < still and not given_up and not self.case.ended:
             self.problem(f"{still} targets stayed, the report tells of {failed + kept}")
+
+
+    def _outcomes(self, report):
+        """What is said of each target, beside what the disk says and beside the sums."""
+        outcomes = report.get("outcomes")
+        if not outcomes:
+            return
+        fates = collections.Counter(outcome["fate"] for outcome in outcomes)
+        sums = (fates["trashed"] + fates["removed"], fates["failed"] + self.case.other_failures, fates["kept"], len(outcomes))
+        said = tuple(report[key] for key in ("removedCount", "failedCount", "keptCount", "attemptedCount"))
+        if sums != said:
+            self.problem(f"the report's sums are {said}, those of its outcomes {sums}")
+        if self._other_hand():
+            return
+        targets = {lossy(self.case.absolute(path)): path for path in self._targets}
+        allowed = {"trashed": ("trash",), "removed": ("gone",), "vanished": ("gone", "trash", "inside"),
+                   "kept": ("place",), "failed": ("place",), "untried": ("place", "inside")}
+        for outcome in outcomes:
+            path = targets.get(lossy(outcome["path"]))
+            if path is None:
+                self.problem(f"an outcome of something that was not ticked ({outcome['path']!r})")
+            elif self._state.get(path) not in allowed[outcome["fate"]]:
+                self.problem(f"said to be {outcome['fate']}, but its state is {self._state.get(path)}", path)
+            elif outcome["fate"] == "trashed" and lossy(self.case.absolute(self._root_of[path])) != lossy(outcome["place"]):
+                self.problem(f"said to lie in {outcome['place']!r}", path)
 
 
 def read_report(text):

@@ -4,7 +4,6 @@ import contextlib
 import json
 import os
 import random
-import re
 import select
 import shutil
 import signal
@@ -93,17 +92,19 @@ class Run:
     # The area
 
     def _fresh_area(self):
-        if self.machine.has_mounts:
+        """Mostly in memory; on the temporary folder's own disk where that is to be tried, or nothing may be mounted."""
+        self.is_mounted = self.machine.has_mounts and self.rng.random() < 0.85
+        os.makedirs(self.area, exist_ok=True)
+        if self.is_mounted:
             disk.mount("tmpfs", self.area, "tmpfs", 0, "size=2g,mode=755")
-        else:
-            os.makedirs(self.area)
         if self.machine.is_root:
             os.chown(self.area, USER, USER)
 
     def _leave(self):
         if self.machine.has_mounts:
-            disk.unmount(self.area)  # and with it what is mounted below
-        else:
+            for place in reversed(disk.mounts_below(self.area)):
+                disk.unmount(place)
+        if not self.is_mounted:
             _remove(self.area)
 
     def _make_full(self):
@@ -132,8 +133,9 @@ class Run:
             plan = self._choose(ticked, home)
             if plan.kind == "storm":
                 plan.turn.ready_storm()
-        if plan.kind == "full" and not self.machine.has_mounts:
-            self.result.passed_over.append("a full disk (no mounts here)")
+        if plan.kind == "full" and not self.is_mounted:
+            if not self.machine.has_mounts:
+                self.result.passed_over.append("a full disk (nothing may be mounted)")
             plan = plans.Plan("none")
         self.result.plan, self.result.kind = plan.what, plan.kind
         before = disk.snapshot(self.area)
@@ -193,6 +195,16 @@ class Run:
         self._judge("second", case, ended)
         if case.report is None:
             self.result.problems.append("second clean: no report")
+        self._finished(home, first, after)
+
+    def _finished(self, home, first, after):
+        """Whatever nothing stood in the way of has gone by now."""
+        if not first.trashes or first.deed.made or first.deed.moved or self.result.module == "appUninstaller":
+            return  # nothing offers the leftovers of an application that is gone
+        for target in first.ticked:
+            was, now = first.before.nodes[target.path], after.nodes.get(target.path)
+            if now is not None and now.same_thing(was) and target.path not in home.hindered:
+                self.result.problems.append(f"second clean: it did not finish: {target.path!r}")
 
     # Mounts below what is ticked
 
@@ -201,7 +213,7 @@ class Run:
         if self.rng.random() > 0.12:
             return
         if not self.machine.has_mounts:
-            self.result.passed_over.append("a mount below a target")
+            self.result.passed_over.append("a mount below a target (nothing may be mounted)")
             return
         offered = sorted(path for path in home.offers if os.path.isdir(self.area + b"/" + path)
                          and not os.path.islink(self.area + b"/" + path))
@@ -240,7 +252,8 @@ class Run:
         if process.returncode != 0:
             self.result.problems.append(f"the scan ended with {process.returncode}: {errors[-200:]!r}")
             return None, 0
-        names = _Names(tree, self.area)
+        names = {disk.lossy(path): path for path in tree.nodes}
+        prefix = os.fsdecode(self.area) + "/"
         ticked, others = [], 0
         for row, item in enumerate(json.loads(output)["cleanupItems"]):
             if not item["isCleanable"]:
@@ -250,7 +263,9 @@ class Run:
                 continue
             body = (item.get("appInfo") or {}).get("appPath")
             for target in item["targets"]:
-                path = names.find(target["url"])
+                if not target["url"].startswith(prefix):
+                    continue  # the machine's own; the probe does not clean it
+                path = names.get(disk.lossy(target["url"][len(prefix):]))
                 if path is None:
                     self.result.problems.append(f"a target that is not there: {target['url']!r}")
                     continue
@@ -335,19 +350,3 @@ def _remove(area):
             if not os.path.islink(path):
                 os.chmod(path, 0o700)
     shutil.rmtree(area)
-
-
-class _Names:
-    """Which path a text means that may have lost bytes on its way through JSON."""
-
-    def __init__(self, tree, area):
-        self._area = area
-        self._paths = {self._lossy(path): path for path in tree.nodes}
-
-    @staticmethod
-    def _lossy(path):
-        return re.sub("\ufffd+", "\ufffd", path.decode(errors="replace"))
-
-    def find(self, url):
-        prefix = os.fsdecode(self._area) + "/"
-        return self._paths.get(re.sub("\ufffd+", "\ufffd", url[len(prefix):])) if url.startswith(prefix) else None
