@@ -24,6 +24,15 @@ std::string CommandResult::combinedOutput() const {
     return output + "\n" + errorMessage;
 }
 
+std::string valueOf(const KeyFile& file, std::string_view group, std::string_view key) {
+    const auto keys = file.find(std::string(group));
+    if (keys == file.end()) {
+        return {};
+    }
+    const auto found = keys->second.find(std::string(key));
+    return found == keys->second.end() ? std::string() : found->second;
+}
+
 std::optional<FileIdentity> Platform::identity(const Path& path) const {
     const std::optional<FileFacts> known = facts(path);
     return known ? std::optional(identityOf(*known)) : std::nullopt;

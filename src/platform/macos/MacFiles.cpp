@@ -222,6 +222,10 @@ Outcome createFile(const Path& path, std::string_view contents) {
     return files::createFile(path, contents);
 }
 
+Outcome createLink(const Path& path, const Path& target) {
+    return files::createLink(path, target);
+}
+
 Outcome removeFile(const Path& path) {
     return files::removeFile(path);
 }
