@@ -23,15 +23,6 @@ class Target:
 
 
 @dataclass
-class TrashPlace:
-    """One Trash, by the parts that a move and a note need; an attacker may have moved a part elsewhere."""
-    files: bytes
-    info: bytes
-    top: bytes
-    base: bytes = b""  # the mount that its notes are relative to; empty: they are absolute
-
-
-@dataclass
 class Deed:
     """What somebody else did during the clean."""
     moved: tuple = None  # (from, to)
@@ -59,7 +50,8 @@ class Case:
     before: Tree
     after: Tree
     ticked: list
-    trashes: list
+    trashes: list  # of trashes.Place
+    real: object  # the path without the user's own links
     precious: tuple = (b"precious",)
     deed: Deed = field(default_factory=Deed)
     disturbed: bool = False  # a fault happened, or somebody else acted
@@ -135,14 +127,15 @@ class Checker:
             parent = place.rpartition(b"/")[0]
             if any(parent in self._homes(trash.files) for trash in self.case.trashes):
                 return place, "trash"
-            if any(parent in self._homes(trash.top + b"/expunged") for trash in self.case.trashes):
-                return place, "expunged"
         for outer in self._outer_targets(path):
             root = self._root_of.get(outer)
             if root is None:
                 root, _ = self._state_of(outer, self._where.get(self._key(outer), []))
             if root is not None and root + path[len(outer):] in found:
                 return root + path[len(outer):], "inside"
+        for place in found:
+            if any(below(place, top) for trash in self.case.trashes for top in self._homes(trash.top)):
+                return place, "expunged"  # out of the user's sight, on its way out or back
         return None, "gone"
 
     def _key(self, path):
@@ -215,7 +208,7 @@ class Checker:
         for trash in self.case.trashes:
             if path == trash.top + b"/directorysizes":
                 return True
-            if below(path, trash.top + b"/expunged") or path == trash.top + b"/expunged":
+            if at_or_below(path, trash.top + b"/expunged"):
                 return True
             if below(path, trash.info):
                 name = path[len(trash.info) + 1:]
@@ -295,7 +288,7 @@ class Checker:
             self.problem(f"a note that nobody can read ({node.data[:60]!r})", path)
             return
         named = note.path if not trash.base else trash.base + b"/" + note.path
-        places = {self.case.absolute(place) if not trash.base else place for place in self._homes(path)}
+        places = {self.case.absolute(place) for place in self._homes(path)}
         if named not in places:
             self.problem(f"a note that names another place ({note.path!r})", path)
         when = time.mktime(time.strptime(note.date, "%Y-%m-%dT%H:%M:%S"))
@@ -414,7 +407,7 @@ class Checker:
                     is_alike = same_kind is not None and same_kind.kind == stranger.kind
                     if any(info in self.case.after.nodes for info in infos) and (is_alike or self.case.disturbed):
                         return
-            if self.case.ended and b"/expunged/" in place:
+            if self.case.ended and self._is_near_trash(place):
                 return
             if any(at_or_below(place, root) for root in self._root_of.values() if root):
                 return  # it lies inside a target, which moved as a whole
@@ -508,13 +501,20 @@ class Checker:
         allowed = {"trashed": ("trash",), "removed": ("gone",), "vanished": ("gone", "trash", "inside"),
                    "kept": ("place",), "failed": ("place",), "untried": ("place", "inside")}
         for outcome in outcomes:
-            path = targets.get(lossy(outcome["path"]))
+            path = targets.get(self._said(outcome["path"]))
             if path is None:
                 self.problem(f"an outcome of something that was not ticked ({outcome['path']!r})")
             elif self._state.get(path) not in allowed[outcome["fate"]]:
                 self.problem(f"said to be {outcome['fate']}, but its state is {self._state.get(path)}", path)
-            elif outcome["fate"] == "trashed" and lossy(self.case.absolute(self._root_of[path])) != lossy(outcome["place"]):
+            elif outcome["fate"] == "trashed" and lossy(self.case.absolute(self._root_of[path])) != self._said(outcome["place"]):
                 self.problem(f"said to lie in {outcome['place']!r}", path)
+
+
+    def _said(self, url):
+        """A path of the report, as the checker writes it."""
+        area = self.case.absolute(b"")
+        path = os.fsencode(url)
+        return lossy(area + self.case.real(path[len(area):])) if path.startswith(area) else lossy(path)
 
 
 def read_report(text):

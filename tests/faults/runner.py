@@ -15,7 +15,7 @@ from dataclasses import dataclass, field
 import checker
 import disk
 import plans
-from home import TRASH, Home
+from home import Home
 
 USER = 20001  # whom root cleans as: rights mean nothing to root itself
 PATIENCE = 60.0
@@ -31,6 +31,7 @@ class Machine:
     area: bytes
     is_root: bool
     has_mounts: bool
+    has_disks: bool
 
 
 @dataclass
@@ -124,9 +125,10 @@ class Run:
         home = Home(self.area, self.rng)
         with as_user(self.machine):
             home.build(self.result.module)
+        self._mount_disk(home)
         self._mount_below(home)
         tree = disk.snapshot(self.area)
-        ticked, others = self._scan(tree, home)
+        ticked, others = self._scan(tree, home, True)
         if ticked is None:
             return
         with as_user(self.machine):
@@ -168,29 +170,23 @@ class Run:
         time.tzset()
         killed = ended.status in (-signal.SIGKILL, -signal.SIGTERM) and ("kill" in ended.log or "term" in ended.log)
         return checker.Case(
-            area=os.path.realpath(self.area), before=before, after=after, ticked=ticked, trashes=self._trashes(home),
+            area=os.path.realpath(self.area), before=before, after=after, ticked=ticked, trashes=home.trashes, real=home.real,
             deed=plan.turn.deed if plan.turn else checker.Deed(), disturbed=self.result.happened and plan.kind != "none",
             ended=killed or "term" in ended.log, report=checker.read_report(ended.output) if ended.status == 0 else None,
             started=started, hindered=home.hindered, blind=plan.blind, early=plan.early, other_failures=others)
-
-    @staticmethod
-    def _trashes(home):
-        if home.trash_state in ("link", "files link", "info link"):
-            return []
-        return [checker.TrashPlace(TRASH + b"/files", TRASH + b"/info", TRASH)]
 
     def _second(self, home, plan, first, before, debris):
         """Nothing is in its way now: it puts right what the first left, and comes to its end."""
         if plan.kind == "full":
             disk.mount("tmpfs", self.area, "tmpfs", disk.MS_REMOUNT, "size=2g,nr_inodes=1000000")
-        ticked, others = self._scan(before, None)
+        ticked, others = self._scan(before, home, False)
         if ticked is None:
             return
         started = time.time()
         ended = self._clean(plans.Plan("none"))
         after = disk.snapshot(self.area)
         case = checker.Case(
-            area=first.area, before=before, after=after, ticked=ticked, trashes=first.trashes, debris=debris,
+            area=first.area, before=before, after=after, ticked=ticked, trashes=first.trashes, real=home.real, debris=debris,
             report=checker.read_report(ended.output), started=started, hindered=home.hindered, other_failures=others)
         self._judge("second", case, ended)
         if case.report is None:
@@ -199,14 +195,31 @@ class Run:
 
     def _finished(self, home, first, after):
         """Whatever nothing stood in the way of has gone by now."""
-        if not first.trashes or first.deed.made or first.deed.moved or self.result.module == "appUninstaller":
+        if not first.trashes or home.aliases or first.deed.made or first.deed.moved or self.result.module == "appUninstaller":
             return  # nothing offers the leftovers of an application that is gone
         for target in first.ticked:
             was, now = first.before.nodes[target.path], after.nodes.get(target.path)
             if now is not None and now.same_thing(was) and target.path not in home.hindered:
                 self.result.problems.append(f"second clean: it did not finish: {target.path!r}")
 
-    # Mounts below what is ticked
+    # Mounts
+
+    def _mount_disk(self, home):
+        """A disk with a Trash of its own, where the user's videos lie."""
+        if self.result.module not in ("trash", "smartScan", "largeFiles") or self.rng.random() > 0.2:
+            return
+        if not self.machine.has_disks:
+            self.result.passed_over.append("a Trash on another disk (no loop device, or nothing may be mounted)")
+            return
+        place = self.area + b"/home/Videos"
+        os.makedirs(place, exist_ok=True)
+        if os.listdir(place):
+            return
+        mount_image(self.area + b".disk", place)
+        with as_user(self.machine):
+            home.disk(b"home/Videos", USER)
+            if self.result.module == "largeFiles":
+                home.large(b"home/Videos")
 
     def _mount_below(self, home):
         """A disk below a folder that is offered: it must neither go along nor be emptied."""
@@ -244,7 +257,7 @@ class Run:
         identity = {"user": USER, "group": USER, "extra_groups": []} if self.machine.is_root else {}
         return subprocess.Popen(arguments, stdin=subprocess.DEVNULL, cwd="/", **identity, **more)
 
-    def _scan(self, tree, home):
+    def _scan(self, tree, home, is_first):
         """What "--select all" will tick, and how many rows besides are no files; the same scan, asked on its own."""
         process = self._start(self._arguments("scan"), env=self._environment(), stdout=subprocess.PIPE,
                               stderr=subprocess.PIPE)
@@ -253,6 +266,8 @@ class Run:
             self.result.problems.append(f"the scan ended with {process.returncode}: {errors[-200:]!r}")
             return None, 0
         names = {disk.lossy(path): path for path in tree.nodes}
+        names |= {disk.lossy(link + path[len(folder):]): path for path in tree.nodes for link, folder in home.aliases.items()
+                  if disk.below(path, folder)}
         prefix = os.fsdecode(self.area) + "/"
         ticked, others = [], 0
         for row, item in enumerate(json.loads(output)["cleanupItems"]):
@@ -270,7 +285,7 @@ class Run:
                     self.result.problems.append(f"a target that is not there: {target['url']!r}")
                     continue
                 ticked.append(checker.Target(path, target["bytes"], row, body == target["url"]))
-        if home is not None:
+        if is_first:
             self.result.problems += [f"offered, though it is not to be: {target.path!r}" for target in ticked
                                      if target.path not in home.offers]
         return ticked, others
@@ -335,6 +350,19 @@ def _all_processors():
         yield
     finally:
         os.sched_setaffinity(0, own)
+
+
+def mount_image(image, place):
+    """Mounts a new ext4 file system in a file; OSError where that is not to be had."""
+    with open(image, "wb") as out:
+        out.truncate(400 << 20)
+    for words in (["mkfs.ext4", "-q", "-F", "-m", "0", image], ["mount", "-o", "loop", image, place]):
+        done = subprocess.run(words, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                              env={"PATH": "/usr/sbin:/sbin:/usr/bin:/bin"})
+        if done.returncode != 0:
+            raise OSError(f"{words[0]} failed")
+    os.unlink(image)  # it lives as long as it is mounted
+    os.chown(place, USER, USER)
 
 
 def _drain(descriptor):
