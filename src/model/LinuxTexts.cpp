@@ -25,6 +25,7 @@ constexpr auto linuxTable = std::to_array<LinuxTextEntry>({
     {"展示无需管理员权限即可移除的应用；卸载残留清理会在后续版本继续细化。", "Shows apps that can be removed without administrator rights; leftover cleanup will be refined in later versions.", "展示 /Applications 中的大型应用；卸载残留清理会在后续版本继续细化。"},
     {"用户自启动项", "User Autostart Entries", "用户启动代理"},
     {"%@ 中的登录启动配置", "Login launch configs in %@", ""},
+    {"%@（%@）", "%@ (%@)", ""},
     {"会话恢复状态", "Saved Session State", "应用恢复状态"},
     {"启用失败：自启动文件夹中已存在同名配置。", "Enabling failed: a config with the same name already exists in the autostart folder.", "启用失败：LaunchAgents 中已存在同名配置。"},
     {"禁用后会移到同级的 .disabled 文件夹，可随时恢复", "Disabled items move to the .disabled folder next to it and can be restored anytime", "禁用后会移到 LaunchAgents.disabled，可随时恢复"},

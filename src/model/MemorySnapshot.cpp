@@ -29,11 +29,23 @@ int MemorySnapshot::usagePercent() const {
     return static_cast<int>(std::lround(std::min(usageRatio(*this), 1.0) * 100));
 }
 
-std::string MemorySnapshot::pressureTitle() const {
+MemoryPressure MemorySnapshot::pressure() const {
     if (totalBytes < 1 || usageRatio(*this) < highPressure) {
-        return L::tr("良好");
+        return MemoryPressure::good;
     }
-    return usageRatio(*this) < criticalPressure ? L::tr("偏高") : L::tr("紧张");
+    return usageRatio(*this) < criticalPressure ? MemoryPressure::high : MemoryPressure::critical;
+}
+
+std::string MemorySnapshot::pressureTitle() const {
+    switch (pressure()) {
+    case MemoryPressure::good:
+        break;
+    case MemoryPressure::high:
+        return L::tr("偏高");
+    case MemoryPressure::critical:
+        return L::tr("紧张");
+    }
+    return L::tr("良好");
 }
 
 } // namespace vellmoor

@@ -7,6 +7,9 @@
 
 namespace vellmoor {
 
+/// How tight memory is.
+enum class MemoryPressure : std::uint8_t { good, high, critical };
+
 /// Memory figures in bytes.
 struct MemorySnapshot {
     std::int64_t totalBytes = 0;
@@ -21,6 +24,8 @@ struct MemorySnapshot {
 
     /// 0 to 100; 0 when the total is unknown.
     [[nodiscard]] int usagePercent() const;
+    /// `good` when the total is unknown.
+    [[nodiscard]] MemoryPressure pressure() const;
     /// Localised: "Good", "High" or "Critical".
     [[nodiscard]] std::string pressureTitle() const;
     /// Total minus free, never negative.

@@ -47,6 +47,15 @@ bool isAtOrBelow(const std::filesystem::path& path, const std::filesystem::path&
     return path == folder || isStrictlyBelow(path, folder);
 }
 
+std::string displayPath(const std::filesystem::path& path, const std::filesystem::path& home) {
+    const std::filesystem::path standard = lexicallyStandardized(path);
+    const std::filesystem::path base = lexicallyStandardized(home);
+    if (standard == base) {
+        return "~";
+    }
+    return isStrictlyBelow(standard, base) ? "~" + standard.native().substr(base.native().size()) : standard.native();
+}
+
 std::filesystem::path underRoot(const std::filesystem::path& root, std::string_view path) {
     if (root == "/" || root.empty()) {
         return std::filesystem::path(path);

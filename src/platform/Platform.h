@@ -27,11 +27,15 @@ struct FileFacts {
     bool isSymlink = false;
     bool isSticky = false;           ///< the sticky bit of a folder
     std::int64_t allocatedBytes = 0; ///< on the disk, not the length
+    std::int64_t length = 0;         ///< bytes of the content
     std::optional<TimePoint> modified;
     std::uint32_t owner = 0; ///< user id
     std::uint64_t device = 0;
     std::uint64_t inode = 0;
 };
+
+/// The identity that `facts` tell.
+FileIdentity identityOf(const FileFacts& facts);
 
 struct FolderEntry {
     std::string name; ///< bytes as on the disk
@@ -96,6 +100,9 @@ struct RunningApplication {
 /// A key file (desktop entry, profiles.ini, unit file): group, key (with its "[locale]" part), unescaped value.
 using KeyFile = std::map<std::string, std::map<std::string, std::string>>;
 
+/// The value of a key; empty when the file lacks it.
+std::string valueOf(const KeyFile& file, std::string_view group, std::string_view key);
+
 enum class QuitOutcome : std::uint8_t { NotRunning, Requested, NoResponse };
 
 /// The user's own folders as the desktop names them; an empty path: the system names none. One that is the home folder
@@ -144,6 +151,10 @@ public:
     /// macOS: a folder that is shown as one file. Linux has none.
     [[nodiscard]] virtual bool isPackage(const Path& folder) const = 0;
 
+    /// What `path` is known again by; a link's own. The device is that of facts(), unless the system reuses such
+    /// numbers.
+    [[nodiscard]] virtual std::optional<FileIdentity> identity(const Path& path) const;
+
     // Changes. The caller has asked the user; each answers the reason when it did not happen.
     /// Into the Trash that the system chooses; never a deletion.
     [[nodiscard]] virtual Outcome moveToTrash(const Path& path) const = 0;
@@ -155,6 +166,8 @@ public:
     [[nodiscard]] virtual Outcome createFolder(const Path& folder) const = 0;
     /// A new file; fails when something of that name exists.
     [[nodiscard]] virtual Outcome createFile(const Path& path, std::string_view contents) const = 0;
+    /// A new symbolic link with `target` as its text; fails when something of that name exists.
+    [[nodiscard]] virtual Outcome createLink(const Path& path, const Path& target) const = 0;
     /// One file or link, never a folder.
     [[nodiscard]] virtual Outcome removeFile(const Path& path) const = 0;
 

@@ -2,19 +2,22 @@
 
 #include "CleanupItem.h"
 #include "ScanSnapshot.h"
-#include "StoreClock.h"
 #include "service/CleanerService.h"
 
 #include <QObject>
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace vellmoor {
+
+/// The store's notion of now; passed in so that ages can be tested.
+using Clock = std::function<TimePoint()>;
 
 /// The one observable state object of the main window: the shown module's results, a cache entry per module, the
 /// running scan and the actions. Touched on the thread that made it only (a call from another ends the program);
@@ -80,8 +83,7 @@ public:
 
     // Selection, edited in place by the rows. Rows that are not cleanable and positions that do not exist are left
     // alone. A row with paths is ticked exactly when at least one of its paths is.
-    /// Ticking a row without a ticked path ticks all its paths, and keeps a choice among them otherwise; unticking it
-    /// unticks them all, so that no path of an unticked row looks ticked or comes back with another's tick.
+    /// With every path of it: no path of an unticked row looks ticked or comes back with another's tick.
     void setItemSelected(int itemIndex, bool selected);
     void setItemsSelected(const std::vector<int>& itemIndices, bool selected);
     void setTargetSelected(int itemIndex, int targetIndex, bool selected);

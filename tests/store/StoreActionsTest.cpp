@@ -31,6 +31,7 @@ CleanupReport reportOf(std::int64_t removed, std::int64_t failed, std::int64_t f
     report.removedCount = removed;
     report.failedCount = failed;
     report.freedBytes = freed;
+    report.processedBytes = freed;
     return report;
 }
 

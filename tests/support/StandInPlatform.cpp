@@ -231,6 +231,10 @@ Outcome StandInPlatform::createFile(const Path& path, std::string_view contents)
     return change(Operation::CreateFile, path, [&] { return hostPlatform().createFile(path, contents); });
 }
 
+Outcome StandInPlatform::createLink(const Path& path, const Path& target) const {
+    return change(Operation::CreateLink, path, [&] { return hostPlatform().createLink(path, target); });
+}
+
 Outcome StandInPlatform::removeFile(const Path& path) const {
     return change(Operation::RemoveFile, path, [&] { return hostPlatform().removeFile(path); });
 }

@@ -87,15 +87,16 @@ CleanupItem applicationItem(EngineContext& context, const ApplicationScan& scan,
                                   .residualCount = static_cast<std::int64_t>(scan.residualURLs.size()),
                                   .isRunning = isRunning};
     item.targets = appTargets(context, scan, false);
+    item.isAtLeast = std::ranges::any_of(item.targets, &CleanupTarget::isAtLeast);
     return item;
 }
 
-/// How many applications of the package managers menus show.
+/// How many applications of the package managers the menus of this desktop show.
 std::size_t systemApplications(EngineContext& context) {
     const AppLayout& layout = context.layout().apps;
     std::set<std::string> identifiers;
     const auto count = [&](const InstalledEntry& entry) {
-        if (!entry.noDisplay && !entry.hidden) {
+        if (!entry.noDisplay && !entry.hidden && isForDesktop(context, entry, context.layout().startup.desktops)) {
             identifiers.insert(entry.id);
         }
     };

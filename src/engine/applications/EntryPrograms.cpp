@@ -6,14 +6,14 @@
 #include <algorithm>
 
 namespace vellmoor {
-namespace {
 
-/// A program that only runs others, such as a shell: the entry is not known by it.
 bool isLauncher(const EngineContext& context, const Path& program) {
     const std::string name = program.filename().string();
     return std::ranges::any_of(context.layout().memory.grouping.launchers,
                                [&](const std::string& pattern) { return globMatches(pattern, name); });
 }
+
+namespace {
 
 /// Whether programs of other applications may lie below the folder, too.
 bool isShared(const EngineContext& context, const Path& folder) {

@@ -9,6 +9,10 @@
 
 namespace vellmoor {
 
+/// A program that only runs others, such as a shell: no application is known by it, and two entries that start it need
+/// not be the same application.
+bool isLauncher(const EngineContext& context, const Path& program);
+
 /// The installed entries by ID, by file and by the program that they start. Entries that their owner deleted, or
 /// that an earlier folder replaces, are none. A visible entry goes before one that is not shown in menus.
 class EntryPrograms {

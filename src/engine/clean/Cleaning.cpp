@@ -146,6 +146,9 @@ CleanupReport CleanRun::clean(const std::vector<CleanupItem>& items) {
     for (const CleanupItem& item : items) {
         if (item.module == CleanerModule::memoryOptimization) {
             optimize();
+            if (report_.failedCount == 0) {
+                report_.processedBytes = checkedAdd(report_.processedBytes, item.selectedBytes());
+            }
             continue;
         }
         for (const CleanupTarget& target : item.selectedTargets()) {
@@ -176,6 +179,7 @@ void CleanRun::remove(const CleanupItem& item, const CleanupTarget& target) {
         isAmbiguous(platform_, target.url, path) ? std::unexpected(reasonText(EINVAL)) : removeTarget(item, path);
     if (outcome) {
         ++report_.removedCount;
+        report_.processedBytes = checkedAdd(report_.processedBytes, target.bytes);
     } else if (platform_.exists(path)) { // else it vanished meanwhile, which is no failure either
         fail(displayName(path) + ": " + outcome.error());
     }

@@ -26,6 +26,7 @@ CategorySpec specOf(const EngineContext& context, const JunkCategory& category) 
     spec.risk = category.risk;
     spec.cleanable = true;
     spec.selected = category.selected;
+    spec.sameness = category.changesByItself ? Sameness::Kind : Sameness::Content;
     return spec;
 }
 

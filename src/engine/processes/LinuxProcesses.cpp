@@ -90,17 +90,30 @@ std::string LinuxProcesses::environment(std::int32_t pid) const {
     return contents(pid, "environ");
 }
 
+std::optional<Path> LinuxProcesses::appImage(std::int32_t pid) const {
+    const std::string variables = environment(pid);
+    const auto image = environmentValue(variables, "APPIMAGE");
+    const auto mounted = environmentValue(variables, "APPDIR");
+    const std::optional<Path> program = executable(pid);
+    if (!image || !image->starts_with('/') || !mounted || !mounted->starts_with('/') || !program) {
+        return std::nullopt;
+    }
+    const Path folder = placedPath(*mounted);
+    const bool isInside =
+        isStrictlyBelow(*program, folder) || isStrictlyBelow(*program, platform_.realPath(folder).value_or(folder));
+    return isInside ? std::optional(placedPath(*image)) : std::nullopt;
+}
+
+Path LinuxProcesses::placedPath(std::string_view path) const {
+    return placed(lexicallyStandardized(path), layout_.home, layout_.root);
+}
+
 std::string LinuxProcesses::flatpak(std::int32_t pid) const {
     if (std::string id = groupFlatpak(group(pid)); !id.empty()) {
         return id;
     }
     const std::optional<KeyFile> info = platform_.keyFile(file(pid, "root/.flatpak-info"));
-    if (!info || !info->contains("Application")) {
-        return {};
-    }
-    const auto& application = info->at("Application");
-    const auto name = application.find("name");
-    return name == application.end() ? std::string() : name->second;
+    return info ? valueOf(*info, "Application", "name") : std::string();
 }
 
 std::string LinuxProcesses::snap(std::int32_t pid) const {

@@ -31,6 +31,9 @@ public:
     /// All variables that it was started with, for environmentValue().
     [[nodiscard]] std::string environment(std::int32_t pid) const;
 
+    /// The AppImage that its program is a part of, as the file that it is; nothing for a program that only inherited
+    /// the variables of the one that started it.
+    [[nodiscard]] std::optional<Path> appImage(std::int32_t pid) const;
     /// The ID of the Flatpak it runs in; empty: none.
     [[nodiscard]] std::string flatpak(std::int32_t pid) const;
     /// The name of the snap it runs in; empty: none.
@@ -42,6 +45,7 @@ private:
     [[nodiscard]] Path file(std::int32_t pid, const char* name) const;
     [[nodiscard]] std::string contents(std::int32_t pid, const char* name) const;
     [[nodiscard]] bool isOwn(std::int32_t pid) const;
+    [[nodiscard]] Path placedPath(std::string_view path) const;
 
     const Platform& platform_;
     const SystemLayout& layout_;

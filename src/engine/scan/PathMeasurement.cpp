@@ -68,15 +68,7 @@ std::string relativeDate(const EngineContext& context, const std::optional<TimeP
 }
 
 std::string displayPath(const SystemLayout& layout, const Path& path) {
-    const Path standard = lexicallyStandardized(path);
-    const Path home = lexicallyStandardized(layout.home);
-    if (standard == home) {
-        return "~";
-    }
-    if (isStrictlyBelow(standard, home)) {
-        return "~" + standard.native().substr(home.native().size());
-    }
-    return standard.string();
+    return displayPath(path, layout.home);
 }
 
 std::string symbolFor(const EngineContext& context, const Path& path) {
@@ -90,7 +82,8 @@ std::string symbolFor(const EngineContext& context, const Path& path) {
     return facts && facts->isDirectory ? "folder" : "doc";
 }
 
-CleanupTarget target(EngineContext& context, const Path& path, const std::optional<PathStats>& known, bool selected) {
+CleanupTarget target(EngineContext& context, const Path& path, const std::optional<PathStats>& known, bool selected,
+                     Sameness sameness) {
     const PathStats measured = known ? *known : stats(context, path);
     const std::optional<TimePoint> modified = modificationDate(context, path);
     return {.url = path,
@@ -102,7 +95,9 @@ CleanupTarget target(EngineContext& context, const Path& path, const std::option
             .modified = relativeDate(context, modified),
             .modifiedAt = modified,
             .symbol = symbolFor(context, path),
-            .isSelected = selected};
+            .isSelected = selected,
+            .identity = context.platform().identity(path),
+            .sameness = sameness};
 }
 
 CleanupItem categoryItem(EngineContext& context, const CategorySpec& spec) {
@@ -117,7 +112,7 @@ CleanupItem categoryItem(EngineContext& context, const CategorySpec& spec) {
             continue;
         }
         // Measured once: the figure serves the target and the total.
-        item.targets.push_back(target(context, root, std::nullopt, preselected));
+        item.targets.push_back(target(context, root, std::nullopt, preselected, spec.sameness));
         item.bytes = checkedAdd(item.bytes, item.targets.back().bytes);
         item.files = checkedAdd(item.files, item.targets.back().files);
         item.isAtLeast = item.isAtLeast || item.targets.back().isAtLeast;

@@ -28,7 +28,8 @@ std::string displayPath(const SystemLayout& layout, const Path& path);
 std::string symbolFor(const EngineContext& context, const Path& path);
 
 /// One path as a target; measured when `known` is absent.
-CleanupTarget target(EngineContext& context, const Path& path, const std::optional<PathStats>& known, bool selected);
+CleanupTarget target(EngineContext& context, const Path& path, const std::optional<PathStats>& known, bool selected,
+                     Sameness sameness = Sameness::Content);
 
 /// What a category is made of; texts are localised already.
 struct CategorySpec {
@@ -41,10 +42,11 @@ struct CategorySpec {
     CleanupRisk risk = CleanupRisk::safe;
     bool cleanable = true;
     bool selected = false;
+    Sameness sameness = Sameness::Content; ///< what a clean compares of its targets
 };
 
-/// The row of a category over those of its roots that exist and hold none of the user's own folders. Not cleanable: shown as previewOnly. Preselected only
-/// when asked for, cleanable and safe.
+/// The row of a category over those of its roots that exist and hold none of the user's own folders. Not cleanable:
+/// shown as previewOnly. Preselected only when asked for, cleanable and safe.
 CleanupItem categoryItem(EngineContext& context, const CategorySpec& spec);
 
 /// The direct children that are not hidden, in the system's order; none when the folder cannot be listed.

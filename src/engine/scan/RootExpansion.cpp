@@ -97,7 +97,8 @@ private:
     /// Of the folders, as everywhere: on some file systems plain files name another device.
     [[nodiscard]] bool isOnTrashDisk() const {
         const auto folder = platform_.facts(pattern_.base);
-        const auto data = platform_.facts(platform_.realPath(context_.layout().bases.data).value_or(context_.layout().home));
+        const auto data =
+            platform_.facts(platform_.realPath(context_.layout().bases.data).value_or(context_.layout().home));
         return folder && data && folder->device == data->device;
     }
 

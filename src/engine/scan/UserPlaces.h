@@ -20,8 +20,8 @@ public:
 
     explicit UserPlaces(const EngineContext& context);
 
-    /// Where Large Files looks, in its order: downloads, desktop, documents, videos, pictures. A folder that is the home
-    /// folder or above it is switched off, and empty here.
+    /// Where Large Files looks, in its order: downloads, desktop, documents, videos, pictures. A folder that is the
+    /// home folder or above it is switched off, and empty here.
     [[nodiscard]] const std::vector<Path>& everyday() const { return everyday_; }
     [[nodiscard]] const Path& downloads() const { return everyday_.front(); }
 

@@ -10,10 +10,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::array toolVariables{"npm_config_cache",   "PNPM_HOME",  "PIP_CACHE_DIR",   "UV_CACHE_DIR",
-                                   "CARGO_HOME",         "GOCACHE",    "GOMODCACHE",
-                                   "GRADLE_USER_HOME",   "CCACHE_DIR", "SCCACHE_DIR",     "NUGET_PACKAGES",
-                                   "COMPOSER_CACHE_DIR", "HF_HOME",    "FLATPAK_USER_DIR"};
+constexpr std::array toolVariables{"npm_config_cache", "PNPM_HOME",       "PIP_CACHE_DIR",  "UV_CACHE_DIR",
+                                   "CARGO_HOME",       "GOCACHE",         "GOMODCACHE",     "GRADLE_USER_HOME",
+                                   "CCACHE_DIR",       "SCCACHE_DIR",     "NUGET_PACKAGES", "COMPOSER_CACHE_DIR",
+                                   "HF_HOME",          "FLATPAK_USER_DIR"};
 
 /// The value when it is an absolute path, as the Base Directory rules demand.
 std::optional<fs::path> absolute(const VariableLookup& lookup, std::string_view name) {
@@ -35,6 +35,13 @@ std::vector<fs::path> folders(const VariableLookup& lookup, std::string_view nam
     return out.empty() ? fallback : out;
 }
 
+/// A program that an AppImage starts inherits its variables without being a part of it.
+std::string ownAppImage(const VariableLookup& lookup, const fs::path& ownProgram) {
+    const std::optional<fs::path> mounted = absolute(lookup, "APPDIR");
+    const bool isInside = mounted && isStrictlyBelow(lexicallyStandardized(ownProgram), *mounted);
+    return isInside ? absolute(lookup, "APPIMAGE").value_or("").string() : std::string();
+}
+
 } // namespace
 
 std::vector<fs::path> LinuxEnvironment::toolFolder(std::string_view variable, const fs::path& fallback) const {
@@ -45,7 +52,8 @@ std::vector<fs::path> LinuxEnvironment::toolFolder(std::string_view variable, co
     return {found->second, fallback};
 }
 
-LinuxEnvironment linuxEnvironment(const VariableLookup& lookup, const fs::path& accountHome) {
+LinuxEnvironment linuxEnvironment(const VariableLookup& lookup, const fs::path& accountHome,
+                                  const fs::path& ownProgram) {
     LinuxEnvironment environment;
     environment.home = absolute(lookup, "HOME").value_or(lexicallyStandardized(accountHome));
     const auto base = [&](std::string_view name, const char* fallback) {
@@ -57,6 +65,7 @@ LinuxEnvironment linuxEnvironment(const VariableLookup& lookup, const fs::path& 
     environment.state = base("XDG_STATE_HOME", ".local/state");
     environment.configDirs = folders(lookup, "XDG_CONFIG_DIRS", {"/etc/xdg"});
     environment.dataDirs = folders(lookup, "XDG_DATA_DIRS", {"/usr/local/share", "/usr/share"});
+    environment.programPath = folders(lookup, "PATH", {});
     environment.runtime = absolute(lookup, "XDG_RUNTIME_DIR").value_or("");
     environment.desktops = separated(lookup("XDG_CURRENT_DESKTOP").value_or(""), ':');
     for (const char* name : toolVariables) {
@@ -67,7 +76,7 @@ LinuxEnvironment linuxEnvironment(const VariableLookup& lookup, const fs::path& 
     if (const std::vector<fs::path> goFolders = folders(lookup, "GOPATH", {}); !goFolders.empty()) {
         environment.toolFolders.emplace("GOPATH", goFolders.front()); // Go downloads into the first one
     }
-    environment.ownAppImage = absolute(lookup, "APPIMAGE").value_or("").string();
+    environment.ownAppImage = ownAppImage(lookup, ownProgram);
     environment.insideSnap = !lookup("SNAP").value_or("").empty();
     return environment;
 }

@@ -24,6 +24,7 @@ std::vector<JunkCategory> junkCategories(const fs::path& home) {
          .tint = Tint::teal,
          .risk = CleanupRisk::safe,
          .selected = true,
+         .changesByItself = true,
          .listed = {library / "Caches"},
          .roots = {childrenOf(library / "Caches")}},
         {.title = "系统日志",
@@ -33,6 +34,7 @@ std::vector<JunkCategory> junkCategories(const fs::path& home) {
          .tint = Tint::orange,
          .risk = CleanupRisk::safe,
          .selected = true,
+         .changesByItself = true,
          .listed = {library / "Logs", library / "Logs/DiagnosticReports"},
          .roots = {childrenOf(library / "Logs"), childrenOf(library / "Logs/DiagnosticReports")}},
         {.title = "开发缓存",
@@ -83,6 +85,7 @@ SystemLayout macosLayout(const fs::path& homeFolder, std::uint32_t userId, const
     SystemLayout layout;
     layout.texts = TextSet::Mac;
     layout.home = home;
+    layout.stateFolder = home / "Library/Application Support/Vellmoor";
     layout.root = root;
     layout.protectedPaths = protectedPaths(home, root);
     layout.deepScan = {.names = {"node_modules", ".git"},

@@ -42,6 +42,8 @@ struct JunkCategory {
     Tint tint = Tint::gray;
     CleanupRisk risk = CleanupRisk::safe;
     bool selected = false;
+    /// Logs grow and caches are replaced at any time: a clean only compares the disk and the kind.
+    bool changesByItself = false;
     /// Folders whose names the row lists: when none of those that exist has one, the row is not shown.
     std::vector<std::filesystem::path> listed = {};
     bool countsOnce = false; ///< a root that equals or lies below another is left out; else all are concatenated
@@ -78,14 +80,15 @@ struct TrashLayout {
 struct SystemLayout {
     TextSet texts = TextSet::Mac;
     std::filesystem::path home;
-    std::filesystem::path root = "/"; ///< stands for "/" in every absolute path outside the home
+    std::filesystem::path stateFolder; ///< where Vellmoor keeps files of its own
+    std::filesystem::path root = "/";  ///< stands for "/" in every absolute path outside the home
     /// Never a target of a clean, whatever a table says; the home folder and mount points are added by the guard.
     std::vector<std::filesystem::path> protectedPaths;
     DeepScanRules deepScan;
     const FileKinds* fileKinds = nullptr;
     /// Extension (lower case) and symbol; the first match wins.
     std::vector<std::pair<std::vector<std::string>, std::string>> symbols;
-    std::vector<JunkCategory> junk; ///< user caches, logs, developer caches, in this order
+    std::vector<JunkCategory> junk;               ///< user caches, logs, developer caches, in this order
     std::vector<std::string> installerExtensions; ///< of what counts as a download leftover; lower case
     /// Downloads, Desktop, Documents, Videos, Pictures: used where the platform names no folder.
     std::vector<std::filesystem::path> largeFileRoots;

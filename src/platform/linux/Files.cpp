@@ -60,6 +60,7 @@ std::optional<FileFacts> facts(const Path& path) {
     facts.isSymlink = S_ISLNK(status.st_mode);
     facts.isSticky = (status.st_mode & S_ISVTX) != 0;
     facts.allocatedBytes = std::int64_t{status.st_blocks} * 512;
+    facts.length = status.st_size;
     facts.modified = timePoint(status.st_mtim);
     facts.owner = status.st_uid;
     facts.device = status.st_dev;

@@ -37,7 +37,7 @@ LinuxEnvironment processEnvironment() {
         const char* value = std::getenv(std::string(name).c_str());
         return value == nullptr ? std::nullopt : std::optional<std::string>(value);
     };
-    return linuxEnvironment(lookup, accountHome());
+    return linuxEnvironment(lookup, accountHome(), files::linkTarget("/proc/self/exe").value_or(""));
 }
 
 // Facts
@@ -112,6 +112,10 @@ Outcome LinuxPlatform::createFolder(const Path& folder) const {
 
 Outcome LinuxPlatform::createFile(const Path& path, std::string_view contents) const {
     return files::createFile(path, contents);
+}
+
+Outcome LinuxPlatform::createLink(const Path& path, const Path& target) const {
+    return files::createLink(path, target);
 }
 
 Outcome LinuxPlatform::removeFile(const Path& path) const {

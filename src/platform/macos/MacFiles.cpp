@@ -98,6 +98,7 @@ std::optional<FileFacts> facts(const Path& path) {
     facts.isSymlink = S_ISLNK(status.st_mode);
     facts.isSticky = (status.st_mode & S_ISVTX) != 0;
     facts.allocatedBytes = std::int64_t{status.st_blocks} * 512;
+    facts.length = status.st_size;
     facts.modified = files::timePoint(status.st_mtimespec);
     facts.owner = status.st_uid;
     facts.device = static_cast<std::uint64_t>(status.st_dev);
@@ -219,6 +220,10 @@ bool isMountPoint(const Path& path) {
 
 Outcome createFile(const Path& path, std::string_view contents) {
     return files::createFile(path, contents);
+}
+
+Outcome createLink(const Path& path, const Path& target) {
+    return files::createLink(path, target);
 }
 
 Outcome removeFile(const Path& path) {

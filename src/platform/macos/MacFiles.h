@@ -38,6 +38,7 @@ bool isMountPoint(const Path& path);
 
 /// Leaves no half-written file behind.
 Outcome createFile(const Path& path, std::string_view contents);
+Outcome createLink(const Path& path, const Path& target);
 Outcome removeFile(const Path& path);
 
 } // namespace vellmoor::mac

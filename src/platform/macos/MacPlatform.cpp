@@ -85,6 +85,10 @@ Outcome MacPlatform::createFile(const Path& path, std::string_view contents) con
     return mac::createFile(path, contents);
 }
 
+Outcome MacPlatform::createLink(const Path& path, const Path& target) const {
+    return mac::createLink(path, target);
+}
+
 Outcome MacPlatform::removeFile(const Path& path) const {
     return mac::removeFile(path);
 }

@@ -2,6 +2,8 @@
 
 #include "ApplicationIconProvider.h"
 #include "ByteCount.h"
+#include "ModuleLook.h"
+#include "Paths.h"
 #include "QtText.h"
 
 #include <algorithm>
@@ -180,8 +182,8 @@ QVariant StartupListModel::data(const QModelIndex& index, int role) const {
     case NameRole:
         return toQt(item->name);
     case LocationRole:
-        return item->program ? displayPath(*item->program, desktop_.homeFolder())
-                             : displayPath(item->plistURL, desktop_.homeFolder());
+        return toQt(
+            displayPath(item->program ? std::filesystem::path(*item->program) : item->plistURL, desktop_.homeFolder()));
     case EnabledRole:
         return item->isEnabled;
     case KindRole:

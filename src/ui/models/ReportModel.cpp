@@ -33,7 +33,7 @@ QString ReportModel::subtitle() const {
 }
 
 QString ReportModel::freed() const {
-    return toQt(byteCountText(report().freedBytes));
+    return toQt(byteCountText(report().processedBytes));
 }
 
 QString ReportModel::processed() const {

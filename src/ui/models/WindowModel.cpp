@@ -1,8 +1,8 @@
 #include "WindowModel.h"
 
 #include "ByteCount.h"
+#include "ModuleLook.h"
 #include "QtText.h"
-#include "Selection.h"
 
 #include <QMetaObject>
 
@@ -147,7 +147,7 @@ int WindowModel::selectedItemCount() const {
 QString WindowModel::selectedPathsText() const {
     int paths = 0;
     for (const CleanupItem& item : store_.selectedItems(module_)) {
-        paths += selectedTargetCount(item);
+        paths += item.selectedTargetCount();
     }
     return localised("已选择 %d 个路径，预计释放 %@", paths, byteCountText(store_.selectedBytes(module_)));
 }
@@ -243,9 +243,7 @@ void WindowModel::rescanReported() {
 }
 
 void WindowModel::setAllSelected(bool selected) {
-    for (const int index : store_.itemIndices(module_, CleanupFilter::all)) {
-        setCategorySelected(store_, index, selected);
-    }
+    store_.setAllSelected(module_, selected);
 }
 
 void WindowModel::switchStartupItem(int row) {

@@ -16,17 +16,17 @@ ColumnLayout {
     signal viewAll
 
     readonly property var pageFiles: ({
-            "largeFiles": "LargeFilesPage.qml",
-            "appUninstaller": "AppsPage.qml",
-            "performance": "StartupPage.qml",
-            "memoryOptimization": "MemoryPage.qml"
+            "largeFiles": "large_files/LargeFilesPage.qml",
+            "appUninstaller": "applications/AppsPage.qml",
+            "performance": "login_items/StartupPage.qml",
+            "memoryOptimization": "memory/MemoryPage.qml"
         })
 
     spacing: Metrics.panelGap
 
     ViewLoader {
         Layout.fillWidth: true
-        file: root.vm.module === "smartScan" ? "DashboardHeader.qml" : "ModuleHeader.qml"
+        file: root.vm.module === "smartScan" ? "dashboard/DashboardHeader.qml" : "dashboard/ModuleHeader.qml"
         vm: root.vm
     }
 
@@ -55,7 +55,7 @@ ColumnLayout {
 
             Layout.fillHeight: true
             Layout.fillWidth: true
-            file: root.pageFiles[root.vm.module] ?? "CleanupPage.qml"
+            file: root.pageFiles[root.vm.module] ?? "cleanup/CleanupPage.qml"
             vm: root.vm
         }
 

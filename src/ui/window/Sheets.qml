@@ -9,7 +9,7 @@ Item {
     required property WindowModel vm
 
     function showDetails(): void {
-        open(details, "Pages/CleanupDetailSheet.qml", {});
+        open(details, "Pages/sheets/CleanupDetailSheet.qml", {});
     }
 
     function askClean(): void {
@@ -56,7 +56,7 @@ Item {
             if (!root.vm.report.present)
                 sheet?.close();
             else if (!sheet?.opened)
-                root.open(result, "Pages/CleanupResultSheet.qml", {});
+                root.open(result, "Pages/sheets/CleanupResultSheet.qml", {});
         }
 
         target: root.vm.report

@@ -1,5 +1,6 @@
 #include "scan/PathMeasurement.h"
 
+#include "Descriptors.h"
 #include "EngineHome.h"
 #include "Host.h"
 #include "Paths.h"
@@ -46,6 +47,33 @@ TEST_P(PathMeasurementOnBoth, ASparseFileMeasuresWhatItHoldsNotItsLength) {
     ASSERT_EQ(::truncate(file.c_str(), 1L << 30), 0);
     EXPECT_LT(stats(context, file).bytes, 1 << 20);
     EXPECT_EQ(stats(context, file).files, 1);
+}
+
+TEST_P(PathMeasurementOnBoth, AFigureThatMayBeMoreSaysSoAndIsMeasuredAgain) {
+    const Path tree = home.folder("tree");
+    home.file("tree/a/b/file", 4096);
+    EngineContext earlier = home.context();
+    ASSERT_FALSE(stats(earlier, tree).isAtLeast); // opens what stays open
+    {
+        const test::AlmostNoDescriptors few(2);
+        EXPECT_TRUE(stats(context, tree).isAtLeast);
+    }
+    EXPECT_EQ(stats(context, tree), (PathStats{.bytes = 4096, .files = 1}));
+}
+
+TEST_P(PathMeasurementOnBoth, ARowOfSuchAFigureSaysAtLeast) {
+    const Path tree = home.folder("tree");
+    home.file("tree/file", 4096);
+    home.file("tree/a/b/file", 4096);
+    CategorySpec spec;
+    spec.title = "Trees";
+    spec.roots = {tree};
+    EngineContext earlier = home.context();
+    ASSERT_EQ(categoryItem(earlier, spec).sizeText(), "8 KB");
+    const test::AlmostNoDescriptors few(2);
+    const CleanupItem item = categoryItem(context, spec);
+    EXPECT_EQ(item.sizeText(), "at least 4 KB");
+    EXPECT_EQ(item.targets.front().sizeText(), "at least 4 KB");
 }
 
 TEST_P(PathMeasurementOnBoth, SomethingMissingMeasuresZero) {

@@ -11,12 +11,12 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using Variables = std::map<std::string, std::string, std::less<>>;
 
-LinuxEnvironment read(const Variables& variables) {
+LinuxEnvironment read(const Variables& variables, const std::filesystem::path& ownProgram = "/usr/bin/vellmoor") {
     const auto lookup = [&](std::string_view name) -> std::optional<std::string> {
         const auto found = variables.find(name);
         return found == variables.end() ? std::nullopt : std::optional(found->second);
     };
-    return linuxEnvironment(lookup, "/home/account");
+    return linuxEnvironment(lookup, "/home/account", ownProgram);
 }
 
 TEST(LinuxEnvironment, WithoutVariablesHasTheDefaults) {
@@ -69,6 +69,20 @@ TEST(LinuxEnvironment, EmptyAndRelativeBaseFoldersCountAsUnset) {
     EXPECT_EQ(environment.data, "/home/user/.local/share");
     EXPECT_EQ(environment.state, "/home/user/.local/state");
     EXPECT_EQ(environment.runtime, "");
+}
+
+TEST(LinuxEnvironment, AnAppImageIsOursWhenOurProgramLiesInItsMount) {
+    const Variables variables{{"APPIMAGE", "/home/user/Vellmoor.AppImage"}, {"APPDIR", "/tmp/.mount_x"}};
+    EXPECT_EQ(read(variables, "/tmp/.mount_x/usr/bin/vellmoor").ownAppImage, "/home/user/Vellmoor.AppImage");
+    EXPECT_EQ(read(variables, "/usr/bin/vellmoor").ownAppImage, "");
+    EXPECT_EQ(read(variables, "/tmp/.mount_xy/vellmoor").ownAppImage, "");
+    EXPECT_EQ(read({{"APPIMAGE", "/home/user/Other.AppImage"}}).ownAppImage, "");
+}
+
+TEST(LinuxEnvironment, ThePathHasItsAbsolutePartsOnly) {
+    EXPECT_THAT(read({{"PATH", "/usr/bin:bin::./x:/opt/tool/bin/"}}).programPath,
+                ElementsAre("/usr/bin", "/opt/tool/bin"));
+    EXPECT_THAT(read({}).programPath, IsEmpty());
 }
 
 TEST(LinuxEnvironment, AbsoluteBaseFoldersAreUsed) {
