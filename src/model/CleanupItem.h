@@ -31,14 +31,14 @@ struct CleanupTarget {
     std::optional<TimePoint> modifiedAt;
     std::string symbol;
     bool isSelected = false;
-    /// A Smart Scan counts each path once: this one equals or lies below a target of another row, or it holds some,
-    /// whose part of its figures this is. See countedOnce().
-    bool isCovered = false;
-    std::int64_t coveredBytes = 0;
-    std::int64_t coveredFiles = 0;
     /// The file that the scan saw; nothing where no file is meant or none could be asked.
     std::optional<FileIdentity> identity;
     Sameness sameness = Sameness::Content; ///< how much of it a clean compares
+    /// A Smart Scan counts each path once: this one equals or lies below a target of another row, or it holds some, whose
+    /// part of its figures this is. See countedOnce().
+    bool isCovered = false;
+    std::int64_t coveredBytes = 0;
+    std::int64_t coveredFiles = 0;
 
     /// The bytes as they are shown, as "at least" so many when there may be more.
     [[nodiscard]] std::string sizeText() const;

@@ -43,10 +43,6 @@ bool isStrictlyBelow(const std::filesystem::path& path, const std::filesystem::p
     return inner.size() > outer.size() + 1 && inner.starts_with(outer) && inner[outer.size()] == '/';
 }
 
-bool isAtOrBelow(const std::filesystem::path& path, const std::filesystem::path& folder) {
-    return path == folder || isStrictlyBelow(path, folder);
-}
-
 std::string displayPath(const std::filesystem::path& path, const std::filesystem::path& home) {
     const std::filesystem::path standard = lexicallyStandardized(path);
     const std::filesystem::path base = lexicallyStandardized(home);
@@ -54,6 +50,10 @@ std::string displayPath(const std::filesystem::path& path, const std::filesystem
         return "~";
     }
     return isStrictlyBelow(standard, base) ? "~" + standard.native().substr(base.native().size()) : standard.native();
+}
+
+bool isAtOrBelow(const std::filesystem::path& path, const std::filesystem::path& folder) {
+    return path == folder || isStrictlyBelow(path, folder);
 }
 
 std::filesystem::path underRoot(const std::filesystem::path& root, std::string_view path) {

@@ -103,7 +103,12 @@ using KeyFile = std::map<std::string, std::map<std::string, std::string>>;
 /// The value of a key; empty when the file lacks it.
 std::string valueOf(const KeyFile& file, std::string_view group, std::string_view key);
 
-enum class QuitOutcome : std::uint8_t { NotRunning, Requested, NoResponse };
+enum class QuitOutcome : std::uint8_t {
+    NotRunning,
+    Requested,  ///< it was asked, or ended, and is gone
+    NoResponse, ///< it was asked, or was to end, and still runs
+    CannotAsk,  ///< there is no way to ask it; nothing was sent, and it can only be ended
+};
 
 /// The user's own folders as the desktop names them; an empty path: the system names none. One that is the home folder
 /// or above it is switched off.
@@ -187,8 +192,12 @@ public:
     [[nodiscard]] virtual std::vector<RunningApplication> runningApplications() const = 0;
     /// Vellmoor's own bundle or executable.
     [[nodiscard]] virtual Path ownPath() const = 0;
-    /// Asks every process of the application to end by itself; blocks for a few seconds at most, never kills.
+    /// Asks the application to quit as its own menu would, so that it can ask about unsaved content. Blocks for some
+    /// seconds at most; never ends it. Of the numbers in `app` only those count whose process is the one that was seen.
     [[nodiscard]] virtual QuitOutcome requestQuit(const MemoryApp& app) const = 0;
+    /// Ends the main processes of an application that cannot be asked: unsaved content is lost. Nothing to be done
+    /// on a system where every application can be asked.
+    [[nodiscard]] virtual QuitOutcome endApplication(const MemoryApp& /*app*/) const { return QuitOutcome::NoResponse; }
 
     // Tools, by absolute path and never through a shell
     /// Standard output; nothing when the tool could not start, failed, or printed no UTF-8.
@@ -196,6 +205,11 @@ public:
                                                                    const std::vector<std::string>& arguments) const = 0;
     [[nodiscard]] virtual CommandResult commandResult(const Path& tool,
                                                       const std::vector<std::string>& arguments) const = 0;
+    /// The same, with the tool's own messages in English where it has others.
+    [[nodiscard]] virtual CommandResult untranslatedResult(const Path& tool,
+                                                           const std::vector<std::string>& arguments) const {
+        return commandResult(tool, arguments);
+    }
 
     /// To be called first on a thread that is about to block for the user; what follows may run with more priority.
     virtual void enterWorker() const {}

@@ -14,6 +14,7 @@ void CleanerStore::show(CleanerModule module) {
     state_->persistShownResults();
     state_->set(state_->activeModule, module, State::ActiveModule);
     state_->set(state_->latestReport, {}, State::Report);
+    state_->set(state_->actionFailure, {}, State::ActionFailure);
     state_->set(state_->scanProgress, 0.0, State::Progress);
     state_->set(state_->scanStage, {}, State::Stage);
     if (const auto cached = state_->cachedStates.find(module); cached != state_->cachedStates.end()) {
@@ -31,6 +32,7 @@ void CleanerStore::resetForLanguageChange() {
     }
     state_->cachedStates.clear();
     state_->set(state_->latestReport, {}, State::Report);
+    state_->set(state_->actionFailure, {}, State::ActionFailure);
     state_->set(state_->scanProgress, 0.0, State::Progress);
     state_->set(state_->scanStage, {}, State::Stage);
     state_->applyNotScannedState(state_->activeModule);

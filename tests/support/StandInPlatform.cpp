@@ -72,6 +72,11 @@ std::vector<Invocation> StandInPlatform::invocations() const {
     return invocations_;
 }
 
+bool StandInPlatform::ranUntranslated(const Path& tool) const {
+    const std::lock_guard lock(mutex_);
+    return untranslated_.contains(tool);
+}
+
 std::vector<Change> StandInPlatform::changes() const {
     const std::lock_guard lock(mutex_);
     return changes_;
@@ -80,6 +85,11 @@ std::vector<Change> StandInPlatform::changes() const {
 std::vector<MemoryApp> StandInPlatform::quitRequests() const {
     const std::lock_guard lock(mutex_);
     return quitRequests_;
+}
+
+std::vector<MemoryApp> StandInPlatform::endedApps() const {
+    const std::lock_guard lock(mutex_);
+    return endedApps_;
 }
 
 TrashFolder StandInPlatform::homeTrash() const {
@@ -279,6 +289,12 @@ QuitOutcome StandInPlatform::requestQuit(const MemoryApp& app) const {
     return quitOutcome;
 }
 
+QuitOutcome StandInPlatform::endApplication(const MemoryApp& app) const {
+    const std::lock_guard lock(mutex_);
+    endedApps_.push_back(app);
+    return quitOutcome;
+}
+
 std::uint32_t StandInPlatform::userId() const {
     return user;
 }
@@ -308,6 +324,14 @@ CommandResult StandInPlatform::commandResult(const Path& tool, const std::vector
         result.output.clear();
     }
     return result;
+}
+
+CommandResult StandInPlatform::untranslatedResult(const Path& tool, const std::vector<std::string>& arguments) const {
+    {
+        const std::lock_guard lock(mutex_);
+        untranslated_.insert(tool);
+    }
+    return commandResult(tool, arguments);
 }
 
 std::optional<std::string> StandInPlatform::commandOutput(const Path& tool,

@@ -96,6 +96,7 @@ std::optional<InstalledEntry> desktopEntry(const KeyFile& file, std::string id, 
     entry.hidden = isTrue(file, "Hidden");
     entry.onlyShowIn = listValue(valueOf(file, entryGroup, "OnlyShowIn"));
     entry.notShowIn = listValue(valueOf(file, entryGroup, "NotShowIn"));
+    entry.categories = listValue(valueOf(file, entryGroup, "Categories"));
     return entry;
 }
 

@@ -31,6 +31,7 @@ struct InstalledEntry {
     bool hidden = false;
     std::vector<std::string> onlyShowIn;
     std::vector<std::string> notShowIn;
+    std::vector<std::string> categories;
     std::string flatpakId; ///< of the Flatpak that `exec` runs
     bool shadowed = false; ///< an earlier folder holds an entry of the same ID, which desktops use instead
 };

@@ -222,7 +222,7 @@ void LeftoverFinder::addLinks(const Path& application, std::vector<Path>& out) c
     const std::optional<Path> body = platform_.realPath(application);
     for (const Path& folder : layout_.leftoverLinkFolders) {
         const auto entries = platform_.entries(folder);
-        if (!entries || !body) {
+        if (!entries || !body || !mayBeSearched(folder)) {
             continue;
         }
         for (const FolderEntry& entry : *entries) {

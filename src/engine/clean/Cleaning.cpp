@@ -144,6 +144,9 @@ CleanupReport CleanRun::clean(const std::vector<CleanupItem>& items) {
         }
     }
     for (const CleanupItem& item : items) {
+        if (context_.isCancelled()) {
+            break;
+        }
         if (item.module == CleanerModule::memoryOptimization) {
             optimize();
             if (report_.failedCount == 0) {
@@ -172,7 +175,7 @@ void CleanRun::optimize() {
 
 void CleanRun::remove(const CleanupItem& item, const CleanupTarget& target) {
     const Path path = platform_.standardized(target.url);
-    if (!platform_.exists(path)) {
+    if (context_.isCancelled() || !platform_.exists(path)) {
         return;
     }
     const Outcome outcome =

@@ -32,11 +32,8 @@ std::string LinuxProcesses::contents(std::int32_t pid, const char* name) const {
 }
 
 bool LinuxProcesses::isOwn(std::int32_t pid) const {
-    // The folder of a process that may not be traced belongs to root (proc_pid(5)); its status tells the truth.
-    const std::string status = contents(pid, "status");
-    if (const auto users = statusValue(status, "Uid:")) {
-        const std::vector<std::string_view> kinds = fields(*users, 4); // real, effective, saved, file system
-        return kinds.size() > 1 && kinds[1] == std::to_string(platform_.userId());
+    if (const std::optional<std::uint32_t> user = effectiveUser(contents(pid, "status"))) {
+        return *user == platform_.userId();
     }
     const std::optional<FileFacts> facts = platform_.facts(layout_.memory.processes.folder / std::to_string(pid));
     return facts && facts->owner == platform_.userId();
@@ -80,6 +77,21 @@ std::optional<std::int32_t> LinuxProcesses::parent(std::int32_t pid) const {
     const std::string status = contents(pid, "status");
     const std::optional<std::string_view> value = statusValue(status, "PPid:");
     return value ? decimal<std::int32_t>(*value) : std::nullopt;
+}
+
+std::optional<ProcessLine> LinuxProcesses::line(std::int32_t pid) const {
+    return parseProcessLine(contents(pid, "stat"));
+}
+
+std::vector<std::string> LinuxProcesses::arguments(std::int32_t pid) const {
+    std::vector<std::string> words;
+    const std::string all = contents(pid, "cmdline");
+    for (std::string_view rest = all; !rest.empty();) {
+        const std::size_t end = std::min(rest.find('\0'), rest.size());
+        words.emplace_back(rest.substr(0, end));
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    return words;
 }
 
 std::string LinuxProcesses::group(std::int32_t pid) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform.h"
+#include "ProcessLine.h"
 #include "layouts/SystemLayout.h"
 
 #include <cstdint>
@@ -26,6 +27,10 @@ public:
     [[nodiscard]] std::string name(std::int32_t pid) const;
     [[nodiscard]] std::optional<std::int64_t> residentBytes(std::int32_t pid) const;
     [[nodiscard]] std::optional<std::int32_t> parent(std::int32_t pid) const;
+    /// What the kernel writes of it in one line.
+    [[nodiscard]] std::optional<ProcessLine> line(std::int32_t pid) const;
+    /// The words that it was started with, which it may change; the first is what it calls itself.
+    [[nodiscard]] std::vector<std::string> arguments(std::int32_t pid) const;
     /// Its path in the unified control group tree; empty: none.
     [[nodiscard]] std::string group(std::int32_t pid) const;
     /// All variables that it was started with, for environmentValue().

@@ -53,8 +53,11 @@ std::vector<ProcessMemorySample> ownSamples(const LinuxProcesses& processes) {
     std::vector<ProcessMemorySample> samples;
     for (const std::int32_t pid : processes.pids()) {
         if (const std::optional<std::int64_t> bytes = processes.residentBytes(pid)) {
-            samples.push_back(
-                {.pid = pid, .bytes = *bytes, .command = processes.executable(pid).value_or("").native()});
+            const std::optional<ProcessLine> line = processes.line(pid);
+            samples.push_back({.pid = pid,
+                               .bytes = *bytes,
+                               .command = processes.executable(pid).value_or("").native(),
+                               .started = line ? line->started : 0});
         }
     }
     return samples;

@@ -104,7 +104,7 @@ void addLeftoverRules(AppLayout& layout, const LinuxEnvironment& environment) {
     add(environment.config / "autostart.disabled");
     add(environment.config / "systemd/user");
     add(environment.data / "applications");
-    add(environment.data / "flatpak/overrides");
+    add(environment.data / "flatpak/overrides", true);
     layout.leftoverLinkFolders = {environment.home / ".local/bin"};
     layout.dottedHomeNames = true;
     layout.leftoverNames = LeftoverNames::Whole;

@@ -165,6 +165,10 @@ QuitOutcome LinuxPlatform::requestQuit(const MemoryApp& app) const {
     return quit::request(app);
 }
 
+QuitOutcome LinuxPlatform::endApplication(const MemoryApp& app) const {
+    return quit::end(app);
+}
+
 // Tools
 
 std::optional<std::string> LinuxPlatform::commandOutput(const Path& tool,
@@ -174,6 +178,10 @@ std::optional<std::string> LinuxPlatform::commandOutput(const Path& tool,
 
 CommandResult LinuxPlatform::commandResult(const Path& tool, const std::vector<std::string>& arguments) const {
     return commands::result(tool, arguments);
+}
+
+CommandResult LinuxPlatform::untranslatedResult(const Path& tool, const std::vector<std::string>& arguments) const {
+    return commands::result(tool, arguments, commands::Messages::English);
 }
 
 // Host

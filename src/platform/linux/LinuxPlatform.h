@@ -42,11 +42,14 @@ public:
     [[nodiscard]] std::vector<RunningApplication> runningApplications() const override;
     [[nodiscard]] Path ownPath() const override;
     [[nodiscard]] QuitOutcome requestQuit(const MemoryApp& app) const override;
+    [[nodiscard]] QuitOutcome endApplication(const MemoryApp& app) const override;
 
     [[nodiscard]] std::optional<std::string> commandOutput(const Path& tool,
                                                            const std::vector<std::string>& arguments) const override;
     [[nodiscard]] CommandResult commandResult(const Path& tool,
                                               const std::vector<std::string>& arguments) const override;
+    [[nodiscard]] CommandResult untranslatedResult(const Path& tool,
+                                                   const std::vector<std::string>& arguments) const override;
 
     [[nodiscard]] std::uint32_t userId() const override;
     [[nodiscard]] std::int64_t physicalMemory() const override;

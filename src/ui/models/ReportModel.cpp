@@ -56,6 +56,13 @@ QString ReportModel::share() const {
         .arg(report().memoryAfter->usagePercent());
 }
 
+QString ReportModel::caches() const {
+    const std::int64_t before = report().memoryBefore ? report().memoryBefore->fileCacheBytes() : 0;
+    const std::int64_t after = report().memoryAfter ? report().memoryAfter->fileCacheBytes() : 0;
+    return memory() && before > 0 ? localised("文件缓存 %@ → %@", byteCountText(before), byteCountText(after))
+                                  : QString();
+}
+
 QStringList ReportModel::failureLines() const {
     QStringList lines;
     for (const std::string& line : report().failures) {

@@ -11,8 +11,6 @@ ColumnLayout {
 
     required property WindowModel vm
 
-    signal changeAsked(int row, string name, bool enabled)
-    signal quitAsked(int row, string name)
     signal viewAll
 
     readonly property var pageFiles: ({
@@ -51,8 +49,6 @@ ColumnLayout {
         spacing: Metrics.panelGap
 
         ViewLoader {
-            id: page
-
             Layout.fillHeight: true
             Layout.fillWidth: true
             file: root.pageFiles[root.vm.module] ?? "cleanup/CleanupPage.qml"
@@ -66,18 +62,5 @@ ColumnLayout {
 
             onViewAll: root.viewAll()
         }
-    }
-
-    Connections {
-        function onChangeAsked(row: int, name: string, enabled: bool): void {
-            root.changeAsked(row, name, enabled);
-        }
-
-        function onQuitAsked(row: int, name: string): void {
-            root.quitAsked(row, name);
-        }
-
-        ignoreUnknownSignals: true
-        target: page.item
     }
 }

@@ -27,30 +27,6 @@ protected:
     }
 };
 
-TEST_F(LinuxLeftovers, TheFoldersAreSearchedInOrder) {
-    flatpak(home, "org.example.Painter", "Ab");
-    const std::vector<std::string> places{".config/org.example.Painter",
-                                          ".cache/org.example.Painter",
-                                          ".local/share/org.example.Painter",
-                                          ".local/state/org.example.Painter",
-                                          ".var/app/org.example.Painter",
-                                          ".config/autostart/org.example.Painter.desktop",
-                                          ".config/autostart.disabled/org.example.Painter.desktop",
-                                          ".config/systemd/user/org.example.Painter.service",
-                                          ".local/share/applications/org.example.Painter.desktop",
-                                          ".local/share/flatpak/overrides/org.example.Painter"};
-    files(places);
-    EXPECT_EQ(leftovers(home, "Ab"), places);
-}
-
-TEST_F(LinuxLeftovers, TheFoldersFollowTheBaseDirectories) {
-    home.environment.config = home.home / "conf";
-    home.useEnvironment();
-    flatpak(home, "org.example.Painter", "Ab");
-    files({"conf/org.example.Painter", ".config/org.example.Painter"});
-    EXPECT_THAT(leftovers(home, "Ab"), ElementsAre("conf/org.example.Painter"));
-}
-
 // Names: what another program may have made is nobody's
 
 TEST_F(LinuxLeftovers, ANameFitsOnlyTheWholeNameOfAFile) {
@@ -304,6 +280,16 @@ TEST_F(LinuxLeftovers, SandboxDataIsFoundByTheExactIdOnly) {
     EXPECT_THAT(leftovers(home, "Painter"), ElementsAre(".var/app/org.example.Painter"));
 }
 
+TEST_F(LinuxLeftovers, WhatFlatpakKeepsForAnIdIsNoOthersThanTheFlatpaks) {
+    appImage("Painter", "org.example.Painter");
+    files({".var/app/org.example.Painter/x", ".local/share/flatpak/overrides/org.example.Painter"});
+    EXPECT_THAT(leftovers(home, "Painter"), ElementsAre(".local/share/applications/org.example.Painter.desktop"));
+    flatpak(home, "org.example.Writer", "Writer");
+    files({".local/share/flatpak/overrides/org.example.Writer",
+           ".local/share/flatpak/overrides/org.example.Writer.Extra"});
+    EXPECT_THAT(leftovers(home, "Writer"), ElementsAre(".local/share/flatpak/overrides/org.example.Writer"));
+}
+
 TEST_F(LinuxLeftovers, LinksIntoTheApplicationBelongToIt) {
     elf(home, "opt/editor/bin/edit");
     home.link("../../opt/editor/bin/edit", ".local/bin/edit");
@@ -345,42 +331,6 @@ TEST_F(LinuxLeftovers, TheSearchedFoldersAndOtherApplicationsAreNoLeftovers) {
             EXPECT_EQ(row.targets[i].url, home.place("opt/toolbox-data")) << row.title;
         }
     }
-}
-
-TEST_F(LinuxLeftovers, NothingOutsideTheHomeIsALeftover) {
-    home.environment.data = home.place("/srv/data");
-    home.useEnvironment();
-    home.file("Applications/Painter.AppImage");
-    files({"/etc/painter/conf", "/var/cache/painter/x", "/usr/share/painter/x", "/opt/painter/x", "/srv/data/painter"});
-    EXPECT_THAT(leftovers(home, "Painter"), IsEmpty());
-}
-
-TEST_F(LinuxLeftovers, ABaseFolderThatIsALinkOutOfTheHomeIsNotSearched) {
-    home.file("Applications/Painter.AppImage");
-    home.file("/srv/cache/painter/x");
-    home.link(home.place("/srv/cache"), ".cache");
-    EXPECT_THAT(leftovers(home, "Painter"), IsEmpty());
-}
-
-TEST_F(LinuxLeftovers, ABaseFolderThatHoldsTheHomeOrAUserFolderIsNotSearched) {
-    home.file("Applications/Painter.AppImage");
-    files({"Documents/painter/thesis", "work/papers/x", "work/painter/x", "painter/x", "Documents/other/x"});
-    home.platform.folders.documents = home.place("work/papers");
-    for (const char* base : {"", "Documents", "work", "work/papers/.."}) {
-        home.environment.config = home.home / base;
-        home.useEnvironment();
-        EXPECT_THAT(leftovers(home, "Painter"), IsEmpty()) << base;
-    }
-}
-
-TEST_F(LinuxLeftovers, WhatHoldsAUserFolderIsNoLeftover) {
-    home.file("Applications/Painter.AppImage");
-    files({".local/share/painter/papers/thesis", ".config/painter"});
-    home.platform.folders.documents = home.place(".local/share/painter/papers");
-    EXPECT_THAT(leftovers(home, "Painter"), ElementsAre(".config/painter"));
-    home.link(home.place(".local/share/painter/papers"), "docs");
-    home.platform.folders.documents = home.place("docs");
-    EXPECT_THAT(leftovers(home, "Painter"), ElementsAre(".config/painter"));
 }
 
 TEST_F(LinuxLeftovers, NamesOfAnyBytesAreCompared) {

@@ -34,7 +34,7 @@ GlassPanel {
             text: root.vm.scan.diskSummary
         }
 
-        StorageBar {
+        PartsBar {
             Layout.fillWidth: true
             segments: root.vm.segments
         }

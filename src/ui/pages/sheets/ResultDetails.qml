@@ -94,7 +94,27 @@ Rectangle {
             horizontalAlignment: Text.AlignHCenter
             spoken: true
             text: L.tr("选中项目已按确认执行。")
+            visible: root.report.caches === ""
             width: parent.width
+        }
+
+        BodyText {
+            color: Colors.vmSecondaryText
+            horizontalAlignment: Text.AlignHCenter
+            objectName: "result.caches"
+            spoken: true
+            text: root.report.caches
+            visible: text !== ""
+            width: parent.width
+        }
+
+        Caption {
+            horizontalAlignment: Text.AlignHCenter
+            spoken: true
+            text: L.tr("文件缓存，程序需要内存时会自动归还")
+            visible: root.report.caches !== ""
+            width: parent.width
+            wrapMode: Text.Wrap
         }
     }
 }

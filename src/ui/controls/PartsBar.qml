@@ -3,11 +3,13 @@ import QtQuick
 import Vellmoor.Models
 import Vellmoor.Theme
 
-// The disk's parts side by side, each as wide as its share.
+// The parts of a whole side by side, each as wide as its share.
 Item {
     id: root
 
-    required property StorageSegmentModel segments
+    required property RecordListModel segments
+    // Begins the object names of the parts.
+    property string part: "segment"
 
     implicitHeight: 12
 
@@ -35,7 +37,7 @@ Item {
                 Accessible.role: Accessible.StaticText
                 color: Colors.tint(tint)
                 height: root.height
-                objectName: "segment." + tint
+                objectName: root.part + "." + tint
                 radius: height / 2
                 width: Math.max(0, (root.width - 2 * (root.segments.count - 1)) * shown)
 
