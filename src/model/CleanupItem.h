@@ -34,8 +34,8 @@ struct CleanupTarget {
     /// The file that the scan saw; nothing where no file is meant or none could be asked.
     std::optional<FileIdentity> identity;
     Sameness sameness = Sameness::Content; ///< how much of it a clean compares
-    /// A Smart Scan counts each path once: this one equals or lies below a target of another row, or it holds some, whose
-    /// part of its figures this is. See countedOnce().
+    /// A Smart Scan counts each path once: this one equals or lies below a target of another row, or it holds some,
+    /// whose part of its figures this is. See countedOnce().
     bool isCovered = false;
     std::int64_t coveredBytes = 0;
     std::int64_t coveredFiles = 0;

@@ -38,6 +38,11 @@ std::optional<FileIdentity> Platform::identity(const Path& path) const {
     return known ? std::optional(identityOf(*known)) : std::nullopt;
 }
 
+bool Platform::isFolder(const Path& path) const {
+    const std::optional<FileFacts> known = facts(path);
+    return known && known->isDirectory;
+}
+
 std::optional<std::string> Platform::fileStart(const Path& path, std::size_t count) const {
     return files::start(path, count);
 }

@@ -51,13 +51,6 @@ bool liesInTrash(const DeepScanRules& rules, const Path& path) {
            std::ranges::any_of(path, [](const Path& component) { return isNumberedTrash(component.native()); });
 }
 
-bool shouldSkipDuringDeepScan(const SystemLayout& layout, const Path& path) {
-    const DeepScanRules& rules = layout.deepScan;
-    const Path standard = lexicallyStandardized(path);
-    return isExcludedName(rules, standard.filename().native()) || containsAny(standard.native(), rules.fragments) ||
-           liesInTrash(rules, standard) || liesInCloudFolder(rules, lexicallyStandardized(layout.home), standard);
-}
-
 bool isReachedFrom(const Platform& platform, const Path& below, const Path& above) {
     if (!isStrictlyBelow(below, above)) {
         return false;

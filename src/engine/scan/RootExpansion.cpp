@@ -56,14 +56,9 @@ private:
     /// Goes on below `path`, which the component of `level` has named. A link on the way is not followed.
     void enter(const Path& path, std::size_t level) {
         const bool isLast = level + 1 == levels_.size();
-        if ((isLast || isFolder(path)) && holdsOne(path, levels_[level].holding)) {
+        if ((isLast || platform_.isFolder(path)) && holdsOne(path, levels_[level].holding)) {
             descend(path, level + 1);
         }
-    }
-
-    [[nodiscard]] bool isFolder(const Path& path) const {
-        const std::optional<FileFacts> facts = platform_.facts(path);
-        return facts && facts->isDirectory;
     }
 
     [[nodiscard]] bool holdsOne(const Path& folder, const std::vector<std::string>& names) const {

@@ -86,7 +86,7 @@ UserPlaces::Forms UserPlaces::formsOfAll(const std::vector<Path>& paths) const {
 }
 
 bool UserPlaces::holdsUserFolder(const Path& path) const {
-    Forms forms{platform_.standardized(path)}; // a link holds nothing: only the folders above it are resolved
+    Forms forms = formsOf(path);
     if (std::optional<Path> real = realPlace(platform_, path)) {
         forms.push_back(*std::move(real));
     }
