@@ -1,4 +1,5 @@
 #include "Paths.h"
+#include "scan/UserPlaces.h"
 #include "applications/AppUninstaller.h"
 #include "applications/Applications.h"
 #include "applications/DesktopEntries.h"
@@ -111,9 +112,7 @@ std::vector<Path> Finder::appImageFolders() const {
     const SystemLayout& layout = context_.layout();
     std::vector<Path> folders = layout.apps.appImageFolders;
     if (layout.apps.appImagesOnDesktop) {
-        const Path named = platform_.userFolders().desktop;
-        const Path desktop = lexicallyStandardized(named.empty() ? layout.home / "Desktop" : named);
-        if (desktop != layout.home && desktop != "/") { // a switched-off folder names the home
+        if (const Path& desktop = UserPlaces::of(context_).desktop(); !desktop.empty()) {
             folders.push_back(desktop);
         }
     }
