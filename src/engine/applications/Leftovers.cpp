@@ -139,8 +139,7 @@ bool LeftoverFinder::mustStay(const Child& found) const {
     return isShared ||
            std::ranges::any_of(layout_.leftoverFolders,
                                [&](const LeftoverFolder& rule) { return isAtOrBelow(rule.folder, found.path); }) ||
-           std::ranges::any_of(protected_,
-                               [&](const Path& path) { return isAtOrBelow(path, found.path); }) ||
+           std::ranges::any_of(protected_, [&](const Path& path) { return isAtOrBelow(path, found.path); }) ||
            std::ranges::any_of(applications_, [&](const ApplicationMetadata& application) {
                return isAtOrBelow(application.appURL, found.path) || isStrictlyBelow(found.path, application.appURL);
            });

@@ -1,9 +1,9 @@
 #include "Paths.h"
-#include "scan/UserPlaces.h"
 #include "applications/AppUninstaller.h"
 #include "applications/Applications.h"
 #include "applications/DesktopEntries.h"
 #include "applications/ReleaseName.h"
+#include "scan/UserPlaces.h"
 
 #include <algorithm>
 #include <set>
@@ -215,8 +215,7 @@ std::vector<EntryProgram> entryPrograms(const EngineContext& context, const Inst
 }
 
 bool isProgramOf(const EntryProgram& program, const Path& application, const Path& real) {
-    return isAtOrBelow(program.program, application) || program.real == real ||
-           isStrictlyBelow(program.real, real);
+    return isAtOrBelow(program.program, application) || program.real == real || isStrictlyBelow(program.real, real);
 }
 
 std::vector<ApplicationMetadata> unpackagedApplications(EngineContext& context) {
