@@ -71,10 +71,10 @@ CleanupReport CleanRun::run(const CleanPlan& plan) {
     report_.attemptedCount = plan.attempted;
     report_.freedBytes = plan.estimate;
     for (const CleanPlan::Row& row : plan.rows) {
-        if (row.item.module == CleanerModule::memoryOptimization) {
-            optimize(row);
-        } else {
+        if (row.item.module != CleanerModule::memoryOptimization) {
             cleanRow(row);
+        } else if (!context_.isCancelled()) {
+            optimize(row);
         }
     }
     session_->finish();
@@ -114,7 +114,7 @@ void CleanRun::cleanRow(const CleanPlan::Row& row) {
 }
 
 CleanRun::Answer CleanRun::remove(const CleanPlan::Row& row, const CleanupTarget& target) {
-    if (ended_) {
+    if (ended_ || context_.isCancelled()) {
         return {.fate = CleanupFate::Untried, .reason = "", .place = {}, .note = ""};
     }
     const Path path = platform_.standardized(target.url);
