@@ -43,6 +43,11 @@ std::optional<Path> Platform::realPlace(const Path& path) const {
     return folder ? std::optional(*folder / path.filename()) : std::nullopt;
 }
 
+bool Platform::isFolder(const Path& path) const {
+    const std::optional<FileFacts> known = facts(path);
+    return known && known->isDirectory;
+}
+
 std::optional<std::string> Platform::fileStart(const Path& path, std::size_t count) const {
     return files::start(path, count);
 }

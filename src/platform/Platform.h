@@ -141,7 +141,9 @@ public:
 
     // Facts. Reading fails to "nothing", never to an error.
     [[nodiscard]] virtual std::optional<FileFacts> facts(const Path& path) const = 0;
-    /// macOS follows a link, Linux does not (a dangling link exists).
+    /// Whether there is a folder itself; a link to one is none.
+    [[nodiscard]] bool isFolder(const Path& path) const;
+    /// macOS follows a link. Linux does not (a dangling link exists), and what it may not ask about exists, too.
     [[nodiscard]] virtual bool exists(const Path& path) const = 0;
     [[nodiscard]] virtual bool isReadable(const Path& path) const = 0;
     [[nodiscard]] virtual bool isExecutable(const Path& path) const = 0;

@@ -88,6 +88,7 @@ CleanupItem applicationItem(EngineContext& context, const ApplicationScan& scan,
                                   .residualCount = static_cast<std::int64_t>(scan.residualURLs.size()),
                                   .isRunning = isRunning};
     item.targets = appTargets(context, scan, false);
+    item.isAtLeast = std::ranges::any_of(item.targets, &CleanupTarget::isAtLeast);
     return item;
 }
 

@@ -50,8 +50,7 @@ UserPlaces::UserPlaces(const EngineContext& context)
     const UserFolders folders = platform_.userFolders();
     everyday_ = named({folders.downloads, folders.desktop, folders.documents, folders.videos, folders.pictures},
                       layout.largeFileRoots);
-    const Folders further =
-        named({folders.music, folders.publicShare, folders.templates}, layout.furtherUserFolders);
+    const Folders further = named({folders.music, folders.publicShare, folders.templates}, layout.furtherUserFolders);
     for (Path& folder : everyday_) {
         folder = folder.empty() || anyAtOrBelow(home_, formsOf(folder)) ? Path() : platform_.standardized(folder);
     }

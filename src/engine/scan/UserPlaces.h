@@ -16,10 +16,11 @@ public:
 
     explicit UserPlaces(const EngineContext& context);
 
-    /// Where Large Files looks, in its order: downloads, desktop, documents, videos, pictures. A folder that is the home
-    /// folder or above it is switched off, and empty here.
+    /// Where Large Files looks, in its order: downloads, desktop, documents, videos, pictures. A folder that is the
+    /// home folder or above it is switched off, and empty here.
     [[nodiscard]] const std::vector<Path>& everyday() const { return everyday_; }
-    [[nodiscard]] const Path& downloads() const { return everyday_.front(); }
+    [[nodiscard]] const Path& downloads() const { return everyday_[0]; }
+    [[nodiscard]] const Path& desktop() const { return everyday_[1]; }
 
     /// Whether `path` is the home folder or one of the user's folders, or holds one.
     [[nodiscard]] bool holdsUserFolder(const Path& path) const;

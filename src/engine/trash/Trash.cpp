@@ -19,11 +19,6 @@ std::optional<FileFacts> resolvedFacts(const Platform& platform, const Path& pat
     return platform.facts(real.value_or(path));
 }
 
-bool isRealFolder(const Platform& platform, const Path& path) {
-    const std::optional<FileFacts> facts = platform.facts(path);
-    return facts && facts->isDirectory && !facts->isSymlink;
-}
-
 bool isStickyRealFolder(const Platform& platform, const Path& path) {
     const std::optional<FileFacts> facts = platform.facts(path);
     return facts && facts->isDirectory && !facts->isSymlink && facts->isSticky;
@@ -33,7 +28,7 @@ bool isAccepted(const Platform& platform, const VolumeTrashForm& form, const Pat
     if (form.needsStickyParent && !isStickyRealFolder(platform, folder.parent_path())) {
         return false;
     }
-    return !form.needsRealFolder || isRealFolder(platform, folder);
+    return !form.needsRealFolder || platform.isFolder(folder);
 }
 
 bool isForeign(const EngineContext& context, const Path& folder) {

@@ -68,17 +68,17 @@ SystemLayout linuxLayout(const LinuxEnvironment& environment, std::uint32_t user
     layout.fileKinds = &FileKinds::linuxDesktop();
     layout.symbols = symbols();
     layout.junk = linuxJunkCategories(environment, root);
-    layout.installerExtensions = {"dmg", "pkg", "zip", "xip", "ipsw", "iso", "deb", "rpm", "appimage", "flatpak", "flatpakref", "flatpakrepo", "snap", "run", "bundle", "img", "msi", "exe"};
+    layout.installerExtensions = {"dmg",  "pkg", "zip",      "xip",     "ipsw",       "iso",
+                                  "deb",  "rpm", "appimage", "flatpak", "flatpakref", "flatpakrepo",
+                                  "snap", "run", "bundle",   "img",     "msi",        "exe"};
     for (const char* folder : {"Downloads", "Desktop", "Documents", "Videos", "Pictures"}) {
         layout.largeFileRoots.push_back(home / folder);
     }
     for (const char* folder : {"Music", "Public", "Templates"}) {
         layout.furtherUserFolders.push_back(home / folder);
     }
-    layout.bases = {.config = environment.config,
-                    .data = environment.data,
-                    .cache = environment.cache,
-                    .state = environment.state};
+    layout.bases = {
+        .config = environment.config, .data = environment.data, .cache = environment.cache, .state = environment.state};
     layout.owned = linuxOwnedFolders(environment);
     layout.countsOnce = true;
     const std::string user = std::to_string(userId);

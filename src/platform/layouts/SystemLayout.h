@@ -89,7 +89,7 @@ struct SystemLayout {
     const FileKinds* fileKinds = nullptr;
     /// Extension (lower case) and symbol; the first match wins.
     std::vector<std::pair<std::vector<std::string>, std::string>> symbols;
-    std::vector<JunkCategory> junk; ///< user caches, logs, developer caches, in this order
+    std::vector<JunkCategory> junk;               ///< user caches, logs, developer caches, in this order
     std::vector<std::string> installerExtensions; ///< of what counts as a download leftover; lower case
     /// Downloads, Desktop, Documents, Videos, Pictures: used where the platform names no folder.
     std::vector<std::filesystem::path> largeFileRoots;

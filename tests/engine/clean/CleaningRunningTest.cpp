@@ -29,9 +29,9 @@ std::vector<CleanupItem> ticked(std::vector<CleanupItem> rows) {
 class CleaningWhileBrowsersRun : public ::testing::Test {
 protected:
     CleaningWhileBrowsersRun() {
-        makeFiles(home, {".config/chromium/Default/Preferences", ".config/chromium/Default/Cookies",
-                         ".config/chromium/Default/History", ".cache/chromium/Default/Cache/data",
-                         ".cache/other/data"});
+        makeFiles(home,
+                  {".config/chromium/Default/Preferences", ".config/chromium/Default/Cookies",
+                   ".config/chromium/Default/History", ".cache/chromium/Default/Cache/data", ".cache/other/data"});
     }
     void startBrowser() const { runProcess(home, 4242, "/usr/lib/chromium/chromium"); }
 
