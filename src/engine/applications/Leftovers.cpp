@@ -160,7 +160,8 @@ bool LeftoverFinder::belongsTo(std::size_t index, const Child& found) const {
         }
     }
     return std::ranges::none_of(foreign_, claims) &&
-           (own->byIdentifier || !isNameOfProgram(index, found.name, own->length)) && !UserPlaces::of(context_).holdsUserFolder(found.path);
+           (own->byIdentifier || !isNameOfProgram(index, found.name, own->length)) &&
+           !UserPlaces::of(context_).holdsUserFolder(found.path);
 }
 
 /// Whether a program that is no part of this application is called so. `length`: of the name by which it fits.

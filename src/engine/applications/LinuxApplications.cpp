@@ -1,9 +1,9 @@
 #include "Paths.h"
-#include "scan/UserPlaces.h"
 #include "applications/AppUninstaller.h"
 #include "applications/Applications.h"
 #include "applications/DesktopEntries.h"
 #include "applications/ReleaseName.h"
+#include "scan/UserPlaces.h"
 
 #include <algorithm>
 #include <set>
