@@ -205,8 +205,14 @@ def main(words):
     program = words[0]
     wanted = words[1:] or ["chromium", "firefox", "parts"]
     tries = {"chromium": try_chromium, "firefox": try_firefox, "parts": try_chromium_parts}
+    needs = {"chromium": "chromium", "firefox": "firefox-esr", "parts": "chromium"}
+    missing = [name for name in wanted if not shutil.which(needs[name])]
+    for name in missing:
+        print(f"passed over: {name}, since {needs[name]} is not here")
+    if missing == wanted:
+        return 77
     address = site.serve()
-    for name in wanted:
+    for name in [one for one in wanted if one not in missing]:
         with tempfile.TemporaryDirectory(prefix="vellmoor-real-") as folder:
             home = pathlib.Path(folder).resolve() / "home"
             home.mkdir()

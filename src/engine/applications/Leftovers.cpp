@@ -2,7 +2,7 @@
 
 #include "Glob.h"
 #include "Paths.h"
-#include "scan/UserPlaces.h"
+#include "ProtectedPaths.h"
 
 #include <algorithm>
 #include <set>
@@ -29,7 +29,9 @@ LeftoverFinder::LeftoverFinder(EngineContext& context, const std::vector<Applica
     : context_(context),
       platform_(context.platform()),
       layout_(context.layout().apps),
-      applications_(applications) {
+      applications_(applications),
+      protected_(protectedFolders(context.platform(), context.layout())),
+      places_(UserPlaces::of(context)) {
     for (const ApplicationMetadata& application : applications) {
         realPaths_.push_back(platform_.realPath(application.appURL).value_or(application.appURL));
         tokens_.push_back(tokensOf(platform_, layout_.leftoverNames, application));
@@ -105,7 +107,7 @@ bool LeftoverFinder::mayBeSearched(const Path& folder) const {
     const Path written = lexicallyStandardized(folder);
     const std::optional<Path> real = platform_.realPath(folder);
     return real && isStrictlyBelow(written, home) && isStrictlyBelow(*real, platform_.realPath(home).value_or(home)) &&
-           !UserPlaces::of(context_).holdsUserFolder(folder);
+           !places_.holdsUserFolder(folder) && !places_.holdsUserFolder(*real);
 }
 
 void LeftoverFinder::listFolders() {
@@ -137,8 +139,7 @@ bool LeftoverFinder::mustStay(const Child& found) const {
     return isShared ||
            std::ranges::any_of(layout_.leftoverFolders,
                                [&](const LeftoverFolder& rule) { return isAtOrBelow(rule.folder, found.path); }) ||
-           std::ranges::any_of(context_.layout().protectedPaths,
-                               [&](const Path& path) { return isAtOrBelow(path, found.path); }) ||
+           std::ranges::any_of(protected_, [&](const Path& path) { return isAtOrBelow(path, found.path); }) ||
            std::ranges::any_of(applications_, [&](const ApplicationMetadata& application) {
                return isAtOrBelow(application.appURL, found.path) || isStrictlyBelow(found.path, application.appURL);
            });
@@ -161,7 +162,7 @@ bool LeftoverFinder::belongsTo(std::size_t index, const Child& found) const {
     }
     return std::ranges::none_of(foreign_, claims) &&
            (own->byIdentifier || !isNameOfProgram(index, found.name, own->length)) &&
-           !UserPlaces::of(context_).holdsUserFolder(found.path);
+           !places_.holdsUserFolder(found.path);
 }
 
 /// Whether a program that is no part of this application is called so. `length`: of the name by which it fits.

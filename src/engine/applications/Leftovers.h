@@ -4,6 +4,7 @@
 #include "applications/Applications.h"
 #include "applications/DesktopEntries.h"
 #include "applications/LeftoverTokens.h"
+#include "scan/UserPlaces.h"
 
 #include <cstddef>
 #include <map>
@@ -46,6 +47,8 @@ private:
     const Platform& platform_;
     const AppLayout& layout_;
     const std::vector<ApplicationMetadata>& applications_;
+    std::vector<Path> protected_; ///< what is never removed
+    const UserPlaces& places_;
     std::vector<Path> realPaths_;                       ///< of the applications
     std::vector<LeftoverTokens> tokens_;                ///< one per application
     std::vector<LeftoverTokens> foreign_;               ///< of the installed applications that are not removable

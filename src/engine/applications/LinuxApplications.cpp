@@ -215,8 +215,7 @@ std::vector<EntryProgram> entryPrograms(const EngineContext& context, const Inst
 }
 
 bool isProgramOf(const EntryProgram& program, const Path& application, const Path& real) {
-    return program.program == application || isStrictlyBelow(program.program, application) || program.real == real ||
-           isStrictlyBelow(program.real, real);
+    return isAtOrBelow(program.program, application) || program.real == real || isStrictlyBelow(program.real, real);
 }
 
 std::vector<ApplicationMetadata> unpackagedApplications(EngineContext& context) {

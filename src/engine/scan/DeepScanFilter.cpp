@@ -8,10 +8,6 @@
 namespace vellmoor {
 namespace {
 
-bool containsAny(const std::string& text, const std::vector<std::string>& fragments) {
-    return std::ranges::any_of(fragments, [&](const std::string& fragment) { return text.contains(fragment); });
-}
-
 bool isNumberedTrash(std::string_view component) {
     constexpr std::string_view prefix = ".Trash-";
     return component.starts_with(prefix) && component.size() > prefix.size() &&

@@ -7,10 +7,6 @@
 
 namespace vellmoor {
 
-/// A path with the links of the folder above it resolved; its own last component is kept, since a removal acts on a
-/// link and not on what it names. Nothing when the folder does not exist.
-std::optional<Path> realPlace(const Platform& platform, const Path& path);
-
 /// The user's own folders (Documents, Downloads ...) as they are at the start of the call, and what they forbid: a
 /// variable may make a cache folder of anything, so no rule is trusted to stay away from them.
 class UserPlaces {

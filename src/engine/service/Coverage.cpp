@@ -26,7 +26,7 @@ public:
 
     /// Counts the target, unless it is covered, which is marked.
     void count(CleanupTarget& target, const CleanupItem* row) {
-        const Path place = realPlace(platform_, target.url).value_or(target.url);
+        const Path place = platform_.realPlace(target.url).value_or(target.url);
         if (isCovered(place, row)) {
             target.isCovered = true;
             return;
