@@ -2,6 +2,7 @@
 
 #include "Glob.h"
 #include "Paths.h"
+#include "ProtectedPaths.h"
 
 #include <algorithm>
 #include <set>
@@ -29,6 +30,7 @@ LeftoverFinder::LeftoverFinder(EngineContext& context, const std::vector<Applica
       platform_(context.platform()),
       layout_(context.layout().apps),
       applications_(applications),
+      protected_(protectedFolders(context.platform(), context.layout())),
       places_(UserPlaces::of(context)) {
     for (const ApplicationMetadata& application : applications) {
         realPaths_.push_back(platform_.realPath(application.appURL).value_or(application.appURL));
@@ -137,8 +139,7 @@ bool LeftoverFinder::mustStay(const Child& found) const {
     return isShared ||
            std::ranges::any_of(layout_.leftoverFolders,
                                [&](const LeftoverFolder& rule) { return isAtOrBelow(rule.folder, found.path); }) ||
-           std::ranges::any_of(context_.layout().protectedPaths,
-                               [&](const Path& path) { return isAtOrBelow(path, found.path); }) ||
+           std::ranges::any_of(protected_, [&](const Path& path) { return isAtOrBelow(path, found.path); }) ||
            std::ranges::any_of(applications_, [&](const ApplicationMetadata& application) {
                return isAtOrBelow(application.appURL, found.path) || isStrictlyBelow(found.path, application.appURL);
            });

@@ -47,6 +47,7 @@ private:
     const Platform& platform_;
     const AppLayout& layout_;
     const std::vector<ApplicationMetadata>& applications_;
+    std::vector<Path> protected_; ///< what is never removed
     const UserPlaces& places_;
     std::vector<Path> realPaths_;                       ///< of the applications
     std::vector<LeftoverTokens> tokens_;                ///< one per application
