@@ -26,7 +26,8 @@ Json json(const MemorySnapshot& memory) {
             {"wiredBytes", memory.wiredBytes},
             {"compressedBytes", memory.compressedBytes},
             {"cachedBytes", memory.cachedBytes},
-            {"reclaimableBytes", memory.reclaimableBytes}};
+            {"reclaimableBytes", memory.reclaimableBytes},
+            {"unusedBytes", memory.unusedBytes}};
 }
 
 Json json(const std::optional<MemorySnapshot>& memory) {
