@@ -109,38 +109,66 @@ class Checker:
 
     def _locate_targets(self):
         self._targets = {target.path: target for target in self.case.ticked}
-        self._chain = {}
         for path in self._targets:
-            node = self.case.before.nodes.get(path)
-            if node is None:
+            if path not in self.case.before.nodes:
                 self.problem("a ticked target was never there", path)
-                continue
-            found = self._where.get((node.device, node.inode, node.kind), [])
-            self._root_of[path], self._state[path] = self._state_of(path, found)
+            else:
+                self._root_of[path], self._state[path] = self._state_of(path)
 
-    def _state_of(self, path, found):
+    def _found(self, path):
+        """Where the very thing is now that lay at the path. A number is given anew on some disks, hence the comparison."""
+        node = self.case.before.nodes[path]
+        for place in self._where.get((node.device, node.inode, node.kind), []):
+            now = self.case.after.nodes[place]
+            if place != path and place in self.case.before.nodes and self.case.before.nodes[place].same_thing(node):
+                continue  # another hard link
+            if place == path or now.data == node.data and (now.modified == node.modified or self._has_the_same(path, place)):
+                yield place
+
+    def _has_the_same(self, path, place):
+        """Whether two folders have anything in common: their time changes with what somebody puts there."""
+        names = self.case.before.children(path)
+        return any(place + b"/" + name in self.case.after.nodes and self.case.before.nodes[path + b"/" + name].same_thing(
+            self.case.after.nodes[place + b"/" + name]) for name in names)
+
+    def _state_of(self, path):
+        found = list(self._found(path))
         homes = self._homes(path)
         for place in found:
             if place in homes:
                 return place, "place"
-        for place in found:
-            parent = place.rpartition(b"/")[0]
-            if any(parent in self._homes(trash.files) for trash in self.case.trashes):
+        in_trash = [place for place in found if self._trash_folder_of(place) is not None]
+        for place in in_trash:  # of hard links the one whose note says so
+            if self._named_by_note(place) in {self.case.absolute(home) for home in homes}:
                 return place, "trash"
+        if in_trash:
+            return in_trash[0], "trash"
         for outer in self._outer_targets(path):
-            root = self._root_of.get(outer)
-            if root is None:
-                root, _ = self._state_of(outer, self._where.get(self._key(outer), []))
+            root = self._root_of[outer] if outer in self._root_of else self._state_of(outer)[0]
             if root is not None and root + path[len(outer):] in found:
                 return root + path[len(outer):], "inside"
         for place in found:
-            if any(below(place, top) for trash in self.case.trashes for top in self._homes(trash.top)):
+            if self._is_near_trash(place) and not any(below(place, trash.files) for trash in self.case.trashes):
                 return place, "expunged"  # out of the user's sight, on its way out or back
         return None, "gone"
 
-    def _key(self, path):
-        node = self.case.before.nodes[path]
-        return node.device, node.inode, node.kind
+    def _trash_folder_of(self, place):
+        """The Trash in whose `files` something lies directly."""
+        parent = place.rpartition(b"/")[0]
+        return next((trash for trash in self.case.trashes if parent in self._homes(trash.files)), None)
+
+    def _note_at(self, place):
+        """The path of the note of what lies in a Trash, wherever its folder is now; None without one."""
+        trash = self._trash_folder_of(place)
+        notes = [info + b"/" + place.rpartition(b"/")[2] + b".trashinfo" for info in self._homes(trash.info)]
+        return next((note for note in notes if note in self.case.after.nodes
+                     and self.case.after.nodes[note].kind == "file"), None)
+
+    def _named_by_note(self, place):
+        note = self._note_at(place)
+        read = trashes.note(self.case.after.nodes[note].data) if note else None
+        base = self._trash_folder_of(place).base
+        return None if read is None else base + b"/" + read.path if base else read.path
 
     def _outer_targets(self, path):
         """The other targets that hold it, the nearest first."""
@@ -208,13 +236,23 @@ class Checker:
         for trash in self.case.trashes:
             if path == trash.top + b"/directorysizes":
                 return True
-            if at_or_below(path, trash.top + b"/expunged"):
+            if at_or_below(path, trash.top + b"/expunged") and path not in self.case.debris:
                 return True
             if below(path, trash.info):
                 name = path[len(trash.info) + 1:]
                 if name.endswith(b".trashinfo") and trash.files + b"/" + name[:-10] in self._targets:
                     return True
-        return self._is_own_state(path) or path in self.case.debris
+        if path in self.case.debris:
+            self._put_back(path)
+            return True
+        return self._is_own_state(path)
+
+    def _put_back(self, path):
+        """What a killed clean was about to remove may lie in the Trash again, where the user sees it."""
+        node = self.case.before.nodes[path]
+        for place in self._where.get((node.device, node.inode, node.kind), []):
+            if any(below(place, trash.files) for trash in self.case.trashes):
+                self._explained.add(place)
 
     @staticmethod
     def _is_own_state(path):
@@ -270,26 +308,17 @@ class Checker:
 
     def _note_of_moved(self, path, root):
         self._explained.add(root)
-        folder, _, name = root.rpartition(b"/")
-        for trash in self.case.trashes:
-            if folder not in self._homes(trash.files):
-                continue
-            for info in self._homes(trash.info):
-                node = self.case.after.nodes.get(info + b"/" + name + b".trashinfo")
-                if node is not None and node.kind == "file":
-                    self._explained.add(info + b"/" + name + b".trashinfo")
-                    self._judge_note(path, node, trash)
-                    return
-        self.problem("in a Trash without a note", path)
-
-    def _judge_note(self, path, node, trash):
+        place = self._note_at(root)
+        if place is None:
+            self.problem("in a Trash without a note", path)
+            return
+        self._explained.add(place)
+        node = self.case.after.nodes[place]
         note = trashes.note(node.data)
         if note is None:
             self.problem(f"a note that nobody can read ({node.data[:60]!r})", path)
             return
-        named = note.path if not trash.base else trash.base + b"/" + note.path
-        places = {self.case.absolute(place) for place in self._homes(path)}
-        if named not in places:
+        if self._named_by_note(root) not in {self.case.absolute(home) for home in self._homes(path)}:
             self.problem(f"a note that names another place ({note.path!r})", path)
         when = time.mktime(time.strptime(note.date, "%Y-%m-%dT%H:%M:%S"))
         if not self.case.disturbed and abs(when - self.case.started) > 120:
@@ -352,8 +381,13 @@ class Checker:
     # What is new
 
     def _left_behind(self):
+        for path, stranger in self.case.deed.made.items():
+            self._stranger(path, stranger)
         for path, node in self.case.after.nodes.items():
             old = self.case.before.nodes.get(path)
+            if self.case.ended and self._is_private(path):
+                self.debris.add(path)
+                continue
             if old is not None and (old.same_thing(node) or path in self._explained):
                 continue
             if path in self._explained or any(at_or_below(path, p) for p in self.case.precious):
@@ -364,11 +398,13 @@ class Checker:
                 self.debris.add(path)
             else:
                 self.problem("left behind", path)
-        for path in self.case.debris & self.case.after.nodes.keys():
+        for path in self.case.debris & self.case.after.nodes.keys() if self.case.ticked else ():
             if path not in self._explained:
                 self.problem("what a killed clean left is still there after the next", path)
-        for path, stranger in self.case.deed.made.items():
-            self._stranger(path, stranger)
+
+    def _is_private(self, path):
+        """Where things are on their way out, or back."""
+        return any(below(path, trash.top + b"/expunged") or path.startswith(trash.top + b"/.") for trash in self.case.trashes)
 
     def _is_near_trash(self, path):
         return any(below(path, trash.top) or path in self._homes(trash.files) for trash in self.case.trashes)
@@ -398,18 +434,13 @@ class Checker:
             if now is not None and now.same_thing(stranger) and now.same_content(stranger):
                 return
         for place in self._where.get((stranger.device, stranger.inode, stranger.kind), []):
-            folder, _, name = place.rpartition(b"/")
-            for trash in self.case.trashes:
-                if folder in self._homes(trash.files):
-                    infos = [info + b"/" + name + b".trashinfo" for info in self._homes(trash.info)]
-                    self._explained.update(infos)
-                    same_kind = self.case.before.nodes.get(path)
-                    is_alike = same_kind is not None and same_kind.kind == stranger.kind
-                    if any(info in self.case.after.nodes for info in infos) and (is_alike or self.case.disturbed):
-                        return
+            if self._trash_folder_of(place) is not None and self._note_at(place) is not None:
+                self._explained.update((place, self._note_at(place)))
+                return  # of the same kind as what was shown, or it could not go back: restorable
             if self.case.ended and self._is_near_trash(place):
                 return
             if any(at_or_below(place, root) for root in self._root_of.values() if root):
+                self._explained.add(place)
                 return  # it lies inside a target, which moved as a whole
             self.problem(f"somebody else's file was moved to {os.fsdecode(place)!r}", path)
             return

@@ -71,8 +71,7 @@ def choose(rng, targets, homes):
         return Plan("storm", f"calls={CHANGES} at=1 do=ask ask=%d", turn=attack, what=f"storm of {attack.what}")
     number = _how_far(rng, 250)
     calls = ",".join(CALLS) if rng.random() < 0.7 else rng.choice(sorted(CALLS))
-    start = "start" if rng.random() < 0.05 else "change"
-    return Plan("turn", f"calls={calls} from={start} at={number} do=ask ask=%d", turn=attack, early=start == "start",
+    return Plan("turn", f"calls={calls} at={number} do=ask ask=%d", turn=attack,
                 what=f"{attack.what} at {calls.split(',')[0]} number {number}")
 
 

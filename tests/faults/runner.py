@@ -191,15 +191,16 @@ class Run:
         self._judge("second", case, ended)
         if case.report is None:
             self.result.problems.append("second clean: no report")
-        self._finished(home, first, after)
+        self._finished(home, first, {target.path for target in ticked}, after)
 
-    def _finished(self, home, first, after):
+    def _finished(self, home, first, second, after):
         """Whatever nothing stood in the way of has gone by now."""
-        if not first.trashes or home.aliases or first.deed.made or first.deed.moved or self.result.module == "appUninstaller":
-            return  # nothing offers the leftovers of an application that is gone
+        if not first.trashes or home.aliases or first.deed.made or first.deed.moved:
+            return
         for target in first.ticked:
             was, now = first.before.nodes[target.path], after.nodes.get(target.path)
-            if now is not None and now.same_thing(was) and target.path not in home.hindered:
+            is_hindered = any(disk.at_or_below(hindered, target.path) for hindered in home.hindered)
+            if now is not None and now.same_thing(was) and not is_hindered and target.path in second:
                 self.result.problems.append(f"second clean: it did not finish: {target.path!r}")
 
     # Mounts
