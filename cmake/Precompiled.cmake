@@ -4,9 +4,11 @@ set(VELLMOOR_STANDARD_HEADERS <algorithm> <chrono> <cstdint> <expected> <filesys
   <optional> <ranges> <set> <span> <string> <string_view> <utility> <vector>)
 set(VELLMOOR_TEST_HEADERS ${VELLMOOR_STANDARD_HEADERS} <fstream> <sstream> <gmock/gmock.h> <gtest/gtest.h>)
 set(VELLMOOR_QT_HEADERS ${VELLMOOR_STANDARD_HEADERS} <QObject> <QString> <QStringList>)
+set(VELLMOOR_WINDOW_HEADERS ${VELLMOOR_QT_HEADERS} <QAbstractListModel> <QImage> <QQmlEngine> <QQuickItem>
+  <QQuickWindow> <QtQml/qqmlregistration.h>)
+set(VELLMOOR_WINDOW_TEST_HEADERS ${VELLMOOR_TEST_HEADERS} ${VELLMOOR_WINDOW_HEADERS} <QCoreApplication> <QTest>)
 
-# vellmoor_precompile(TARGET HEADERS...): a set of its own, for a target with flags of its own.
-function(vellmoor_precompile target)
+function(vellmoor_compile_headers target)
   set(headers)
   foreach(header IN LISTS ARGN)
     list(APPEND headers "$<$<COMPILE_LANGUAGE:CXX>:${header}>")
@@ -15,6 +17,17 @@ function(vellmoor_precompile target)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
     # A time stamp inside would keep ccache from ever finding it again.
     target_compile_options(${target} PRIVATE "SHELL:-Xclang -fno-pch-timestamp")
+  endif()
+endfunction()
+
+# vellmoor_precompile(TARGET HEADERS...): a set of its own, for a target with flags of its own and more than a few
+# sources.
+function(vellmoor_precompile target)
+  get_target_property(sources ${target} SOURCES)
+  list(FILTER sources INCLUDE REGEX "\\.cpp$")
+  list(LENGTH sources count)
+  if(count GREATER 3)
+    vellmoor_compile_headers(${target} ${ARGN})
   endif()
 endfunction()
 
@@ -27,7 +40,7 @@ function(vellmoor_header_set name)
   file(CONFIGURE OUTPUT ${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp CONTENT "// Only its precompiled headers count.\n")
   add_library(${name} OBJECT ${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp)
   target_link_libraries(${name} PRIVATE vellmoor_warnings)
-  vellmoor_precompile(${name} ${ARGN})
+  vellmoor_compile_headers(${name} ${ARGN})
 endfunction()
 
 vellmoor_header_set(vellmoor_standard_headers ${VELLMOOR_STANDARD_HEADERS})

@@ -38,11 +38,6 @@ private:
     int before_;
 };
 
-struct CloseDirectory {
-    void operator()(DIR* directory) const { ::closedir(directory); }
-};
-using DirectoryStream = std::unique_ptr<DIR, CloseDirectory>;
-
 Descriptor openFolder(const Path& folder) {
     return Descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC));
 }
@@ -187,8 +182,8 @@ Path standardized(const Path& path, const std::function<bool(const Path&)>& exis
     Path result = lexicallyStandardized(path);
     if (isStrictlyBelow(result, privateFolder)) {
         Path rest = result.native().substr(privateFolder.size());
-        const bool isFixed = std::ranges::any_of(
-            fixed, [&](std::string_view folder) { return rest == folder || isStrictlyBelow(rest, folder); });
+        const bool isFixed =
+            std::ranges::any_of(fixed, [&](std::string_view folder) { return isAtOrBelow(rest, folder); });
         if (!isFixed && exists(rest)) {
             return rest;
         }
@@ -201,25 +196,25 @@ std::optional<Path> realPath(const Path& path) {
     return files::realPath(path);
 }
 
-bool isMountPoint(const Path& path) {
+bool isMountPoint(const Path& real) {
     const NothingIsFetched guard;
-    const std::optional<Path> real = files::realPlace(path);
-    if (!real) {
-        return false; // nothing there, or nothing that could be moved
-    }
     struct stat itself{};
-    if (::lstat(real->c_str(), &itself) != 0 || S_ISLNK(itself.st_mode)) {
+    if (::lstat(real.c_str(), &itself) != 0 || S_ISLNK(itself.st_mode)) {
         return false;
     }
     struct statfs mounted{};
-    if (::statfs(real->c_str(), &mounted) != 0) {
+    if (::statfs(real.c_str(), &mounted) != 0) {
         return true; // the system does not tell: not to be moved
     }
-    return withoutDataVolume(mounted.f_mntonname) == withoutDataVolume(real->native());
+    return withoutDataVolume(mounted.f_mntonname) == withoutDataVolume(real.native());
 }
 
 Outcome createFile(const Path& path, std::string_view contents) {
     return files::createFile(path, contents);
+}
+
+Outcome createLink(const Path& path, const Path& target) {
+    return files::createLink(path, target);
 }
 
 Outcome removeFile(const Path& path) {

@@ -34,10 +34,12 @@ Path standardized(const Path& path);
 /// The same for a system where `exists` says what does.
 Path standardized(const Path& path, const std::function<bool(const Path&)>& exists);
 std::optional<Path> realPath(const Path& path);
-bool isMountPoint(const Path& path);
+/// `real` has no links above it.
+bool isMountPoint(const Path& real);
 
 /// Leaves no half-written file behind.
 Outcome createFile(const Path& path, std::string_view contents);
+Outcome createLink(const Path& path, const Path& target);
 Outcome removeFile(const Path& path);
 
 } // namespace vellmoor::mac

@@ -7,6 +7,7 @@
 #include "MacHost.h"
 #include "MacRunning.h"
 #include "MacTexts.h"
+#include "MacTrashSession.h"
 #include "MacVolumes.h"
 
 #include <unistd.h>
@@ -56,21 +57,22 @@ std::optional<Path> MacPlatform::realPath(const Path& path) const {
 }
 
 bool MacPlatform::isMountPoint(const Path& path) const {
-    return mac::isMountPoint(path);
+    const std::optional<Path> real = realPlace(standardized(path));
+    return real && mac::isMountPoint(*real); // else nothing is there that could be moved
 }
 
 bool MacPlatform::isPackage(const Path& folder) const {
     return mac::hasBundleMark(folder) || packages_.contain(folder);
 }
 
-// Changes
-
-Outcome MacPlatform::moveToTrash(const Path& path) const {
-    return mac::moveToTrash(path);
+std::optional<FileIdentity> MacPlatform::identity(const Path& path) const {
+    return mac::identity(path);
 }
 
-Outcome MacPlatform::removeFromTrash(const Path& path, const TrashFolder& trash) const {
-    return mac::removeFromTrash(path, trash);
+// Changes
+
+std::unique_ptr<TrashSession> MacPlatform::trashSession(TrashPlaces /*places*/) const {
+    return std::make_unique<MacTrashSession>();
 }
 
 Outcome MacPlatform::moveItem(const Path& from, const Path& to) const {
@@ -83,6 +85,10 @@ Outcome MacPlatform::createFolder(const Path& folder) const {
 
 Outcome MacPlatform::createFile(const Path& path, std::string_view contents) const {
     return mac::createFile(path, contents);
+}
+
+Outcome MacPlatform::createLink(const Path& path, const Path& target) const {
+    return mac::createLink(path, target);
 }
 
 Outcome MacPlatform::removeFile(const Path& path) const {

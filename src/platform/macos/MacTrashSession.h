@@ -1,0 +1,26 @@
+#pragma once
+
+#include "TrashSession.h"
+
+namespace vellmoor {
+
+/// The Trash by Foundation, which chooses the folder. An item is compared before it moves and where it lies then; a
+/// stranger goes back.
+class MacTrashSession final : public TrashSession {
+public:
+    /// Fails where the volume has no Trash, which many network shares have not.
+    [[nodiscard]] Removal moveToTrash(const RemovalRequest& request) override;
+    /// Refused unless the path really lies below the Trash folder, whatever links lie on the way. Links inside are
+    /// removed, never followed; the first thing that cannot be removed ends it.
+    [[nodiscard]] Removal removeFromTrash(const RemovalRequest& request, const TrashFolder& trash) override;
+    void finish() override {}
+};
+
+namespace mac {
+
+/// Facts by which a file is known again. The disk's number is made from the volume's UUID: the system gives a device
+/// number to the next volume when one is ejected.
+std::optional<FileIdentity> identity(const Path& path);
+
+} // namespace mac
+} // namespace vellmoor

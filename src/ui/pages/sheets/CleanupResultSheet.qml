@@ -1,0 +1,101 @@
+import QtQuick
+import QtQuick.Layouts
+import Vellmoor.Controls
+import Vellmoor.Models
+import Vellmoor.Theme
+
+// What a clean or a memory optimisation did. Closing it forgets the report.
+Sheet {
+    id: root
+
+    required property WindowModel vm
+    readonly property ReportModel report: vm.report
+
+    height: report.failed || report.noteLines.length > 0 ? 540 : 480
+    objectName: "result"
+    title: report.title
+    width: 720
+
+    contentItem: ColumnLayout {
+        spacing: 18
+
+        RowLayout {
+            spacing: 14
+
+            SymbolTile {
+                size: 52
+                symbol: root.report.failed ? "exclamationmark.triangle.fill" : "checkmark.seal.fill"
+                tint: root.report.nothingDone ? Colors.red : root.report.failed ? Colors.orange : Colors.green
+            }
+
+            ColumnLayout {
+                spacing: 2
+
+                Heading {
+                    Layout.fillWidth: true
+                    objectName: "result.title"
+                    text: root.report.title
+                }
+
+                BodyText {
+                    Layout.fillWidth: true
+                    color: Colors.vmSecondaryText
+                    maximumLineCount: 2
+                    objectName: "result.subtitle"
+                    spoken: true
+                    text: root.report.subtitle
+                    wrapMode: Text.Wrap
+                }
+            }
+        }
+
+        ResultMetrics {
+            Layout.fillWidth: true
+            report: root.report
+        }
+
+        ResultDetails {
+            Layout.fillHeight: true
+            Layout.fillWidth: true
+            report: root.report
+        }
+
+        RowLayout {
+            spacing: 10
+
+            SecondaryButton {
+                objectName: "result.openTrash"
+                symbol: "trash"
+                text: L.tr("打开废纸篓")
+
+                onClicked: root.vm.openTrash()
+            }
+
+            Item {
+                Layout.fillWidth: true
+            }
+
+            SecondaryButton {
+                enabled: root.vm.canScan && !root.vm.scan.scanning
+                objectName: "result.rescan"
+                symbol: "arrow.clockwise"
+                text: L.tr("重新扫描")
+
+                onClicked: root.vm.rescanReported()
+            }
+
+            PrimaryButton {
+                id: done
+
+                focus: true
+                objectName: "result.done"
+                text: L.tr("完成")
+
+                onClicked: root.close()
+            }
+        }
+    }
+
+    onClosed: vm.closeReport()
+    onOpened: done.forceActiveFocus(Qt.TabFocusReason)
+}
