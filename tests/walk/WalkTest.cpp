@@ -8,7 +8,9 @@
 
 #include <chrono>
 #include <fcntl.h>
+#include <cerrno>
 #include <limits>
+#include <system_error>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -62,7 +64,9 @@ TEST(Walk, ATimeBeyondAllCalendarsIsTheLatestThatFits) {
     const TemporaryFolder home;
     home.file("future");
     const timespec times[2] = {{0, UTIME_OMIT}, {20'000'000'000, 0}};
-    ASSERT_EQ(::utimensat(AT_FDCWD, (home / "future").c_str(), times, 0), 0);
+    if (::utimensat(AT_FDCWD, (home / "future").c_str(), times, 0) != 0) {
+        GTEST_SKIP() << "this file system has no such time: " << std::generic_category().message(errno);
+    }
     struct stat facts{};
     ASSERT_EQ(::stat((home / "future").c_str(), &facts), 0);
     Recorder recorder(home.path());

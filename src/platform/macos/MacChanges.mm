@@ -1,55 +1,51 @@
-#include "MacChanges.h"
-
+// Moves and removals, by Foundation, whose sentences the user reads: members of MacPlatform.
 #include "FoundationValues.h"
-#include "Paths.h"
+#include "MacPaths.h"
+#include "MacPlatform.h"
 
 #include <cerrno>
 
-namespace vellmoor::mac {
-namespace {
+namespace vellmoor {
 
-bool reallyLiesIn(const Path& path, const Path& folder) {
-    const std::optional<Path> parent = realPath(path.parent_path());
-    const std::optional<Path> contents = realPath(folder);
-    return parent && contents && isStrictlyBelow(*parent / path.filename(), *contents);
-}
+using mac::addressOf;
+using mac::failureOf;
 
-} // namespace
-
-Outcome moveToTrash(const Path& path) {
+// Into the Trash of the item's own volume. Fails where the volume has none, which many network shares do.
+Outcome MacPlatform::moveToTrash(const Path& path) const {
     @autoreleasepool {
         NSError* error = nil;
         if ([NSFileManager.defaultManager trashItemAtURL:addressOf(path) resultingItemURL:nullptr error:&error]) {
             return {};
         }
-        return failureOf(error);
+        return failureOf(error, mac::LogCategory::Files, "Moving to the Trash");
     }
 }
 
-Outcome removeFromTrash(const Path& path, const TrashFolder& trash) {
-    if (!reallyLiesIn(path, trash.contents)) {
-        return std::unexpected(reason(EPERM));
+// Links inside are removed, never followed; the first thing that cannot be removed ends it.
+Outcome MacPlatform::removeFromTrash(const Path& path, const TrashFolder& trash) const {
+    if (!mac::reallyLiesIn(path, trash.contents)) {
+        return files::failure(EPERM);
     }
     @autoreleasepool {
         NSError* error = nil;
         if ([NSFileManager.defaultManager removeItemAtURL:addressOf(path) error:&error]) {
             return {};
         }
-        return failureOf(error);
+        return failureOf(error, mac::LogCategory::Files, "Removing from the Trash");
     }
 }
 
-Outcome moveItem(const Path& from, const Path& to) {
+Outcome MacPlatform::moveItem(const Path& from, const Path& to) const {
     @autoreleasepool {
         NSError* error = nil;
         if ([NSFileManager.defaultManager moveItemAtURL:addressOf(from) toURL:addressOf(to) error:&error]) {
             return {};
         }
-        return failureOf(error);
+        return failureOf(error, mac::LogCategory::Files, "Moving");
     }
 }
 
-Outcome createFolder(const Path& folder) {
+Outcome MacPlatform::createFolder(const Path& folder) const {
     @autoreleasepool {
         NSError* error = nil;
         if ([NSFileManager.defaultManager createDirectoryAtURL:addressOf(folder)
@@ -58,8 +54,8 @@ Outcome createFolder(const Path& folder) {
                                                          error:&error]) {
             return {};
         }
-        return failureOf(error);
+        return failureOf(error, mac::LogCategory::Files, "Making a folder");
     }
 }
 
-} // namespace vellmoor::mac
+} // namespace vellmoor

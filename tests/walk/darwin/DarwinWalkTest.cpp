@@ -1,4 +1,5 @@
 // What is macOS's own in a walk. The system's calls come from tests/support/darwin, the folders are real.
+#include "DarwinAbi.h"
 #include "DarwinSystem.h"
 #include "Recorder.h"
 #include "TemporaryFolder.h"
@@ -10,6 +11,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <cstring>
+#include <map>
 #include <mutex>
 #include <sys/stat.h>
 #include <thread>
@@ -96,6 +98,25 @@ TEST(DarwinWalk, NoEntryCostsACallOfItsOwn) {
     record(recorder, home.path());
     EXPECT_EQ(recorder.visits, 4U);
     EXPECT_THAT(darwin.statted(), ElementsAre("", "")); // each folder that was opened
+}
+
+TEST(DarwinWalk, EveryHelperIsAsUrgentAsTheThreadThatWalks) {
+    const TemporaryFolder home;
+    fill(home);
+    std::mutex lock;
+    std::map<unsigned, unsigned> urgencies; // how many visits had which
+    std::thread([&] {
+        darwin_pthread_set_qos_class_self_np(0x19, 0); // QOS_CLASS_USER_INITIATED
+        Recorder recorder(home.path());
+        recorder.onEntry = [&](const Entry&) {
+            const std::scoped_lock guard(lock);
+            ++urgencies[vellmoor::test::urgencyOfThread()];
+            return Action::Continue;
+        };
+        record(recorder, home.path(), 4);
+    }).join();
+    ASSERT_EQ(urgencies.size(), 1U);
+    EXPECT_EQ(urgencies.begin()->first, 0x19U);
 }
 
 TEST(DarwinWalk, WhatIsMarkedHiddenIsNeitherVisitedNorEntered) {
