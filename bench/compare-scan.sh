@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Measures a Smart Scan of a home of 300,000 files against one bare walk of every folder that it must look into, and
-# against bleachbit's preview of the cleaners that look at the same things, where it is installed; warm cache, median
-# of 9, all in turn in one run.
+# against bleachbit's preview of the cleaners that look at the same things, where it is installed; warm cache, at
+# ordinary priority, pair by pair in turn: the median of 11 paired ratios with its spread.
 #   bench/compare-scan.sh [--regenerate]
 # The home is made once, in build/bench or in the folder of $VELLMOOR_BENCH_TREES.
 set -euo pipefail
@@ -47,6 +47,6 @@ if command -v bleachbit >/dev/null; then
 else
   echo "bleachbit is not installed and was left out" >&2
 fi
-$build/bench/run_interleaved 9 "${programs[@]}"
+$build/bench/run_interleaved 11 "${programs[@]}"
 echo
 echo "A Smart Scan cancelled at ten moments ended after at most $($build/bench/scan_bench "$home" --cancel) ms."

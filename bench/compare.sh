@@ -1,5 +1,6 @@
 #!/bin/sh
-# Measures the walk against a bare loop of system calls and against other tools, warm cache, median of 9, in turn.
+# Measures the walk against a bare loop of system calls and against other tools, pair by pair in turn at
+# ordinary priority: the median of 11 paired ratios with its spread. Warm cache; as root also a cold one.
 #   bench/compare.sh [--regenerate] [--million] [--tree FOLDER]
 # The tree (200,000 files in 2,000 folders) is made once, in build/bench or in the folder of $VELLMOOR_BENCH_TREES.
 # --regenerate makes it anew; --million also measures 1,000,000 files; --tree measures an existing folder instead.
@@ -13,7 +14,7 @@ while [ $# -gt 0 ]; do
     --regenerate) regenerate=yes ;;
     --million) million=yes ;;
     --tree) tree=${2:?"--tree needs a folder"}; shift ;;
-    *) sed -n '2,5s/^# *//p' "$0" >&2; exit 2 ;;
+    *) sed -n '2,6s/^# *//p' "$0" >&2; exit 2 ;;
     esac
     shift
 done
@@ -49,7 +50,20 @@ compare() {
     if has du; then set -- "$@" -- "du -s" du -s "$folder"; fi
     if has gdu; then set -- "$@" -- "gdu -n" gdu -n -p "$folder"; fi
     if has bfs; then set -- "$@" -- "bfs -size" bfs "$folder" -nohidden -type f -size +250M; fi
-    $build/bench/run_interleaved 9 "$@"
+    $build/bench/run_interleaved 11 "$@"
+    echo
+}
+
+# The same with nothing in the cache, which only root can have.
+compare_cold() {
+    if [ "$(id -u)" -ne 0 ] || ! echo 3 2>/dev/null >/proc/sys/vm/drop_caches; then
+        echo "No cold figure: only root may drop the caches." >&2
+        return
+    fi
+    echo "With a cold cache:"
+    echo
+    VELLMOOR_BENCH_COLD='sync; echo 3 >/proc/sys/vm/drop_caches' $build/bench/run_interleaved 11 \
+        "cold walk" $build/bench/walk_bench "$1" -- "cold du -s" du -s "$1"
     echo
 }
 
@@ -70,6 +84,7 @@ if [ -n "$tree" ]; then
 fi
 make 200k 200000 2000
 compare "$trees/200k"
+compare_cold "$trees/200k"
 cancel "$trees/200k"
 if [ $million = yes ]; then
     make 1m 1000000 10000

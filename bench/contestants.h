@@ -11,11 +11,9 @@
 
 struct Contestant {
     std::string name;
-    std::vector<char*> command; ///< with a null pointer at the end
-    std::vector<double> milliseconds;
+    std::vector<char*> command;       ///< with a null pointer at the end
+    std::vector<double> milliseconds; ///< one a round, in their order
     long peakKiB = 0;
-
-    [[nodiscard]] double median() const { return milliseconds[milliseconds.size() / 2]; }
 };
 
 inline std::vector<Contestant> contestantsOf(int count, char** arguments) {
@@ -49,10 +47,4 @@ inline pid_t start(Contestant& contestant) {
         ::posix_spawnp(&child, contestant.command[0], &actions, nullptr, contestant.command.data(), environ);
     ::posix_spawn_file_actions_destroy(&actions);
     return error == 0 ? child : 0;
-}
-
-inline void sortRounds(std::vector<Contestant>& contestants) {
-    for (Contestant& contestant : contestants) {
-        std::ranges::sort(contestant.milliseconds);
-    }
 }

@@ -5,6 +5,7 @@
 // another one. A program is asked to end before the next one starts. One round first warms the caches and is not
 // counted.
 #include "contestants.h"
+#include "paired.h"
 
 #include <array>
 #include <chrono>
@@ -183,20 +184,21 @@ bool run(Display& display, Measured& measured, bool counts) {
     return true;
 }
 
-double median(std::vector<double> values) {
-    std::ranges::sort(values);
-    return values[values.size() / 2];
-}
-
 void print(const std::vector<Measured>& all) {
     std::printf("| From start to screen | First frame, median ms | %s / it | Complete, median ms | %s / it |\n"
                 "|---|---:|---:|---:|---:|\n",
                 all[0].program.name.c_str(), all[0].program.name.c_str());
     for (const Measured& one : all) {
-        const double frame = median(one.program.milliseconds);
-        const double complete = median(one.complete);
-        std::printf("| %s | %.1f | %.2f | %.1f | %.2f |\n", one.program.name.c_str(), frame,
-                    median(all[0].program.milliseconds) / frame, complete, median(all[0].complete) / complete);
+        const PairedRatio frame = pairedRatio(all[0].program.milliseconds, one.program.milliseconds);
+        const PairedRatio complete = pairedRatio(all[0].complete, one.complete);
+        const bool isFirst = &one == all.data();
+        std::printf("| %s | %.1f | %s | %.1f | %s |\n", one.program.name.c_str(), medianOf(one.program.milliseconds),
+                    isFirst ? "" : frame.text().c_str(), medianOf(one.complete),
+                    isFirst ? "" : complete.text().c_str());
+        if (!isFirst) {
+            record("first frame / " + one.program.name, frame);
+            record("complete window / " + one.program.name, complete);
+        }
     }
 }
 

@@ -1,7 +1,9 @@
-// Runs several commands in turn and prints one Markdown table: median, spread, and peak memory of each, and the ratio
-// of the first one to each. One round first warms the caches and is not counted. Every output goes to /dev/null.
+// Runs several commands in turn and prints one Markdown table: median and peak memory of each, and the median of the
+// paired ratios of the first one to each, with its spread. One round first warms the caches and is not counted. Every
+// output goes to /dev/null. With VELLMOOR_BENCH_COLD set to a command, that one runs before each measurement.
 //   run_interleaved ROUNDS NAME COMMAND [ARGUMENT]... [-- NAME COMMAND [ARGUMENT]...]...
 #include "contestants.h"
+#include "paired.h"
 
 #include <chrono>
 #include <cstdio>
@@ -13,6 +15,10 @@ namespace {
 
 // False when the command could not be run to a good end.
 bool run(Contestant& contestant, bool counts) {
+    if (const char* cold = std::getenv("VELLMOOR_BENCH_COLD"); cold != nullptr && std::system(cold) != 0) {
+        std::fprintf(stderr, "%s failed\n", cold);
+        return false;
+    }
     const auto begin = std::chrono::steady_clock::now();
     const pid_t child = start(contestant);
     int status = 0;
@@ -30,12 +36,16 @@ bool run(Contestant& contestant, bool counts) {
 }
 
 void print(const std::vector<Contestant>& contestants) {
-    std::printf("| Program | Median ms | Least | Most | %s / it | Peak MiB |\n|---|---:|---:|---:|---:|---:|\n",
-                contestants[0].name.c_str());
+    const Contestant& first = contestants[0];
+    std::printf("| Program | Median ms | %s / it | Peak MiB |\n|---|---:|---:|---:|\n", first.name.c_str());
     for (const Contestant& contestant : contestants) {
-        std::printf("| %s | %.1f | %.1f | %.1f | %.2f | %.1f |\n", contestant.name.c_str(), contestant.median(),
-                    contestant.milliseconds.front(), contestant.milliseconds.back(),
-                    contestants[0].median() / contestant.median(), static_cast<double>(contestant.peakKiB) / 1024);
+        const PairedRatio ratio = pairedRatio(first.milliseconds, contestant.milliseconds);
+        const bool isFirst = &contestant == &first;
+        std::printf("| %s | %.1f | %s | %.1f |\n", contestant.name.c_str(), medianOf(contestant.milliseconds),
+                    isFirst ? "" : ratio.text().c_str(), static_cast<double>(contestant.peakKiB) / 1024);
+        if (!isFirst) {
+            record(first.name + " / " + contestant.name, ratio);
+        }
     }
 }
 
@@ -55,7 +65,6 @@ int main(int count, char** arguments) {
             }
         }
     }
-    sortRounds(contestants);
     print(contestants);
     return 0;
 }

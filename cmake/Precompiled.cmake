@@ -4,6 +4,9 @@ set(VELLMOOR_STANDARD_HEADERS <algorithm> <chrono> <cstdint> <expected> <filesys
   <optional> <ranges> <set> <span> <string> <string_view> <utility> <vector>)
 set(VELLMOOR_TEST_HEADERS ${VELLMOOR_STANDARD_HEADERS} <fstream> <sstream> <gmock/gmock.h> <gtest/gtest.h>)
 set(VELLMOOR_QT_HEADERS ${VELLMOOR_STANDARD_HEADERS} <QObject> <QString> <QStringList>)
+set(VELLMOOR_WINDOW_HEADERS ${VELLMOOR_QT_HEADERS} <QAbstractListModel> <QImage> <QQmlEngine> <QQuickItem>
+  <QQuickWindow> <QtQml/qqmlregistration.h>)
+set(VELLMOOR_WINDOW_TEST_HEADERS ${VELLMOOR_TEST_HEADERS} ${VELLMOOR_WINDOW_HEADERS} <QCoreApplication> <QTest>)
 
 # Only for targets with more than a few sources: the headers are compiled once for each target.
 function(vellmoor_precompile target)

@@ -5,11 +5,31 @@
 #include "Uuid.h"
 
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace vellmoor {
+
+/// What became of one target.
+enum class CleanupFate : std::uint8_t {
+    Trashed,  ///< lies in a Trash
+    Removed,  ///< gone for good
+    Vanished, ///< was gone before
+    Kept,     ///< left in its place on purpose
+    Failed,   ///< left in its place because the system refused
+    Untried,  ///< the clean ended before its turn
+};
+
+struct CleanupOutcome {
+    std::filesystem::path path;
+    CleanupFate fate = CleanupFate::Untried;
+    std::filesystem::path place; ///< where it lies in a Trash, if it does
+    std::int64_t bytes = 0;      ///< as the scan measured them
+    std::optional<FileIdentity> identity;
+    std::string reason; ///< localised; why it was kept or failed
+};
 
 /// The outcome of a clean or of a memory optimisation.
 struct CleanupReport {
@@ -18,12 +38,16 @@ struct CleanupReport {
     std::int64_t attemptedCount = 0;
     std::int64_t removedCount = 0;
     std::int64_t failedCount = 0;
-    std::int64_t freedBytes = 0; ///< an estimate, made before anything is removed
+    std::int64_t keptCount = 0;      ///< left in place on purpose, which is no failure
+    std::int64_t freedBytes = 0;     ///< an estimate, made before anything is removed
+    std::int64_t processedBytes = 0; ///< of what really moved to a Trash or went
     std::vector<std::string> failures;
+    std::vector<std::string> notes;       ///< lines for what was kept, and what else is worth telling
+    std::vector<CleanupOutcome> outcomes; ///< one for each attempted path, in order
     std::optional<MemorySnapshot> memoryBefore;
     std::optional<MemorySnapshot> memoryAfter;
 
-    /// The one-line summary, localised; its first number is the removed count.
+    /// The one-line summary of what really happened, localised; its first number is the removed count.
     [[nodiscard]] std::string message() const;
 };
 

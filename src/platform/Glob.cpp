@@ -56,4 +56,16 @@ bool globMatchesAny(std::string_view alternatives, std::string_view name) {
     }
 }
 
+std::vector<std::string> separated(std::string_view text, char separator) {
+    std::vector<std::string> parts;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find(separator), text.size());
+        if (end > 0) {
+            parts.emplace_back(text.substr(0, end));
+        }
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return parts;
+}
+
 } // namespace vellmoor

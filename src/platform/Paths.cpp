@@ -43,6 +43,19 @@ bool isStrictlyBelow(const std::filesystem::path& path, const std::filesystem::p
     return inner.size() > outer.size() + 1 && inner.starts_with(outer) && inner[outer.size()] == '/';
 }
 
+std::string displayPath(const std::filesystem::path& path, const std::filesystem::path& home) {
+    const std::filesystem::path standard = lexicallyStandardized(path);
+    const std::filesystem::path base = lexicallyStandardized(home);
+    if (standard == base) {
+        return "~";
+    }
+    return isStrictlyBelow(standard, base) ? "~" + standard.native().substr(base.native().size()) : standard.native();
+}
+
+bool isAtOrBelow(const std::filesystem::path& path, const std::filesystem::path& folder) {
+    return path == folder || isStrictlyBelow(path, folder);
+}
+
 std::filesystem::path underRoot(const std::filesystem::path& root, std::string_view path) {
     if (root == "/" || root.empty()) {
         return std::filesystem::path(path);

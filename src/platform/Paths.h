@@ -13,6 +13,12 @@ std::filesystem::path lexicallyStandardized(const std::filesystem::path& path);
 /// Whether `path` lies strictly below `folder`; both standardised.
 bool isStrictlyBelow(const std::filesystem::path& path, const std::filesystem::path& folder);
 
+/// Whether `path` is `folder` or lies below it; both standardised.
+bool isAtOrBelow(const std::filesystem::path& path, const std::filesystem::path& folder);
+
+/// `path` as the user reads it: the home folder shown as "~".
+std::string displayPath(const std::filesystem::path& path, const std::filesystem::path& home);
+
 /// `path` as the children of a stand-in root see it: `root` in front of an absolute path; "/" changes nothing.
 std::filesystem::path underRoot(const std::filesystem::path& root, std::string_view path);
 

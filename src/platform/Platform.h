@@ -27,11 +27,15 @@ struct FileFacts {
     bool isSymlink = false;
     bool isSticky = false;           ///< the sticky bit of a folder
     std::int64_t allocatedBytes = 0; ///< on the disk, not the length
+    std::int64_t length = 0;         ///< bytes of the content
     std::optional<TimePoint> modified;
     std::uint32_t owner = 0; ///< user id
     std::uint64_t device = 0;
     std::uint64_t inode = 0;
 };
+
+/// The identity that `facts` tell.
+FileIdentity identityOf(const FileFacts& facts);
 
 struct FolderEntry {
     std::string name; ///< bytes as on the disk
@@ -96,15 +100,31 @@ struct RunningApplication {
 /// A key file (desktop entry, profiles.ini, unit file): group, key (with its "[locale]" part), unescaped value.
 using KeyFile = std::map<std::string, std::map<std::string, std::string>>;
 
-enum class QuitOutcome : std::uint8_t { NotRunning, Requested, NoResponse };
+/// The value of a key; empty when the file lacks it.
+std::string valueOf(const KeyFile& file, std::string_view group, std::string_view key);
 
-/// The user's own folders as the desktop names them; an empty path: the system names none.
+enum class QuitOutcome : std::uint8_t {
+    NotRunning,
+    Requested,  ///< it was asked, or ended, and is gone
+    NoResponse, ///< it was asked, or was to end, and still runs
+    CannotAsk,  ///< there is no way to ask it; nothing was sent, and it can only be ended
+};
+
+/// The user's own folders as the desktop names them; an empty path: the system names none. One that is the home folder
+/// or above it is switched off.
 struct UserFolders {
     Path downloads;
     Path desktop;
     Path documents;
     Path videos;
     Path pictures;
+    Path music;
+    Path publicShare;
+    Path templates;
+
+    [[nodiscard]] std::vector<Path> all() const {
+        return {downloads, desktop, documents, videos, pictures, music, publicShare, templates};
+    }
 };
 
 class Platform {
@@ -136,6 +156,10 @@ public:
     /// macOS: a folder that is shown as one file. Linux has none.
     [[nodiscard]] virtual bool isPackage(const Path& folder) const = 0;
 
+    /// What `path` is known again by; a link's own. The device is that of facts(), unless the system reuses such
+    /// numbers.
+    [[nodiscard]] virtual std::optional<FileIdentity> identity(const Path& path) const;
+
     // Changes. The caller has asked the user; each answers the reason when it did not happen.
     /// Into the Trash that the system chooses; never a deletion.
     [[nodiscard]] virtual Outcome moveToTrash(const Path& path) const = 0;
@@ -147,6 +171,8 @@ public:
     [[nodiscard]] virtual Outcome createFolder(const Path& folder) const = 0;
     /// A new file; fails when something of that name exists.
     [[nodiscard]] virtual Outcome createFile(const Path& path, std::string_view contents) const = 0;
+    /// A new symbolic link with `target` as its text; fails when something of that name exists.
+    [[nodiscard]] virtual Outcome createLink(const Path& path, const Path& target) const = 0;
     /// One file or link, never a folder.
     [[nodiscard]] virtual Outcome removeFile(const Path& path) const = 0;
 
@@ -166,8 +192,12 @@ public:
     [[nodiscard]] virtual std::vector<RunningApplication> runningApplications() const = 0;
     /// Vellmoor's own bundle or executable.
     [[nodiscard]] virtual Path ownPath() const = 0;
-    /// Asks every process of the application to end by itself; blocks for a few seconds at most, never kills.
+    /// Asks the application to quit as its own menu would, so that it can ask about unsaved content. Blocks for some
+    /// seconds at most; never ends it. Of the numbers in `app` only those count whose process is the one that was seen.
     [[nodiscard]] virtual QuitOutcome requestQuit(const MemoryApp& app) const = 0;
+    /// Ends the main processes of an application that cannot be asked: unsaved content is lost. Nothing to be done
+    /// on a system where every application can be asked.
+    [[nodiscard]] virtual QuitOutcome endApplication(const MemoryApp& /*app*/) const { return QuitOutcome::NoResponse; }
 
     // Tools, by absolute path and never through a shell
     /// Standard output; nothing when the tool could not start, failed, or printed no UTF-8.
@@ -175,6 +205,11 @@ public:
                                                                    const std::vector<std::string>& arguments) const = 0;
     [[nodiscard]] virtual CommandResult commandResult(const Path& tool,
                                                       const std::vector<std::string>& arguments) const = 0;
+    /// The same, with the tool's own messages in English where it has others.
+    [[nodiscard]] virtual CommandResult untranslatedResult(const Path& tool,
+                                                           const std::vector<std::string>& arguments) const {
+        return commandResult(tool, arguments);
+    }
 
     /// To be called first on a thread that is about to block for the user; what follows may run with more priority.
     virtual void enterWorker() const {}

@@ -135,6 +135,10 @@ Outcome createFile(const Path& path, std::string_view contents) {
     return failure(error);
 }
 
+Outcome createLink(const Path& path, const Path& target) {
+    return ::symlink(target.c_str(), path.c_str()) == 0 ? Outcome() : failure(errno);
+}
+
 Outcome removeFile(const Path& path) {
     return ::unlink(path.c_str()) == 0 ? Outcome() : failure(errno);
 }

@@ -30,6 +30,8 @@ std::optional<Path> realPath(const Path& path);
 std::optional<Path> realPlace(const Path& path);
 
 Outcome createFile(const Path& path, std::string_view contents);
+/// A symbolic link with `target` as its text.
+Outcome createLink(const Path& path, const Path& target);
 Outcome removeFile(const Path& path);
 
 /// Writes all of it; false leaves errno.

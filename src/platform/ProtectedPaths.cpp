@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <iterator>
 #include <system_error>
 #include <vector>
 
@@ -78,10 +79,9 @@ std::vector<Path> protectedPaths(const Platform& platform, const SystemLayout& l
         all.push_back(layout.home / folder);
     }
     all.push_back(layout.trash.homeFolder);
-    all.push_back(layout.downloads.folder);
-    all.insert(all.end(), layout.largeFileRoots.begin(), layout.largeFileRoots.end());
-    const UserFolders user = platform.userFolders();
-    all.insert(all.end(), {user.downloads, user.desktop, user.documents, user.videos, user.pictures});
+    std::ranges::copy(layout.largeFileRoots, std::back_inserter(all));
+    std::ranges::copy(layout.furtherUserFolders, std::back_inserter(all));
+    std::ranges::copy(platform.userFolders().all(), std::back_inserter(all));
     std::erase_if(all, [](const Path& path) { return !path.is_absolute(); });
     const std::size_t count = all.size();
     for (std::size_t index = 0; index < count; ++index) {

@@ -99,11 +99,7 @@ void CleanerStore::setItemSelected(int itemIndex, bool selected) {
     if (item == nullptr) {
         return;
     }
-    if (selected && hasSelectedTarget(*item)) {
-        item->isSelected = true;
-    } else {
-        selectAll(*item, selected);
-    }
+    selectAll(*item, selected);
     Q_EMIT selectionChanged(itemIndex);
 }
 
@@ -125,12 +121,7 @@ void CleanerStore::setTargetSelected(int itemIndex, int targetIndex, bool select
 }
 
 void CleanerStore::setAllSelected(CleanerModule module, bool selected) {
-    for (const int index : itemIndices(module, CleanupFilter::all)) {
-        if (CleanupItem* item = state_->editableItem(index); item != nullptr) {
-            selectAll(*item, selected);
-            Q_EMIT selectionChanged(index);
-        }
-    }
+    setItemsSelected(itemIndices(module, CleanupFilter::all), selected);
 }
 
 /// The row at `index` if its ticks may be changed.

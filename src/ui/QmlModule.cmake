@@ -1,8 +1,8 @@
-# vellmoor_qml_module(NAME uri SOURCES cpp... USES targets...): the calling folder as one static QML module
+# vellmoor_qml_module(NAME uri SOURCES cpp... USES targets...): the calling folder and its subfolders as one static QML module
 # vellmoor_ui_NAME of all its *.qml. A QML file that begins with "pragma Singleton" becomes a singleton.
 function(vellmoor_qml_module name uri)
   cmake_parse_arguments(ARG "" "" "SOURCES;USES;DEPENDENCIES" ${ARGN})
-  file(GLOB qml_files CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} *.qml)
+  file(GLOB_RECURSE qml_files CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} *.qml)
   foreach(file IN LISTS qml_files)
     file(STRINGS ${file} pragma REGEX "^pragma Singleton" LIMIT_COUNT 1)
     if(pragma)
@@ -23,6 +23,9 @@ function(vellmoor_qml_module name uri)
   list(FILTER own INCLUDE REGEX "\\.cpp$")
   if(own)
     set_source_files_properties(${own} PROPERTIES COMPILE_OPTIONS "${warnings}" SKIP_UNITY_BUILD_INCLUSION ON)
+  endif()
+  if(own)
+    vellmoor_precompile(${target} ${VELLMOOR_WINDOW_HEADERS})
   endif()
   # One small generated file per QML file, all with the same headers: compile them in bundles.
   set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 10)

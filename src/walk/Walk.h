@@ -74,7 +74,7 @@ struct Options {
     std::function<bool(const std::filesystem::path&)> isPackage;
 };
 
-enum class Outcome : std::uint8_t {
+enum class [[nodiscard]] Outcome : std::uint8_t {
     Complete,   ///< everything reachable was visited; unreadable folders are passed over
     Stopped,    ///< a visitor answered Stop
     Cancelled,  ///< Options::cancelled was seen set

@@ -12,7 +12,7 @@ CleanupReport reportOf(std::int64_t attempted, std::int64_t removed, std::int64_
     report.attemptedCount = attempted;
     report.removedCount = removed;
     report.failedCount = failed;
-    report.freedBytes = 1'500'000;
+    report.processedBytes = 1'500'000;
     return report;
 }
 

@@ -55,7 +55,6 @@ TEST_P(Guard, RefusesWhatTheLayoutProtectsWhetherItExistsOrNot) {
 TEST_P(Guard, KeepsItsOwnListWhenTheLayoutHasNone) {
     home_.layout.protectedPaths.clear();
     home_.layout.trash.homeFolder.clear();
-    home_.layout.downloads.folder.clear();
     home_.layout.largeFileRoots.clear();
     for (const char* name : {"Documents", "Downloads", "Desktop", "Pictures", ".ssh", ".gnupg", ".config", ".cache",
                              ".local", ".local/share", ".local/state", "Library", "Library/Caches",
@@ -145,6 +144,8 @@ TEST_P(Guard, RefusesTheUsersOwnFoldersWhateverTheirNames) {
     home_.platform.folders.downloads = home_.folder("下载");
     EXPECT_EQ(refuses(home_.home / "下载"), GetParam() == System::Linux); // macOS names none
     EXPECT_FALSE(refuses(home_.home / "下载/setup.deb"));
+    home_.platform.folders.templates = home_.folder("模板");
+    EXPECT_EQ(refuses(home_.home / "模板"), GetParam() == System::Linux);
 }
 
 TEST_P(Guard, TellsAReason) {
@@ -155,8 +156,8 @@ TEST_P(Guard, TellsAReason) {
 TEST_P(Guard, LetsEveryWholeFolderOfTheJunkTablesPass) {
     for (const JunkCategory& category : home_.layout.junk) {
         for (const RootPattern& root : category.roots) {
-            if (root.components.empty()) {
-                EXPECT_FALSE(refuses(root.base)) << root.base;
+            if (root.below.find_first_of("*#|@{") == std::string::npos) {
+                EXPECT_FALSE(refuses(root.base / root.below)) << root.base / root.below;
             }
         }
     }

@@ -139,11 +139,11 @@ TEST_F(StoreSelection, TickingARowWithoutATickedPathTicksAllItsPaths) {
     EXPECT_EQ(store->selectedBytes(CleanerModule::systemJunk), 30);
 }
 
-TEST_F(StoreSelection, TickingATickedRowKeepsTheChoiceAmongItsPaths) {
+TEST_F(StoreSelection, TickingAHalfTickedRowTicksAllItsPaths) {
     show({row(CleanerModule::trash, "Trash", {10, 20})});
     store->setTargetSelected(0, 0, false);
     store->setItemSelected(0, true);
-    EXPECT_THAT(ticks(0), ElementsAre(false, true));
+    EXPECT_THAT(ticks(0), ElementsAre(true, true));
 }
 
 TEST_F(StoreSelection, UntickingARowUnticksAllItsPaths) {

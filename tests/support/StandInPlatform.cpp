@@ -72,6 +72,11 @@ std::vector<Invocation> StandInPlatform::invocations() const {
     return invocations_;
 }
 
+bool StandInPlatform::ranUntranslated(const Path& tool) const {
+    const std::lock_guard lock(mutex_);
+    return untranslated_.contains(tool);
+}
+
 std::vector<Change> StandInPlatform::changes() const {
     const std::lock_guard lock(mutex_);
     return changes_;
@@ -80,6 +85,11 @@ std::vector<Change> StandInPlatform::changes() const {
 std::vector<MemoryApp> StandInPlatform::quitRequests() const {
     const std::lock_guard lock(mutex_);
     return quitRequests_;
+}
+
+std::vector<MemoryApp> StandInPlatform::endedApps() const {
+    const std::lock_guard lock(mutex_);
+    return endedApps_;
 }
 
 TrashFolder StandInPlatform::homeTrash() const {
@@ -96,7 +106,10 @@ std::optional<FileFacts> StandInPlatform::facts(const Path& path) const {
 }
 
 bool StandInPlatform::exists(const Path& path) const {
-    return system == System::Mac ? existsFollowed(path) : hostPlatform().facts(path).has_value();
+    if (system == System::Mac) {
+        return existsFollowed(path);
+    }
+    return hostPlatform().facts(path) || hostPlatform().exists(path);
 }
 
 bool StandInPlatform::isReadable(const Path& path) const {
@@ -228,6 +241,10 @@ Outcome StandInPlatform::createFile(const Path& path, std::string_view contents)
     return change(Operation::CreateFile, path, [&] { return hostPlatform().createFile(path, contents); });
 }
 
+Outcome StandInPlatform::createLink(const Path& path, const Path& target) const {
+    return change(Operation::CreateLink, path, [&] { return hostPlatform().createLink(path, target); });
+}
+
 Outcome StandInPlatform::removeFile(const Path& path) const {
     return change(Operation::RemoveFile, path, [&] { return hostPlatform().removeFile(path); });
 }
@@ -272,6 +289,12 @@ QuitOutcome StandInPlatform::requestQuit(const MemoryApp& app) const {
     return quitOutcome;
 }
 
+QuitOutcome StandInPlatform::endApplication(const MemoryApp& app) const {
+    const std::lock_guard lock(mutex_);
+    endedApps_.push_back(app);
+    return quitOutcome;
+}
+
 std::uint32_t StandInPlatform::userId() const {
     return user;
 }
@@ -301,6 +324,14 @@ CommandResult StandInPlatform::commandResult(const Path& tool, const std::vector
         result.output.clear();
     }
     return result;
+}
+
+CommandResult StandInPlatform::untranslatedResult(const Path& tool, const std::vector<std::string>& arguments) const {
+    {
+        const std::lock_guard lock(mutex_);
+        untranslated_.insert(tool);
+    }
+    return commandResult(tool, arguments);
 }
 
 std::optional<std::string> StandInPlatform::commandOutput(const Path& tool,

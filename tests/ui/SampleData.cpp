@@ -361,7 +361,7 @@ CleanupReport cleanReport() {
     CleanupReport report;
     report.attemptedCount = 5;
     report.removedCount = 5;
-    report.freedBytes = 1'396 * megabyte;
+    report.processedBytes = 1'396 * megabyte;
     return report;
 }
 
@@ -369,7 +369,7 @@ CleanupReport partlyFailedReport() {
     CleanupReport report = cleanReport();
     report.removedCount = 3;
     report.failedCount = 2;
-    report.freedBytes = 430 * megabyte;
+    report.processedBytes = 430 * megabyte;
     report.failures = {"mesa_shader_cache: Permission denied",
                        "debian-12.5.0-amd64-netinst.iso: Trashing on system internal mounts is not supported, and this "
                        "is a rather long reason that has to wrap to a second line"};
@@ -383,7 +383,7 @@ CleanupReport memoryReport() {
     report.memoryBefore = memoryState();
     report.memoryAfter = memoryState();
     report.memoryAfter->freeBytes = 6'100 * megabyte;
-    report.freedBytes = report.memoryAfter->freeBytes - report.memoryBefore->freeBytes;
+    report.processedBytes = report.memoryAfter->freeBytes - report.memoryBefore->freeBytes;
     return report;
 }
 

@@ -121,7 +121,7 @@ TEST_P(WalkEnd, WhatAVisitorThrowsReachesTheCaller) {
         }
         return Action::Continue;
     };
-    EXPECT_THROW(walk(home.path(), options, counter), std::runtime_error);
+    EXPECT_THROW(static_cast<void>(walk(home.path(), options, counter)), std::runtime_error);
 }
 
 TEST_P(WalkEnd, EachWorkerIsOneThreadAndItsNumberIsBelowTheNumberOfThreads) {

@@ -105,7 +105,8 @@ int runClean(const Session& session, const Arguments& arguments) {
     }
     select(session, arguments, items);
     SystemCleanerService service(*session.platform, session.layout);
-    print(json(service.clean(items)));
+    const CancelToken untilDone;
+    print(json(service.clean(items, untilDone)));
     return succeeded;
 }
 

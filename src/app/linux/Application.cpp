@@ -31,6 +31,7 @@ namespace {
 /// A cancelled scan ends at once; a clean or a moved login item, which the user confirmed, is brought to its end.
 constexpr std::chrono::seconds scanPatience{2};
 constexpr std::chrono::seconds actionPatience{60};
+constexpr std::chrono::milliseconds shortPatience{100};
 
 /// A window that starts out of sight gets no frame.
 constexpr std::chrono::milliseconds framePatience{250};
@@ -84,6 +85,41 @@ void fillWindow(MainWindow& main, Parts& parts) {
               });
 }
 
+/// The store whose work must not be cut off in the middle of a path, while there is one.
+CleanerStore* workingStore = nullptr;
+
+/// The user quits: a clean that he confirmed is brought to its end. When that takes too long, or the session ends
+/// meanwhile, only the path at hand is. Whether nothing runs any more.
+bool finishWork(CleanerStore& store) {
+    const bool isActing = store.isCleaning();
+    const auto start = std::chrono::steady_clock::now();
+    const auto waited = [start] { return std::chrono::steady_clock::now() - start; };
+    while (waited() < (isActing ? 2 * actionPatience : scanPatience)) {
+        if (store.shutDown(shortPatience)) {
+            return true;
+        }
+        if (waited() >= actionPatience || TerminationSignals::wereSent()) {
+            store.stopCleaning();
+        }
+    }
+    return false;
+}
+
+/// The session ends: nobody waits for a long clean, and the path at hand is not left half done.
+void stopWork() {
+    if (workingStore != nullptr) {
+        workingStore->stopCleaning();
+    }
+}
+
+/// Qt calls exit() in the middle of its event loop when the display goes away.
+void finishPathAtExit() {
+    if (workingStore != nullptr) {
+        stopWork();
+        workingStore->shutDown(actionPatience);
+    }
+}
+
 int runWindow(SingleInstance& instance) {
     std::optional<Parts> parts; // outlives the window
     MainWindow main;
@@ -93,11 +129,17 @@ int runWindow(SingleInstance& instance) {
     QObject::connect(&instance, &SingleInstance::quitAsked, qApp, &QCoreApplication::quit);
     QObject::connect(&status, &StatusBarController::quitAsked, qApp, &QCoreApplication::quit);
     const TerminationSignals termination;
-    QObject::connect(&termination, &TerminationSignals::asked, qApp, &QCoreApplication::quit);
+    QObject::connect(&termination, &TerminationSignals::asked, qApp, [] {
+        stopWork();
+        QCoreApplication::quit();
+    });
+    QObject::connect(qApp, &QGuiApplication::commitDataRequest, qApp, &stopWork, Qt::DirectConnection);
     const QObject start;
     const auto fill = [&] {
         if (!parts) {
             fillWindow(main, parts.emplace());
+            workingStore = &parts->store;
+            std::atexit(&finishPathAtExit);
             status.install();
         }
     };
@@ -106,7 +148,8 @@ int runWindow(SingleInstance& instance) {
     status.showMainWindow();
     const int result = QApplication::exec();
     main.window().hide();
-    if (parts && !parts->store.shutDown(parts->store.isCleaning() ? actionPatience : scanPatience)) {
+    workingStore = nullptr;
+    if (parts && !finishWork(parts->store)) {
         // A system call that does not return keeps a worker busy; what it uses must not be taken from under it.
         std::_Exit(result);
     }

@@ -90,12 +90,12 @@ CleanupItem applicationItem(EngineContext& context, const ApplicationScan& scan,
     return item;
 }
 
-/// How many applications of the package managers menus show.
+/// How many applications of the package managers the menus of this desktop show.
 std::size_t systemApplications(EngineContext& context) {
     const AppLayout& layout = context.layout().apps;
     std::set<std::string> identifiers;
     const auto count = [&](const InstalledEntry& entry) {
-        if (!entry.noDisplay && !entry.hidden) {
+        if (!entry.noDisplay && !entry.hidden && isForDesktop(context, entry, context.layout().startup.desktops)) {
             identifiers.insert(entry.id);
         }
     };

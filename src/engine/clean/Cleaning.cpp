@@ -144,8 +144,14 @@ CleanupReport CleanRun::clean(const std::vector<CleanupItem>& items) {
         }
     }
     for (const CleanupItem& item : items) {
+        if (context_.isCancelled()) {
+            break;
+        }
         if (item.module == CleanerModule::memoryOptimization) {
             optimize();
+            if (report_.failedCount == 0) {
+                report_.processedBytes = checkedAdd(report_.processedBytes, item.selectedBytes());
+            }
             continue;
         }
         for (const CleanupTarget& target : item.selectedTargets()) {
@@ -169,13 +175,14 @@ void CleanRun::optimize() {
 
 void CleanRun::remove(const CleanupItem& item, const CleanupTarget& target) {
     const Path path = platform_.standardized(target.url);
-    if (!platform_.exists(path)) {
+    if (context_.isCancelled() || !platform_.exists(path)) {
         return;
     }
     const Outcome outcome =
         isAmbiguous(platform_, target.url, path) ? std::unexpected(reasonText(EINVAL)) : removeTarget(item, path);
     if (outcome) {
         ++report_.removedCount;
+        report_.processedBytes = checkedAdd(report_.processedBytes, target.bytes);
     } else if (platform_.exists(path)) { // else it vanished meanwhile, which is no failure either
         fail(displayName(path) + ": " + outcome.error());
     }

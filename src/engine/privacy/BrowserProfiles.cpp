@@ -48,19 +48,24 @@ std::vector<Path> markedChildren(const Platform& platform, const Path& folder, s
     return children;
 }
 
-/// Opera may keep its profile in the user-data folder itself. The two folders left out are the browser's own.
+constexpr std::string_view chromiumMark = "Preferences";
+
+/// The two folders left out are the browser's own.
 std::vector<BrowserProfile> chromiumProfiles(const Platform& platform, const BrowserFolder& folder) {
-    constexpr std::string_view mark = "Preferences";
-    const bool outside = !folder.insideConfig;
     std::vector<BrowserProfile> profiles;
-    if (isRealFolder(platform, folder.userData) && holdsFile(platform, folder.userData, mark)) {
-        profiles.push_back({folder.userData, folder.cache, outside});
-    }
-    for (const Path& child : markedChildren(platform, folder.userData, mark)) {
+    for (const Path& child : markedChildren(platform, folder.userData, chromiumMark)) {
         const Path name = child.filename();
         if (name != "System Profile" && name != "Guest Profile") {
-            profiles.push_back({child, folder.cache / name, outside});
+            profiles.push_back({child, folder.cache / name, !folder.insideConfig});
         }
+    }
+    return profiles;
+}
+
+std::vector<BrowserProfile> operaProfiles(const Platform& platform, const BrowserFolder& folder) {
+    std::vector<BrowserProfile> profiles = chromiumProfiles(platform, folder);
+    if (isRealFolder(platform, folder.userData) && holdsFile(platform, folder.userData, chromiumMark)) {
+        profiles.insert(profiles.begin(), {folder.userData, folder.cache, !folder.insideConfig});
     }
     return profiles;
 }
@@ -120,6 +125,8 @@ std::vector<BrowserProfile> profilesIn(const Platform& platform, ProfileSearch s
     switch (search) {
     case ProfileSearch::Chromium:
         return chromiumProfiles(platform, folder);
+    case ProfileSearch::Opera:
+        return operaProfiles(platform, folder);
     case ProfileSearch::Firefox:
         return firefoxProfiles(platform, folder);
     case ProfileSearch::FolderItself:

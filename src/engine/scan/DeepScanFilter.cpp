@@ -37,8 +37,7 @@ bool liesInCloudFolder(const DeepScanRules& rules, const Path& home, const Path&
 }
 
 bool liesInAny(const std::vector<Path>& folders, const Path& path) {
-    return std::ranges::any_of(folders,
-                               [&](const Path& folder) { return path == folder || isStrictlyBelow(path, folder); });
+    return std::ranges::any_of(folders, [&](const Path& folder) { return isAtOrBelow(path, folder); });
 }
 
 } // namespace
@@ -57,6 +56,18 @@ bool shouldSkipDuringDeepScan(const SystemLayout& layout, const Path& path) {
     const Path standard = lexicallyStandardized(path);
     return isExcludedName(rules, standard.filename().native()) || containsAny(standard.native(), rules.fragments) ||
            liesInTrash(rules, standard) || liesInCloudFolder(rules, lexicallyStandardized(layout.home), standard);
+}
+
+bool isReachedFrom(const Platform& platform, const Path& below, const Path& above) {
+    if (!isStrictlyBelow(below, above)) {
+        return false;
+    }
+    for (Path place = below; place != above; place = place.parent_path()) {
+        if (place.filename().native().starts_with('.') || platform.isMountPoint(place)) {
+            return false;
+        }
+    }
+    return true;
 }
 
 DeepScanFilter::DeepScanFilter(const Platform& platform, const SystemLayout& layout, const Path& root)

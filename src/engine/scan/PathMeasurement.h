@@ -17,7 +17,7 @@ struct Measurements {
 };
 
 /// Allocated bytes and files of `path`, hidden entries left out; zero for what cannot be measured. A cancelled
-/// measurement answers the part that was counted.
+/// measurement answers the part that was counted; one that the system cut short says so.
 PathStats stats(EngineContext& context, const Path& path);
 
 std::optional<TimePoint> modificationDate(const EngineContext& context, const Path& path);
@@ -28,7 +28,8 @@ std::string displayPath(const SystemLayout& layout, const Path& path);
 std::string symbolFor(const EngineContext& context, const Path& path);
 
 /// One path as a target; measured when `known` is absent.
-CleanupTarget target(EngineContext& context, const Path& path, const std::optional<PathStats>& known, bool selected);
+CleanupTarget target(EngineContext& context, const Path& path, const std::optional<PathStats>& known, bool selected,
+                     Sameness sameness = Sameness::Content);
 
 /// What a category is made of; texts are localised already.
 struct CategorySpec {
@@ -41,9 +42,10 @@ struct CategorySpec {
     CleanupRisk risk = CleanupRisk::safe;
     bool cleanable = true;
     bool selected = false;
+    Sameness sameness = Sameness::Content; ///< what a clean compares of its targets
 };
 
-/// The row of a category over those of its roots that exist. Not cleanable: shown as previewOnly. Preselected only
+/// The row of a category over those of its roots that exist and hold none of the user's own folders. Not cleanable: shown as previewOnly. Preselected only
 /// when asked for, cleanable and safe.
 CleanupItem categoryItem(EngineContext& context, const CategorySpec& spec);
 

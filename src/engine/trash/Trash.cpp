@@ -2,6 +2,7 @@
 
 #include "Paths.h"
 #include "Platform.h"
+#include "scan/AccessLimited.h"
 #include "scan/PathMeasurement.h"
 
 #include <algorithm>
@@ -120,26 +121,6 @@ std::optional<std::vector<Path>> children(const EngineContext& context, const Tr
     return paths;
 }
 
-CleanupItem accessLimitedRow(const TrashSource& source) {
-    const Path& folder = source.trash.folder;
-    CleanupTarget target;
-    target.url = folder;
-    target.name = displayName(folder);
-    target.location = folder.parent_path().string();
-    target.modified = L::tr("访问受限");
-    target.symbol = "lock";
-
-    CleanupItem row;
-    row.module = CleanerModule::trash;
-    row.title = L::tr("%@访问受限", source.title);
-    row.description = L::tr("无法读取 %@。开启完全磁盘访问后可扫描废纸篓内容。", folder.string());
-    row.symbol = "lock.trianglebadge.exclamationmark";
-    row.tint = Tint::orange;
-    row.risk = CleanupRisk::previewOnly;
-    row.targets = {std::move(target)};
-    return row;
-}
-
 CleanupItem contentsRow(EngineContext& context, const TrashSource& source, std::vector<Path> paths) {
     return categoryItem(context, {.module = CleanerModule::trash,
                                   .title = source.title,
@@ -177,7 +158,9 @@ std::vector<CleanupItem> trashItems(EngineContext& context) {
     for (const TrashSource& source : trashSources(context)) {
         std::optional<std::vector<Path>> paths = children(context, source);
         if (!paths) {
-            rows.push_back(accessLimitedRow(source));
+            const std::string reason =
+                L::tr("无法读取 %@。开启完全磁盘访问后可扫描废纸篓内容。", source.trash.folder.string());
+            rows.push_back(accessLimitedRow(CleanerModule::trash, source.title, reason, source.trash.folder));
         } else if (!paths->empty()) {
             rows.push_back(contentsRow(context, source, std::move(*paths)));
         }

@@ -1,4 +1,5 @@
 #include "Paths.h"
+#include "layouts/LinuxBrowsers.h"
 #include "layouts/LinuxEnvironment.h"
 #include "layouts/LinuxJunkLayout.h"
 #include "layouts/SystemLayout.h"
@@ -67,18 +68,26 @@ SystemLayout linuxLayout(const LinuxEnvironment& environment, std::uint32_t user
     SystemLayout layout;
     layout.texts = TextSet::Linux;
     layout.home = home;
+    layout.stateFolder = environment.state / "vellmoor";
     layout.root = root;
     layout.protectedPaths = protectedPaths(environment, root);
     layout.deepScan = deepScanRules(environment);
     layout.fileKinds = &FileKinds::linuxDesktop();
     layout.symbols = symbols();
     layout.junk = linuxJunkCategories(environment, root);
-    layout.downloads = {.folder = home / "Downloads",
-                        .extensions = {"dmg", "pkg", "zip", "xip", "ipsw", "iso", "deb", "rpm", "appimage", "flatpak",
-                                       "flatpakref", "flatpakrepo", "snap", "run", "bundle", "img", "msi", "exe"}};
+    layout.installerExtensions = {"dmg", "pkg", "zip", "xip", "ipsw", "iso", "deb", "rpm", "appimage", "flatpak", "flatpakref", "flatpakrepo", "snap", "run", "bundle", "img", "msi", "exe"};
     for (const char* folder : {"Downloads", "Desktop", "Documents", "Videos", "Pictures"}) {
         layout.largeFileRoots.push_back(home / folder);
     }
+    for (const char* folder : {"Music", "Public", "Templates"}) {
+        layout.furtherUserFolders.push_back(home / folder);
+    }
+    layout.bases = {.config = environment.config,
+                    .data = environment.data,
+                    .cache = environment.cache,
+                    .state = environment.state};
+    layout.owned = linuxOwnedFolders(environment);
+    layout.countsOnce = true;
     const std::string user = std::to_string(userId);
     layout.trash = {
         .homeFolder = environment.data / "Trash",

@@ -8,10 +8,10 @@ namespace {
 namespace fs = std::filesystem;
 
 RootPattern childrenOf(fs::path folder) {
-    return {.base = std::move(folder), .components = {"*"}};
+    return {.base = std::move(folder), .below = "*", .except = {}};
 }
 RootPattern itself(fs::path path) {
-    return {.base = std::move(path), .components = {}};
+    return {.base = std::move(path), .below = "", .except = {}};
 }
 
 std::vector<JunkCategory> junkCategories(const fs::path& home) {
@@ -24,6 +24,8 @@ std::vector<JunkCategory> junkCategories(const fs::path& home) {
          .tint = Tint::teal,
          .risk = CleanupRisk::safe,
          .selected = true,
+         .changesByItself = true,
+         .listed = {library / "Caches"},
          .roots = {childrenOf(library / "Caches")}},
         {.title = "系统日志",
          .description = "诊断报告、崩溃日志和旧日志文件",
@@ -32,6 +34,8 @@ std::vector<JunkCategory> junkCategories(const fs::path& home) {
          .tint = Tint::orange,
          .risk = CleanupRisk::safe,
          .selected = true,
+         .changesByItself = true,
+         .listed = {library / "Logs", library / "Logs/DiagnosticReports"},
          .roots = {childrenOf(library / "Logs"), childrenOf(library / "Logs/DiagnosticReports")}},
         {.title = "开发缓存",
          .description = "Xcode DerivedData、模拟器缓存和旧归档",
@@ -81,6 +85,7 @@ SystemLayout macosLayout(const fs::path& homeFolder, std::uint32_t userId, const
     SystemLayout layout;
     layout.texts = TextSet::Mac;
     layout.home = home;
+    layout.stateFolder = home / "Library/Application Support/Vellmoor";
     layout.root = root;
     layout.protectedPaths = protectedPaths(home, root);
     layout.deepScan = {.names = {"node_modules", ".git"},
@@ -94,7 +99,7 @@ SystemLayout macosLayout(const fs::path& homeFolder, std::uint32_t userId, const
     layout.fileKinds = &FileKinds::common();
     layout.symbols = symbols();
     layout.junk = junkCategories(home);
-    layout.downloads = {.folder = home / "Downloads", .extensions = {"dmg", "pkg", "zip", "xip", "ipsw", "iso"}};
+    layout.installerExtensions = {"dmg", "pkg", "zip", "xip", "ipsw", "iso"};
     for (const char* folder : {"Downloads", "Desktop", "Documents", "Movies", "Pictures"}) {
         layout.largeFileRoots.push_back(home / folder);
     }

@@ -60,6 +60,7 @@ std::optional<FileFacts> facts(const Path& path) {
     facts.isSymlink = S_ISLNK(status.st_mode);
     facts.isSticky = (status.st_mode & S_ISVTX) != 0;
     facts.allocatedBytes = std::int64_t{status.st_blocks} * 512;
+    facts.length = status.st_size;
     facts.modified = timePoint(status.st_mtim);
     facts.owner = status.st_uid;
     facts.device = status.st_dev;
@@ -69,7 +70,7 @@ std::optional<FileFacts> facts(const Path& path) {
 
 bool existsItself(const Path& path) {
     struct stat status{};
-    return ::lstat(path.c_str(), &status) == 0;
+    return ::lstat(path.c_str(), &status) == 0 || (errno != ENOENT && errno != ENOTDIR);
 }
 
 bool existsFollowed(const Path& path) {
@@ -147,9 +148,10 @@ std::optional<Capacity> capacity(const Path& path) {
         }
         return product;
     };
-    const auto total = bytes(status.f_blocks);
-    const auto available = bytes(status.f_bavail); // not f_bfree: the reserved blocks are not the user's
-    if (!total || !available) {
+    // Without the blocks reserved for root, so that used and available are those of df.
+    const auto total = bytes(status.f_blocks - status.f_bfree + status.f_bavail);
+    const auto available = bytes(status.f_bavail);
+    if (!total || !available || *total == 0) {
         return std::nullopt;
     }
     return Capacity{*total, *available};

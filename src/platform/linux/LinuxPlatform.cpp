@@ -9,6 +9,7 @@
 #include "Quit.h"
 #include "TextServices.h"
 #include "TrashRemoval.h"
+#include "UserDirectories.h"
 
 #include <gio/gio.h>
 
@@ -29,11 +30,6 @@ Path accountHome() {
     return error == 0 && found != nullptr ? Path(found->pw_dir) : Path("/");
 }
 
-Path userFolder(GUserDirectory which) {
-    const char* folder = g_get_user_special_dir(which);
-    return folder == nullptr ? Path() : Path(folder);
-}
-
 } // namespace
 
 LinuxEnvironment processEnvironment() {
@@ -41,7 +37,7 @@ LinuxEnvironment processEnvironment() {
         const char* value = std::getenv(std::string(name).c_str());
         return value == nullptr ? std::nullopt : std::optional<std::string>(value);
     };
-    return linuxEnvironment(lookup, accountHome());
+    return linuxEnvironment(lookup, accountHome(), files::linkTarget("/proc/self/exe").value_or(""));
 }
 
 // Facts
@@ -118,6 +114,10 @@ Outcome LinuxPlatform::createFile(const Path& path, std::string_view contents) c
     return files::createFile(path, contents);
 }
 
+Outcome LinuxPlatform::createLink(const Path& path, const Path& target) const {
+    return files::createLink(path, target);
+}
+
 Outcome LinuxPlatform::removeFile(const Path& path) const {
     return files::removeFile(path);
 }
@@ -133,10 +133,10 @@ std::optional<Capacity> LinuxPlatform::capacity(const Path& path) const {
 }
 
 UserFolders LinuxPlatform::userFolders() const {
-    g_reload_user_special_dirs_cache();
-    return {userFolder(G_USER_DIRECTORY_DOWNLOAD), userFolder(G_USER_DIRECTORY_DESKTOP),
-            userFolder(G_USER_DIRECTORY_DOCUMENTS), userFolder(G_USER_DIRECTORY_VIDEOS),
-            userFolder(G_USER_DIRECTORY_PICTURES)};
+    constexpr std::size_t largest = std::size_t{1} << 20;
+    const LinuxEnvironment environment = processEnvironment();
+    const std::optional<std::string> text = files::contents(environment.config / "user-dirs.dirs", largest);
+    return userDirectories(text.value_or(""), environment.home);
 }
 
 std::optional<KeyFile> LinuxPlatform::keyFile(const Path& path) const {
@@ -165,6 +165,10 @@ QuitOutcome LinuxPlatform::requestQuit(const MemoryApp& app) const {
     return quit::request(app);
 }
 
+QuitOutcome LinuxPlatform::endApplication(const MemoryApp& app) const {
+    return quit::end(app);
+}
+
 // Tools
 
 std::optional<std::string> LinuxPlatform::commandOutput(const Path& tool,
@@ -174,6 +178,10 @@ std::optional<std::string> LinuxPlatform::commandOutput(const Path& tool,
 
 CommandResult LinuxPlatform::commandResult(const Path& tool, const std::vector<std::string>& arguments) const {
     return commands::result(tool, arguments);
+}
+
+CommandResult LinuxPlatform::untranslatedResult(const Path& tool, const std::vector<std::string>& arguments) const {
+    return commands::result(tool, arguments, commands::Messages::English);
 }
 
 // Host

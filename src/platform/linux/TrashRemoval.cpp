@@ -3,10 +3,10 @@
 #include "Descriptor.h"
 #include "Files.h"
 #include "Paths.h"
+#include "PercentText.h"
 #include "TreeRemoval.h"
 
 #include <cerrno>
-#include <charconv>
 #include <fcntl.h>
 #include <unistd.h>
 #include <vector>
@@ -16,23 +16,6 @@ namespace {
 
 constexpr int folderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 constexpr std::size_t sizesLimit = std::size_t{64} << 20;
-
-std::string percentDecoded(std::string_view text) {
-    std::string out;
-    while (!text.empty()) {
-        unsigned char byte = 0;
-        const std::string_view digits = text.substr(1, 2);
-        const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), byte, 16);
-        if (text.front() == '%' && digits.size() == 2 && error == std::errc() && end == digits.data() + 2) {
-            out += static_cast<char>(byte);
-            text.remove_prefix(3);
-        } else {
-            out += text.front();
-            text.remove_prefix(1);
-        }
-    }
-    return out;
-}
 
 // The folder that holds `below`'s last component, opened name by name from `contents`.
 Descriptor openParent(const Path& contents, const std::vector<std::string>& below) {

@@ -113,6 +113,7 @@ std::optional<FileFacts> MacPlatform::facts(const Path& path) const {
     facts.isSymlink = S_ISLNK(status.st_mode);
     facts.isSticky = (status.st_mode & S_ISVTX) != 0;
     facts.allocatedBytes = std::int64_t{status.st_blocks} * 512;
+    facts.length = status.st_size;
     facts.modified = files::timePoint(status.st_mtimespec);
     facts.owner = status.st_uid;
     facts.device = static_cast<std::uint64_t>(status.st_dev);
@@ -214,6 +215,10 @@ bool MacPlatform::isPackage(const Path& folder) const {
 
 Outcome MacPlatform::createFile(const Path& path, std::string_view contents) const {
     return files::createFile(path, contents);
+}
+
+Outcome MacPlatform::createLink(const Path& path, const Path& target) const {
+    return files::createLink(path, target);
 }
 
 Outcome MacPlatform::removeFile(const Path& path) const {

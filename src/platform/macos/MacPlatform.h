@@ -35,6 +35,7 @@ public:
     [[nodiscard]] Outcome moveItem(const Path& from, const Path& to) const override;
     [[nodiscard]] Outcome createFolder(const Path& folder) const override;
     [[nodiscard]] Outcome createFile(const Path& path, std::string_view contents) const override;
+    [[nodiscard]] Outcome createLink(const Path& path, const Path& target) const override;
     [[nodiscard]] Outcome removeFile(const Path& path) const override;
 
     [[nodiscard]] std::vector<Volume> mountedVolumes() const override;

@@ -4,7 +4,6 @@
 #include "ByteCount.h"
 #include "FileKindLook.h"
 #include "QtText.h"
-#include "Selection.h"
 
 #include <QMetaObject>
 
@@ -161,7 +160,7 @@ QVariant CleanupListModel::categoryData(const Row& row, const CleanupItem& item,
     case TickedRole:
         return item.isCleanable && item.isSelected;
     case PartialRole:
-        return item.isSelected && std::cmp_less(selectedTargetCount(item), item.targets.size());
+        return item.isSelected && std::cmp_less(item.selectedTargetCount(), item.targets.size());
     case ExpandedRole:
         return isExpanded(item);
     case ExpandableRole:
@@ -248,8 +247,8 @@ void CleanupListModel::toggle(int row) {
                                  !item.targets.at(static_cast<std::size_t>(found->target)).isSelected);
         return;
     }
-    const bool partial = std::cmp_less(selectedTargetCount(item), item.targets.size());
-    setCategorySelected(store_, index, !item.isSelected || partial);
+    const bool partial = std::cmp_less(item.selectedTargetCount(), item.targets.size());
+    store_.setItemSelected(index, !item.isSelected || partial);
 }
 
 void CleanupListModel::toggleExpanded(int row) {
@@ -296,9 +295,7 @@ void CleanupListModel::setExpanded(int row, bool expanded) {
 void CleanupListModel::setAllSelected(bool selected) {
     // A copy: under the filter "selected" an untick takes the row out of the list.
     const std::vector<int> listed = indices_;
-    for (const int index : listed) {
-        setCategorySelected(store_, index, selected);
-    }
+    store_.setItemsSelected(listed, selected);
 }
 
 void CleanupListModel::reveal(int row) {

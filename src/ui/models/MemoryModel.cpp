@@ -6,10 +6,6 @@
 namespace vellmoor {
 namespace {
 
-// The steps of MemorySnapshot::pressureTitle.
-constexpr double highRatio = 0.7;
-constexpr double criticalRatio = 0.86;
-
 constexpr QLatin1String unknown("--");
 
 } // namespace
@@ -47,12 +43,15 @@ QString MemoryModel::pressure() const {
 }
 
 QString MemoryModel::pressureTint() const {
-    const auto total = static_cast<double>(snapshot().totalBytes);
-    const double ratio = total < 1 ? 0 : static_cast<double>(snapshot().usedBytes()) / total;
-    if (ratio < highRatio) {
-        return QStringLiteral("green");
+    switch (snapshot().pressure()) {
+    case MemoryPressure::good:
+        break;
+    case MemoryPressure::high:
+        return QStringLiteral("orange");
+    case MemoryPressure::critical:
+        return QStringLiteral("red");
     }
-    return ratio < criticalRatio ? QStringLiteral("orange") : QStringLiteral("red");
+    return QStringLiteral("green");
 }
 
 } // namespace vellmoor

@@ -2,6 +2,8 @@
 
 #include "ApplicationIconProvider.h"
 #include "ByteCount.h"
+#include "ModuleLook.h"
+#include "Paths.h"
 #include "QtText.h"
 
 #include <algorithm>
@@ -180,8 +182,8 @@ QVariant StartupListModel::data(const QModelIndex& index, int role) const {
     case NameRole:
         return toQt(item->name);
     case LocationRole:
-        return item->program ? displayPath(*item->program, desktop_.homeFolder())
-                             : displayPath(item->plistURL, desktop_.homeFolder());
+        return toQt(
+            displayPath(item->program ? std::filesystem::path(*item->program) : item->plistURL, desktop_.homeFolder()));
     case EnabledRole:
         return item->isEnabled;
     case KindRole:
@@ -234,6 +236,62 @@ QVariant MemoryAppListModel::data(const QModelIndex& index, int role) const {
 
 QHash<int, QByteArray> MemoryAppListModel::roleNames() const {
     return {{NameRole, "name"}, {ProcessesRole, "processes"}, {MemoryRole, "memory"}, {IconRole, "icon"}};
+}
+
+namespace {
+
+struct MemoryPart {
+    std::string_view label;
+    std::int64_t bytes;
+    Tint tint;
+};
+
+std::vector<MemoryPart> memoryParts(const MemorySnapshot& memory) {
+    if (memory.totalBytes < 1) {
+        return {};
+    }
+    std::vector<MemoryPart> parts{{"程序", memory.usedBytes(), Tint::orange}};
+    if (memory.fileCacheBytes() > 0) {
+        parts.push_back({"文件缓存", memory.fileCacheBytes(), Tint::mint});
+    }
+    parts.push_back({"空闲", memory.unusedBytes, Tint::gray});
+    return parts;
+}
+
+} // namespace
+
+MemoryPartModel::MemoryPartModel(CleanerStore& store, QObject* parent) : RecordListModel(store, parent) {
+    connect(&store, &CleanerStore::memorySnapshotChanged, this, &MemoryPartModel::reload);
+}
+
+int MemoryPartModel::count() const {
+    return static_cast<int>(memoryParts(store().memorySnapshot()).size());
+}
+
+QVariant MemoryPartModel::data(const QModelIndex& index, int role) const {
+    const std::vector<MemoryPart> parts = memoryParts(store().memorySnapshot());
+    const MemoryPart* part = recordAt(parts, index);
+    if (part == nullptr) {
+        return {};
+    }
+    switch (role) {
+    case TitleRole:
+        return localised(part->label);
+    case ValueRole:
+        return toQt(byteCountText(part->bytes));
+    case FractionRole: {
+        const auto total = static_cast<double>(store().memorySnapshot().totalBytes);
+        return std::clamp(static_cast<double>(part->bytes) / total, 0.0, 1.0);
+    }
+    case TintRole:
+        return toQt(tintName(part->tint));
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> MemoryPartModel::roleNames() const {
+    return {{TitleRole, "title"}, {ValueRole, "value"}, {FractionRole, "fraction"}, {TintRole, "tint"}};
 }
 
 PermissionListModel::PermissionListModel(CleanerStore& store, QObject* parent) : RecordListModel(store, parent) {

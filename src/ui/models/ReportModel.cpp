@@ -33,7 +33,7 @@ QString ReportModel::subtitle() const {
 }
 
 QString ReportModel::freed() const {
-    return toQt(byteCountText(report().freedBytes));
+    return toQt(byteCountText(report().processedBytes));
 }
 
 QString ReportModel::processed() const {
@@ -54,6 +54,13 @@ QString ReportModel::share() const {
     return QStringLiteral("%1% → %2%")
         .arg(report().memoryBefore->usagePercent())
         .arg(report().memoryAfter->usagePercent());
+}
+
+QString ReportModel::caches() const {
+    const std::int64_t before = report().memoryBefore ? report().memoryBefore->fileCacheBytes() : 0;
+    const std::int64_t after = report().memoryAfter ? report().memoryAfter->fileCacheBytes() : 0;
+    return memory() && before > 0 ? localised("文件缓存 %@ → %@", byteCountText(before), byteCountText(after))
+                                  : QString();
 }
 
 QStringList ReportModel::failureLines() const {

@@ -27,6 +27,8 @@ class ReportModel final : public QObject {
     Q_PROPERTY(QString failures READ failures NOTIFY changed FINAL)
     /// The fourth tile: the change of memory use, or how many of the paths were processed.
     Q_PROPERTY(QString share READ share NOTIFY changed FINAL)
+    /// The file caches before and after a memory optimisation; empty where the system tells none.
+    Q_PROPERTY(QString caches READ caches NOTIFY changed FINAL)
     Q_PROPERTY(QStringList failureLines READ failureLines NOTIFY changed FINAL)
 
 public:
@@ -45,6 +47,7 @@ public:
     [[nodiscard]] QString processed() const;
     [[nodiscard]] QString failures() const;
     [[nodiscard]] QString share() const;
+    [[nodiscard]] QString caches() const;
     [[nodiscard]] QStringList failureLines() const;
 
 Q_SIGNALS:

@@ -1,6 +1,7 @@
 #include "ScanModel.h"
 
 #include "ByteCount.h"
+#include "ModuleLook.h"
 #include "QtText.h"
 
 namespace vellmoor {

@@ -1,8 +1,8 @@
 #include "WindowModel.h"
 
 #include "ByteCount.h"
+#include "ModuleLook.h"
 #include "QtText.h"
-#include "Selection.h"
 
 #include <QMetaObject>
 
@@ -28,6 +28,8 @@ WindowModel::WindowModel(CleanerStore& store, LanguageManager& languages, Deskto
       startup_(store, desktop),
       memory_(store),
       memoryApps_(store, desktop),
+      memoryParts_(store),
+      question_(store),
       permissions_(store),
       report_(store),
       rootNotice_(desktop.runsAsRoot()) {
@@ -45,13 +47,15 @@ void WindowModel::connectStore() {
     connect(&store_, &CleanerStore::selectionChanged, this, &WindowModel::noteSelectionChange);
     connect(&store_, &CleanerStore::cleanupItemsChanged, this, &WindowModel::selectionChanged);
     connect(&store_, &CleanerStore::permissionHintsChanged, this, &WindowModel::limitationChanged);
+    connect(&question_, &Question::switchAgreed, this, &WindowModel::switchStartupItem);
+    connect(&store_, &CleanerStore::actionFailureChanged, this, &WindowModel::actionFailureChanged);
     connect(&store_, &CleanerStore::isScanningChanged, this, [this] {
         Q_EMIT busyChanged();
         Q_EMIT selectionChanged();
     });
     connect(&store_, &CleanerStore::isCleaningChanged, this, [this] {
         if (!store_.isCleaning()) {
-            changingStartupRow_ = -1;
+            changingStartup_.reset();
         }
         Q_EMIT busyChanged();
         Q_EMIT selectionChanged();
@@ -147,7 +151,7 @@ int WindowModel::selectedItemCount() const {
 QString WindowModel::selectedPathsText() const {
     int paths = 0;
     for (const CleanupItem& item : store_.selectedItems(module_)) {
-        paths += selectedTargetCount(item);
+        paths += item.selectedTargetCount();
     }
     return localised("已选择 %d 个路径，预计释放 %@", paths, byteCountText(store_.selectedBytes(module_)));
 }
@@ -201,6 +205,10 @@ QString WindowModel::riskSummary() const {
     return parts.isEmpty() ? QString() : localised("风险级别：%@。", parts.join(localised("，")).toStdString());
 }
 
+QString WindowModel::actionFailure() const {
+    return toQt(store_.actionFailure());
+}
+
 QString WindowModel::limitation() const {
     QStringList areas;
     for (const PermissionHint& hint : store_.permissionLimitations(module_)) {
@@ -243,25 +251,21 @@ void WindowModel::rescanReported() {
 }
 
 void WindowModel::setAllSelected(bool selected) {
-    for (const int index : store_.itemIndices(module_, CleanupFilter::all)) {
-        setCategorySelected(store_, index, selected);
-    }
+    store_.setAllSelected(module_, selected);
 }
 
-void WindowModel::switchStartupItem(int row) {
+int WindowModel::changingStartupRow() const {
     const auto& items = store_.startupItems();
-    if (row < 0 || row >= static_cast<int>(items.size()) || store_.isScanning() || store_.isCleaning()) {
-        return;
-    }
-    const StartupItem item = items[static_cast<std::size_t>(row)];
-    changingStartupRow_ = row;
-    store_.setStartupItem(item, !item.isEnabled);
+    const auto found = std::ranges::find_if(items, [this](const StartupItem& item) {
+        return changingStartup_ && item.plistURL == changingStartup_->plistURL;
+    });
+    return found == items.end() ? -1 : static_cast<int>(found - items.begin());
 }
 
-void WindowModel::quitMemoryApp(int row) {
-    const auto& apps = store_.memoryApps();
-    if (row >= 0 && row < static_cast<int>(apps.size())) {
-        store_.quitMemoryApp(MemoryApp(apps[static_cast<std::size_t>(row)]));
+void WindowModel::switchStartupItem(const StartupItem& item) {
+    if (!store_.isScanning() && !store_.isCleaning()) {
+        changingStartup_ = item;
+        store_.setStartupItem(item, !item.isEnabled);
     }
 }
 

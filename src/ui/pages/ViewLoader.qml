@@ -1,7 +1,7 @@
 import QtQuick
 import Vellmoor.Models
 
-// Shows the view of a file of this folder; a file that is never shown is never loaded. No file: nothing.
+// Shows the view of a file, named from this folder; a file that is never shown is never loaded. No file: nothing.
 Loader {
     id: root
 

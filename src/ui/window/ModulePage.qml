@@ -11,22 +11,20 @@ ColumnLayout {
 
     required property WindowModel vm
 
-    signal changeAsked(int row, string name, bool enabled)
-    signal quitAsked(int row, string name)
     signal viewAll
 
     readonly property var pageFiles: ({
-            "largeFiles": "LargeFilesPage.qml",
-            "appUninstaller": "AppsPage.qml",
-            "performance": "StartupPage.qml",
-            "memoryOptimization": "MemoryPage.qml"
+            "largeFiles": "large_files/LargeFilesPage.qml",
+            "appUninstaller": "applications/AppsPage.qml",
+            "performance": "login_items/StartupPage.qml",
+            "memoryOptimization": "memory/MemoryPage.qml"
         })
 
     spacing: Metrics.panelGap
 
     ViewLoader {
         Layout.fillWidth: true
-        file: root.vm.module === "smartScan" ? "DashboardHeader.qml" : "ModuleHeader.qml"
+        file: root.vm.module === "smartScan" ? "dashboard/DashboardHeader.qml" : "dashboard/ModuleHeader.qml"
         vm: root.vm
     }
 
@@ -51,11 +49,9 @@ ColumnLayout {
         spacing: Metrics.panelGap
 
         ViewLoader {
-            id: page
-
             Layout.fillHeight: true
             Layout.fillWidth: true
-            file: root.pageFiles[root.vm.module] ?? "CleanupPage.qml"
+            file: root.pageFiles[root.vm.module] ?? "cleanup/CleanupPage.qml"
             vm: root.vm
         }
 
@@ -66,18 +62,5 @@ ColumnLayout {
 
             onViewAll: root.viewAll()
         }
-    }
-
-    Connections {
-        function onChangeAsked(row: int, name: string, enabled: bool): void {
-            root.changeAsked(row, name, enabled);
-        }
-
-        function onQuitAsked(row: int, name: string): void {
-            root.quitAsked(row, name);
-        }
-
-        ignoreUnknownSignals: true
-        target: page.item
     }
 }

@@ -7,28 +7,39 @@ Item {
     id: root
 
     required property WindowModel vm
+    readonly property bool occupied: isOpen(details) || isOpen(confirmation) || isOpen(result)
+    readonly property var questionFiles: ({
+            "quit": "QuitConfirmation.qml",
+            "end": "EndConfirmation.qml",
+            "disable": "StartupConfirmation.qml",
+            "restore": "StartupConfirmation.qml"
+        })
 
     function showDetails(): void {
-        open(details, "Pages/CleanupDetailSheet.qml", {});
+        open(details, "Pages/sheets/CleanupDetailSheet.qml", {});
     }
 
     function askClean(): void {
         open(confirmation, "CleanConfirmation.qml", {});
     }
 
-    function askQuit(row: int, name: string): void {
-        open(confirmation, "QuitConfirmation.qml", {
-                "row": row,
-                "name": name
-            });
+    function isOpen(place: Loader): bool {
+        const sheet = place.item as Sheet;
+        return sheet !== null && sheet.visible;
     }
 
-    function askStartup(row: int, name: string, enabled: bool): void {
-        open(confirmation, "StartupConfirmation.qml", {
-                "row": row,
-                "name": name,
-                "disables": enabled
-            });
+    // A question that comes by itself waits until the user is done with what is open: no button may change under the
+    // hand. One that went away takes its dialog with it.
+    function showQuestion(): void {
+        const question = root.vm.question;
+        const shown = confirmation.item as QuestionDialog;
+        if (shown?.opened && shown.number !== question.number)
+            shown.close();
+        else if (question.kind !== "" && !root.occupied)
+            open(confirmation, questionFiles[question.kind], {
+                    "name": question.name,
+                    "number": question.number
+                });
     }
 
     function open(place: Loader, file: string, properties: var): void {
@@ -37,6 +48,8 @@ Item {
                 }, properties));
         (place.item as Sheet).open();
     }
+
+    onOccupiedChanged: Qt.callLater(showQuestion)
 
     Loader {
         id: details
@@ -56,9 +69,17 @@ Item {
             if (!root.vm.report.present)
                 sheet?.close();
             else if (!sheet?.opened)
-                root.open(result, "Pages/CleanupResultSheet.qml", {});
+                root.open(result, "Pages/sheets/CleanupResultSheet.qml", {});
         }
 
         target: root.vm.report
+    }
+
+    Connections {
+        function onChanged(): void {
+            root.showQuestion();
+        }
+
+        target: root.vm.question
     }
 }

@@ -122,6 +122,10 @@ TEST(ControlGroups, AGroupIsBelowASliceByWholeComponents) {
 
 TEST(ControlGroups, AFlatpakIsKnownByItsScope) {
     EXPECT_EQ(groupFlatpak(inManager("app.slice/app-flatpak-org.mozilla.firefox-31.scope")), "org.mozilla.firefox");
+    EXPECT_EQ(groupFlatpak(inManager("app.slice/app-flatpak-io.gitlab.librewolf\\x2dcommunity-31.scope")),
+              "io.gitlab.librewolf-community");
+    EXPECT_EQ(groupFlatpak(inManager("app.slice/app-flatpak-io.gitlab.librewolf-community-31.scope")),
+              "io.gitlab.librewolf-community");
     EXPECT_EQ(groupFlatpak(inManager("app.slice/app-gnome-org.gnome.Epiphany-4242.scope")), "");
     EXPECT_EQ(groupFlatpak(inManager("app.slice/app-flatpak-org.mozilla.firefox.scope")), "");
 }

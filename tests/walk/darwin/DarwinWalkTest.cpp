@@ -133,7 +133,7 @@ TEST(DarwinWalk, WhatIsMarkedHiddenIsNeitherVisitedNorEntered) {
     Options options;
     options.skipHidden = false;
     Recorder everything(home.path());
-    walk(home.path(), options, everything);
+    EXPECT_EQ(walk(home.path(), options, everything), Outcome::Complete);
     EXPECT_EQ(everything.visits, 5U);
 }
 

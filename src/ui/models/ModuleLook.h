@@ -1,0 +1,16 @@
+#pragma once
+
+#include "CleanerModule.h"
+
+#include <QString>
+
+namespace vellmoor {
+
+/// The symbol of a module in the sidebar and in its header.
+QString moduleSymbol(CleanerModule module);
+/// The headline over a module's page, localised.
+QString moduleHeadline(CleanerModule module);
+/// The sentence under the headline, localised.
+QString moduleDescription(CleanerModule module);
+
+} // namespace vellmoor

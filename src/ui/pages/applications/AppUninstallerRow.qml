@@ -1,0 +1,124 @@
+import QtQuick
+import QtQuick.Layouts
+import Vellmoor.Controls
+import Vellmoor.Lists
+import Vellmoor.Models
+import Vellmoor.Theme
+
+// One application with what it left behind.
+RowFrame {
+    id: root
+
+    required property CleanupRoles row
+    required property CleanupListModel rows
+
+    readonly property bool isApp: row.bundle !== ""
+
+    Accessible.checkable: row.cleanable
+    Accessible.checked: row.ticked
+    Accessible.description: row.detail
+    Accessible.name: row.title + " " + row.size
+    Accessible.role: Accessible.ListItem
+    help: heading.truncated ? row.title : ""
+    implicitHeight: content.implicitHeight + 24
+
+    onMenuAsked: menu.popup()
+    onTapped: rows.toggleExpanded(row.index)
+
+    ColumnLayout {
+        id: content
+
+        anchors.left: parent.left
+        anchors.leftMargin: 12
+        anchors.right: parent.right
+        anchors.rightMargin: 6
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 10
+
+        RowLayout {
+            spacing: 10
+
+            RowTick {
+                row: root.row
+                rows: root.rows
+            }
+
+            SymbolTile {
+                icon: root.row.icon
+                symbol: root.row.symbol
+                tint: Colors.tint(root.row.tint)
+            }
+
+            ColumnLayout {
+                Layout.fillWidth: true
+                spacing: 2
+
+                Subheading {
+                    id: heading
+
+                    Layout.fillWidth: true
+                    spoken: false
+                    text: root.row.title
+                }
+
+                Caption {
+                    Layout.fillWidth: true
+                    maximumLineCount: 2
+                    text: root.isApp ? root.row.leftovers : root.row.detail
+                    wrapMode: Text.Wrap
+                }
+            }
+
+            Subheading {
+                spoken: false
+                text: root.row.size
+                visible: root.isApp
+            }
+
+            ExpandButton {
+                row: root.row
+                rows: root.rows
+            }
+        }
+
+        RowLayout {
+            Layout.fillWidth: true
+            Layout.rightMargin: 6
+            spacing: Metrics.gap
+            visible: root.isApp
+
+            AppInfoPill {
+                Layout.fillWidth: true
+                Layout.preferredWidth: 6
+                tint: Colors.blue
+                title: L.tr("应用本体")
+                value: root.row.bundle
+            }
+
+            AppInfoPill {
+                Layout.fillWidth: true
+                Layout.preferredWidth: 5
+                tint: Colors.orange
+                title: L.tr("关联残留")
+                value: root.row.leftovers
+            }
+
+            AppInfoPill {
+                Layout.fillWidth: true
+                Layout.preferredWidth: 6
+                objectName: root.row.name + ".status"
+                tint: root.row.running ? Colors.red : Colors.green
+                title: L.tr("状态")
+                value: root.row.running ? L.tr("运行中") + " · " + L.tr("请先退出") : L.tr("可卸载")
+            }
+        }
+    }
+
+    RowMenu {
+        id: menu
+
+        menu: Qt.resolvedUrl("AppMenu.qml")
+        row: root.row
+        rows: root.rows
+    }
+}

@@ -1,0 +1,91 @@
+import QtQuick
+import QtQuick.Layouts
+import Vellmoor.Controls
+import Vellmoor.Lists
+import Vellmoor.Models
+import Vellmoor.Theme
+
+// The large files with their two filters and the bulk selection.
+GlassPanel {
+    id: root
+
+    required property WindowModel vm
+    readonly property LargeFileListModel files: vm.largeFiles
+
+    ColumnLayout {
+        anchors.bottomMargin: 1
+        anchors.fill: parent
+        anchors.margins: 12
+        spacing: 10
+
+        ListHeader {
+            Layout.fillWidth: true
+            Layout.leftMargin: 4
+            counter: L.tr1("%d 个结果", root.files.itemCount)
+            title: L.tr("大文件")
+
+            Picker {
+                currentIndex: root.files.kind
+                implicitWidth: 100
+                model: root.files.kindTitles
+                objectName: "kindFilter"
+
+                onActivated: index => root.files.kind = index
+            }
+
+            Picker {
+                currentIndex: root.files.age
+                implicitWidth: 100
+                model: root.files.ageTitles
+                objectName: "ageFilter"
+
+                onActivated: index => root.files.age = index
+            }
+        }
+
+        RowLayout {
+            spacing: Metrics.gap
+
+            SecondaryButton {
+                compact: true
+                enabled: root.files.itemCount > 0
+                objectName: "selectFiltered"
+                symbol: "checkmark.circle"
+                text: L.tr("全选当前筛选")
+
+                onClicked: root.files.setAllSelected(true)
+            }
+
+            SecondaryButton {
+                compact: true
+                enabled: root.files.itemCount > 0
+                objectName: "deselectFiltered"
+                symbol: "xmark.circle"
+                text: L.tr("取消当前筛选")
+
+                onClicked: root.files.setAllSelected(false)
+            }
+
+            Item {
+                Layout.fillWidth: true
+            }
+
+            Badge {
+                objectName: "list.selection"
+                spoken: true
+                text: L.tr1("%d 个已选", root.files.selectedCount)
+                tint: Colors.green
+            }
+        }
+
+        ResultList {
+            Layout.fillHeight: true
+            Layout.fillWidth: true
+            Layout.rightMargin: -10
+            category: Qt.resolvedUrl("LargeFileRow.qml")
+            rows: root.files
+            scanning: root.vm.scan.scanning
+            title: L.tr("大文件")
+        }
+    }
+}

@@ -1,0 +1,109 @@
+import QtQuick
+import QtQuick.Layouts
+import Vellmoor.Controls
+import Vellmoor.Lists
+import Vellmoor.Models
+import Vellmoor.Theme
+
+// One item that starts at login. Its button asks for the confirmation.
+RowFrame {
+    id: root
+
+    required property int index
+    required property string name
+    required property string location
+    required property bool startsEnabled
+    required property string kind
+    required property string icon
+    // A change of this row is running.
+    required property bool isWorking
+    property bool locked: false
+    readonly property string status: startsEnabled ? L.tr("已启用") : L.tr("已禁用")
+    readonly property bool canChange: !isWorking && !locked
+
+    signal changeAsked
+    signal revealAsked
+
+    Accessible.description: location
+    Accessible.name: name + " " + status + " " + kind
+    Accessible.role: Accessible.ListItem
+    ListView.onPooled: visible = false
+    ListView.onReused: visible = true
+    help: heading.truncated ? name : ""
+    implicitHeight: Math.max(70, line.implicitHeight + 18)
+    objectName: "startup." + index
+
+    RowLayout {
+        id: line
+
+        anchors.fill: parent
+        anchors.leftMargin: 12
+        anchors.rightMargin: 10
+        spacing: 10
+
+        SymbolTile {
+            icon: root.icon
+            symbol: "power"
+            tint: root.startsEnabled ? Colors.green : Colors.gray
+        }
+
+        ColumnLayout {
+            Layout.fillWidth: true
+            spacing: 3
+
+            BodyText {
+                id: heading
+
+                Layout.fillWidth: true
+                font.weight: Font.DemiBold
+                text: root.name
+            }
+
+            Caption {
+                Layout.fillWidth: true
+                elide: Text.ElideMiddle
+                text: root.location
+            }
+
+            RowLayout {
+                spacing: 6
+
+                Badge {
+                    objectName: root.objectName + ".status"
+                    text: root.status
+                    tint: root.startsEnabled ? Colors.green : Colors.gray
+                }
+
+                Badge {
+                    text: root.kind
+                    tint: Colors.orange
+                }
+            }
+        }
+
+        SoftIconButton {
+            Accessible.name: help + " " + root.name
+            flat: true
+            focusPolicy: Qt.ClickFocus
+            help: L.tr("在 Finder 中显示")
+            ink: Colors.vmSecondaryText
+            objectName: root.objectName + ".reveal"
+            size: Metrics.rowButton
+            symbol: "magnifyingglass"
+
+            onClicked: root.revealAsked()
+        }
+
+        SecondaryButton {
+            Accessible.name: text + " " + root.name
+            compact: true
+            enabled: root.canChange
+            focusPolicy: Qt.ClickFocus
+            objectName: root.objectName + ".action"
+            symbol: root.startsEnabled ? "pause.circle" : "play.circle"
+            text: root.startsEnabled ? L.tr("禁用") : L.tr("恢复")
+
+            onClicked: root.changeAsked()
+        }
+    }
+}

@@ -1,0 +1,62 @@
+import QtQuick
+import QtQuick.Layouts
+import Vellmoor.Controls
+import Vellmoor.Lists
+import Vellmoor.Models
+import Vellmoor.Theme
+
+// A category's heading in the pre-clean sheet.
+RowFrame {
+    id: root
+
+    required property CleanupRoles row
+    required property CleanupListModel rows
+
+    Accessible.checkable: row.cleanable
+    Accessible.checked: row.ticked
+    Accessible.name: row.title + " " + row.size + " " + row.riskTitle
+    Accessible.role: Accessible.ListItem
+    color: hovered ? Colors.popup : Colors.sheetRow
+    implicitHeight: 50
+
+    onTapped: rows.toggleExpanded(row.index)
+
+    RowLayout {
+        anchors.fill: parent
+        anchors.leftMargin: 12
+        anchors.rightMargin: 6
+        spacing: 10
+
+        RowTick {
+            row: root.row
+            rows: root.rows
+        }
+
+        SymbolTile {
+            size: 30
+            symbol: root.row.symbol
+            tint: Colors.tint(root.row.tint)
+        }
+
+        BodyText {
+            Layout.fillWidth: true
+            font.weight: Font.DemiBold
+            text: root.row.title
+        }
+
+        BodyText {
+            font.weight: Font.Medium
+            text: root.row.amount
+        }
+
+        RiskBadge {
+            risk: root.row.risk
+            text: root.row.riskTitle
+        }
+
+        ExpandButton {
+            row: root.row
+            rows: root.rows
+        }
+    }
+}

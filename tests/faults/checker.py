@@ -1,0 +1,497 @@
+"""What must hold after a clean, whatever happened during it. The checker knows the disk before and after, what was ticked,
+what an attacker did, and the report; it answers one line for each promise that was broken."""
+
+import json
+import os
+import time
+from dataclasses import dataclass, field
+
+import trashes
+from disk import Tree, at_or_below, below
+
+OWN_STATE = (b"vellmoor", b"Vellmoor", b"org.vellmoor")
+SECTOR = 512
+
+
+@dataclass
+class Target:
+    path: bytes
+    bytes: int
+    row: int
+    is_body: bool = False  # of an application
+
+
+@dataclass
+class TrashPlace:
+    """One Trash, by the parts that a move and a note need; an attacker may have moved a part elsewhere."""
+    files: bytes
+    info: bytes
+    top: bytes
+    base: bytes = b""  # the mount that its notes are relative to; empty: they are absolute
+
+
+@dataclass
+class Deed:
+    """What somebody else did during the clean."""
+    moved: tuple = None  # (from, to)
+    made: dict = field(default_factory=dict)  # what was put somewhere, by path
+    gone: bytes = None  # what was deleted
+    swaps: bool = False  # what was moved and what was made change places again and again
+
+    def places(self, path):
+        if self.moved and at_or_below(path, self.moved[0]):
+            return {path, self.moved[1] + path[len(self.moved[0]):]}
+        return {path}
+
+    def places_of_made(self, path):
+        if self.swaps and at_or_below(path, self.moved[1]):
+            return {path, self.moved[0] + path[len(self.moved[1]):]}
+        return {path}
+
+    def is_gone(self, path):
+        return self.gone is not None and at_or_below(path, self.gone)
+
+
+@dataclass
+class Case:
+    area: bytes
+    before: Tree
+    after: Tree
+    ticked: list
+    trashes: list
+    precious: tuple = (b"precious",)
+    deed: Deed = field(default_factory=Deed)
+    disturbed: bool = False  # a fault happened, or somebody else acted
+    ended: bool = False  # by a signal that was sent to it
+    report: dict = None
+    debris: set = field(default_factory=set)  # what a killed clean left to the next one
+    started: float = 0
+    hindered: set = field(default_factory=set)
+    blind: bool = False  # a call lied that something is gone: then the report may, too
+    early: bool = False  # what happened may have changed what was ticked
+    other_failures: int = 0  # lines about rows that are no files
+
+    def absolute(self, path):
+        return self.area + b"/" + path
+
+
+class Checker:
+    def __init__(self, case):
+        self.case = case
+        self.problems = []
+        self.debris = set()
+        self._root_of = {}  # where each target lies now
+        self._state = {}  # "place", "trash", "expunged", "gone", "partial"
+        self._explained = set()
+        self._where = {}
+        self._made_places = {place for path in case.deed.made for place in case.deed.places_of_made(path)}
+        for path, node in case.after.nodes.items():
+            self._where.setdefault((node.device, node.inode, node.kind), []).append(path)
+
+    def problem(self, text, path=None):
+        self.problems.append(text if path is None else f"{text}: {os.fsdecode(path)!r}")
+
+    def run(self):
+        self._locate_targets()
+        self._follow_every_node()
+        self._notes()
+        self._sizes()
+        self._left_behind()
+        self._bodies_first()
+        if self.case.report is not None:
+            self._report()
+        return self.problems
+
+    # Where the targets are
+
+    def _homes(self, path):
+        return self.case.deed.places(path)
+
+    def _trash_of(self, path):
+        """The Trash whose contents the path lies in."""
+        for trash in self.case.trashes:
+            if below(path, trash.files):
+                return trash
+        return None
+
+    def _locate_targets(self):
+        self._targets = {target.path: target for target in self.case.ticked}
+        self._chain = {}
+        for path in self._targets:
+            node = self.case.before.nodes.get(path)
+            if node is None:
+                self.problem("a ticked target was never there", path)
+                continue
+            found = self._where.get((node.device, node.inode, node.kind), [])
+            self._root_of[path], self._state[path] = self._state_of(path, found)
+
+    def _state_of(self, path, found):
+        homes = self._homes(path)
+        for place in found:
+            if place in homes:
+                return place, "place"
+        for place in found:
+            parent = place.rpartition(b"/")[0]
+            if any(parent in self._homes(trash.files) for trash in self.case.trashes):
+                return place, "trash"
+            if any(parent in self._homes(trash.top + b"/expunged") for trash in self.case.trashes):
+                return place, "expunged"
+        for outer in self._outer_targets(path):
+            root = self._root_of.get(outer)
+            if root is None:
+                root, _ = self._state_of(outer, self._where.get(self._key(outer), []))
+            if root is not None and root + path[len(outer):] in found:
+                return root + path[len(outer):], "inside"
+        return None, "gone"
+
+    def _key(self, path):
+        node = self.case.before.nodes[path]
+        return node.device, node.inode, node.kind
+
+    def _outer_targets(self, path):
+        """The other targets that hold it, the nearest first."""
+        outer = []
+        parent = path.rpartition(b"/")[0]
+        while parent:
+            if parent in self._targets and parent in self.case.before.nodes:
+                outer.append(parent)
+            parent = parent.rpartition(b"/")[0]
+        return outer
+
+    # Every node that was there
+
+    def _follow_every_node(self):
+        for path, node in self.case.before.nodes.items():
+            if any(at_or_below(path, precious) for precious in self.case.precious):
+                self._precious_node(path, node)
+                continue
+            holders = self._outer_targets(path)
+            if path in self._targets:
+                holders.insert(0, path)
+            if holders:
+                self._ticked_node(path, node, holders)
+            elif not self._is_book_keeping(path):
+                self._kept_node(path, node)
+        for path in self.case.after.nodes:
+            if path not in self.case.before.nodes and any(at_or_below(path, p) for p in self.case.precious):
+                self.problem("something new in the precious folder", path)
+
+    def _precious_node(self, path, node):
+        now = self.case.after.nodes.get(path)
+        if now is None:
+            self.problem("gone from the precious folder", path)
+        elif now != node:
+            self.problem("changed in the precious folder", path)
+
+    def _ticked_node(self, path, node, holders):
+        places = set(self._homes(path)) if self.case.deed.moved else set()
+        for holder in holders:
+            root = self._root_of.get(holder)
+            if root is not None:
+                places.add(root + path[len(holder):])
+        here = [place for place in places if place in self.case.after.nodes
+                and self.case.after.nodes[place].same_thing(node)]
+        self._explained.update(here)
+        in_trash = any(self._trash_of(holder) for holder in holders)
+        if here:
+            now = self.case.after.nodes[here[0]]
+            if not now.same_content(node) or (now.mode != node.mode and not in_trash):
+                self.problem("a ticked file is not what it was", path)
+            if len(here) > 1 and not self.case.deed.moved:
+                self.problem("a ticked file lies in two places", path)
+            return
+        if in_trash or self.case.deed.is_gone(path):
+            if self._state[holders[0]] != "gone" and not self._may_be_partial(holders[0]):
+                self.problem("a part of an item in the Trash is gone", path)
+            return
+        self.problem("lost", path)
+
+    def _may_be_partial(self, target):
+        return self.case.disturbed or self.case.ended or target in self.case.hindered
+
+    def _is_book_keeping(self, path):
+        """Notes of ticked items, lists of sizes and our own state have rules of their own."""
+        for trash in self.case.trashes:
+            if path == trash.top + b"/directorysizes":
+                return True
+            if below(path, trash.top + b"/expunged") or path == trash.top + b"/expunged":
+                return True
+            if below(path, trash.info):
+                name = path[len(trash.info) + 1:]
+                if name.endswith(b".trashinfo") and trash.files + b"/" + name[:-10] in self._targets:
+                    return True
+        return self._is_own_state(path) or path in self.case.debris
+
+    @staticmethod
+    def _is_own_state(path):
+        return any(part in OWN_STATE for part in path.split(b"/"))
+
+    def _kept_node(self, path, node):
+        if self.case.deed.is_gone(path):
+            return
+        for place in self._homes(path):
+            now = self.case.after.nodes.get(place)
+            if now is None or not now.same_thing(node):
+                continue
+            self._explained.add(place)
+            if not now.same_content(node):
+                self.problem("an unticked file was changed", path)
+            elif now.mode != node.mode and not (self.case.ended and self._is_trash_folder(path)):
+                self.problem(f"the mode of an unticked file was changed to {now.mode:o}", path)
+            elif now.modified != node.modified and node.kind != "folder":
+                self.problem("an unticked file was touched", path)
+            return
+        self.problem("an unticked file is not where it was", path)
+
+    def _is_trash_folder(self, path):
+        return any(path in (trash.top, trash.files, trash.info) for trash in self.case.trashes)
+
+    # Notes and sizes
+
+    def _notes(self):
+        for path, state in self._state.items():
+            trash = self._trash_of(path)
+            if trash is not None:
+                self._note_of_trashed(path, state, trash)
+                if state == "trash" or state == "expunged" and not self.case.disturbed:
+                    self.problem("an item of the Trash was left under another name", path)
+            elif state == "trash":
+                self._note_of_moved(path, self._root_of[path])
+            elif state == "gone" and not self.case.deed.is_gone(path):
+                self.problem("not in its place and in no Trash", path)
+            elif state == "expunged":
+                self.problem("a file that was no Trash's lies in expunged", path)
+
+    def _note_of_trashed(self, path, state, trash):
+        note = trash.info + b"/" + path[len(trash.files) + 1:] + b".trashinfo"
+        was = self.case.before.nodes.get(note)
+        if was is None or b"/" in path[len(trash.files) + 1:]:
+            return
+        now = [self.case.after.nodes[place] for place in self._homes(note) if place in self.case.after.nodes]
+        if state == "gone":
+            if now and not (self.case.disturbed or self.case.ended):
+                self.problem("the note of an item that is gone remains", path)
+        elif not any(node.same_thing(was) and node.same_content(was) for node in now):
+            self.problem("the note of an item that is still in the Trash is gone", path)
+
+    def _note_of_moved(self, path, root):
+        self._explained.add(root)
+        folder, _, name = root.rpartition(b"/")
+        for trash in self.case.trashes:
+            if folder not in self._homes(trash.files):
+                continue
+            for info in self._homes(trash.info):
+                node = self.case.after.nodes.get(info + b"/" + name + b".trashinfo")
+                if node is not None and node.kind == "file":
+                    self._explained.add(info + b"/" + name + b".trashinfo")
+                    self._judge_note(path, node, trash)
+                    return
+        self.problem("in a Trash without a note", path)
+
+    def _judge_note(self, path, node, trash):
+        note = trashes.note(node.data)
+        if note is None:
+            self.problem(f"a note that nobody can read ({node.data[:60]!r})", path)
+            return
+        named = note.path if not trash.base else trash.base + b"/" + note.path
+        places = {self.case.absolute(place) if not trash.base else place for place in self._homes(path)}
+        if named not in places:
+            self.problem(f"a note that names another place ({note.path!r})", path)
+        when = time.mktime(time.strptime(note.date, "%Y-%m-%dT%H:%M:%S"))
+        if not self.case.disturbed and abs(when - self.case.started) > 120:
+            self.problem(f"a note with another time ({note.date})", path)
+        if node.mode & 0o077:
+            self.problem("a note that others may read", path)
+
+    def _sizes(self):
+        for trash in self.case.trashes:
+            path = trash.top + b"/directorysizes"
+            was = self.case.before.nodes.get(path)
+            if was is not None and was.kind != "file":
+                now = [self.case.after.nodes.get(place) for place in self._homes(path)]
+                if not any(node is not None and node.same_thing(was) and node.data == was.data for node in now):
+                    self.problem("a directorysizes that is no file was touched", path)
+                self._explained.update(self._homes(path))
+                continue
+            if self.case.deed.moved and at_or_below(path, self.case.deed.moved[0]):
+                continue
+            self._judge_sizes(trash, path, was, self.case.after.nodes.get(path))
+
+    def _judge_sizes(self, trash, path, was, now):
+        if now is None:
+            if was is not None:
+                self.problem("directorysizes is gone", path)
+            return
+        self._explained.add(path)
+        old = was.data.splitlines() if was is not None else []
+        new = now.data.splitlines()
+        removed = {target[len(trash.files) + 1:] for target, state in self._state.items()
+                   if self._trash_of(target) is trash and state == "gone"}
+        for line in old:
+            if line not in new and trashes.size_name(line) not in removed:
+                self.problem(f"directorysizes lost a line of another item ({line[:60]!r})", path)
+        if not (self.case.disturbed or self.case.ended):
+            for line in new:
+                if trashes.size_name(line) in removed:
+                    self.problem(f"directorysizes keeps the line of an item that is gone ({line[:60]!r})", path)
+        for line in new:
+            if line not in old:
+                self._judge_new_size(trash, line)
+
+    def _judge_new_size(self, trash, line):
+        name = trashes.size_name(line)
+        place = trash.files + b"/" + (name or b"")
+        top = self.case.after.nodes.get(place)
+        note = self.case.after.nodes.get(trash.info + b"/" + (name or b"") + b".trashinfo")
+        if name is None or top is None or top.kind != "folder" or note is None:
+            self.problem(f"directorysizes has a line for something that is no folder in the Trash ({line[:60]!r})")
+            return
+        if self.case.disturbed:
+            return
+        size, stamp, _ = line.split(b" ", 2)
+        seen = {(node.device, node.inode): node.blocks for node in self.case.after.subtree(place).values()}
+        if int(size) != sum(seen.values()) * SECTOR:
+            self.problem(f"directorysizes says {size.decode()} bytes of {sum(seen.values()) * SECTOR}", place)
+        if int(stamp) != note.modified // 1_000_000_000:
+            self.problem("directorysizes has another time than the note", place)
+
+    # What is new
+
+    def _left_behind(self):
+        for path, node in self.case.after.nodes.items():
+            old = self.case.before.nodes.get(path)
+            if old is not None and (old.same_thing(node) or path in self._explained):
+                continue
+            if path in self._explained or any(at_or_below(path, p) for p in self.case.precious):
+                continue
+            if self._is_expected(path, node):
+                continue
+            if self.case.ended and (self._is_near_trash(path) or self._is_own_state(path)):
+                self.debris.add(path)
+            else:
+                self.problem("left behind", path)
+        for path in self.case.debris & self.case.after.nodes.keys():
+            if path not in self._explained:
+                self.problem("what a killed clean left is still there after the next", path)
+        for path, stranger in self.case.deed.made.items():
+            self._stranger(path, stranger)
+
+    def _is_near_trash(self, path):
+        return any(below(path, trash.top) or path in self._homes(trash.files) for trash in self.case.trashes)
+
+    def _is_expected(self, path, node):
+        if path in self._made_places:
+            return True
+        if self._is_own_state(path):
+            return not self._looks_temporary(path)
+        if node.kind != "folder":
+            return False
+        for trash in self.case.trashes:
+            parts = (trash.top, trash.files, trash.info, trash.top + b"/expunged")
+            if any(path in self._homes(part) or below(part, path) for part in parts):
+                return True
+        return False
+
+    @staticmethod
+    def _looks_temporary(path):
+        name = path.rpartition(b"/")[2]
+        return name.endswith((b".tmp", b".new", b"~")) or name.startswith(b".")
+
+    def _stranger(self, path, stranger):
+        """What somebody put there during the clean was not shown, and is kept."""
+        for place in self.case.deed.places_of_made(path):
+            now = self.case.after.nodes.get(place)
+            if now is not None and now.same_thing(stranger) and now.same_content(stranger):
+                return
+        for place in self._where.get((stranger.device, stranger.inode, stranger.kind), []):
+            folder, _, name = place.rpartition(b"/")
+            for trash in self.case.trashes:
+                if folder in self._homes(trash.files):
+                    infos = [info + b"/" + name + b".trashinfo" for info in self._homes(trash.info)]
+                    self._explained.update(infos)
+                    same_kind = self.case.before.nodes.get(path)
+                    is_alike = same_kind is not None and same_kind.kind == stranger.kind
+                    if any(info in self.case.after.nodes for info in infos) and (is_alike or self.case.disturbed):
+                        return
+            if self.case.ended and b"/expunged/" in place:
+                return
+            if any(at_or_below(place, root) for root in self._root_of.values() if root):
+                return  # it lies inside a target, which moved as a whole
+            self.problem(f"somebody else's file was moved to {os.fsdecode(place)!r}", path)
+            return
+        if not any(below(path, target) and self._trash_of(target) for target in self._targets):
+            self.problem("somebody else's file is lost", path)
+
+    def _bodies_first(self):
+        rows = {}
+        for target in self.case.ticked:
+            rows.setdefault(target.row, []).append(target)
+        for row in rows.values():
+            bodies = [target for target in row if target.is_body]
+            if not bodies or self.case.deed.moved or self.case.deed.gone:
+                continue
+            if any(self._state.get(target.path) == "place" for target in bodies):
+                for target in row:
+                    if self._state.get(target.path) == "trash":
+                        self.problem("a leftover went, its application stayed", target.path)
+
+    # What was said
+
+    def _report(self):
+        report = self.case.report
+        removed = [target for target in self.case.ticked if self._state.get(target.path) in ("trash", "gone")
+                   and not (self._trash_of(target.path) and self._state[target.path] == "trash")]
+        if self.case.early:
+            return
+        attempted = report.get("attemptedCount")
+        if attempted != len(self.case.ticked):
+            self.problem(f"the report says {attempted} attempted of {len(self.case.ticked)} ticked")
+        if report.get("freedBytes") != sum(target.bytes for target in self.case.ticked):
+            self.problem(f"the report's estimate is {report.get('freedBytes')}")
+        if self.case.blind:
+            return
+        self._removed_count(report, removed)
+        self._failures(report)
+        if report.get("processedBytes") is not None and not self._other_hand():
+            processed = sum(target.bytes for target in removed)
+            if report["processedBytes"] != processed:
+                self.problem(f"the report says {report['processedBytes']} bytes processed of {processed}")
+
+    def _other_hand(self):
+        deed = self.case.deed
+        return bool(deed.moved or deed.gone or deed.made)
+
+    def _removed_count(self, report, removed):
+        count = report.get("removedCount")
+        least = len(removed)
+        most = least
+        if self._other_hand():  # something of the same kind may have gone in the target's place, or it went by itself
+            most += 1
+            least -= sum(1 for target in removed if self.case.deed.is_gone(target.path))
+        inside = sum(1 for state in self._state.values() if state == "inside")
+        if not least <= count <= most:
+            self.problem(f"the report says {count} removed of {least} (and {inside} inside others)")
+
+    def _failures(self, report):
+        failed = report.get("failedCount", 0) - self.case.other_failures
+        kept = report.get("keptCount") or 0
+        lines = report.get("failures", [])
+        if report.get("failedCount", 0) > 0 and not lines:
+            self.problem("failures without a line")
+        still = sum(1 for state in self._state.values() if state in ("place", "partial", "expunged"))
+        still += sum(1 for path, state in self._state.items() if state == "trash" and self._trash_of(path))
+        if self._other_hand():
+            return
+        given_up = any("disk is full" in line or "Read-only" in line or "No space" in line for line in lines)
+        if failed + kept > still:
+            self.problem(f"the report says {failed} failed and {kept} kept of {still}")
+        if failed + kept < still and not given_up and not self.case.ended:
+            self.problem(f"{still} targets stayed, the report tells of {failed + kept}")
+
+
+def read_report(text):
+    """The report that the probe printed; None when it is not whole."""
+    try:
+        return json.loads(text)
+    except ValueError:
+        return None
