@@ -71,3 +71,14 @@ enum { StandInUnitsStyleShort = 2 };
 @property(copy) NSLocale* locale;
 - (NSString*)localizedStringForDate:(NSDate*)date relativeToDate:(NSDate*)referenceDate;
 @end
+
+#define NSAppleEventManager StandInAppleEventManager
+@interface StandInAppleEventManager : NSObject
++ (StandInAppleEventManager*)sharedAppleEventManager;
+- (void)setEventHandler:(id)handler
+            andSelector:(SEL)selector
+          forEventClass:(AEEventClass)eventClass
+             andEventID:(AEEventID)eventID;
+- (void)removeEventHandlerForEventClass:(AEEventClass)eventClass andEventID:(AEEventID)eventID;
+@end
+typedef NSString* NSNotificationName;
