@@ -95,7 +95,7 @@ TEST(DarwinWalk, NoEntryCostsACallOfItsOwn) {
     home.fifo("pipe");
     const DarwinSystem darwin({});
     Recorder recorder(home.path());
-    record(recorder, home.path());
+    (void)record(recorder, home.path());
     EXPECT_EQ(recorder.visits, 4U);
     EXPECT_THAT(darwin.statted(), ElementsAre("", "")); // each folder that was opened
 }
@@ -113,7 +113,7 @@ TEST(DarwinWalk, EveryHelperIsAsUrgentAsTheThreadThatWalks) {
             ++urgencies[vellmoor::test::urgencyOfThread()];
             return Action::Continue;
         };
-        record(recorder, home.path(), 4);
+        (void)record(recorder, home.path(), 4);
     }).join();
     ASSERT_EQ(urgencies.size(), 1U);
     EXPECT_EQ(urgencies.begin()->first, 0x19U);
@@ -219,7 +219,7 @@ TEST(DarwinWalk, NoThreadOfTheWalkMayFetchAndTheCallersMayAgainAfterwards) {
     Recorder recorder(home.path());
     {
         const ThreadPolicy outer;
-        record(recorder, home.path(), 1);
+        (void)record(recorder, home.path(), 1);
         EXPECT_FALSE(threadMayFetch()); // as it was
     }
 }
