@@ -1,8 +1,9 @@
-// The shell and the workspace over AppKit as tests/support/foundation plays it: which object is asked for what, and what
-// becomes of its answers. How macOS itself behaves is seen on a Mac only.
+// The shell and the workspace over AppKit as tests/support/foundation plays it: which object is asked for what, and
+// what becomes of its answers. How macOS itself behaves is seen on a Mac only.
+#include "MacShell.h"
+
 #include "AppKitWorkspace.h"
 #include "L.h"
-#include "MacShell.h"
 #include "Stage.h"
 
 #include <gmock/gmock.h>

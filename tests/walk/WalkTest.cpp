@@ -6,14 +6,14 @@
 
 #include <gmock/gmock.h>
 
+#include <cerrno>
 #include <chrono>
 #include <fcntl.h>
-#include <cerrno>
 #include <limits>
-#include <system_error>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
+#include <system_error>
 #include <unistd.h>
 
 namespace vellmoor::walk::test {

@@ -53,8 +53,8 @@ NSMenu* menuIn(NSMenu* bar, NSString* title) {
     (void)notification;
     [self installStatusItem];
     [self installMenus];
-    // AppKit has its own handlers by now; these take the place of what it does about a click on the Dock icon, and about
-    // a log-out or the Dock's "Quit": Qt would answer that it does not quit, which ends the log-out.
+    // AppKit has its own handlers by now; these take the place of what it does about a click on the Dock icon, and
+    // about a log-out or the Dock's "Quit": Qt would answer that it does not quit, which ends the log-out.
     NSAppleEventManager* events = NSAppleEventManager.sharedAppleEventManager;
     [events setEventHandler:self
                 andSelector:@selector(reopen:withReplyEvent:)

@@ -1,4 +1,5 @@
-// What failed in the field, for the system's log (Console, `log show --predicate 'subsystem == "org.vellmoor.Vellmoor"'`).
+// What failed in the field, for the system's log (Console, `log show --predicate 'subsystem ==
+// "org.vellmoor.Vellmoor"'`).
 #pragma once
 
 #include <cstdint>

@@ -1,8 +1,7 @@
 // Facts of single paths as macOS tells them. The folders are real, flags and mounts come from tests/support/darwin.
-#include "MacPlatform.h"
-
 #include "DarwinSystem.h"
 #include "MacPaths.h"
+#include "MacPlatform.h"
 #include "PosixFiles.h"
 #include "ScopedUnprivileged.h"
 #include "TemporaryFolder.h"

@@ -1,9 +1,8 @@
 // What the Mac's platform asks of Foundation and AppKit, and what it makes of their answers. The answers are those of
 // tests/support/foundation: they show that the right question is asked, not what a Mac would say.
+#include "DarwinSystem.h"
 #include "MacHost.h"
 #include "MacPlatform.h"
-
-#include "DarwinSystem.h"
 #include "QuitAnswers.h"
 #include "Stage.h"
 #include "TemporaryFolder.h"
@@ -122,9 +121,10 @@ TEST_F(MacStaged, APackageIsOneByItsExtensionOrByFindersMark) {
 }
 
 TEST_F(MacStaged, OnlyWhatStillRunsIsRunning) {
-    stage().applications = {{.pid = 10, .name = "Mail", .identifier = "com.apple.mail", .bundle = "/Applications/Mail.app"},
-                            {.pid = 11, .name = "Gone", .isTerminated = true},
-                            {.pid = 12, .name = "tool", .isActive = true}};
+    stage().applications = {
+        {.pid = 10, .name = "Mail", .identifier = "com.apple.mail", .bundle = "/Applications/Mail.app"},
+        {.pid = 11, .name = "Gone", .isTerminated = true},
+        {.pid = 12, .name = "tool", .isActive = true}};
     const auto running = platform_.runningApplications();
     ASSERT_THAT(running, SizeIs(2));
     EXPECT_EQ(running[0].pid, 10);
@@ -146,7 +146,8 @@ TEST_F(MacStaged, EveryProcessOfTheApplicationIsAskedToQuitAndNoOther) {
     EXPECT_EQ(platform_.requestQuit(applicationAt("/Applications//A.app/")), QuitOutcome::Requested);
     EXPECT_THAT(stage().applications,
                 ElementsAre(Field(&test::StagedApplication::requests, 1), Field(&test::StagedApplication::requests, 0),
-                            Field(&test::StagedApplication::requests, 0), Field(&test::StagedApplication::requests, 1)));
+                            Field(&test::StagedApplication::requests, 0),
+                            Field(&test::StagedApplication::requests, 1)));
 }
 
 TEST_F(MacStaged, AnApplicationWithoutAPlaceDoesNotRun) {

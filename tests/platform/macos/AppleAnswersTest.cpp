@@ -1,6 +1,5 @@
 // What only Apple's own Foundation answers: volumes, bundles, packages, texts. On a Mac only.
 #include "MacPlatform.h"
-
 #include "TemporaryFolder.h"
 
 #include <gmock/gmock.h>

@@ -39,7 +39,7 @@ constexpr int mayFetch = 0, mayNotFetch = 1;
 constexpr int typeOfFetching = 3, scopeOfThread = 1; // IOPOL_TYPE_VFS_MATERIALIZE_DATALESS_FILES, IOPOL_SCOPE_THREAD
 thread_local int policy = mayFetch;
 
-constexpr int doNotWait = 2;              // MNT_NOWAIT
+constexpr int doNotWait = 2;               // MNT_NOWAIT
 constexpr unsigned ordinaryUrgency = 0x15; // QOS_CLASS_DEFAULT
 thread_local unsigned urgency = ordinaryUrgency;
 
@@ -431,10 +431,13 @@ int darwin_getattrlist(const char* path, void* wanted, void* buffer, std::size_t
         std::array<unsigned char, 32> finderInfo;
     } answer{};
     static_assert(sizeof answer == 36);
+    std::array<char, PATH_MAX> resolved{};
+    const char* const asked = follows ? ::realpath(path, resolved.data()) : path;
     const std::lock_guard lock(mutex);
     noteCall();
     answer.length = sizeof answer;
-    answer.finderInfo[8] = traits().bundles.contains(lastComponent(path)) && !S_ISLNK(facts.st_mode) ? 0x20 : 0;
+    const bool isMarked = asked != nullptr && traits().bundles.contains(lastComponent(asked));
+    answer.finderInfo[8] = isMarked && !S_ISLNK(facts.st_mode) ? 0x20 : 0;
     std::memcpy(buffer, &answer, std::min(size, sizeof answer));
     return 0;
 }

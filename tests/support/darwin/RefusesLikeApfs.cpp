@@ -1,5 +1,6 @@
 // Loaded before a test program (LD_PRELOAD), makes the file system refuse what APFS refuses: names that are no UTF-8,
-// files made by mknod(), times beyond 64 bits of nanoseconds. So it is seen here whether a test asks before it wants one.
+// files made by mknod(), times beyond 64 bits of nanoseconds. So it is seen here whether a test asks before it wants
+// one.
 #include "Utf8.h"
 
 #include <cerrno>

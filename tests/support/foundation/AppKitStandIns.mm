@@ -1,9 +1,8 @@
 #include "Stage.h"
 
+#import <AppKit/AppKit.h>
 #include <cstring>
 #include <utility>
-
-#import <AppKit/AppKit.h>
 
 #pragma clang diagnostic ignored "-Wincomplete-implementation"
 #pragma clang diagnostic ignored "-Wprotocol"
@@ -232,8 +231,8 @@ void CGContextRelease(CGContextRef context) {
     const bool isPlain = from.size.width == 0 && op == NSCompositingOperationSourceOver && fraction == 1;
     auto* context = reinterpret_cast<CGContext*>(of(NSGraphicsContext.currentContext).target);
     if (isPlain && context != nullptr) {
-        stage().drawings.push_back({rect.origin.x, rect.origin.y, rect.size.width, rect.size.height,
-                                    context->bytesPerRow, context->info});
+        stage().drawings.push_back(
+            {rect.origin.x, rect.origin.y, rect.size.width, rect.size.height, context->bytesPerRow, context->info});
     }
 }
 @end

@@ -1,7 +1,6 @@
 #include "Stage.h"
 
 #include <Foundation/Foundation.h>
-
 #include <cerrno>
 #include <unistd.h>
 
@@ -202,8 +201,8 @@ const void* StandInTrue(void) {
 - (NSString*)localizedStringForDate:(NSDate*)date relativeToDate:(NSDate*)referenceDate {
     const double seconds = [date timeIntervalSince1970] - [referenceDate timeIntervalSince1970];
     id identifier = language;
-    const std::string told = std::to_string(style) + " " + [identifier UTF8String] + " " +
-                             std::to_string(static_cast<long long>(seconds));
+    const std::string told =
+        std::to_string(style) + " " + [identifier UTF8String] + " " + std::to_string(static_cast<long long>(seconds));
     stage().relativeDates.push_back(told);
     return objectOf(told);
 }

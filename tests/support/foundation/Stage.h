@@ -50,13 +50,13 @@ struct StagedDrawing {
 /// One for the whole program; a test sets it up anew by reset().
 struct Stage {
     std::filesystem::path home = "/Users/anna";
-    std::filesystem::path trash;           ///< where trashed items go; empty: the volume has none
-    std::string trashFailure;              ///< the system's sentence then
-    std::vector<StagedVolume> volumes;     ///< in the system's order
+    std::filesystem::path trash;            ///< where trashed items go; empty: the volume has none
+    std::string trashFailure;               ///< the system's sentence then
+    std::vector<StagedVolume> volumes;      ///< in the system's order
     std::optional<std::int64_t> totalBytes; ///< of every volume
     std::optional<std::int64_t> importantBytes;
     std::optional<std::int64_t> plainBytes; ///< what is free without anything given up: not what is asked for
-    std::set<std::string> packages;        ///< extensions with the dot
+    std::set<std::string> packages;         ///< extensions with the dot
     std::vector<StagedApplication> applications;
 
     // AppKit
@@ -80,7 +80,7 @@ struct Stage {
     unsigned long long activity = 0; ///< the options of the activity that goes on; 0: none
     std::set<std::pair<std::uint32_t, std::uint32_t>> appleEvents; ///< those with a handler of the program's own
 
-    std::vector<std::string> addresses;    ///< made of paths, "folder" or "file" before each
+    std::vector<std::string> addresses;     ///< made of paths, "folder" or "file" before each
     std::vector<std::string> relativeDates; ///< each "style locale seconds"
 };
 
