@@ -56,7 +56,7 @@ for target in "${targets[@]}"; do
       readers=(tests/support/linux/PropertyLists.cpp src/platform/{PosixFiles,linux/Files}.cpp)
       packages=(libplist-2.0) ;;
     AttributeRecord) readers=(src/walk/macos/AttributeRecord.cpp) ;;
-    *) readers=(src/engine/memory/MemoryText.cpp src/engine/processes/ControlGroups.cpp) ;;
+    *) readers=(src/engine/memory/MemoryText.cpp src/engine/processes/ControlGroups.cpp src/platform/ProcessLine.cpp) ;;
   esac
   headers=()
   for reader in "${readers[@]}"; do

@@ -1,5 +1,6 @@
 #include "CleanupItem.h"
 
+#include "ByteCount.h"
 #include "CheckedMath.h"
 #include "L.h"
 
@@ -24,6 +25,10 @@ std::int64_t sumOverSelection(const CleanupItem& item, Amount amount) {
     return sum;
 }
 
+std::string sizeText(std::int64_t bytes, bool isAtLeast) {
+    return isAtLeast ? L::tr("至少 %@", byteCountText(bytes)) : byteCountText(bytes);
+}
+
 /// Takes `bytes` and `files` of `target` out of the row's figures.
 void subtract(CleanupItem& item, const CleanupTarget& target, std::int64_t bytes, std::int64_t files) {
     item.bytes = checkedSub(item.bytes, bytes);
@@ -35,6 +40,14 @@ void subtract(CleanupItem& item, const CleanupTarget& target, std::int64_t bytes
 }
 
 } // namespace
+
+std::string CleanupTarget::sizeText() const {
+    return vellmoor::sizeText(bytes, isAtLeast);
+}
+
+std::string CleanupItem::sizeText() const {
+    return vellmoor::sizeText(bytes, isAtLeast);
+}
 
 std::int64_t CleanupItem::selectedBytes() const {
     return sumOverSelection(*this, [](const CleanupTarget& target) { return target.bytes; });

@@ -68,4 +68,8 @@ std::vector<std::string> separated(std::string_view text, char separator) {
     return parts;
 }
 
+bool containsAny(std::string_view text, const std::vector<std::string>& pieces) {
+    return std::ranges::any_of(pieces, [&](const std::string& piece) { return text.contains(piece); });
+}
+
 } // namespace vellmoor

@@ -38,6 +38,16 @@ std::optional<FileIdentity> Platform::identity(const Path& path) const {
     return known ? std::optional(identityOf(*known)) : std::nullopt;
 }
 
+std::optional<Path> Platform::realPlace(const Path& path) const {
+    const std::optional<Path> folder = realPath(path.parent_path());
+    return folder ? std::optional(*folder / path.filename()) : std::nullopt;
+}
+
+bool Platform::isFolder(const Path& path) const {
+    const std::optional<FileFacts> known = facts(path);
+    return known && known->isDirectory;
+}
+
 std::optional<std::string> Platform::fileStart(const Path& path, std::size_t count) const {
     return files::start(path, count);
 }

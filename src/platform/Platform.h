@@ -10,6 +10,7 @@
 #include <expected>
 #include <filesystem>
 #include <map>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -62,7 +63,11 @@ struct Capacity {
 struct TrashFolder {
     Path folder;
     Path contents;
+    Path anchor; ///< the folder of the user's or of the volume from which it is reached without following a link
 };
+
+struct TrashPlaces;
+class TrashSession;
 
 struct CommandResult {
     std::int32_t status = -1; ///< -1: could not be started
@@ -136,7 +141,9 @@ public:
 
     // Facts. Reading fails to "nothing", never to an error.
     [[nodiscard]] virtual std::optional<FileFacts> facts(const Path& path) const = 0;
-    /// macOS follows a link, Linux does not (a dangling link exists).
+    /// Whether there is a folder itself; a link to one is none.
+    [[nodiscard]] bool isFolder(const Path& path) const;
+    /// macOS follows a link. Linux does not (a dangling link exists), and what it may not ask about exists, too.
     [[nodiscard]] virtual bool exists(const Path& path) const = 0;
     [[nodiscard]] virtual bool isReadable(const Path& path) const = 0;
     [[nodiscard]] virtual bool isExecutable(const Path& path) const = 0;
@@ -152,6 +159,9 @@ public:
     [[nodiscard]] virtual Path standardized(const Path& path) const = 0;
     /// All links resolved; nothing when the path does not exist.
     [[nodiscard]] virtual std::optional<Path> realPath(const Path& path) const = 0;
+    /// Where a move or removal of `path` would act: the links above it resolved, its own last component kept, since
+    /// such a change acts on a link and not on what it names. Nothing when the folder above does not exist.
+    [[nodiscard]] std::optional<Path> realPlace(const Path& path) const;
     [[nodiscard]] virtual bool isMountPoint(const Path& path) const = 0;
     /// macOS: a folder that is shown as one file. Linux has none.
     [[nodiscard]] virtual bool isPackage(const Path& folder) const = 0;
@@ -161,10 +171,8 @@ public:
     [[nodiscard]] virtual std::optional<FileIdentity> identity(const Path& path) const;
 
     // Changes. The caller has asked the user; each answers the reason when it did not happen.
-    /// Into the Trash that the system chooses; never a deletion.
-    [[nodiscard]] virtual Outcome moveToTrash(const Path& path) const = 0;
-    /// For good, with everything below; `path` lies in `trash.contents`, its restore notes go with it.
-    [[nodiscard]] virtual Outcome removeFromTrash(const Path& path, const TrashFolder& trash) const = 0;
+    /// One clean's work with the Trash; the folders are opened at once.
+    [[nodiscard]] virtual std::unique_ptr<TrashSession> trashSession(TrashPlaces places) const = 0;
     /// Never replaces an existing destination.
     [[nodiscard]] virtual Outcome moveItem(const Path& from, const Path& to) const = 0;
     /// With the folders above it; an existing folder is no failure.

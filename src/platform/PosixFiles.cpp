@@ -51,10 +51,14 @@ std::optional<std::string> contents(const Path& path, std::size_t limit) {
     if (!descriptor || ::fstat(descriptor.get(), &status) != 0 || !S_ISREG(status.st_mode)) {
         return std::nullopt;
     }
+    return contents(descriptor.get(), limit);
+}
+
+std::optional<std::string> contents(int descriptor, std::size_t limit) {
     std::string bytes;
     std::array<char, 16384> block;
     for (;;) { // files of /proc have length 0: only reading tells
-        const ssize_t count = ::read(descriptor.get(), block.data(), block.size());
+        const ssize_t count = ::read(descriptor, block.data(), block.size());
         if (count == 0) {
             return bytes;
         }
@@ -100,15 +104,6 @@ std::optional<Path> linkTarget(const Path& path) {
 std::optional<Path> realPath(const Path& path) {
     const std::unique_ptr<char, decltype(&std::free)> resolved(::realpath(path.c_str(), nullptr), &std::free);
     return resolved ? std::optional<Path>(resolved.get()) : std::nullopt;
-}
-
-std::optional<Path> realPlace(const Path& path) {
-    struct stat status{};
-    if (::lstat(path.c_str(), &status) != 0 || !S_ISLNK(status.st_mode)) {
-        return realPath(path);
-    }
-    const std::optional<Path> folder = realPath(path.parent_path());
-    return folder ? std::optional<Path>(*folder / path.filename()) : std::nullopt;
 }
 
 bool writeAll(int descriptor, std::string_view bytes) {

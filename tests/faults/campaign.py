@@ -23,7 +23,7 @@ def machine_here(cleaner, faults, folder, number):
     """This machine, with an area of the given number below the folder. The calling process gets mounts of its own."""
     area = os.fsencode(folder) + b"/%d" % number
     is_root = os.geteuid() == 0
-    has_mounts = False
+    has_mounts = has_disks = False
     if is_root:
         try:
             disk.own_mounts()
@@ -33,8 +33,19 @@ def machine_here(cleaner, faults, folder, number):
             has_mounts = True
         except OSError:
             pass  # a container without the right to mount; the summary says so
+        has_disks = has_mounts and _has_disks(area)
         os.chmod(folder, 0o755)
-    return runner.Machine([readable(word, folder) for word in cleaner], readable(faults, folder), area, is_root, has_mounts)
+    return runner.Machine([readable(word, folder) for word in cleaner], readable(faults, folder), area, is_root, has_mounts,
+                          has_disks)
+
+
+def _has_disks(area):
+    try:
+        runner.mount_image(area + b".disk", area)
+    except OSError:
+        return False
+    disk.unmount(area)
+    return True
 
 
 def readable(program, folder):

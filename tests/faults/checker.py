@@ -1,13 +1,14 @@
 """What must hold after a clean, whatever happened during it. The checker knows the disk before and after, what was ticked,
 what an attacker did, and the report; it answers one line for each promise that was broken."""
 
+import collections
 import json
 import os
 import time
 from dataclasses import dataclass, field
 
 import trashes
-from disk import Tree, at_or_below, below
+from disk import Tree, at_or_below, below, lossy
 
 OWN_STATE = (b"vellmoor", b"Vellmoor", b"org.vellmoor")
 SECTOR = 512
@@ -19,15 +20,6 @@ class Target:
     bytes: int
     row: int
     is_body: bool = False  # of an application
-
-
-@dataclass
-class TrashPlace:
-    """One Trash, by the parts that a move and a note need; an attacker may have moved a part elsewhere."""
-    files: bytes
-    info: bytes
-    top: bytes
-    base: bytes = b""  # the mount that its notes are relative to; empty: they are absolute
 
 
 @dataclass
@@ -58,7 +50,8 @@ class Case:
     before: Tree
     after: Tree
     ticked: list
-    trashes: list
+    trashes: list  # of trashes.Place
+    real: object  # the path without the user's own links
     precious: tuple = (b"precious",)
     deed: Deed = field(default_factory=Deed)
     disturbed: bool = False  # a fault happened, or somebody else acted
@@ -134,14 +127,15 @@ class Checker:
             parent = place.rpartition(b"/")[0]
             if any(parent in self._homes(trash.files) for trash in self.case.trashes):
                 return place, "trash"
-            if any(parent in self._homes(trash.top + b"/expunged") for trash in self.case.trashes):
-                return place, "expunged"
         for outer in self._outer_targets(path):
             root = self._root_of.get(outer)
             if root is None:
                 root, _ = self._state_of(outer, self._where.get(self._key(outer), []))
             if root is not None and root + path[len(outer):] in found:
                 return root + path[len(outer):], "inside"
+        for place in found:
+            if any(below(place, top) for trash in self.case.trashes for top in self._homes(trash.top)):
+                return place, "expunged"  # out of the user's sight, on its way out or back
         return None, "gone"
 
     def _key(self, path):
@@ -214,7 +208,7 @@ class Checker:
         for trash in self.case.trashes:
             if path == trash.top + b"/directorysizes":
                 return True
-            if below(path, trash.top + b"/expunged") or path == trash.top + b"/expunged":
+            if at_or_below(path, trash.top + b"/expunged"):
                 return True
             if below(path, trash.info):
                 name = path[len(trash.info) + 1:]
@@ -294,7 +288,7 @@ class Checker:
             self.problem(f"a note that nobody can read ({node.data[:60]!r})", path)
             return
         named = note.path if not trash.base else trash.base + b"/" + note.path
-        places = {self.case.absolute(place) if not trash.base else place for place in self._homes(path)}
+        places = {self.case.absolute(place) for place in self._homes(path)}
         if named not in places:
             self.problem(f"a note that names another place ({note.path!r})", path)
         when = time.mktime(time.strptime(note.date, "%Y-%m-%dT%H:%M:%S"))
@@ -413,7 +407,7 @@ class Checker:
                     is_alike = same_kind is not None and same_kind.kind == stranger.kind
                     if any(info in self.case.after.nodes for info in infos) and (is_alike or self.case.disturbed):
                         return
-            if self.case.ended and b"/expunged/" in place:
+            if self.case.ended and self._is_near_trash(place):
                 return
             if any(at_or_below(place, root) for root in self._root_of.values() if root):
                 return  # it lies inside a target, which moved as a whole
@@ -439,7 +433,8 @@ class Checker:
 
     def _report(self):
         report = self.case.report
-        removed = [target for target in self.case.ticked if self._state.get(target.path) in ("trash", "gone")
+        unique = {target.path: target for target in reversed(self.case.ticked)}.values()  # two rows may name one path
+        removed = [target for target in unique if self._state.get(target.path) in ("trash", "gone")
                    and not (self._trash_of(target.path) and self._state[target.path] == "trash")]
         if self.case.early:
             return
@@ -452,6 +447,7 @@ class Checker:
             return
         self._removed_count(report, removed)
         self._failures(report)
+        self._outcomes(report)
         if report.get("processedBytes") is not None and not self._other_hand():
             processed = sum(target.bytes for target in removed)
             if report["processedBytes"] != processed:
@@ -487,6 +483,38 @@ class Checker:
             self.problem(f"the report says {failed} failed and {kept} kept of {still}")
         if failed + kept < still and not given_up and not self.case.ended:
             self.problem(f"{still} targets stayed, the report tells of {failed + kept}")
+
+
+    def _outcomes(self, report):
+        """What is said of each target, beside what the disk says and beside the sums."""
+        outcomes = report.get("outcomes")
+        if not outcomes:
+            return
+        fates = collections.Counter(outcome["fate"] for outcome in outcomes)
+        sums = (fates["trashed"] + fates["removed"], fates["failed"] + self.case.other_failures, fates["kept"], len(outcomes))
+        said = tuple(report[key] for key in ("removedCount", "failedCount", "keptCount", "attemptedCount"))
+        if sums != said:
+            self.problem(f"the report's sums are {said}, those of its outcomes {sums}")
+        if self._other_hand():
+            return
+        targets = {lossy(self.case.absolute(path)): path for path in self._targets}
+        allowed = {"trashed": ("trash",), "removed": ("gone",), "vanished": ("gone", "trash", "inside"),
+                   "kept": ("place",), "failed": ("place",), "untried": ("place", "inside")}
+        for outcome in outcomes:
+            path = targets.get(self._said(outcome["path"]))
+            if path is None:
+                self.problem(f"an outcome of something that was not ticked ({outcome['path']!r})")
+            elif self._state.get(path) not in allowed[outcome["fate"]]:
+                self.problem(f"said to be {outcome['fate']}, but its state is {self._state.get(path)}", path)
+            elif outcome["fate"] == "trashed" and lossy(self.case.absolute(self._root_of[path])) != self._said(outcome["place"]):
+                self.problem(f"said to lie in {outcome['place']!r}", path)
+
+
+    def _said(self, url):
+        """A path of the report, as the checker writes it."""
+        area = self.case.absolute(b"")
+        path = os.fsencode(url)
+        return lossy(area + self.case.real(path[len(area):])) if path.startswith(area) else lossy(path)
 
 
 def read_report(text):

@@ -3,6 +3,7 @@
 import ctypes
 import hashlib
 import os
+import re
 import stat
 from typing import NamedTuple
 
@@ -11,6 +12,12 @@ KINDS = {stat.S_IFREG: "file", stat.S_IFDIR: "folder", stat.S_IFLNK: "link", sta
 READ_WHOLE = 1 << 16
 
 _libc = ctypes.CDLL(None, use_errno=True)
+
+
+def lossy(path):
+    """How a path looks when it went through JSON: bytes that are no UTF-8 are one mark, however many they were."""
+    text = path if isinstance(path, str) else path.decode(errors="replace")
+    return re.sub("\ufffd+", "\ufffd", text)
 
 
 class Node(NamedTuple):
@@ -151,6 +158,13 @@ def check(result):
     if result != 0:
         error = ctypes.get_errno()
         raise OSError(error, os.strerror(error))
+
+
+def mounts_below(folder):
+    """Mount points below the folder, the innermost last."""
+    with open("/proc/self/mountinfo", "rb") as mounts:
+        points = [line.split()[4].decode("unicode_escape").encode("latin-1") for line in mounts]
+    return sorted(point for point in points if at_or_below(point, folder))
 
 
 CLONE_NEWNS = 0x00020000

@@ -60,16 +60,19 @@ class Honest:
 
     def remove(self, path):
         self.check_mounts(path)
-        self.open_up(path)
-        self.delete(path)
+        with self.opened(self.trash + b"/files"):
+            self.open_up(path)
+            self.delete(path)
         self.gone.append(os.path.basename(path))
         self.remove_note(os.path.basename(path))
 
     def check_mounts(self, path):
+        if os.path.islink(path):
+            return
         device = os.lstat(path).st_dev
         for folder, folders, _ in os.walk(path):
             for name in folders:
-                if os.lstat(folder + b"/" + name).st_dev != device or os.path.ismount(folder + b"/" + name):
+                if os.lstat(folder + b"/" + name).st_dev != device:
                     raise PermissionError("holds a mounted disk")
         with open("/proc/self/mountinfo", "rb") as mounts:
             if any(line.split()[4].startswith(path + b"/") for line in mounts):

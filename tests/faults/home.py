@@ -25,6 +25,8 @@ class Home:
         self.rng = rng
         self.offers = set()
         self.hindered = set()
+        self.trashes = []  # where something may go, and be removed from
+        self.aliases = {}  # folders that the user reaches by a link, and what they really are
         self._number = 0
 
     # What it is made of
@@ -127,6 +129,13 @@ class Home:
         if choice < 0.85:
             return self.file(relative)
         return self._strange(relative)
+
+    def real(self, relative):
+        """The path without the user's own links."""
+        for link, folder in self.aliases.items():
+            if relative.startswith(link + b"/"):
+                return folder + relative[len(link):]
+        return relative
 
     def offer(self, relative):
         self.offers.add(relative)
@@ -251,12 +260,7 @@ class Home:
 
     def _large(self):
         for _ in range(self.rng.randrange(1, 3)):
-            path = b"home/" + self.rng.choice((b"Videos", b"Documents", b"Downloads")) + b"/" + self.name(b".mkv")
-            self.file(path, days=40)
-            descriptor = os.open(self.path(path), os.O_WRONLY)
-            os.posix_fallocate(descriptor, 0, 251 << 20)
-            os.close(descriptor)
-            self.offer(path)
+            self.large(b"home/" + self.rng.choice((b"Videos", b"Documents", b"Downloads")))
 
     def _applications(self):
         for number in range(self.rng.randrange(1, 3)):
@@ -278,38 +282,73 @@ class Home:
         state = self.rng.choices(("ordinary", "missing", "link", "files link", "info link", "info closed", "files closed",
                                   "closed", "no info", "no files"), (70, 6, 3, 3, 3, 3, 3, 3, 3, 3))[0]
         self.trash_state = state
+        trash = TRASH
+        if state == "link":  # the user keeps it elsewhere
+            trash = b"elsewhere/Trash"
+            self.aliases[TRASH] = trash
+            self.link(TRASH, self.path(trash))
+        if not state.endswith("s link") and state != "info link":
+            self.trashes.append(trashes.Place(trash))
         if state == "missing":
             return
-        if state == "link":
-            self.link(TRASH, self.path(b"precious/Trash"))
-            return
-        self.folder(TRASH, 0o700)
+        self.folder(trash, 0o700)
         for part in (b"files", b"info"):
             if state == part.decode() + " link":
-                self.link(TRASH + b"/" + part, self.path(b"precious/Trash/" + part))
+                self.link(trash + b"/" + part, self.path(b"precious/Trash/" + part))
             elif state != "no " + part.decode():
-                self.folder(TRASH + b"/" + part, 0o700)
-        self._fill_trash(fullness, state)
+                self.folder(trash + b"/" + part, 0o700)
+        self._fill_trash(fullness, state, trash)
         for part in (b"files", b"info"):
             if state == part.decode() + " closed":
-                os.chmod(self.path(TRASH + b"/" + part), 0o500)
+                os.chmod(self.path(trash + b"/" + part), 0o500)
         if state == "closed":
-            os.chmod(self.path(TRASH), 0o500)
+            os.chmod(self.path(trash), 0o500)
 
-    def _fill_trash(self, fullness, state):
+    def disk(self, place, user):
+        """What lies on a disk of its own, mounted there: its Trash has one of two forms, or one that is none."""
+        self.file(place + b"/movie.mkv")
+        self.file(place + b"/holiday/one.jpg")
+        top = place + b"/.Trash-%d" % user
+        own = place + b"/.Trash/%d" % user
+        state = self.rng.choice(("none", "second", "second", "first", "first", "not sticky", "link"))
+        if state in ("first", "not sticky"):
+            self.folder(own, 0o700)
+            os.chmod(self.path(place + b"/.Trash"), 0o1777 if state == "first" else 0o777)
+        elif state == "link":
+            self.link(place + b"/.Trash", self.path(b"precious"))
+        base = self.path(place)
+        self.trashes.append(trashes.Place(top, base))
+        if state == "first":
+            self.trashes.append(trashes.Place(own, base))
+        if state in ("second", "first"):
+            for part in (b"/files", b"/info"):
+                self.folder((top if state == "second" else own) + part, 0o700)
+            self._fill_trash(6, "ordinary", top if state == "second" else own)
+        if state == "not sticky":
+            self.file(own + b"/files/another", b"not a Trash")
+
+    def large(self, place):
+        path = place + b"/" + self.name(b".mkv")
+        self.file(path, days=40)
+        descriptor = os.open(self.path(path), os.O_WRONLY)
+        os.posix_fallocate(descriptor, 0, 251 << 20)
+        os.close(descriptor)
+        self.offer(path)
+
+    def _fill_trash(self, fullness, state, trash):
         sizes = []
         for _ in range(self.rng.randrange(fullness)):
             name = self.name(limit=self.rng.choice((245, 255)))
             if state not in ("files link", "no files"):
-                self.thing(TRASH + b"/files/" + name)
-                self.offer(TRASH + b"/files/" + name)
+                self.thing(trash + b"/files/" + name)
+                self.offer(trash + b"/files/" + name)
             if state not in ("info link", "no info") and len(name) <= 245 and self.chance(0.85):
-                self.file(TRASH + b"/info/" + name + b".trashinfo", self._note(name))
+                self.file(trash + b"/info/" + name + b".trashinfo", self._note(name))
             if self.chance(0.5):
                 sizes.append(self._size_line(name))
         if state not in ("info link", "no info") and self.chance(0.3):
-            self.file(TRASH + b"/info/orphan.trashinfo", trashes.written(b"/home/x/orphan"))
-        self._sizes(sizes)
+            self.file(trash + b"/info/orphan.trashinfo", trashes.written(b"/home/x/orphan"))
+        self._sizes(sizes, trash)
 
     def _note(self, name):
         choice = self.rng.random()
@@ -322,8 +361,8 @@ class Home:
         stamp = self.rng.choice((b"1700000000", b"1700000000123"))  # seconds, or KDE's milliseconds
         return b"%d %s %s" % (self.rng.randrange(1 << 30), stamp, quoted)
 
-    def _sizes(self, lines):
-        path = TRASH + b"/directorysizes"
+    def _sizes(self, lines, trash):
+        path = trash + b"/directorysizes"
         choice = self.rng.random()
         if choice < 0.35 or not lines:
             return

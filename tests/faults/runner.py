@@ -4,7 +4,6 @@ import contextlib
 import json
 import os
 import random
-import re
 import select
 import shutil
 import signal
@@ -16,7 +15,7 @@ from dataclasses import dataclass, field
 import checker
 import disk
 import plans
-from home import TRASH, Home
+from home import Home
 
 USER = 20001  # whom root cleans as: rights mean nothing to root itself
 PATIENCE = 60.0
@@ -32,6 +31,7 @@ class Machine:
     area: bytes
     is_root: bool
     has_mounts: bool
+    has_disks: bool
 
 
 @dataclass
@@ -93,17 +93,19 @@ class Run:
     # The area
 
     def _fresh_area(self):
-        if self.machine.has_mounts:
+        """Mostly in memory; on the temporary folder's own disk where that is to be tried, or nothing may be mounted."""
+        self.is_mounted = self.machine.has_mounts and self.rng.random() < 0.85
+        os.makedirs(self.area, exist_ok=True)
+        if self.is_mounted:
             disk.mount("tmpfs", self.area, "tmpfs", 0, "size=2g,mode=755")
-        else:
-            os.makedirs(self.area)
         if self.machine.is_root:
             os.chown(self.area, USER, USER)
 
     def _leave(self):
         if self.machine.has_mounts:
-            disk.unmount(self.area)  # and with it what is mounted below
-        else:
+            for place in reversed(disk.mounts_below(self.area)):
+                disk.unmount(place)
+        if not self.is_mounted:
             _remove(self.area)
 
     def _make_full(self):
@@ -123,17 +125,19 @@ class Run:
         home = Home(self.area, self.rng)
         with as_user(self.machine):
             home.build(self.result.module)
+        self._mount_disk(home)
         self._mount_below(home)
         tree = disk.snapshot(self.area)
-        ticked, others = self._scan(tree, home)
+        ticked, others = self._scan(tree, home, True)
         if ticked is None:
             return
         with as_user(self.machine):
             plan = self._choose(ticked, home)
             if plan.kind == "storm":
                 plan.turn.ready_storm()
-        if plan.kind == "full" and not self.machine.has_mounts:
-            self.result.passed_over.append("a full disk (no mounts here)")
+        if plan.kind == "full" and not self.is_mounted:
+            if not self.machine.has_mounts:
+                self.result.passed_over.append("a full disk (nothing may be mounted)")
             plan = plans.Plan("none")
         self.result.plan, self.result.kind = plan.what, plan.kind
         before = disk.snapshot(self.area)
@@ -166,42 +170,63 @@ class Run:
         time.tzset()
         killed = ended.status in (-signal.SIGKILL, -signal.SIGTERM) and ("kill" in ended.log or "term" in ended.log)
         return checker.Case(
-            area=os.path.realpath(self.area), before=before, after=after, ticked=ticked, trashes=self._trashes(home),
+            area=os.path.realpath(self.area), before=before, after=after, ticked=ticked, trashes=home.trashes, real=home.real,
             deed=plan.turn.deed if plan.turn else checker.Deed(), disturbed=self.result.happened and plan.kind != "none",
             ended=killed or "term" in ended.log, report=checker.read_report(ended.output) if ended.status == 0 else None,
             started=started, hindered=home.hindered, blind=plan.blind, early=plan.early, other_failures=others)
-
-    @staticmethod
-    def _trashes(home):
-        if home.trash_state in ("link", "files link", "info link"):
-            return []
-        return [checker.TrashPlace(TRASH + b"/files", TRASH + b"/info", TRASH)]
 
     def _second(self, home, plan, first, before, debris):
         """Nothing is in its way now: it puts right what the first left, and comes to its end."""
         if plan.kind == "full":
             disk.mount("tmpfs", self.area, "tmpfs", disk.MS_REMOUNT, "size=2g,nr_inodes=1000000")
-        ticked, others = self._scan(before, None)
+        ticked, others = self._scan(before, home, False)
         if ticked is None:
             return
         started = time.time()
         ended = self._clean(plans.Plan("none"))
         after = disk.snapshot(self.area)
         case = checker.Case(
-            area=first.area, before=before, after=after, ticked=ticked, trashes=first.trashes, debris=debris,
+            area=first.area, before=before, after=after, ticked=ticked, trashes=first.trashes, real=home.real, debris=debris,
             report=checker.read_report(ended.output), started=started, hindered=home.hindered, other_failures=others)
         self._judge("second", case, ended)
         if case.report is None:
             self.result.problems.append("second clean: no report")
+        self._finished(home, first, after)
 
-    # Mounts below what is ticked
+    def _finished(self, home, first, after):
+        """Whatever nothing stood in the way of has gone by now."""
+        if not first.trashes or home.aliases or first.deed.made or first.deed.moved or self.result.module == "appUninstaller":
+            return  # nothing offers the leftovers of an application that is gone
+        for target in first.ticked:
+            was, now = first.before.nodes[target.path], after.nodes.get(target.path)
+            if now is not None and now.same_thing(was) and target.path not in home.hindered:
+                self.result.problems.append(f"second clean: it did not finish: {target.path!r}")
+
+    # Mounts
+
+    def _mount_disk(self, home):
+        """A disk with a Trash of its own, where the user's videos lie."""
+        if self.result.module not in ("trash", "smartScan", "largeFiles") or self.rng.random() > 0.2:
+            return
+        if not self.machine.has_disks:
+            self.result.passed_over.append("a Trash on another disk (no loop device, or nothing may be mounted)")
+            return
+        place = self.area + b"/home/Videos"
+        os.makedirs(place, exist_ok=True)
+        if os.listdir(place):
+            return
+        mount_image(self.area + b".disk", place)
+        with as_user(self.machine):
+            home.disk(b"home/Videos", USER)
+            if self.result.module == "largeFiles":
+                home.large(b"home/Videos")
 
     def _mount_below(self, home):
         """A disk below a folder that is offered: it must neither go along nor be emptied."""
         if self.rng.random() > 0.12:
             return
         if not self.machine.has_mounts:
-            self.result.passed_over.append("a mount below a target")
+            self.result.passed_over.append("a mount below a target (nothing may be mounted)")
             return
         offered = sorted(path for path in home.offers if os.path.isdir(self.area + b"/" + path)
                          and not os.path.islink(self.area + b"/" + path))
@@ -232,7 +257,7 @@ class Run:
         identity = {"user": USER, "group": USER, "extra_groups": []} if self.machine.is_root else {}
         return subprocess.Popen(arguments, stdin=subprocess.DEVNULL, cwd="/", **identity, **more)
 
-    def _scan(self, tree, home):
+    def _scan(self, tree, home, is_first):
         """What "--select all" will tick, and how many rows besides are no files; the same scan, asked on its own."""
         process = self._start(self._arguments("scan"), env=self._environment(), stdout=subprocess.PIPE,
                               stderr=subprocess.PIPE)
@@ -240,7 +265,10 @@ class Run:
         if process.returncode != 0:
             self.result.problems.append(f"the scan ended with {process.returncode}: {errors[-200:]!r}")
             return None, 0
-        names = _Names(tree, self.area)
+        names = {disk.lossy(path): path for path in tree.nodes}
+        names |= {disk.lossy(link + path[len(folder):]): path for path in tree.nodes for link, folder in home.aliases.items()
+                  if disk.below(path, folder)}
+        prefix = os.fsdecode(self.area) + "/"
         ticked, others = [], 0
         for row, item in enumerate(json.loads(output)["cleanupItems"]):
             if not item["isCleanable"]:
@@ -250,12 +278,14 @@ class Run:
                 continue
             body = (item.get("appInfo") or {}).get("appPath")
             for target in item["targets"]:
-                path = names.find(target["url"])
+                if not target["url"].startswith(prefix):
+                    continue  # the machine's own; the probe does not clean it
+                path = names.get(disk.lossy(target["url"][len(prefix):]))
                 if path is None:
                     self.result.problems.append(f"a target that is not there: {target['url']!r}")
                     continue
                 ticked.append(checker.Target(path, target["bytes"], row, body == target["url"]))
-        if home is not None:
+        if is_first:
             self.result.problems += [f"offered, though it is not to be: {target.path!r}" for target in ticked
                                      if target.path not in home.offers]
         return ticked, others
@@ -322,6 +352,19 @@ def _all_processors():
         os.sched_setaffinity(0, own)
 
 
+def mount_image(image, place):
+    """Mounts a new ext4 file system in a file; OSError where that is not to be had."""
+    with open(image, "wb") as out:
+        out.truncate(400 << 20)
+    for words in (["mkfs.ext4", "-q", "-F", "-m", "0", image], ["mount", "-o", "loop", image, place]):
+        done = subprocess.run(words, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                              env={"PATH": "/usr/sbin:/sbin:/usr/bin:/bin"})
+        if done.returncode != 0:
+            raise OSError(f"{words[0]} failed")
+    os.unlink(image)  # it lives as long as it is mounted
+    os.chown(place, USER, USER)
+
+
 def _drain(descriptor):
     with os.fdopen(descriptor, "rb") as file:
         file.seek(0)
@@ -335,19 +378,3 @@ def _remove(area):
             if not os.path.islink(path):
                 os.chmod(path, 0o700)
     shutil.rmtree(area)
-
-
-class _Names:
-    """Which path a text means that may have lost bytes on its way through JSON."""
-
-    def __init__(self, tree, area):
-        self._area = area
-        self._paths = {self._lossy(path): path for path in tree.nodes}
-
-    @staticmethod
-    def _lossy(path):
-        return re.sub("\ufffd+", "\ufffd", path.decode(errors="replace"))
-
-    def find(self, url):
-        prefix = os.fsdecode(self._area) + "/"
-        return self._paths.get(re.sub("\ufffd+", "\ufffd", url[len(prefix):])) if url.startswith(prefix) else None

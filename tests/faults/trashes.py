@@ -9,6 +9,20 @@ NOTE = re.compile(rb"\[Trash Info\]\nPath=([^\n]+)\nDeletionDate=(\d{4}-\d\d-\d\
 PLAIN = re.compile(rb"(?:[A-Za-z0-9_.!~*'()/-]|%[0-9A-Fa-f]{2})*")
 
 
+class Place(NamedTuple):
+    """One Trash. The notes of a disk's Trash are relative to the `base` of the disk."""
+    top: bytes
+    base: bytes = b""
+
+    @property
+    def files(self):
+        return self.top + b"/files"
+
+    @property
+    def info(self):
+        return self.top + b"/info"
+
+
 class Note(NamedTuple):
     path: bytes
     date: str

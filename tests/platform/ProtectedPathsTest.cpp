@@ -16,7 +16,7 @@ using test::System;
 class Guard : public ::testing::TestWithParam<System> {
 protected:
     [[nodiscard]] bool refuses(const Path& path) const {
-        return refusalReason(home_.platform, home_.layout, path).has_value();
+        return PathGuard(home_.platform, home_.layout).refusalReason(path).has_value();
     }
 
     EngineHome home_{GetParam()};
@@ -42,10 +42,10 @@ TEST_P(Guard, RefusesWhatIsNoPlainAbsolutePath) {
     EXPECT_TRUE(refuses(std::string("/tmp/a\0b", 8)));
 }
 
-TEST_P(Guard, RefusesWhatTheLayoutProtectsWhetherItExistsOrNot) {
-    ASSERT_FALSE(home_.layout.protectedPaths.empty());
+TEST_P(Guard, RefusesEveryProtectedFolderWhetherItExistsOrNot) {
     const PathGuard guard(home_.platform, home_.layout);
-    for (const Path& path : home_.layout.protectedPaths) {
+    ASSERT_GT(guard.folders().size(), 80U);
+    for (const Path& path : guard.folders()) {
         EXPECT_TRUE(guard.refusalReason(path)) << path;
         EXPECT_TRUE(guard.refusalReason(path.native() + "//.")) << path;
         EXPECT_TRUE(guard.refusalReason(path.parent_path())) << path;
@@ -140,6 +140,17 @@ TEST_P(Guard, RefusesTheProgramItself) {
     EXPECT_FALSE(refuses(home_.home / "Applications/Other.app"));
 }
 
+TEST_P(Guard, RefusesTheProgramsOwnAppImageAndEntry) {
+    if (GetParam() == System::Mac) {
+        GTEST_SKIP() << "macOS has neither";
+    }
+    home_.environment.ownAppImage = home_.file("Downloads/Vellmoor.AppImage");
+    home_.useEnvironment();
+    EXPECT_TRUE(refuses(home_.home / "Downloads/Vellmoor.AppImage"));
+    EXPECT_TRUE(refuses(home_.file(".local/share/applications/org.vellmoor.Vellmoor.desktop")));
+    EXPECT_FALSE(refuses(home_.file("Downloads/Other.AppImage")));
+}
+
 TEST_P(Guard, RefusesTheUsersOwnFoldersWhateverTheirNames) {
     home_.platform.folders.downloads = home_.folder("下载");
     EXPECT_EQ(refuses(home_.home / "下载"), GetParam() == System::Linux); // macOS names none
@@ -149,8 +160,8 @@ TEST_P(Guard, RefusesTheUsersOwnFoldersWhateverTheirNames) {
 }
 
 TEST_P(Guard, TellsAReason) {
-    EXPECT_EQ(refusalReason(home_.platform, home_.layout, home_.home), "Operation not permitted");
-    EXPECT_EQ(refusalReason(home_.platform, home_.layout, "relative"), "Invalid argument");
+    EXPECT_EQ(PathGuard(home_.platform, home_.layout).refusalReason(home_.home), "Operation not permitted");
+    EXPECT_EQ(PathGuard(home_.platform, home_.layout).refusalReason("relative"), "Invalid argument");
 }
 
 TEST_P(Guard, LetsEveryWholeFolderOfTheJunkTablesPass) {

@@ -47,7 +47,7 @@ const std::map<std::string, std::set<std::string>>& arrows() {
     static const std::map<std::string, std::set<std::string>> table{
         {"model", {}},
         {"walk", {}},
-        {"platform", {"model"}},
+        {"platform", {"model", "walk"}},
         {"engine", {"model", "walk", "platform"}},
         {"store", {"model", "engine", "platform"}},
         {"ui", {"model", "engine", "platform", "store"}},

@@ -3,18 +3,20 @@
 set -euo pipefail
 
 real_root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
-# shellcheck disable=SC2034 # used by the checks
 probe=${VELLMOOR_PROBE:-$real_root/build/dev/tools/probe/vellmoor-probe}
 work=$(mktemp -d "${TMPDIR:-/tmp}/vellmoor-real.XXXXXX")
 trap 'rm -rf "$work"' EXIT
 failures=0
 
 # A home of its own; nothing of the user's session is seen from here.
-mkdir -p "$work/home" "$work/run"
+mkdir -p "$work/home" "$work/run" "$work/elsewhere"
 chmod 700 "$work/run"
 export HOME=$work/home
 unset DBUS_SESSION_BUS_ADDRESS XDG_CONFIG_HOME XDG_CACHE_HOME XDG_DATA_HOME XDG_STATE_HOME
 export XDG_RUNTIME_DIR=$work/run
+
+# The probe on that home; it changes nothing in what it takes for the user's own.
+vellmoor() { HOME=$work/elsewhere "$probe" --home "$work/home" "$@"; }
 
 # need PROGRAM...: ends, and says so, where one is missing.
 need() {

@@ -31,7 +31,7 @@ generated() {
 
 # items: name, file and whether it starts, of each enabled item.
 items() {
-  "$probe" startup list --home "$HOME" | python3 -c '
+  vellmoor startup list | python3 -c '
 import json, os, sys
 for item in json.load(sys.stdin):
     if item["isEnabled"]:
@@ -39,7 +39,7 @@ for item in json.load(sys.stdin):
 }
 
 # switch disable|enable FILE: by the item of that file.
-switch() { "$probe" startup "$1" "$2" --home "$HOME" > "$work/answer.json" || cat "$work/answer.json"; }
+switch() { vellmoor startup "$1" "$2" > "$work/answer.json" || cat "$work/answer.json"; }
 
 echo "== entries"
 entry "org.foo-bar baz" "Foo"

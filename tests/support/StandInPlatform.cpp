@@ -94,9 +94,9 @@ std::vector<MemoryApp> StandInPlatform::endedApps() const {
 
 TrashFolder StandInPlatform::homeTrash() const {
     if (system == System::Mac) {
-        return {home / ".Trash", home / ".Trash"};
+        return {home / ".Trash", home / ".Trash", home};
     }
-    return {home / ".local/share/Trash", home / ".local/share/Trash/files"};
+    return {home / ".local/share/Trash", home / ".local/share/Trash/files", home / ".local/share"};
 }
 
 // Facts
@@ -206,24 +206,16 @@ Outcome StandInPlatform::change(Operation operation, const Path& path, const std
 
 TrashFolder StandInPlatform::trashFor(const Path& path) const {
     for (const Volume& volume : volumes) {
-        if (volume.path == "/" || !isStrictlyBelow(lexicallyStandardized(path), volume.path)) {
-            continue;
+        if (volume.path != "/" && isStrictlyBelow(lexicallyStandardized(path), volume.path)) {
+            const Path folder = volume.path / ".Trashes" / std::to_string(user);
+            return {.folder = folder, .contents = folder, .anchor = volume.path};
         }
-        const std::string number = std::to_string(user);
-        if (system == System::Mac) {
-            return {volume.path / ".Trashes" / number, volume.path / ".Trashes" / number};
-        }
-        return {volume.path / (".Trash-" + number), volume.path / (".Trash-" + number) / "files"};
     }
     return homeTrash();
 }
 
-Outcome StandInPlatform::moveToTrash(const Path& path) const {
-    return change(Operation::MoveToTrash, path, [&] { return moveIntoTrash(system, path, trashFor(path)); });
-}
-
-Outcome StandInPlatform::removeFromTrash(const Path& path, const TrashFolder& trash) const {
-    return change(Operation::RemoveFromTrash, path, [&] { return hostPlatform().removeFromTrash(path, trash); });
+std::unique_ptr<TrashSession> StandInPlatform::trashSession(TrashPlaces places) const {
+    return std::make_unique<StandInTrashSession>(*this, std::move(places));
 }
 
 Outcome StandInPlatform::moveItem(const Path& from, const Path& to) const {

@@ -103,8 +103,7 @@ public:
     [[nodiscard]] bool isMountPoint(const Path& path) const override;
     [[nodiscard]] bool isPackage(const Path& folder) const override;
 
-    [[nodiscard]] Outcome moveToTrash(const Path& path) const override;
-    [[nodiscard]] Outcome removeFromTrash(const Path& path, const TrashFolder& trash) const override;
+    [[nodiscard]] std::unique_ptr<TrashSession> trashSession(TrashPlaces places) const override;
     [[nodiscard]] Outcome moveItem(const Path& from, const Path& to) const override;
     [[nodiscard]] Outcome createFolder(const Path& folder) const override;
     [[nodiscard]] Outcome createFile(const Path& path, std::string_view contents) const override;
@@ -151,6 +150,7 @@ private:
     [[nodiscard]] Outcome change(Operation operation, const Path& path, const std::function<Outcome()>& deed) const;
     [[nodiscard]] bool mayChange(const Path& path) const;
     [[nodiscard]] TrashFolder trashFor(const Path& path) const;
+    friend class StandInTrashSession;
 
     std::vector<Failure> failures_;
     std::string laterReason_;

@@ -23,6 +23,9 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsSubsetOf;
 using ::testing::UnorderedElementsAre;
+using vellmoor::test::AlmostNoDescriptors;
+using vellmoor::test::DescriptorLimit;
+using vellmoor::test::openDescriptors;
 using vellmoor::test::ScopedUnprivileged;
 using vellmoor::test::takesName;
 using vellmoor::test::TemporaryFolder;

@@ -18,7 +18,7 @@ RENAMED = {"NSOrderedAscending": ("NSComparisonResult", "Ascending"),
            "NSOrderedSame": ("NSComparisonResult", "Same"),
            "NSOrderedDescending": ("NSComparisonResult", "Descending")}
 # What the description names without its value, as Apple's headers have it.
-DOCUMENTED = {"NSUTF8StringEncoding": 4,
+DOCUMENTED = {"NSUTF8StringEncoding": 4, "NSFileWriteOutOfSpaceError": 640, "NSFileWriteVolumeReadOnlyError": 642,
               **{name: int.from_bytes(code.encode("ascii"), "big") for name, code in
                  {"kCoreEventClass": "aevt", "kAEReopenApplication": "rapp", "kAEQuitApplication": "quit"}.items()}}
 NUMBERS = {"int", "unsigned int", "long", "unsigned long", "long long", "unsigned long long", "double", "float", "short",

@@ -1,6 +1,7 @@
 #include "LinuxDesktop.h"
 
 #include "DesktopServices.h"
+#include "FolderVariables.h"
 #include "VolumeLabel.h"
 
 #include <QDBusConnection>
@@ -9,6 +10,7 @@
 #include <QDBusPendingReply>
 #include <QPixmap>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QStandardPaths>
 #include <QStringList>
 
@@ -46,7 +48,15 @@ bool start(const DesktopCommand& tool) {
     for (const std::string& argument : tool.arguments) {
         arguments << QString::fromStdString(argument);
     }
-    return QProcess::startDetached(program, arguments);
+    QProcess process;
+    process.setProgram(program);
+    process.setArguments(arguments);
+    QProcessEnvironment session = QProcessEnvironment::systemEnvironment();
+    for (const auto& [name, value] : originalFolders()) {
+        session.insert(QString::fromStdString(name), QString::fromStdString(value));
+    }
+    process.setProcessEnvironment(session);
+    return process.startDetached();
 }
 
 } // namespace

@@ -63,7 +63,7 @@ void EntryPrograms::addProgram(const InstalledEntry& entry, const std::string& w
 bool EntryPrograms::isShared(const Path& folder) const {
     const Path& home = context_.layout().home;
     const auto& shared = context_.layout().memory.grouping.sharedFolders;
-    return folder == home || isStrictlyBelow(home, folder) || std::ranges::find(shared, folder) != shared.end();
+    return isAtOrBelow(home, folder) || std::ranges::find(shared, folder) != shared.end();
 }
 
 const InstalledEntry* EntryPrograms::find(const Index& index, const std::string& key) {

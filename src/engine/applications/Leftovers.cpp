@@ -2,36 +2,13 @@
 
 #include "Glob.h"
 #include "Paths.h"
+#include "ProtectedPaths.h"
 
 #include <algorithm>
 #include <set>
 
 namespace vellmoor {
 namespace {
-
-bool isOrIsBelow(const Path& path, const Path& folder) {
-    return path == folder || isStrictlyBelow(path, folder);
-}
-
-/// The user's own folders as they are written and with links resolved: what holds one is never an application's.
-std::vector<Path> userFolders(const EngineContext& context) {
-    const UserFolders named = context.platform().userFolders();
-    std::vector<Path> written{named.downloads, named.desktop, named.documents, named.videos, named.pictures};
-    std::ranges::copy(context.layout().largeFileRoots, std::back_inserter(written));
-    std::vector<Path> folders;
-    for (const Path& folder : written) {
-        if (folder.empty()) {
-            continue;
-        }
-        folders.push_back(lexicallyStandardized(folder));
-        if (const std::optional<Path> real = context.platform().realPath(folder)) {
-            folders.push_back(*real);
-        }
-    }
-    // A folder that is switched off names the home.
-    std::erase(folders, context.layout().home);
-    return folders;
-}
 
 LeftoverTokens tokensOf(const Platform& platform, LeftoverNames kind, const ApplicationMetadata& application) {
     if (application.kind == ApplicationKind::Flatpak) {
@@ -53,7 +30,8 @@ LeftoverFinder::LeftoverFinder(EngineContext& context, const std::vector<Applica
       platform_(context.platform()),
       layout_(context.layout().apps),
       applications_(applications),
-      userFolders_(userFolders(context)) {
+      protected_(protectedFolders(context.platform(), context.layout())),
+      places_(UserPlaces::of(context)) {
     for (const ApplicationMetadata& application : applications) {
         realPaths_.push_back(platform_.realPath(application.appURL).value_or(application.appURL));
         tokens_.push_back(tokensOf(platform_, layout_.leftoverNames, application));
@@ -129,14 +107,7 @@ bool LeftoverFinder::mayBeSearched(const Path& folder) const {
     const Path written = lexicallyStandardized(folder);
     const std::optional<Path> real = platform_.realPath(folder);
     return real && isStrictlyBelow(written, home) && isStrictlyBelow(*real, platform_.realPath(home).value_or(home)) &&
-           !holdsUserFolder(folder);
-}
-
-bool LeftoverFinder::holdsUserFolder(const Path& path) const {
-    const Path written = lexicallyStandardized(path);
-    const Path real = platform_.realPath(path).value_or(written);
-    return std::ranges::any_of(
-        userFolders_, [&](const Path& folder) { return isOrIsBelow(folder, written) || isOrIsBelow(folder, real); });
+           !places_.holdsUserFolder(folder) && !places_.holdsUserFolder(*real);
 }
 
 void LeftoverFinder::listFolders() {
@@ -167,11 +138,10 @@ bool LeftoverFinder::mustStay(const Child& found) const {
     });
     return isShared ||
            std::ranges::any_of(layout_.leftoverFolders,
-                               [&](const LeftoverFolder& rule) { return isOrIsBelow(rule.folder, found.path); }) ||
-           std::ranges::any_of(context_.layout().protectedPaths,
-                               [&](const Path& path) { return isOrIsBelow(path, found.path); }) ||
+                               [&](const LeftoverFolder& rule) { return isAtOrBelow(rule.folder, found.path); }) ||
+           std::ranges::any_of(protected_, [&](const Path& path) { return isAtOrBelow(path, found.path); }) ||
            std::ranges::any_of(applications_, [&](const ApplicationMetadata& application) {
-               return isOrIsBelow(application.appURL, found.path) || isStrictlyBelow(found.path, application.appURL);
+               return isAtOrBelow(application.appURL, found.path) || isStrictlyBelow(found.path, application.appURL);
            });
 }
 
@@ -191,14 +161,15 @@ bool LeftoverFinder::belongsTo(std::size_t index, const Child& found) const {
         }
     }
     return std::ranges::none_of(foreign_, claims) &&
-           (own->byIdentifier || !isNameOfProgram(index, found.name, own->length)) && !holdsUserFolder(found.path);
+           (own->byIdentifier || !isNameOfProgram(index, found.name, own->length)) &&
+           !places_.holdsUserFolder(found.path);
 }
 
 /// Whether a program that is no part of this application is called so. `length`: of the name by which it fits.
 bool LeftoverFinder::isNameOfProgram(std::size_t index, const LeftoverName& name, std::size_t length) const {
     const auto isForeign = [&](const Path& program) {
         const std::optional<Path> real = platform_.realPath(program);
-        return platform_.isExecutable(program) && real && !isOrIsBelow(*real, realPaths_[index]);
+        return platform_.isExecutable(program) && real && !isAtOrBelow(*real, realPaths_[index]);
     };
     return std::ranges::any_of(name.plain, [&](const std::string& form) {
         const auto found = programs_.find(form);
@@ -228,7 +199,7 @@ void LeftoverFinder::addLinks(const Path& application, std::vector<Path>& out) c
         for (const FolderEntry& entry : *entries) {
             const std::optional<Path> real =
                 entry.isSymlink ? platform_.realPath(folder / entry.name) : std::optional<Path>();
-            if (real && isOrIsBelow(*real, *body)) {
+            if (real && isAtOrBelow(*real, *body)) {
                 out.push_back(folder / entry.name);
             }
         }

@@ -4,6 +4,7 @@
 #include "applications/Applications.h"
 #include "applications/DesktopEntries.h"
 #include "applications/LeftoverTokens.h"
+#include "scan/UserPlaces.h"
 
 #include <cstddef>
 #include <map>
@@ -39,7 +40,6 @@ private:
     [[nodiscard]] bool belongsTo(std::size_t index, const Child& child) const;
     [[nodiscard]] bool isNameOfProgram(std::size_t index, const LeftoverName& name, std::size_t length) const;
     [[nodiscard]] bool mustStay(const Child& child) const;
-    [[nodiscard]] bool holdsUserFolder(const Path& path) const;
     void addLinks(const Path& application, std::vector<Path>& out) const;
     void addDottedNames(std::size_t index, std::vector<Path>& out) const;
 
@@ -47,7 +47,8 @@ private:
     const Platform& platform_;
     const AppLayout& layout_;
     const std::vector<ApplicationMetadata>& applications_;
-    std::vector<Path> userFolders_;                     ///< as they are written, and with links resolved
+    std::vector<Path> protected_; ///< what is never removed
+    const UserPlaces& places_;
     std::vector<Path> realPaths_;                       ///< of the applications
     std::vector<LeftoverTokens> tokens_;                ///< one per application
     std::vector<LeftoverTokens> foreign_;               ///< of the installed applications that are not removable

@@ -3,6 +3,7 @@
 #include "applications/Applications.h"
 #include "applications/DesktopEntries.h"
 #include "applications/ReleaseName.h"
+#include "scan/UserPlaces.h"
 
 #include <algorithm>
 #include <set>
@@ -111,9 +112,7 @@ std::vector<Path> Finder::appImageFolders() const {
     const SystemLayout& layout = context_.layout();
     std::vector<Path> folders = layout.apps.appImageFolders;
     if (layout.apps.appImagesOnDesktop) {
-        const Path named = platform_.userFolders().desktop;
-        const Path desktop = lexicallyStandardized(named.empty() ? layout.home / "Desktop" : named);
-        if (desktop != layout.home && desktop != "/") { // a switched-off folder names the home
+        if (const Path& desktop = UserPlaces::of(context_).desktop(); !desktop.empty()) {
             folders.push_back(desktop);
         }
     }
@@ -216,8 +215,7 @@ std::vector<EntryProgram> entryPrograms(const EngineContext& context, const Inst
 }
 
 bool isProgramOf(const EntryProgram& program, const Path& application, const Path& real) {
-    return program.program == application || isStrictlyBelow(program.program, application) || program.real == real ||
-           isStrictlyBelow(program.real, real);
+    return isAtOrBelow(program.program, application) || program.real == real || isStrictlyBelow(program.real, real);
 }
 
 std::vector<ApplicationMetadata> unpackagedApplications(EngineContext& context) {

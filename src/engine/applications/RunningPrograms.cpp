@@ -71,9 +71,7 @@ bool applicationRuns(EngineContext& context, const CleanupItem& row) {
 }
 
 bool RunningPrograms::runsProgramOf(const Path& application) const {
-    return std::ranges::any_of(programs_, [&](const Path& program) {
-        return program == application || isStrictlyBelow(program, application);
-    });
+    return std::ranges::any_of(programs_, [&](const Path& program) { return isAtOrBelow(program, application); });
 }
 
 } // namespace vellmoor

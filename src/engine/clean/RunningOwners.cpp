@@ -72,7 +72,7 @@ std::optional<std::string> RunningOwners::ownerOf(const Path& path) {
         asked_ = now;
     }
     const Path plain = context_.platform().standardized(path);
-    const Path real = realPlace(context_.platform(), plain).value_or(plain);
+    const Path real = context_.platform().realPlace(plain).value_or(plain);
     for (const OwnedFolders& owned : owned_) {
         for (const Path& form : {plain, real}) {
             if (std::optional<std::string> owner = runningOwner(owned, form)) {

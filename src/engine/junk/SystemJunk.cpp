@@ -42,7 +42,7 @@ bool isEmptyListing(const EngineContext& context, const JunkCategory& category, 
 void keepOutermost(const EngineContext& context, std::vector<Path>& roots) {
     std::vector<Path> places;
     for (const Path& root : roots) {
-        places.push_back(realPlace(context.platform(), root).value_or(root));
+        places.push_back(context.platform().realPlace(root).value_or(root));
     }
     std::vector<Path> kept;
     for (std::size_t index = 0; index < roots.size(); ++index) {

@@ -18,11 +18,6 @@ bool precedes(std::string_view a, std::string_view b) {
     return std::pair(a.size(), a) < std::pair(b.size(), b);
 }
 
-bool isRealFolder(const Platform& platform, const Path& path) {
-    const std::optional<FileFacts> facts = platform.facts(path);
-    return facts && facts->isDirectory;
-}
-
 bool holdsFile(const Platform& platform, const Path& folder, std::string_view name) {
     const std::optional<FileFacts> facts = platform.facts(folder / name);
     return facts && facts->isRegularFile;
@@ -64,7 +59,7 @@ std::vector<BrowserProfile> chromiumProfiles(const Platform& platform, const Bro
 
 std::vector<BrowserProfile> operaProfiles(const Platform& platform, const BrowserFolder& folder) {
     std::vector<BrowserProfile> profiles = chromiumProfiles(platform, folder);
-    if (isRealFolder(platform, folder.userData) && holdsFile(platform, folder.userData, chromiumMark)) {
+    if (platform.isFolder(folder.userData) && holdsFile(platform, folder.userData, chromiumMark)) {
         profiles.insert(profiles.begin(), {folder.userData, folder.cache, !folder.insideConfig});
     }
     return profiles;
@@ -113,7 +108,7 @@ std::vector<BrowserProfile> firefoxProfiles(const Platform& platform, const Brow
     std::vector<BrowserProfile> profiles;
     for (const Path& path : paths) {
         const auto known = std::ranges::find(profiles, path, &BrowserProfile::profile);
-        if (known != profiles.end() || path.filename().empty() || !isRealFolder(platform, path)) {
+        if (known != profiles.end() || path.filename().empty() || !platform.isFolder(path)) {
             continue;
         }
         profiles.push_back({path, folder.cache / path.filename(), !isStrictlyBelow(path, folder.userData)});

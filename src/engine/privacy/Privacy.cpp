@@ -60,8 +60,7 @@ BrowserPrivacyDefinition definition(const Platform& platform, const BrowserTrace
     for (const TraceCategory& category : browser.categories) {
         const std::string& reason = category.previewReason;
         const std::string plain = L::tr(category.description);
-        result.categories.push_back({L::tr(category.title),
-                                     category.note.empty() ? plain : L::tr(category.note, plain),
+        result.categories.push_back({L::tr(category.title), category.note.empty() ? plain : L::tr(category.note, plain),
                                      tracePaths(platform, category, profiles), category.risk,
                                      reason.empty() ? "" : L::tr(reason, browser.name)});
     }
@@ -95,8 +94,7 @@ CategorySpec row(const BrowserPrivacyDefinition& browser, const PrivacyCategory&
 /// of them; the permission hint tells of it.
 bool belongsTo(const BrowserTraces& browser, const Path& folder, const PrivacyLayout& layout) {
     return std::ranges::all_of(layout.browsers, [&](const BrowserTraces& other) {
-        return other.name == browser.name ||
-               std::ranges::none_of(other.folders, [&](const BrowserFolder& its) {
+        return other.name == browser.name || std::ranges::none_of(other.folders, [&](const BrowserFolder& its) {
                    return isAtOrBelow(its.userData, folder);
                });
     });

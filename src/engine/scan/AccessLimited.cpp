@@ -16,8 +16,7 @@ std::optional<Path> closedFolder(const Platform& platform, const Path& path) {
     while (closed.has_relative_path() && !platform.facts(closed)) {
         closed = closed.parent_path();
     }
-    const std::optional<FileFacts> facts = platform.facts(closed);
-    return facts && facts->isDirectory ? std::optional(closed) : std::nullopt; // a dangling link is closed to nobody
+    return platform.isFolder(closed) ? std::optional(closed) : std::nullopt; // a dangling link is closed to nobody
 }
 
 CleanupItem accessLimitedRow(CleanerModule module, const std::string& title, std::string description,

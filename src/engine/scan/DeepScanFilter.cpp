@@ -8,10 +8,6 @@
 namespace vellmoor {
 namespace {
 
-bool containsAny(const std::string& text, const std::vector<std::string>& fragments) {
-    return std::ranges::any_of(fragments, [&](const std::string& fragment) { return text.contains(fragment); });
-}
-
 bool isNumberedTrash(std::string_view component) {
     constexpr std::string_view prefix = ".Trash-";
     return component.starts_with(prefix) && component.size() > prefix.size() &&
@@ -49,13 +45,6 @@ bool liesInTrash(const DeepScanRules& rules, const Path& path) {
     }
     return rules.numberedTrash &&
            std::ranges::any_of(path, [](const Path& component) { return isNumberedTrash(component.native()); });
-}
-
-bool shouldSkipDuringDeepScan(const SystemLayout& layout, const Path& path) {
-    const DeepScanRules& rules = layout.deepScan;
-    const Path standard = lexicallyStandardized(path);
-    return isExcludedName(rules, standard.filename().native()) || containsAny(standard.native(), rules.fragments) ||
-           liesInTrash(rules, standard) || liesInCloudFolder(rules, lexicallyStandardized(layout.home), standard);
 }
 
 bool isReachedFrom(const Platform& platform, const Path& below, const Path& above) {

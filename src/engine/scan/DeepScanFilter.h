@@ -36,9 +36,6 @@ private:
     bool excludesAll_ = false;
 };
 
-/// Whether a deep walk must not enter or count `path`.
-bool shouldSkipDuringDeepScan(const SystemLayout& layout, const Path& path);
-
 /// Whether a walk of `above` comes to `below`: it passes hidden folders by, and stays on its file system.
 bool isReachedFrom(const Platform& platform, const Path& below, const Path& above);
 

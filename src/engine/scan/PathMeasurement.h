@@ -45,8 +45,8 @@ struct CategorySpec {
     Sameness sameness = Sameness::Content; ///< what a clean compares of its targets
 };
 
-/// The row of a category over those of its roots that exist and hold none of the user's own folders. Not cleanable: shown as previewOnly. Preselected only
-/// when asked for, cleanable and safe.
+/// The row of a category over those of its roots that exist and hold none of the user's own folders. Not cleanable:
+/// shown as previewOnly. Preselected only when asked for, cleanable and safe.
 CleanupItem categoryItem(EngineContext& context, const CategorySpec& spec);
 
 /// The direct children that are not hidden, in the system's order; none when the folder cannot be listed.

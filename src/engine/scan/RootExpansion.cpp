@@ -56,14 +56,9 @@ private:
     /// Goes on below `path`, which the component of `level` has named. A link on the way is not followed.
     void enter(const Path& path, std::size_t level) {
         const bool isLast = level + 1 == levels_.size();
-        if ((isLast || isFolder(path)) && holdsOne(path, levels_[level].holding)) {
+        if ((isLast || platform_.isFolder(path)) && holdsOne(path, levels_[level].holding)) {
             descend(path, level + 1);
         }
-    }
-
-    [[nodiscard]] bool isFolder(const Path& path) const {
-        const std::optional<FileFacts> facts = platform_.facts(path);
-        return facts && facts->isDirectory;
     }
 
     [[nodiscard]] bool holdsOne(const Path& folder, const std::vector<std::string>& names) const {
@@ -97,7 +92,8 @@ private:
     /// Of the folders, as everywhere: on some file systems plain files name another device.
     [[nodiscard]] bool isOnTrashDisk() const {
         const auto folder = platform_.facts(pattern_.base);
-        const auto data = platform_.facts(platform_.realPath(context_.layout().bases.data).value_or(context_.layout().home));
+        const auto data =
+            platform_.facts(platform_.realPath(context_.layout().bases.data).value_or(context_.layout().home));
         return folder && data && folder->device == data->device;
     }
 

@@ -31,11 +31,6 @@ Folders named(const Folders& named, const Folders& fallbacks) {
 
 } // namespace
 
-std::optional<Path> realPlace(const Platform& platform, const Path& path) {
-    const std::optional<Path> parent = platform.realPath(path.parent_path());
-    return parent ? std::optional(*parent / path.filename()) : std::nullopt;
-}
-
 const UserPlaces& UserPlaces::of(EngineContext& context) {
     struct Known {
         std::optional<UserPlaces> places;
@@ -55,8 +50,7 @@ UserPlaces::UserPlaces(const EngineContext& context)
     const UserFolders folders = platform_.userFolders();
     everyday_ = named({folders.downloads, folders.desktop, folders.documents, folders.videos, folders.pictures},
                       layout.largeFileRoots);
-    const Folders further =
-        named({folders.music, folders.publicShare, folders.templates}, layout.furtherUserFolders);
+    const Folders further = named({folders.music, folders.publicShare, folders.templates}, layout.furtherUserFolders);
     for (Path& folder : everyday_) {
         folder = folder.empty() || anyAtOrBelow(home_, formsOf(folder)) ? Path() : platform_.standardized(folder);
     }
@@ -88,7 +82,7 @@ UserPlaces::Forms UserPlaces::formsOfAll(const std::vector<Path>& paths) const {
 
 bool UserPlaces::holdsUserFolder(const Path& path) const {
     Forms forms{platform_.standardized(path)}; // a link holds nothing: only the folders above it are resolved
-    if (std::optional<Path> real = realPlace(platform_, path)) {
+    if (std::optional<Path> real = platform_.realPlace(path)) {
         forms.push_back(*std::move(real));
     }
     return anyAtOrBelow(userFolders_, forms) || anyAtOrBelow(home_, forms);

@@ -7,10 +7,6 @@
 
 namespace vellmoor {
 
-/// A path with the links of the folder above it resolved; its own last component is kept, since a removal acts on a
-/// link and not on what it names. Nothing when the folder does not exist.
-std::optional<Path> realPlace(const Platform& platform, const Path& path);
-
 /// The user's own folders (Documents, Downloads ...) as they are at the start of the call, and what they forbid: a
 /// variable may make a cache folder of anything, so no rule is trusted to stay away from them.
 class UserPlaces {
@@ -20,10 +16,11 @@ public:
 
     explicit UserPlaces(const EngineContext& context);
 
-    /// Where Large Files looks, in its order: downloads, desktop, documents, videos, pictures. A folder that is the home
-    /// folder or above it is switched off, and empty here.
+    /// Where Large Files looks, in its order: downloads, desktop, documents, videos, pictures. A folder that is the
+    /// home folder or above it is switched off, and empty here.
     [[nodiscard]] const std::vector<Path>& everyday() const { return everyday_; }
-    [[nodiscard]] const Path& downloads() const { return everyday_.front(); }
+    [[nodiscard]] const Path& downloads() const { return everyday_[0]; }
+    [[nodiscard]] const Path& desktop() const { return everyday_[1]; }
 
     /// Whether `path` is the home folder or one of the user's folders, or holds one.
     [[nodiscard]] bool holdsUserFolder(const Path& path) const;

@@ -26,12 +26,12 @@ public:
 
     /// Counts the target, unless it is covered, which is marked.
     void count(CleanupTarget& target, const CleanupItem* row) {
-        const Path place = realPlace(platform_, target.url).value_or(target.url);
+        const Path place = platform_.realPlace(target.url).value_or(target.url);
         if (isCovered(place, row)) {
             target.isCovered = true;
             return;
         }
-        takeOver(place, target);
+        takeOver(place, target, row);
         counted_.insert_or_assign(place, Share{target.bytes, target.files, row});
     }
 
@@ -55,10 +55,12 @@ private:
     }
 
     /// What `target` holds of others is theirs; from now on it stands for them.
-    void takeOver(const Path& place, CleanupTarget& target) {
+    void takeOver(const Path& place, CleanupTarget& target, const CleanupItem* row) {
         const Path first = place.native() + "/";
-        for (auto inner = counted_.lower_bound(first); inner != counted_.end() && isStrictlyBelow(inner->first, place);) {
-            if (isReachedFrom(platform_, inner->first, place)) { // else the target's figures do not hold it
+        for (auto inner = counted_.lower_bound(first);
+             inner != counted_.end() && isStrictlyBelow(inner->first, place);) {
+            if (inner->second.row != row &&
+                isReachedFrom(platform_, inner->first, place)) { // else the target's figures do not hold it
                 target.coveredBytes = checkedAdd(target.coveredBytes, inner->second.bytes);
                 target.coveredFiles = checkedAdd(target.coveredFiles, inner->second.files);
             }

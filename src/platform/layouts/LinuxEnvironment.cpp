@@ -10,10 +10,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::array toolVariables{"npm_config_cache",   "PNPM_HOME",  "PIP_CACHE_DIR",   "UV_CACHE_DIR",
-                                   "CARGO_HOME",         "GOCACHE",    "GOMODCACHE",
-                                   "GRADLE_USER_HOME",   "CCACHE_DIR", "SCCACHE_DIR",     "NUGET_PACKAGES",
-                                   "COMPOSER_CACHE_DIR", "HF_HOME",    "FLATPAK_USER_DIR"};
+constexpr std::array toolVariables{"npm_config_cache", "PNPM_HOME",       "PIP_CACHE_DIR",  "UV_CACHE_DIR",
+                                   "CARGO_HOME",       "GOCACHE",         "GOMODCACHE",     "GRADLE_USER_HOME",
+                                   "CCACHE_DIR",       "SCCACHE_DIR",     "NUGET_PACKAGES", "COMPOSER_CACHE_DIR",
+                                   "HF_HOME",          "FLATPAK_USER_DIR"};
 
 /// The value when it is an absolute path, as the Base Directory rules demand.
 std::optional<fs::path> absolute(const VariableLookup& lookup, std::string_view name) {

@@ -18,10 +18,10 @@ namespace fs = std::filesystem;
 /// indexes that take hours to rebuild, histories, keys.
 const std::vector<std::string>& neverCaches() {
     static const std::vector<std::string> names{
-        "rclone",   "sessions",  "keyring-*",   "ssh",       "gnupg",    "ibus",    "fcitx*", "at-spi",
-        "dconf",    "tracker*",  "localsearch", "evolution", "mu",       "borg",    "restic", "duplicity",
-        "deja-dup", "bash",      "zsh",         "fish",      "vim",      "nvim",    "emacs",  "less",
-        "mc",       "keepassxc", "cliphist",    "wal",       "obexd",    "vellmoor*"};
+        "rclone",   "sessions",  "keyring-*",   "ssh",       "gnupg", "ibus",     "fcitx*", "at-spi",
+        "dconf",    "tracker*",  "localsearch", "evolution", "mu",    "borg",     "restic", "duplicity",
+        "deja-dup", "bash",      "zsh",         "fish",      "vim",   "nvim",     "emacs",  "less",
+        "mc",       "keepassxc", "cliphist",    "wal",       "obexd", "vellmoor*"};
     return names;
 }
 
@@ -136,9 +136,9 @@ std::vector<RootPattern> developerCaches(const LinuxEnvironment& env) {
     roots.folders(cache, {"JetBrains/*/caches|index|tmp", "Google/AndroidStudio*/caches|index|tmp"});
     addEditors(roots);
     roots.folders(roots.tool(".android"), {"cache", "build-cache"});
-    roots.folders(cache, {"node-gyp", "electron", "electron-builder", "typescript", "Cypress", "ms-playwright",
-                          "puppeteer", "prisma", "zig", "rebar3", "cabal", "org.swift.swiftpm", "coursier", "helm",
-                          "R"});
+    roots.folders(cache,
+                  {"node-gyp", "electron", "electron-builder", "typescript", "Cypress", "ms-playwright", "puppeteer",
+                   "prisma", "zig", "rebar3", "cabal", "org.swift.swiftpm", "coursier", "helm", "R"});
     roots.folders(roots.home(), {".ivy2/cache", ".pub-cache/hosted"});
     roots.folders("HF_HOME", roots.cache("huggingface"), {"hub", "datasets", "xet", "assets"});
     roots.folders(cache, {"torch", "whisper", "gpt4all", "lm-studio", "modelscope", "kagglehub"});

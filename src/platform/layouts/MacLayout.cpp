@@ -60,24 +60,6 @@ std::vector<std::pair<std::vector<std::string>, std::string>> symbols() {
     };
 }
 
-std::vector<fs::path> protectedPaths(const fs::path& home, const fs::path& root) {
-    std::vector<fs::path> paths;
-    for (const char* folder : {"Desktop", "Documents", "Downloads", "Movies", "Music", "Pictures", "Public", "Library",
-                               "Applications", ".Trash", ".ssh", ".gnupg"}) {
-        paths.push_back(home / folder);
-    }
-    for (const char* folder :
-         {"Caches", "Logs", "Preferences", "Application Support", "Containers", "Group Containers", "LaunchAgents",
-          "Keychains", "Mail", "Messages", "Safari", "Mobile Documents", "CloudStorage", "Developer"}) {
-        paths.push_back(home / "Library" / folder);
-    }
-    for (const char* folder : {"/System", "/Library", "/Users", "/Applications", "/Volumes", "/private", "/usr", "/bin",
-                               "/sbin", "/etc", "/var", "/opt"}) {
-        paths.push_back(underRoot(root, folder));
-    }
-    return paths;
-}
-
 } // namespace
 
 SystemLayout macosLayout(const fs::path& homeFolder, std::uint32_t userId, const fs::path& root) {
@@ -87,7 +69,6 @@ SystemLayout macosLayout(const fs::path& homeFolder, std::uint32_t userId, const
     layout.home = home;
     layout.stateFolder = home / "Library/Application Support/Vellmoor";
     layout.root = root;
-    layout.protectedPaths = protectedPaths(home, root);
     layout.deepScan = {.names = {"node_modules", ".git"},
                        .nameEndings = {},
                        .fragments = {"/Library/Mobile Documents/", "/Library/CloudStorage/"},
@@ -109,6 +90,7 @@ SystemLayout macosLayout(const fs::path& homeFolder, std::uint32_t userId, const
                     .volumePrefix = underRoot(root, "/Volumes/").string(),
                     .volumeForms = {{.folder = fs::path(".Trashes") / std::to_string(userId)}},
                     .checksOwner = false,
+                    .isKnownByName = true,
                     .permanentFragments = {"/.Trash/", "/.Trashes/"}};
     if (!layout.trash.volumePrefix.ends_with('/')) {
         layout.trash.volumePrefix += '/';

@@ -86,10 +86,9 @@ std::vector<TraceCategory> chromiumCategories(Paths cookiePaths, Paths cachePath
 }
 
 std::vector<TraceCategory> macChromiumCategories() {
-    return chromiumCategories(
-        inProfile({"Network/Cookies", "Network/Cookies-journal"}),
-        inCache({"Cache", "Cache/Cache_Data", "Code Cache", "GPUCache"}),
-        localStorage(siteStorage, inProfile({"Local Storage", "Session Storage", "IndexedDB"})));
+    return chromiumCategories(inProfile({"Network/Cookies", "Network/Cookies-journal"}),
+                              inCache({"Cache", "Cache/Cache_Data", "Code Cache", "GPUCache"}),
+                              localStorage(siteStorage, inProfile({"Local Storage", "Session Storage", "IndexedDB"})));
 }
 
 /// On Linux the cookies lie in the profile itself; "Network" is where other systems have them. Databases of extensions

@@ -30,8 +30,7 @@ std::vector<RootComponent> components(const RootPattern& pattern) {
 
 bool admits(const RootPattern& pattern, const RootComponent& component, std::string_view name) {
     return !name.starts_with('.') && globMatchesAny(component.names, name) &&
-           std::ranges::none_of(pattern.except,
-                                [&](const std::string& never) { return globMatches(never, name); });
+           std::ranges::none_of(pattern.except, [&](const std::string& never) { return globMatches(never, name); });
 }
 
 } // namespace vellmoor

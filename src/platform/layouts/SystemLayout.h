@@ -72,8 +72,9 @@ struct TrashLayout {
     std::string volumePrefix;    ///< only volumes below it count; empty: as the platform lists them
     std::vector<VolumeTrashForm> volumeForms;
     bool checksOwner = false; ///< a foreign, readable Trash is passed over
-    /// A path is in a Trash, and removed for good, when it contains one of these; empty: only what lies strictly
-    /// below the contents of a known Trash folder.
+    /// A path is in a Trash, and removed for good, when it contains one of permanentFragments; else only what lies
+    /// strictly below the contents of a known Trash folder.
+    bool isKnownByName = false;
     std::vector<std::string> permanentFragments;
 };
 
@@ -82,13 +83,13 @@ struct SystemLayout {
     std::filesystem::path home;
     std::filesystem::path stateFolder; ///< where Vellmoor keeps files of its own
     std::filesystem::path root = "/";  ///< stands for "/" in every absolute path outside the home
-    /// Never a target of a clean, whatever a table says; the home folder and mount points are added by the guard.
+    /// Never a target of a clean, whatever a table says: what the user's settings name. The guard knows the others.
     std::vector<std::filesystem::path> protectedPaths;
     DeepScanRules deepScan;
     const FileKinds* fileKinds = nullptr;
     /// Extension (lower case) and symbol; the first match wins.
     std::vector<std::pair<std::vector<std::string>, std::string>> symbols;
-    std::vector<JunkCategory> junk; ///< user caches, logs, developer caches, in this order
+    std::vector<JunkCategory> junk;               ///< user caches, logs, developer caches, in this order
     std::vector<std::string> installerExtensions; ///< of what counts as a download leftover; lower case
     /// Downloads, Desktop, Documents, Videos, Pictures: used where the platform names no folder.
     std::vector<std::filesystem::path> largeFileRoots;

@@ -4,11 +4,12 @@
 #include "Files.h"
 #include "GlibPointers.h"
 #include "KeyFiles.h"
+#include "LinuxTrashSession.h"
 #include "Mounts.h"
 #include "Paths.h"
+#include "PortalTrashSession.h"
 #include "Quit.h"
 #include "TextServices.h"
-#include "TrashRemoval.h"
 #include "UserDirectories.h"
 
 #include <gio/gio.h>
@@ -28,6 +29,12 @@ Path accountHome() {
     passwd* found = nullptr;
     const int error = ::getpwuid_r(::getuid(), &record, room.data(), room.size(), &found);
     return error == 0 && found != nullptr ? Path(found->pw_dir) : Path("/");
+}
+
+// There the home's Trash is not the one that the user sees: only the desktop's own service reaches it.
+bool isInSandbox() {
+    const char* snap = std::getenv("SNAP");
+    return (snap != nullptr && *snap != '\0') || files::existsItself("/.flatpak-info");
 }
 
 } // namespace
@@ -79,7 +86,8 @@ std::optional<Path> LinuxPlatform::realPath(const Path& path) const {
 }
 
 bool LinuxPlatform::isMountPoint(const Path& path) const {
-    return mounts::isMountPoint(path);
+    const std::optional<Path> real = realPlace(lexicallyStandardized(path));
+    return real && mounts::isMountPoint(*real); // else nothing is there that could be moved
 }
 
 bool LinuxPlatform::isPackage(const Path& /*folder*/) const {
@@ -88,18 +96,9 @@ bool LinuxPlatform::isPackage(const Path& /*folder*/) const {
 
 // Changes
 
-Outcome LinuxPlatform::moveToTrash(const Path& path) const {
-    const glib::Object<GFile> file(g_file_new_for_path(path.c_str()));
-    GError* error = nullptr;
-    if (g_file_trash(file.get(), nullptr, &error)) {
-        return {};
-    }
-    const glib::ErrorPointer owned(error);
-    return std::unexpected(owned ? std::string(owned->message) : files::reason(EIO));
-}
-
-Outcome LinuxPlatform::removeFromTrash(const Path& path, const TrashFolder& trash) const {
-    return vellmoor::removeFromTrash(path, trash);
+std::unique_ptr<TrashSession> LinuxPlatform::trashSession(TrashPlaces places) const {
+    return isInSandbox() ? std::make_unique<PortalTrashSession>(std::move(places))
+                         : std::make_unique<LinuxTrashSession>(std::move(places));
 }
 
 Outcome LinuxPlatform::moveItem(const Path& from, const Path& to) const {

@@ -193,7 +193,7 @@ std::optional<Path> MacPlatform::realPath(const Path& path) const {
 
 bool MacPlatform::isMountPoint(const Path& path) const {
     const walk::ThreadPolicy nothingIsFetched;
-    const std::optional<Path> real = files::realPlace(path);
+    const std::optional<Path> real = realPlace(standardized(path));
     if (!real) {
         return false; // nothing there, or nothing that could be moved
     }

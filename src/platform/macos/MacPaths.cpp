@@ -40,8 +40,8 @@ Path standardized(const Path& path, const std::function<bool(const Path&)>& exis
     Path result = lexicallyStandardized(path);
     if (isStrictlyBelow(result, privateFolder)) {
         Path rest = result.native().substr(privateFolder.size());
-        const bool isFixed = std::ranges::any_of(
-            fixed, [&](std::string_view folder) { return rest == folder || isStrictlyBelow(rest, folder); });
+        const bool isFixed =
+            std::ranges::any_of(fixed, [&](std::string_view folder) { return isAtOrBelow(rest, folder); });
         if (!isFixed && exists(rest)) {
             return rest;
         }

@@ -5,6 +5,18 @@
 
 namespace vellmoor {
 
+namespace {
+
+QStringList linesOf(const std::vector<std::string>& texts) {
+    QStringList lines;
+    for (const std::string& text : texts) {
+        lines << toQt(text);
+    }
+    return lines;
+}
+
+} // namespace
+
 ReportModel::ReportModel(CleanerStore& store, QObject* parent) : QObject(parent), store_(store) {
     connect(&store_, &CleanerStore::latestReportChanged, this, &ReportModel::changed);
 }
@@ -64,11 +76,11 @@ QString ReportModel::caches() const {
 }
 
 QStringList ReportModel::failureLines() const {
-    QStringList lines;
-    for (const std::string& line : report().failures) {
-        lines << toQt(line);
-    }
-    return lines;
+    return linesOf(report().failures);
+}
+
+QStringList ReportModel::noteLines() const {
+    return linesOf(report().notes);
 }
 
 } // namespace vellmoor

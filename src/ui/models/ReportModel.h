@@ -30,6 +30,8 @@ class ReportModel final : public QObject {
     /// The file caches before and after a memory optimisation; empty where the system tells none.
     Q_PROPERTY(QString caches READ caches NOTIFY changed FINAL)
     Q_PROPERTY(QStringList failureLines READ failureLines NOTIFY changed FINAL)
+    /// What was kept on purpose, and what else is worth telling.
+    Q_PROPERTY(QStringList noteLines READ noteLines NOTIFY changed FINAL)
 
 public:
     explicit ReportModel(CleanerStore& store, QObject* parent = nullptr);
@@ -49,6 +51,7 @@ public:
     [[nodiscard]] QString share() const;
     [[nodiscard]] QString caches() const;
     [[nodiscard]] QStringList failureLines() const;
+    [[nodiscard]] QStringList noteLines() const;
 
 Q_SIGNALS:
     void changed();

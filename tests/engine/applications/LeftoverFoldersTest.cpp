@@ -62,9 +62,9 @@ TEST_F(LeftoverFolders, AFolderThatIsALinkOutOfTheHomeIsNotSearched) {
 
 TEST_F(LeftoverFolders, ABaseFolderThatHoldsTheHomeOrAUserFolderIsNotSearched) {
     home.file("Applications/Painter.AppImage");
-    files({"Documents/painter/thesis", "work/papers/x", "work/painter/x", "painter/x", "Documents/other/x"});
+    files({"Downloads/painter/thesis", "work/papers/painter/x", "work/painter/x", "painter/x"});
     home.platform.folders.documents = home.place("work/papers");
-    for (const char* base : {"", "Documents", "work", "work/papers/.."}) {
+    for (const char* base : {"", "Downloads", "work", "work/papers", "work/papers/.."}) {
         home.environment.config = home.home / base;
         home.useEnvironment();
         EXPECT_THAT(leftovers(home, "Painter"), IsEmpty()) << base;

@@ -229,12 +229,12 @@ TEST(LinuxPrivacy, BrowsersComeInTableOrderAndEachNativeFlatpakSnap) {
             browsers.push_back(title.substr(0, title.size() - 8));
         }
     }
-    EXPECT_THAT(browsers,
-                ElementsAre("Firefox", "Firefox (Flatpak)", "Firefox (Snap)", "Chrome", "Chrome (Flatpak)", "Chromium",
-                            "Chromium (Flatpak)", "Chromium (Snap)", "Edge", "Edge (Flatpak)", "Brave",
-                            "Brave (Flatpak)", "Brave (Snap)", "Vivaldi", "Vivaldi (Flatpak)", "Vivaldi (Snap)",
-                            "Opera", "Opera (Flatpak)", "Opera (Snap)", "LibreWolf", "LibreWolf (Flatpak)", "Waterfox",
-                            "Waterfox (Flatpak)", "Zen", "Zen (Flatpak)", "Floorp", "Floorp (Flatpak)", "GNOME Web", "GNOME Web (Flatpak)"));
+    EXPECT_THAT(browsers, ElementsAre("Firefox", "Firefox (Flatpak)", "Firefox (Snap)", "Chrome", "Chrome (Flatpak)",
+                                      "Chromium", "Chromium (Flatpak)", "Chromium (Snap)", "Edge", "Edge (Flatpak)",
+                                      "Brave", "Brave (Flatpak)", "Brave (Snap)", "Vivaldi", "Vivaldi (Flatpak)",
+                                      "Vivaldi (Snap)", "Opera", "Opera (Flatpak)", "Opera (Snap)", "LibreWolf",
+                                      "LibreWolf (Flatpak)", "Waterfox", "Waterfox (Flatpak)", "Zen", "Zen (Flatpak)",
+                                      "Floorp", "Floorp (Flatpak)", "GNOME Web", "GNOME Web (Flatpak)"));
 }
 
 TEST(LinuxPrivacy, AHomeWithoutBrowsersHasNoRows) {

@@ -237,8 +237,8 @@ TEST(ChromiumProfiles, ALinkedProfileIsNotFollowed) {
 
 TEST(ChromiumProfiles, OnlyOperaKeepsOneInTheUserDataFolderItself) {
     const EngineHome home(System::Linux);
-    makeFiles(home, {".config/google-chrome/Preferences", ".config/google-chrome/History", ".config/vivaldi/Preferences",
-                     ".config/vivaldi/History"});
+    makeFiles(home, {".config/google-chrome/Preferences", ".config/google-chrome/History",
+                     ".config/vivaldi/Preferences", ".config/vivaldi/History"});
     EXPECT_THAT(privacyRows(home), IsEmpty());
 }
 

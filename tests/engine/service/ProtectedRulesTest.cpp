@@ -1,5 +1,7 @@
 // No rule of the privacy and junk tables can name a protected path, whatever lies on the disk: the rules themselves
 // are tried against every protected path and every folder above one.
+#include "Host.h"
+#include "ProtectedPaths.h"
 #include "layouts/LinuxEnvironment.h"
 #include "layouts/SystemLayout.h"
 
@@ -42,9 +44,7 @@ bool couldName(const RootPattern& rule, const Path& path) {
 /// The protected paths, the home folder, and all folders above them.
 std::set<Path> guardedPaths(const SystemLayout& layout) {
     std::set<Path> guarded;
-    std::vector<Path> paths = layout.protectedPaths;
-    paths.push_back(layout.home);
-    for (Path path : paths) {
+    for (Path path : protectedFolders(hostPlatform(), layout)) {
         for (; guarded.insert(path).second && path.has_relative_path(); path = path.parent_path()) {
         }
     }

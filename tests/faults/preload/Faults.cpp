@@ -43,8 +43,9 @@ enum Class : std::uint32_t {
     NoReplace = 1U << 13 // a rename with flags, which is a rename as well
 };
 
-constexpr std::array<const char*, 14> classNames{"rename", "unlink", "open",  "mkdir", "write",    "fsync", "link",
-                                                 "stat",   "list",   "chmod", "close", "truncate", "time",  "noreplace"};
+constexpr std::array<const char*, 14> classNames{"rename", "unlink",   "open", "mkdir",    "write",
+                                                 "fsync",  "link",     "stat", "list",     "chmod",
+                                                 "close",  "truncate", "time", "noreplace"};
 
 enum class Deed : std::uint8_t { Fail, Short, Kill, Term, Ask };
 
@@ -274,8 +275,8 @@ std::uint32_t classesOf(long number, const std::array<long, 6>& words) {
 
 VELLMOOR_FAULT(Rename, true, -1, rename, (const char* from, const char* to), (from, to))
 VELLMOOR_FAULT(Rename, true, -1, renameat, (int a, const char* from, int b, const char* to), (a, from, b, to))
-VELLMOOR_FAULT(renameClasses(flags), true, -1, renameat2, (int a, const char* from, int b, const char* to, unsigned flags),
-               (a, from, b, to, flags))
+VELLMOOR_FAULT(renameClasses(flags), true, -1, renameat2,
+               (int a, const char* from, int b, const char* to, unsigned flags), (a, from, b, to, flags))
 VELLMOOR_FAULT(Unlink, true, -1, unlink, (const char* path), (path))
 VELLMOOR_FAULT(Unlink, true, -1, unlinkat, (int folder, const char* path, int flags), (folder, path, flags))
 VELLMOOR_FAULT(Unlink, true, -1, rmdir, (const char* path), (path))

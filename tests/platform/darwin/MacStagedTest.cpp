@@ -6,6 +6,7 @@
 #include "QuitAnswers.h"
 #include "Stage.h"
 #include "TemporaryFolder.h"
+#include "TrashSession.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -36,6 +37,10 @@ protected:
         return app;
     }
 
+    [[nodiscard]] Removal toTrash(const Path& path) const {
+        return platform_.trashSession({})->moveToTrash({.path = path, .identity = platform_.identity(path)});
+    }
+
     test::TemporaryFolder folder_;
     MacPlatform platform_;
 };
@@ -47,7 +52,9 @@ TEST_F(MacStaged, TheHomeIsTheAccounts) {
 TEST_F(MacStaged, ATrashedItemGoesToTheTrashAndNothingIsReplacedThere) {
     stage().trash = folder_.folder("Trash");
     folder_.text("Trash/a.txt", "old");
-    EXPECT_TRUE(platform_.moveToTrash(folder_.text("a.txt", "new")));
+    const Removal moved = toTrash(folder_.text("a.txt", "new"));
+    EXPECT_EQ(moved.result, RemovalResult::Done);
+    EXPECT_EQ(moved.place, folder_ / "Trash/a 2.txt");
     EXPECT_FALSE(std::filesystem::exists(folder_ / "a.txt"));
     EXPECT_EQ(platform_.fileContents(folder_ / "Trash/a.txt", 10), "old");
     EXPECT_EQ(platform_.fileContents(folder_ / "Trash/a 2.txt", 10), "new");
@@ -56,14 +63,48 @@ TEST_F(MacStaged, ATrashedItemGoesToTheTrashAndNothingIsReplacedThere) {
 TEST_F(MacStaged, AVolumeWithoutTrashFailsInTheSystemsWordsAndTheFileStays) {
     stage().trashFailure = "The volume has no Trash.";
     const Path file = folder_.text("a.txt", "kept");
-    EXPECT_EQ(platform_.moveToTrash(file).error(), "The volume has no Trash.");
+    EXPECT_EQ(toTrash(file).reason, "The volume has no Trash.");
     EXPECT_TRUE(std::filesystem::exists(file));
+}
+
+TEST_F(MacStaged, AStrangerThatCameBetweenIsPutBack) {
+    stage().trash = folder_.folder("Trash");
+    const Path item = folder_.text("a.txt", "shown");
+    stage().beforeTrash = [&] {
+        folder_.text("other", "not shown");
+        std::filesystem::rename(folder_ / "other", item);
+    };
+    EXPECT_EQ(toTrash(item).result, RemovalResult::Changed);
+    EXPECT_EQ(platform_.fileContents(item, 100), "not shown");
+    EXPECT_TRUE(std::filesystem::is_empty(folder_ / "Trash"));
+}
+
+TEST_F(MacStaged, WhatChangedBeforeIsNotMovedAtAll) {
+    stage().trash = folder_.folder("Trash");
+    const Path item = folder_.text("a.txt", "shown");
+    const RemovalRequest request{.path = item, .identity = platform_.identity(item)};
+    folder_.text("a.txt", "longer than what was shown");
+    EXPECT_EQ(platform_.trashSession({})->moveToTrash(request).result, RemovalResult::Changed);
+    EXPECT_TRUE(std::filesystem::is_empty(folder_ / "Trash"));
+    EXPECT_EQ(platform_.trashSession({})->moveToTrash({.path = folder_ / "gone", .identity = {}}).result,
+              RemovalResult::Vanished);
+}
+
+TEST_F(MacStaged, TheNextVolumeOfTheSameNumberIsAnother) {
+    const Path item = folder_.text("a.txt", "");
+    stage().volumeNumber = "8A3B";
+    const auto first = platform_.identity(item);
+    EXPECT_EQ(platform_.identity(item)->device, first->device);
+    stage().volumeNumber = "91F0";
+    EXPECT_NE(platform_.identity(item)->device, first->device);
+    EXPECT_EQ(platform_.identity(item)->inode, first->inode);
+    EXPECT_FALSE(platform_.identity(folder_ / "gone"));
 }
 
 TEST_F(MacStaged, AFailureIsLoggedWithItsCodeAndWithoutTheUsersNames) {
     test::takeLog();
     stage().trashFailure = "\"secret.txt\" could not be moved.";
-    EXPECT_FALSE(platform_.moveToTrash(folder_.text("secret.txt", "")));
+    EXPECT_EQ(toTrash(folder_.text("secret.txt", "")).result, RemovalResult::Failed);
     EXPECT_THAT(test::takeLog(),
                 ElementsAre("org.vellmoor.Vellmoor/files: Moving to the Trash in NSCocoaErrorDomain failed (3328): "
                             "<private>"));
@@ -75,7 +116,7 @@ TEST_F(MacStaged, AFailureIsLoggedWithItsCodeAndWithoutTheUsersNames) {
 TEST_F(MacStaged, NoAddressIsThatOfAFolder) {
     stage().trash = folder_.folder("Trash");
     stage().addresses.clear();
-    EXPECT_TRUE(platform_.moveToTrash(folder_.folder("some folder")));
+    EXPECT_EQ(toTrash(folder_.folder("some folder")).result, RemovalResult::Done);
     EXPECT_TRUE(platform_.createFolder(folder_ / "new"));
     EXPECT_TRUE(platform_.moveItem(folder_ / "new", folder_ / "newer"));
     EXPECT_THAT(stage().addresses, Not(IsEmpty()));

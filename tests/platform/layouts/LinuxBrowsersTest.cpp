@@ -80,16 +80,16 @@ std::vector<OwnedFolders> ownedChildren(const std::filesystem::path& folder) {
 TEST(LinuxBrowsers, TheCacheNamesOfEveryNativeBrowserAreKnown) {
     std::vector<std::string> names;
     std::ranges::transform(ownedChildren("/home/u/.cache"), std::back_inserter(names), &OwnedFolders::names);
-    EXPECT_THAT(names, ElementsAre("mozilla", "google-chrome*", "chromium", "microsoft-edge*", "BraveSoftware",
-                                   "vivaldi*", "opera*", "librewolf", "waterfox", "zen", "floorp", "epiphany",
-                                   "thunderbird"));
+    EXPECT_THAT(names,
+                ElementsAre("mozilla", "google-chrome*", "chromium", "microsoft-edge*", "BraveSoftware", "vivaldi*",
+                            "opera*", "librewolf", "waterfox", "zen", "floorp", "epiphany", "thunderbird"));
 }
 
 TEST(LinuxBrowsers, ThunderbirdUsesItsCacheInEveryPackaging) {
     const OwnedFolders cache = ownedChildren("/home/u/.cache").back();
     EXPECT_EQ(cache.owner, "Thunderbird");
-    EXPECT_THAT(cache.tokens, ElementsAre("thunderbird", "thunderbird-bin", "flatpak:org.mozilla.Thunderbird",
-                                          "snap:thunderbird"));
+    EXPECT_THAT(cache.tokens,
+                ElementsAre("thunderbird", "thunderbird-bin", "flatpak:org.mozilla.Thunderbird", "snap:thunderbird"));
 }
 
 TEST(LinuxBrowsers, FlatpaksAndSnapsUseTheirOwnFolders) {

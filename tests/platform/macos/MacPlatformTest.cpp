@@ -3,6 +3,7 @@
 #include "MacPlatform.h"
 
 #include "TemporaryFolder.h"
+#include "TrashSession.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -25,6 +26,12 @@ protected:
     [[nodiscard]] Path agent(const std::string& body) const {
         return folder_.text("agent.plist", "<?xml version=\"1.0\" encoding=\"UTF-8\"?><plist version=\"1.0\"><dict>" +
                                                body + "</dict></plist>");
+    }
+
+    [[nodiscard]] bool removes(const Path& path, const Path& trash) const {
+        const auto session = platform_.trashSession({});
+        const RemovalRequest request{.path = path, .identity = platform_.identity(path)};
+        return session->removeFromTrash(request, {trash, trash, trash}).result == RemovalResult::Done;
     }
 
     test::TemporaryFolder folder_;
@@ -52,7 +59,7 @@ TEST_F(MacPlatformTest, WhatLiesInATrashGoesWithEverythingBelowAndWithNothingEls
     const Path outside = folder_.text("kept", "kept");
     folder_.text("Trash/item/deep/file", "gone");
     folder_.link(outside, "Trash/item/link");
-    EXPECT_TRUE(platform_.removeFromTrash(trash / "item", {trash, trash}));
+    EXPECT_TRUE(removes(trash / "item", trash));
     EXPECT_FALSE(fs::exists(trash / "item"));
     EXPECT_TRUE(fs::exists(outside));
 }
@@ -61,7 +68,7 @@ TEST_F(MacPlatformTest, ALinkInATrashGoesItself) {
     const Path trash = folder_.folder("Trash");
     folder_.text("kept/file", "kept");
     folder_.link(folder_ / "kept", "Trash/link");
-    EXPECT_TRUE(platform_.removeFromTrash(trash / "link", {trash, trash}));
+    EXPECT_TRUE(removes(trash / "link", trash));
     EXPECT_FALSE(fs::exists(fs::symlink_status(trash / "link")));
     EXPECT_TRUE(fs::exists(folder_ / "kept/file"));
 }
@@ -70,11 +77,22 @@ TEST_F(MacPlatformTest, NothingOutsideTheTrashIsRemovedForGood) {
     const Path trash = folder_.folder("Trash");
     const Path outside = folder_.text("elsewhere/file", "kept");
     folder_.link(folder_ / "elsewhere", "Trash/way");
-    EXPECT_FALSE(platform_.removeFromTrash(outside, {trash, trash}));
-    EXPECT_FALSE(platform_.removeFromTrash(trash / "way/file", {trash, trash}));
-    EXPECT_FALSE(platform_.removeFromTrash(trash, {trash, trash}));
+    EXPECT_FALSE(removes(outside, trash));
+    EXPECT_FALSE(removes(trash / "way/file", trash));
+    EXPECT_FALSE(removes(trash, trash));
     EXPECT_TRUE(fs::exists(outside));
     EXPECT_TRUE(fs::exists(trash));
+}
+
+TEST_F(MacPlatformTest, AnotherFileThanTheOneShownStaysInTheTrash) {
+    const Path trash = folder_.folder("Trash");
+    const Path item = folder_.text("Trash/item", "shown");
+    const RemovalRequest request{.path = item, .identity = platform_.identity(item)};
+    folder_.text("Trash/other", "not shown");
+    fs::rename(trash / "other", item);
+    const auto session = platform_.trashSession({});
+    EXPECT_EQ(session->removeFromTrash(request, {trash, trash, trash}).result, RemovalResult::Changed);
+    EXPECT_EQ(platform_.fileContents(item, 100), "not shown");
 }
 
 TEST_F(MacPlatformTest, WithoutAFolderThereIsNoBundle) {

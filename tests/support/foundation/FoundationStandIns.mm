@@ -65,6 +65,9 @@ id resourceValue(NSURL* address, NSString* key) {
     if ([key isEqualToString:NSURLVolumeAvailableCapacityKey]) {
         return number(stage().plainBytes);
     }
+    if ([key isEqualToString:NSURLVolumeUUIDStringKey]) {
+        return stage().volumeNumber.empty() ? nil : objectOf(stage().volumeNumber);
+    }
     if ([key isEqualToString:NSURLIsPackageKey]) {
         return [NSNumber numberWithBool:stage().packages.contains(path.extension().string())];
     }
@@ -137,6 +140,9 @@ const void* StandInTrue(void) {
         constexpr NSInteger featureUnsupported = 3328;
         *error = errorOf(featureUnsupported, stage().trashFailure);
         return NO;
+    }
+    if (stage().beforeTrash) {
+        stage().beforeTrash();
     }
     const std::filesystem::path from = pathOf(url);
     const std::filesystem::path to = freePlace(stage().trash, from.filename());

@@ -13,6 +13,8 @@ namespace {
 
 using ::testing::IsEmpty;
 using ::testing::UnorderedElementsAre;
+using vellmoor::test::AlmostNoDescriptors;
+using vellmoor::test::openDescriptors;
 using vellmoor::test::ScopedUnprivileged;
 using vellmoor::test::TemporaryFolder;
 

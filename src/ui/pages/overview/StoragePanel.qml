@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 import Vellmoor.Controls
+import Vellmoor.Lists
 import Vellmoor.Models
 import Vellmoor.Theme
 

@@ -46,6 +46,8 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 @end
 
 typedef NSString* NSErrorDomain;
+FOUNDATION_EXPORT NSErrorDomain const NSCocoaErrorDomain;
+enum : NSInteger { NSFileWriteOutOfSpaceError = 640, NSFileWriteVolumeReadOnlyError = 642 };
 @interface NSError : NSObject <NSCopying, NSSecureCoding>
 @property(readonly, copy) NSErrorDomain domain;
 @property(readonly) NSInteger code;

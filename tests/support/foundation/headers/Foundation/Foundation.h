@@ -25,6 +25,8 @@
 #define NS_ASSUME_NONNULL_BEGIN
 #define NS_ASSUME_NONNULL_END
 
+#define NSFileWriteVolumeReadOnlyError 642
+
 /// The one object that a property list has for true.
 extern "C" const void* StandInTrue(void);
 #define kCFBooleanTrue StandInTrue()

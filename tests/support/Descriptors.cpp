@@ -3,7 +3,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-namespace vellmoor::walk::test {
+namespace vellmoor::test {
 
 DescriptorLimit::DescriptorLimit(rlim_t most) {
     ::getrlimit(RLIMIT_NOFILE, &before_);
@@ -40,4 +40,4 @@ unsigned openDescriptors() {
     return count;
 }
 
-} // namespace vellmoor::walk::test
+} // namespace vellmoor::test

@@ -3,7 +3,7 @@
 #include <sys/resource.h>
 #include <vector>
 
-namespace vellmoor::walk::test {
+namespace vellmoor::test {
 
 /// Lowers the number of descriptors that the process may open, as long as it lives.
 class DescriptorLimit {
@@ -33,4 +33,4 @@ private:
 /// How many descriptors of the process are open.
 unsigned openDescriptors();
 
-} // namespace vellmoor::walk::test
+} // namespace vellmoor::test
