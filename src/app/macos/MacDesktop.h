@@ -6,6 +6,7 @@
 #include "layouts/SystemLayout.h"
 
 #include <map>
+#include <mutex>
 #include <utility>
 
 namespace vellmoor {
@@ -28,6 +29,8 @@ public:
     [[nodiscard]] std::string volumeLabel() const override { return layout_.volumeLabel; }
     [[nodiscard]] std::filesystem::path homeFolder() const override { return layout_.home; }
     [[nodiscard]] QImage applicationIcon(const std::filesystem::path& application, int pixels) override;
+    [[nodiscard]] bool hasApplicationIcon(const std::filesystem::path& application) override;
+    [[nodiscard]] bool drawsOnAnyThread() const override { return true; }
     [[nodiscard]] QImage symbol(const QString& name, int pixels) override;
     [[nodiscard]] bool prefersReducedMotion() const override { return workspace_.reducesMotion(); }
     /// The system's font has this size on every Mac.
@@ -37,6 +40,7 @@ private:
     const Platform& platform_;
     const SystemLayout& layout_;
     Workspace& workspace_;
+    std::mutex lock_;                                               ///< of the icons, which are drawn one at a time
     std::map<std::pair<std::filesystem::path, int>, QImage> icons_; ///< of applications asked for so far
 };
 

@@ -1,22 +1,23 @@
-#include "MacChanges.h"
-
+// Moves outside the Trash, by Foundation, whose sentences the user reads: members of MacPlatform.
 #include "FoundationValues.h"
+#include "MacPlatform.h"
 
-#include <cerrno>
+namespace vellmoor {
 
-namespace vellmoor::mac {
+using mac::addressOf;
+using mac::failureOf;
 
-Outcome moveItem(const Path& from, const Path& to) {
+Outcome MacPlatform::moveItem(const Path& from, const Path& to) const {
     @autoreleasepool {
         NSError* error = nil;
         if ([NSFileManager.defaultManager moveItemAtURL:addressOf(from) toURL:addressOf(to) error:&error]) {
             return {};
         }
-        return failureOf(error);
+        return failureOf(error, mac::LogCategory::Files, "Moving");
     }
 }
 
-Outcome createFolder(const Path& folder) {
+Outcome MacPlatform::createFolder(const Path& folder) const {
     @autoreleasepool {
         NSError* error = nil;
         if ([NSFileManager.defaultManager createDirectoryAtURL:addressOf(folder)
@@ -25,8 +26,8 @@ Outcome createFolder(const Path& folder) {
                                                          error:&error]) {
             return {};
         }
-        return failureOf(error);
+        return failureOf(error, mac::LogCategory::Files, "Making a folder");
     }
 }
 
-} // namespace vellmoor::mac
+} // namespace vellmoor

@@ -1,8 +1,14 @@
 #pragma once
 
-#include "MacBundles.h"
 #include "PackageTypes.h"
 #include "Platform.h"
+
+namespace vellmoor::mac {
+
+/// Whether LaunchServices knows a folder as a package, by its extension or its mark.
+bool isDeclaredPackage(const Path& folder);
+
+} // namespace vellmoor::mac
 
 namespace vellmoor {
 

@@ -1,8 +1,8 @@
 #include "MacTrashSession.h"
 
 #include "FoundationValues.h"
-#include "MacChanges.h"
-#include "Paths.h"
+#include "MacPaths.h"
+#include "MacPlatform.h"
 
 #include <cerrno>
 #include <functional>
@@ -14,7 +14,7 @@ Removal plain(RemovalResult result) {
     return {.result = result, .reason = "", .place = {}};
 }
 
-Removal failure(NSError* error) {
+Removal failure(NSError* error, const char* what) {
     RemovalResult result = RemovalResult::Failed;
     if (mac::textOf(error.domain) == mac::textOf(NSCocoaErrorDomain)) {
         if (error.code == NSFileWriteOutOfSpaceError) {
@@ -23,37 +23,31 @@ Removal failure(NSError* error) {
             result = RemovalResult::ReadOnly;
         }
     }
-    return {.result = result, .reason = mac::failureOf(error).error(), .place = {}};
+    return {.result = result, .reason = mac::failureOf(error, mac::LogCategory::Files, what).error(), .place = {}};
 }
 
 bool isChanged(const RemovalRequest& request, const FileIdentity& found) {
     return request.identity && !isSame(*request.identity, found, request.sameness);
 }
 
-bool reallyLiesIn(const Path& path, const Path& folder) {
-    const std::optional<Path> parent = mac::realPath(path.parent_path());
-    const std::optional<Path> contents = mac::realPath(folder);
-    return parent && contents && isStrictlyBelow(*parent / path.filename(), *contents);
-}
+} // namespace
 
 // Back to where it was; where that is impossible it stays in the Trash, and the answer tells the place.
-Removal returned(const Path& place, const Path& path) {
-    if (const Outcome back = mac::moveItem(place, path); !back) {
+Removal MacTrashSession::returned(const Path& place, const Path& path) const {
+    if (const Outcome back = platform_.moveItem(place, path); !back) {
         return {.result = RemovalResult::Failed, .reason = back.error(), .place = place};
     }
     return plain(RemovalResult::Changed);
 }
 
 // What speaks against acting on the path.
-std::optional<RemovalResult> objection(const RemovalRequest& request) {
-    const std::optional<FileIdentity> found = mac::identity(request.path);
+std::optional<RemovalResult> MacTrashSession::objection(const RemovalRequest& request) const {
+    const std::optional<FileIdentity> found = platform_.identity(request.path);
     if (!found) { // what cannot be seen is there: the deed itself tells why it fails
         return errno == ENOENT || errno == ENOTDIR ? std::optional(RemovalResult::Vanished) : std::nullopt;
     }
     return isChanged(request, *found) ? std::optional(RemovalResult::Changed) : std::nullopt;
 }
-
-} // namespace
 
 Removal MacTrashSession::moveToTrash(const RemovalRequest& request) {
     if (const auto result = objection(request)) {
@@ -65,10 +59,10 @@ Removal MacTrashSession::moveToTrash(const RemovalRequest& request) {
         if (![NSFileManager.defaultManager trashItemAtURL:mac::addressOf(request.path)
                                          resultingItemURL:&address
                                                     error:&error]) {
-            return failure(error);
+            return failure(error, "Moving to the Trash");
         }
         const Path place = mac::pathOf(address);
-        const std::optional<FileIdentity> moved = mac::identity(place);
+        const std::optional<FileIdentity> moved = platform_.identity(place);
         if (moved && isChanged(request, *moved)) { // privacy protection may hide it: then nothing speaks against it
             return returned(place, request.path);
         }
@@ -77,8 +71,8 @@ Removal MacTrashSession::moveToTrash(const RemovalRequest& request) {
 }
 
 Removal MacTrashSession::removeFromTrash(const RemovalRequest& request, const TrashFolder& trash) {
-    if (!reallyLiesIn(request.path, trash.contents)) {
-        return {.result = RemovalResult::Failed, .reason = mac::reason(EPERM), .place = {}};
+    if (!mac::reallyLiesIn(request.path, trash.contents)) {
+        return {.result = RemovalResult::Failed, .reason = files::reason(EPERM), .place = {}};
     }
     if (const auto result = objection(request)) {
         return plain(*result);
@@ -88,11 +82,17 @@ Removal MacTrashSession::removeFromTrash(const RemovalRequest& request, const Tr
         if ([NSFileManager.defaultManager removeItemAtURL:mac::addressOf(request.path) error:&error]) {
             return {};
         }
-        return failure(error);
+        return failure(error, "Removing from the Trash");
     }
 }
 
-std::optional<FileIdentity> mac::identity(const Path& path) {
+std::unique_ptr<TrashSession> MacPlatform::trashSession(TrashPlaces /*places*/) const {
+    return std::make_unique<MacTrashSession>(*this);
+}
+
+// Facts by which a file is known again. The disk's number is made from the volume's UUID: the system gives a device
+// number to the next volume when one is ejected.
+std::optional<FileIdentity> MacPlatform::identity(const Path& path) const {
     const std::optional<FileFacts> known = facts(path);
     if (!known) {
         return std::nullopt;
@@ -100,9 +100,9 @@ std::optional<FileIdentity> mac::identity(const Path& path) {
     FileIdentity found = identityOf(*known);
     @autoreleasepool {
         NSString* number = nil;
-        [addressOf(path) getResourceValue:&number forKey:NSURLVolumeUUIDStringKey error:nullptr]; // some have none
+        [mac::addressOf(path) getResourceValue:&number forKey:NSURLVolumeUUIDStringKey error:nullptr]; // some have none
         if (number != nil) {
-            found.device = std::hash<std::string>()(textOf(number));
+            found.device = std::hash<std::string>()(mac::textOf(number));
         }
     }
     return found;

@@ -298,6 +298,9 @@ TEST_P(PathMeasurementOnBoth, ACautiousOrHighCategoryIsNeverPreselected) {
 }
 
 TEST_P(PathMeasurementOnBoth, NamesThatAreNotUtf8AreMeasured) {
+    if (!takesName(home.home, "caf\xe9")) {
+        GTEST_SKIP() << "this file system has only names in UTF-8";
+    }
     home.file(Path("tree") / "caf\xe9", 4096);
     EXPECT_EQ(stats(context, home.place("tree")).files, 1);
 }
