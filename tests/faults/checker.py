@@ -61,6 +61,7 @@ class Case:
     started: float = 0
     hindered: set = field(default_factory=set)
     blind: bool = False  # a call lied that something is gone: then the report may, too
+    cannot_tidy: bool = False  # what it made it could not remove
     early: bool = False  # what happened may have changed what was ticked
     other_failures: int = 0  # lines about rows that are no files
 
@@ -127,6 +128,9 @@ class Checker:
 
     def _has_the_same(self, path, place):
         """Whether two folders have anything in common: their time changes with what somebody puts there."""
+        deed = self.case.deed
+        if deed.moved and below(deed.moved[0], path) or deed.gone and below(deed.gone, path):
+            return True  # what they had in common is elsewhere now
         names = self.case.before.children(path)
         return any(place + b"/" + name in self.case.after.nodes and self.case.before.nodes[path + b"/" + name].same_thing(
             self.case.after.nodes[place + b"/" + name]) for name in names)
@@ -192,7 +196,10 @@ class Checker:
                 holders.insert(0, path)
             if holders:
                 self._ticked_node(path, node, holders)
-            elif not self._is_book_keeping(path):
+            elif self._is_book_keeping(path):
+                self._explained.update(place for place in self._homes(path) if place in self.case.after.nodes
+                                       and self.case.after.nodes[place].same_thing(node))
+            else:
                 self._kept_node(path, node)
         for path in self.case.after.nodes:
             if path not in self.case.before.nodes and any(at_or_below(path, p) for p in self.case.precious):
@@ -337,6 +344,7 @@ class Checker:
                 self._explained.update(self._homes(path))
                 continue
             if self.case.deed.moved and at_or_below(path, self.case.deed.moved[0]):
+                self._explained.update(self._homes(path))
                 continue
             self._judge_sizes(trash, path, was, self.case.after.nodes.get(path))
 
@@ -394,7 +402,7 @@ class Checker:
                 continue
             if self._is_expected(path, node):
                 continue
-            if self.case.ended and (self._is_near_trash(path) or self._is_own_state(path)):
+            if (self.case.ended or self.case.cannot_tidy) and (self._is_near_trash(path) or self._is_own_state(path)):
                 self.debris.add(path)
             else:
                 self.problem("left behind", path)
@@ -444,7 +452,8 @@ class Checker:
                 return  # it lies inside a target, which moved as a whole
             self.problem(f"somebody else's file was moved to {os.fsdecode(place)!r}", path)
             return
-        if not any(below(path, target) and self._trash_of(target) for target in self._targets):
+        if not any(below(place, target) and self._trash_of(target) for target in self._targets
+                   for place in self.case.deed.places_of_made(path)):
             self.problem("somebody else's file is lost", path)
 
     def _bodies_first(self):

@@ -25,6 +25,7 @@ class Plan:
     text: str = ""  # for the preloaded library
     turn: object = None  # an Attack
     blind: bool = False
+    cannot_tidy: bool = False
     early: bool = False  # it may happen while the program still looks what there is
     what: str = "nothing"
 
@@ -45,7 +46,8 @@ def _failing(rng):
     start = "start" if rng.random() < 0.1 else "change"
     number = _how_far(rng, CALLS[calls])
     return Plan("fail", f"calls={calls} from={start} at={number} times={times} do={deed}",
-                blind=error == "ENOENT" and calls in BLINDING, early=start == "start",
+                blind=error == "ENOENT" and calls in BLINDING,
+                cannot_tidy=calls == "unlink" or error == "ENOENT", early=start == "start",
                 what=f"{error} from {calls} number {number} ({times})")
 
 
@@ -104,7 +106,7 @@ class Attack:
         trash_parts = [path for path in (TRASH, TRASH + b"/files", TRASH + b"/info")
                        if os.path.isdir(area + b"/" + path) and not os.path.islink(area + b"/" + path)]
         if choice < 0.2 and trash_parts:
-            path = rng.choice(trash_parts)
+            path = homes.real(rng.choice(trash_parts))
         elif choice < 0.4:
             path = os.path.dirname(target)
         elif choice < 0.55:
@@ -175,6 +177,12 @@ class Attack:
             return
         for relative, node in disk.everything(top).items():
             self.deed.made[path + b"/" + relative if relative else path] = node
+
+    def leave(self):
+        """Takes away the links that lead elsewhere."""
+        for path in (self.path, self.aside):
+            if self.kind == "link" and self.deed.made and os.path.islink(self.area + b"/" + path):
+                os.unlink(self.area + b"/" + path)
 
     # Over and over, while the program runs
 
