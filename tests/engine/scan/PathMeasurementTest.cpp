@@ -298,7 +298,7 @@ TEST_P(PathMeasurementOnBoth, ACautiousOrHighCategoryIsNeverPreselected) {
 }
 
 TEST_P(PathMeasurementOnBoth, NamesThatAreNotUtf8AreMeasured) {
-    if (!takesName(home.home, "caf\xe9")) {
+    if (!test::takesName(home.home, "caf\xe9")) {
         GTEST_SKIP() << "this file system has only names in UTF-8";
     }
     home.file(Path("tree") / "caf\xe9", 4096);
