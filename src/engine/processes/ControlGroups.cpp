@@ -161,7 +161,8 @@ GroupApplication groupApplication(std::string_view group, std::uint32_t userId) 
     if (manager == parts.end()) {
         return {};
     }
-    GroupApplication found{.isInScope = parts.back().ends_with(".scope"),
+    GroupApplication found{.id = std::nullopt,
+                           .isInScope = parts.back().ends_with(".scope"),
                            .isTerminalChild = isTerminalScope(parts.back())};
     if (found.isTerminalChild) {
         return found;
