@@ -18,6 +18,7 @@ function(vellmoor_precompile target)
   endif()
   set(headers)
   foreach(header IN LISTS ARGN)
+    string(REPLACE ">" "$<ANGLE-R>" header "${header}") # else it would end the expression around it
     list(APPEND headers "$<$<COMPILE_LANGUAGE:CXX>:${header}>")
   endforeach()
   target_precompile_headers(${target} PRIVATE ${headers})
