@@ -14,7 +14,7 @@ debian_packages=(
   qml6-module-qtquick-templates qml6-module-qtquick-window qml6-module-qttest
   libglib2.0-dev libicu-dev libxcb1-dev libplist-dev bootstrap-icons
   libgtest-dev libgmock-dev libbenchmark-dev nlohmann-json3-dev libgnustep-base-dev
-  clang-19 clang-format-19 clang-tidy-19 libclang-rt-19-dev shellcheck
+  clang-19 lld-19 clang-format-19 clang-tidy-19 libclang-rt-19-dev shellcheck
   xvfb xauth openbox x11-utils xdotool trayer dbus dbus-x11 at-spi2-core python3 python3-yaml python3-pyatspi gir1.2-atspi-2.0
   gvfs libglib2.0-bin desktop-file-utils pngquant fonts-noto-core fonts-noto-cjk
 )

@@ -35,6 +35,8 @@ EXPECTED = {
 
 
 class AccessibilityTest(DesktopTest):
+    over_test_system = True
+
     def open(self):
         self.home.fill()
         self.program.start()

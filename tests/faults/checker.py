@@ -1,17 +1,16 @@
 """What must hold after a clean, whatever happened during it. The checker knows the disk before and after, what was ticked,
 what an attacker did, and the report; it answers one line for each promise that was broken."""
 
-import collections
 import json
 import os
-import time
 from dataclasses import dataclass, field
 
 import trashes
-from disk import Tree, at_or_below, below, lossy
+from disk import Tree, at_or_below, below
+from report_promises import ReportPromises
+from trash_promises import TrashPromises
 
 OWN_STATE = (b"vellmoor", b"Vellmoor", b"org.vellmoor")
-SECTOR = 512
 
 
 @dataclass
@@ -61,6 +60,7 @@ class Case:
     started: float = 0
     hindered: set = field(default_factory=set)
     blind: bool = False  # a call lied that something is gone: then the report may, too
+    cannot_tidy: bool = False  # what it made it could not remove
     early: bool = False  # what happened may have changed what was ticked
     other_failures: int = 0  # lines about rows that are no files
 
@@ -68,7 +68,7 @@ class Case:
         return self.area + b"/" + path
 
 
-class Checker:
+class Checker(TrashPromises, ReportPromises):
     def __init__(self, case):
         self.case = case
         self.problems = []
@@ -109,38 +109,69 @@ class Checker:
 
     def _locate_targets(self):
         self._targets = {target.path: target for target in self.case.ticked}
-        self._chain = {}
         for path in self._targets:
-            node = self.case.before.nodes.get(path)
-            if node is None:
+            if path not in self.case.before.nodes:
                 self.problem("a ticked target was never there", path)
-                continue
-            found = self._where.get((node.device, node.inode, node.kind), [])
-            self._root_of[path], self._state[path] = self._state_of(path, found)
+            else:
+                self._root_of[path], self._state[path] = self._state_of(path)
 
-    def _state_of(self, path, found):
+    def _found(self, path):
+        """Where the very thing is now that lay at the path. A number is given anew on some disks, hence the comparison."""
+        node = self.case.before.nodes[path]
+        for place in self._where.get((node.device, node.inode, node.kind), []):
+            now = self.case.after.nodes[place]
+            if place != path and place in self.case.before.nodes and self.case.before.nodes[place].same_thing(node):
+                continue  # another hard link
+            if place == path or now.data == node.data and (now.modified == node.modified or self._has_the_same(path, place)):
+                yield place
+
+    def _has_the_same(self, path, place):
+        """Whether two folders have anything in common: their time changes with what somebody puts there."""
+        deed = self.case.deed
+        if deed.moved and below(deed.moved[0], path) or deed.gone and below(deed.gone, path):
+            return True  # what they had in common is elsewhere now
+        names = self.case.before.children(path)
+        return any(place + b"/" + name in self.case.after.nodes and self.case.before.nodes[path + b"/" + name].same_thing(
+            self.case.after.nodes[place + b"/" + name]) for name in names)
+
+    def _state_of(self, path):
+        found = list(self._found(path))
         homes = self._homes(path)
         for place in found:
             if place in homes:
                 return place, "place"
-        for place in found:
-            parent = place.rpartition(b"/")[0]
-            if any(parent in self._homes(trash.files) for trash in self.case.trashes):
+        in_trash = [place for place in found if self._trash_folder_of(place) is not None]
+        for place in in_trash:  # of hard links the one whose note says so
+            if self._named_by_note(place) in {self.case.absolute(home) for home in homes}:
                 return place, "trash"
+        if in_trash:
+            return in_trash[0], "trash"
         for outer in self._outer_targets(path):
-            root = self._root_of.get(outer)
-            if root is None:
-                root, _ = self._state_of(outer, self._where.get(self._key(outer), []))
+            root = self._root_of[outer] if outer in self._root_of else self._state_of(outer)[0]
             if root is not None and root + path[len(outer):] in found:
                 return root + path[len(outer):], "inside"
         for place in found:
-            if any(below(place, top) for trash in self.case.trashes for top in self._homes(trash.top)):
+            if self._is_near_trash(place) and not any(below(place, trash.files) for trash in self.case.trashes):
                 return place, "expunged"  # out of the user's sight, on its way out or back
         return None, "gone"
 
-    def _key(self, path):
-        node = self.case.before.nodes[path]
-        return node.device, node.inode, node.kind
+    def _trash_folder_of(self, place):
+        """The Trash in whose `files` something lies directly."""
+        parent = place.rpartition(b"/")[0]
+        return next((trash for trash in self.case.trashes if parent in self._homes(trash.files)), None)
+
+    def _note_at(self, place):
+        """The path of the note of what lies in a Trash, wherever its folder is now; None without one."""
+        trash = self._trash_folder_of(place)
+        notes = [info + b"/" + place.rpartition(b"/")[2] + b".trashinfo" for info in self._homes(trash.info)]
+        return next((note for note in notes if note in self.case.after.nodes
+                     and self.case.after.nodes[note].kind == "file"), None)
+
+    def _named_by_note(self, place):
+        note = self._note_at(place)
+        read = trashes.note(self.case.after.nodes[note].data) if note else None
+        base = self._trash_folder_of(place).base
+        return None if read is None else base + b"/" + read.path if base else read.path
 
     def _outer_targets(self, path):
         """The other targets that hold it, the nearest first."""
@@ -164,7 +195,10 @@ class Checker:
                 holders.insert(0, path)
             if holders:
                 self._ticked_node(path, node, holders)
-            elif not self._is_book_keeping(path):
+            elif self._is_book_keeping(path):
+                self._explained.update(place for place in self._homes(path) if place in self.case.after.nodes
+                                       and self.case.after.nodes[place].same_thing(node))
+            else:
                 self._kept_node(path, node)
         for path in self.case.after.nodes:
             if path not in self.case.before.nodes and any(at_or_below(path, p) for p in self.case.precious):
@@ -208,13 +242,23 @@ class Checker:
         for trash in self.case.trashes:
             if path == trash.top + b"/directorysizes":
                 return True
-            if at_or_below(path, trash.top + b"/expunged"):
+            if at_or_below(path, trash.top + b"/expunged") and path not in self.case.debris:
                 return True
             if below(path, trash.info):
                 name = path[len(trash.info) + 1:]
                 if name.endswith(b".trashinfo") and trash.files + b"/" + name[:-10] in self._targets:
                     return True
-        return self._is_own_state(path) or path in self.case.debris
+        if path in self.case.debris:
+            self._put_back(path)
+            return True
+        return self._is_own_state(path)
+
+    def _put_back(self, path):
+        """What a killed clean was about to remove may lie in the Trash again, where the user sees it."""
+        node = self.case.before.nodes[path]
+        for place in self._where.get((node.device, node.inode, node.kind), []):
+            if any(below(place, trash.files) for trash in self.case.trashes):
+                self._explained.add(place)
 
     @staticmethod
     def _is_own_state(path):
@@ -240,135 +284,33 @@ class Checker:
     def _is_trash_folder(self, path):
         return any(path in (trash.top, trash.files, trash.info) for trash in self.case.trashes)
 
-    # Notes and sizes
-
-    def _notes(self):
-        for path, state in self._state.items():
-            trash = self._trash_of(path)
-            if trash is not None:
-                self._note_of_trashed(path, state, trash)
-                if state == "trash" or state == "expunged" and not self.case.disturbed:
-                    self.problem("an item of the Trash was left under another name", path)
-            elif state == "trash":
-                self._note_of_moved(path, self._root_of[path])
-            elif state == "gone" and not self.case.deed.is_gone(path):
-                self.problem("not in its place and in no Trash", path)
-            elif state == "expunged":
-                self.problem("a file that was no Trash's lies in expunged", path)
-
-    def _note_of_trashed(self, path, state, trash):
-        note = trash.info + b"/" + path[len(trash.files) + 1:] + b".trashinfo"
-        was = self.case.before.nodes.get(note)
-        if was is None or b"/" in path[len(trash.files) + 1:]:
-            return
-        now = [self.case.after.nodes[place] for place in self._homes(note) if place in self.case.after.nodes]
-        if state == "gone":
-            if now and not (self.case.disturbed or self.case.ended):
-                self.problem("the note of an item that is gone remains", path)
-        elif not any(node.same_thing(was) and node.same_content(was) for node in now):
-            self.problem("the note of an item that is still in the Trash is gone", path)
-
-    def _note_of_moved(self, path, root):
-        self._explained.add(root)
-        folder, _, name = root.rpartition(b"/")
-        for trash in self.case.trashes:
-            if folder not in self._homes(trash.files):
-                continue
-            for info in self._homes(trash.info):
-                node = self.case.after.nodes.get(info + b"/" + name + b".trashinfo")
-                if node is not None and node.kind == "file":
-                    self._explained.add(info + b"/" + name + b".trashinfo")
-                    self._judge_note(path, node, trash)
-                    return
-        self.problem("in a Trash without a note", path)
-
-    def _judge_note(self, path, node, trash):
-        note = trashes.note(node.data)
-        if note is None:
-            self.problem(f"a note that nobody can read ({node.data[:60]!r})", path)
-            return
-        named = note.path if not trash.base else trash.base + b"/" + note.path
-        places = {self.case.absolute(place) for place in self._homes(path)}
-        if named not in places:
-            self.problem(f"a note that names another place ({note.path!r})", path)
-        when = time.mktime(time.strptime(note.date, "%Y-%m-%dT%H:%M:%S"))
-        if not self.case.disturbed and abs(when - self.case.started) > 120:
-            self.problem(f"a note with another time ({note.date})", path)
-        if node.mode & 0o077:
-            self.problem("a note that others may read", path)
-
-    def _sizes(self):
-        for trash in self.case.trashes:
-            path = trash.top + b"/directorysizes"
-            was = self.case.before.nodes.get(path)
-            if was is not None and was.kind != "file":
-                now = [self.case.after.nodes.get(place) for place in self._homes(path)]
-                if not any(node is not None and node.same_thing(was) and node.data == was.data for node in now):
-                    self.problem("a directorysizes that is no file was touched", path)
-                self._explained.update(self._homes(path))
-                continue
-            if self.case.deed.moved and at_or_below(path, self.case.deed.moved[0]):
-                continue
-            self._judge_sizes(trash, path, was, self.case.after.nodes.get(path))
-
-    def _judge_sizes(self, trash, path, was, now):
-        if now is None:
-            if was is not None:
-                self.problem("directorysizes is gone", path)
-            return
-        self._explained.add(path)
-        old = was.data.splitlines() if was is not None else []
-        new = now.data.splitlines()
-        removed = {target[len(trash.files) + 1:] for target, state in self._state.items()
-                   if self._trash_of(target) is trash and state == "gone"}
-        for line in old:
-            if line not in new and trashes.size_name(line) not in removed:
-                self.problem(f"directorysizes lost a line of another item ({line[:60]!r})", path)
-        if not (self.case.disturbed or self.case.ended):
-            for line in new:
-                if trashes.size_name(line) in removed:
-                    self.problem(f"directorysizes keeps the line of an item that is gone ({line[:60]!r})", path)
-        for line in new:
-            if line not in old:
-                self._judge_new_size(trash, line)
-
-    def _judge_new_size(self, trash, line):
-        name = trashes.size_name(line)
-        place = trash.files + b"/" + (name or b"")
-        top = self.case.after.nodes.get(place)
-        note = self.case.after.nodes.get(trash.info + b"/" + (name or b"") + b".trashinfo")
-        if name is None or top is None or top.kind != "folder" or note is None:
-            self.problem(f"directorysizes has a line for something that is no folder in the Trash ({line[:60]!r})")
-            return
-        if self.case.disturbed:
-            return
-        size, stamp, _ = line.split(b" ", 2)
-        seen = {(node.device, node.inode): node.blocks for node in self.case.after.subtree(place).values()}
-        if int(size) != sum(seen.values()) * SECTOR:
-            self.problem(f"directorysizes says {size.decode()} bytes of {sum(seen.values()) * SECTOR}", place)
-        if int(stamp) != note.modified // 1_000_000_000:
-            self.problem("directorysizes has another time than the note", place)
-
     # What is new
 
     def _left_behind(self):
+        for path, stranger in self.case.deed.made.items():
+            self._stranger(path, stranger)
         for path, node in self.case.after.nodes.items():
             old = self.case.before.nodes.get(path)
+            if self.case.ended and self._is_private(path):
+                self.debris.add(path)
+                continue
             if old is not None and (old.same_thing(node) or path in self._explained):
                 continue
             if path in self._explained or any(at_or_below(path, p) for p in self.case.precious):
                 continue
             if self._is_expected(path, node):
                 continue
-            if self.case.ended and (self._is_near_trash(path) or self._is_own_state(path)):
+            if (self.case.ended or self.case.cannot_tidy) and (self._is_near_trash(path) or self._is_own_state(path)):
                 self.debris.add(path)
             else:
                 self.problem("left behind", path)
-        for path in self.case.debris & self.case.after.nodes.keys():
+        for path in self.case.debris & self.case.after.nodes.keys() if self.case.ticked else ():
             if path not in self._explained:
                 self.problem("what a killed clean left is still there after the next", path)
-        for path, stranger in self.case.deed.made.items():
-            self._stranger(path, stranger)
+
+    def _is_private(self, path):
+        """Where things are on their way out, or back."""
+        return any(below(path, trash.top + b"/expunged") or path.startswith(trash.top + b"/.") for trash in self.case.trashes)
 
     def _is_near_trash(self, path):
         return any(below(path, trash.top) or path in self._homes(trash.files) for trash in self.case.trashes)
@@ -398,22 +340,18 @@ class Checker:
             if now is not None and now.same_thing(stranger) and now.same_content(stranger):
                 return
         for place in self._where.get((stranger.device, stranger.inode, stranger.kind), []):
-            folder, _, name = place.rpartition(b"/")
-            for trash in self.case.trashes:
-                if folder in self._homes(trash.files):
-                    infos = [info + b"/" + name + b".trashinfo" for info in self._homes(trash.info)]
-                    self._explained.update(infos)
-                    same_kind = self.case.before.nodes.get(path)
-                    is_alike = same_kind is not None and same_kind.kind == stranger.kind
-                    if any(info in self.case.after.nodes for info in infos) and (is_alike or self.case.disturbed):
-                        return
+            if self._trash_folder_of(place) is not None and self._note_at(place) is not None:
+                self._explained.update((place, self._note_at(place)))
+                return  # of the same kind as what was shown, or it could not go back: restorable
             if self.case.ended and self._is_near_trash(place):
                 return
             if any(at_or_below(place, root) for root in self._root_of.values() if root):
+                self._explained.add(place)
                 return  # it lies inside a target, which moved as a whole
             self.problem(f"somebody else's file was moved to {os.fsdecode(place)!r}", path)
             return
-        if not any(below(path, target) and self._trash_of(target) for target in self._targets):
+        if not any(below(place, target) and self._trash_of(target) for target in self._targets
+                   for place in self.case.deed.places_of_made(path)):
             self.problem("somebody else's file is lost", path)
 
     def _bodies_first(self):
@@ -428,93 +366,6 @@ class Checker:
                 for target in row:
                     if self._state.get(target.path) == "trash":
                         self.problem("a leftover went, its application stayed", target.path)
-
-    # What was said
-
-    def _report(self):
-        report = self.case.report
-        unique = {target.path: target for target in reversed(self.case.ticked)}.values()  # two rows may name one path
-        removed = [target for target in unique if self._state.get(target.path) in ("trash", "gone")
-                   and not (self._trash_of(target.path) and self._state[target.path] == "trash")]
-        if self.case.early:
-            return
-        attempted = report.get("attemptedCount")
-        if attempted != len(self.case.ticked):
-            self.problem(f"the report says {attempted} attempted of {len(self.case.ticked)} ticked")
-        if report.get("freedBytes") != sum(target.bytes for target in self.case.ticked):
-            self.problem(f"the report's estimate is {report.get('freedBytes')}")
-        if self.case.blind:
-            return
-        self._removed_count(report, removed)
-        self._failures(report)
-        self._outcomes(report)
-        if report.get("processedBytes") is not None and not self._other_hand():
-            processed = sum(target.bytes for target in removed)
-            if report["processedBytes"] != processed:
-                self.problem(f"the report says {report['processedBytes']} bytes processed of {processed}")
-
-    def _other_hand(self):
-        deed = self.case.deed
-        return bool(deed.moved or deed.gone or deed.made)
-
-    def _removed_count(self, report, removed):
-        count = report.get("removedCount")
-        least = len(removed)
-        most = least
-        if self._other_hand():  # something of the same kind may have gone in the target's place, or it went by itself
-            most += 1
-            least -= sum(1 for target in removed if self.case.deed.is_gone(target.path))
-        inside = sum(1 for state in self._state.values() if state == "inside")
-        if not least <= count <= most:
-            self.problem(f"the report says {count} removed of {least} (and {inside} inside others)")
-
-    def _failures(self, report):
-        failed = report.get("failedCount", 0) - self.case.other_failures
-        kept = report.get("keptCount") or 0
-        lines = report.get("failures", [])
-        if report.get("failedCount", 0) > 0 and not lines:
-            self.problem("failures without a line")
-        still = sum(1 for state in self._state.values() if state in ("place", "partial", "expunged"))
-        still += sum(1 for path, state in self._state.items() if state == "trash" and self._trash_of(path))
-        if self._other_hand():
-            return
-        given_up = any("disk is full" in line or "Read-only" in line or "No space" in line for line in lines)
-        if failed + kept > still:
-            self.problem(f"the report says {failed} failed and {kept} kept of {still}")
-        if failed + kept < still and not given_up and not self.case.ended:
-            self.problem(f"{still} targets stayed, the report tells of {failed + kept}")
-
-
-    def _outcomes(self, report):
-        """What is said of each target, beside what the disk says and beside the sums."""
-        outcomes = report.get("outcomes")
-        if not outcomes:
-            return
-        fates = collections.Counter(outcome["fate"] for outcome in outcomes)
-        sums = (fates["trashed"] + fates["removed"], fates["failed"] + self.case.other_failures, fates["kept"], len(outcomes))
-        said = tuple(report[key] for key in ("removedCount", "failedCount", "keptCount", "attemptedCount"))
-        if sums != said:
-            self.problem(f"the report's sums are {said}, those of its outcomes {sums}")
-        if self._other_hand():
-            return
-        targets = {lossy(self.case.absolute(path)): path for path in self._targets}
-        allowed = {"trashed": ("trash",), "removed": ("gone",), "vanished": ("gone", "trash", "inside"),
-                   "kept": ("place",), "failed": ("place",), "untried": ("place", "inside")}
-        for outcome in outcomes:
-            path = targets.get(self._said(outcome["path"]))
-            if path is None:
-                self.problem(f"an outcome of something that was not ticked ({outcome['path']!r})")
-            elif self._state.get(path) not in allowed[outcome["fate"]]:
-                self.problem(f"said to be {outcome['fate']}, but its state is {self._state.get(path)}", path)
-            elif outcome["fate"] == "trashed" and lossy(self.case.absolute(self._root_of[path])) != self._said(outcome["place"]):
-                self.problem(f"said to lie in {outcome['place']!r}", path)
-
-
-    def _said(self, url):
-        """A path of the report, as the checker writes it."""
-        area = self.case.absolute(b"")
-        path = os.fsencode(url)
-        return lossy(area + self.case.real(path[len(area):])) if path.startswith(area) else lossy(path)
 
 
 def read_report(text):

@@ -3,7 +3,6 @@ probe, VELLMOOR_FAULTS_LIBRARY the library that is preloaded."""
 
 import multiprocessing
 import os
-import sys
 import tempfile
 import unittest
 

@@ -89,7 +89,10 @@ class Home:
                 out.truncate(self.rng.choice((1 << 20, 1 << 33)))
                 out.write(b"start")
         elif kind == 3:
-            os.link(self.path(b"home/Documents/thesis.odt"), path)
+            try:
+                os.link(self.path(b"home/Documents/thesis.odt"), path)
+            except OSError:  # another disk
+                self.file(relative)
         elif kind == 4:
             self.file(relative, mode=self.rng.choice((0o400, 0o000)))
         else:

@@ -11,9 +11,10 @@ import disk
 from home import TRASH
 
 ERRORS = ("EACCES", "EPERM", "ENOSPC", "EROFS", "EIO", "EXDEV", "EINTR", "EMFILE", "ENOMEM", "EBUSY", "ENOENT")
-# The classes of the preloaded library, and how many such calls a clean of one of these homes may make.
-CALLS = {"rename": 60, "noreplace": 30, "unlink": 60, "open": 80, "mkdir": 6, "write": 60, "fsync": 8, "link": 6, "stat": 200,
-         "list": 40, "chmod": 6, "close": 80, "truncate": 3, "time": 3}
+# The classes of the preloaded library: how many such calls a clean of one of these homes may make, and how often each is tried.
+CALLS = {"rename": (20, 3), "noreplace": (20, 3), "unlink": (40, 3), "open": (50, 4), "mkdir": (5, 2), "write": (25, 3),
+         "fsync": (6, 2), "stat": (100, 4), "list": (25, 2), "chmod": (4, 1), "close": (50, 2), "link": (3, 0.2),
+         "truncate": (3, 0.2), "time": (3, 0.2)}
 CHANGES = "rename,unlink,open,mkdir,write,fsync,link,chmod,truncate"
 # A call that says "not there" of something that is there makes every program say so, too.
 BLINDING = {"unlink", "stat", "list", "open"}
@@ -25,6 +26,7 @@ class Plan:
     text: str = ""  # for the preloaded library
     turn: object = None  # an Attack
     blind: bool = False
+    cannot_tidy: bool = False
     early: bool = False  # it may happen while the program still looks what there is
     what: str = "nothing"
 
@@ -34,7 +36,7 @@ def _how_far(rng, most):
 
 
 def _failing(rng):
-    calls = rng.choice(sorted(CALLS))
+    calls = rng.choices(list(CALLS), [weight for _, weight in CALLS.values()])[0]
     error = rng.choice(ERRORS)
     deed = str(getattr(errno, error))
     times = rng.choice(("1", "1", "1", "2", "always"))
@@ -43,9 +45,10 @@ def _failing(rng):
     if calls == "write" and rng.random() < 0.3:
         error, deed = "half", "short"
     start = "start" if rng.random() < 0.1 else "change"
-    number = _how_far(rng, CALLS[calls])
+    number = _how_far(rng, CALLS[calls][0])
     return Plan("fail", f"calls={calls} from={start} at={number} times={times} do={deed}",
-                blind=error == "ENOENT" and calls in BLINDING, early=start == "start",
+                blind=error == "ENOENT" and calls in BLINDING,
+                cannot_tidy=calls == "unlink" or error == "ENOENT", early=start == "start",
                 what=f"{error} from {calls} number {number} ({times})")
 
 
@@ -71,8 +74,7 @@ def choose(rng, targets, homes):
         return Plan("storm", f"calls={CHANGES} at=1 do=ask ask=%d", turn=attack, what=f"storm of {attack.what}")
     number = _how_far(rng, 250)
     calls = ",".join(CALLS) if rng.random() < 0.7 else rng.choice(sorted(CALLS))
-    start = "start" if rng.random() < 0.05 else "change"
-    return Plan("turn", f"calls={calls} from={start} at={number} do=ask ask=%d", turn=attack, early=start == "start",
+    return Plan("turn", f"calls={calls} at={number} do=ask ask=%d", turn=attack,
                 what=f"{attack.what} at {calls.split(',')[0]} number {number}")
 
 
@@ -105,7 +107,7 @@ class Attack:
         trash_parts = [path for path in (TRASH, TRASH + b"/files", TRASH + b"/info")
                        if os.path.isdir(area + b"/" + path) and not os.path.islink(area + b"/" + path)]
         if choice < 0.2 and trash_parts:
-            path = rng.choice(trash_parts)
+            path = homes.real(rng.choice(trash_parts))
         elif choice < 0.4:
             path = os.path.dirname(target)
         elif choice < 0.55:
@@ -176,6 +178,14 @@ class Attack:
             return
         for relative, node in disk.everything(top).items():
             self.deed.made[path + b"/" + relative if relative else path] = node
+
+    def leave(self):
+        """Takes away the links that lead elsewhere."""
+        for path in (self.path, self.aside):
+            place = self.area + b"/" + path
+            if self.kind == "link" and self.deed.made and os.path.islink(place) \
+                    and os.readlink(place) == self.area + b"/" + self.leads_to:
+                os.unlink(place)
 
     # Over and over, while the program runs
 

@@ -150,6 +150,8 @@ class Run:
         after = disk.snapshot(self.area)
         case = self._case(home, plan, ended, before, after, ticked, others, started)
         debris = self._judge("first", case, ended)
+        if case.cannot_tidy and not case.ended:
+            debris = set()  # nobody could have done better
         self._second(home, plan, case, after, debris)
 
     def _judge(self, which, case, ended):
@@ -173,12 +175,15 @@ class Run:
             area=os.path.realpath(self.area), before=before, after=after, ticked=ticked, trashes=home.trashes, real=home.real,
             deed=plan.turn.deed if plan.turn else checker.Deed(), disturbed=self.result.happened and plan.kind != "none",
             ended=killed or "term" in ended.log, report=checker.read_report(ended.output) if ended.status == 0 else None,
-            started=started, hindered=home.hindered, blind=plan.blind, early=plan.early, other_failures=others)
+            started=started, hindered=home.hindered, blind=plan.blind, early=plan.early, cannot_tidy=plan.cannot_tidy, other_failures=others)
 
     def _second(self, home, plan, first, before, debris):
         """Nothing is in its way now: it puts right what the first left, and comes to its end."""
         if plan.kind == "full":
             disk.mount("tmpfs", self.area, "tmpfs", disk.MS_REMOUNT, "size=2g,nr_inodes=1000000")
+        if plan.turn is not None:
+            plan.turn.leave()
+            before = disk.snapshot(self.area)
         ticked, others = self._scan(before, home, False)
         if ticked is None:
             return
@@ -191,15 +196,16 @@ class Run:
         self._judge("second", case, ended)
         if case.report is None:
             self.result.problems.append("second clean: no report")
-        self._finished(home, first, after)
+        self._finished(home, first, {target.path for target in ticked}, after)
 
-    def _finished(self, home, first, after):
+    def _finished(self, home, first, second, after):
         """Whatever nothing stood in the way of has gone by now."""
-        if not first.trashes or home.aliases or first.deed.made or first.deed.moved or self.result.module == "appUninstaller":
-            return  # nothing offers the leftovers of an application that is gone
+        if home.trash_state.endswith("link") or first.deed.made or first.deed.moved:
+            return
         for target in first.ticked:
             was, now = first.before.nodes[target.path], after.nodes.get(target.path)
-            if now is not None and now.same_thing(was) and target.path not in home.hindered:
+            is_hindered = any(disk.at_or_below(hindered, target.path) for hindered in home.hindered)
+            if now is not None and now.same_thing(was) and not is_hindered and target.path in second:
                 self.result.problems.append(f"second clean: it did not finish: {target.path!r}")
 
     # Mounts

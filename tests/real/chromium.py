@@ -74,8 +74,11 @@ class Chromium:
         target = self.call("Target.createTarget", {"url": url})["targetId"]
         session = self.call("Target.attachToTarget", {"targetId": target, "flatten": True})["sessionId"]
         for _ in range(100):
-            if self.run(session, "document.readyState") == "complete":
-                break
+            try:
+                if self.run(session, "document.readyState + ' ' + location.href") == f"complete {url}":
+                    break
+            except RuntimeError:
+                pass  # the page before it was just taken down
             time.sleep(0.1)
         return session
 

@@ -36,7 +36,8 @@ class Firefox:
         self.profile = self.profiles()[0]
         port = free_port()
         (self.profile / "user.js").write_text(PREFERENCES.format(port=port))
-        self._process = subprocess.Popen(["firefox-esr", "--headless", "--marionette", "-P", "default"],
+        self._process = subprocess.Popen(["firefox-esr", "--headless", "--marionette",
+                                          "-remote-allow-system-access", "-P", "default"],
                                          env=environment, stdout=self._log, stderr=self._log)
         self._number = 0
         self._socket = self._connect(port)

@@ -58,9 +58,11 @@ void setIconLater(QQuickWindow& window) {
 
 /// Everything behind the views, in the order in which it is needed; it is taken down the other way round.
 struct Parts {
+    explicit Parts(const std::filesystem::path& root) : layout(linuxLayout(environment, platform.userId(), root)) {}
+
     LinuxEnvironment environment = processEnvironment();
     LinuxPlatform platform;
-    SystemLayout layout = linuxLayout(environment, platform.userId());
+    SystemLayout layout;
     LinuxDesktop desktop{platform, layout, environment};
     LanguageManager languages{LanguageSetting::userDefaults(), platform.preferredLanguage()};
     CleanerStore store{std::make_shared<SystemCleanerService>(platform, layout),
@@ -120,7 +122,7 @@ void finishPathAtExit() {
     }
 }
 
-int runWindow(SingleInstance& instance) {
+int runWindow(SingleInstance& instance, const std::filesystem::path& root) {
     std::optional<Parts> parts; // outlives the window
     MainWindow main;
     StatusBarController status(main.window());
@@ -137,7 +139,7 @@ int runWindow(SingleInstance& instance) {
     const QObject start;
     const auto fill = [&] {
         if (!parts) {
-            fillWindow(main, parts.emplace());
+            fillWindow(main, parts.emplace(root));
             workingStore = &parts->store;
             std::atexit(&finishPathAtExit);
             status.install();
@@ -158,7 +160,7 @@ int runWindow(SingleInstance& instance) {
 
 } // namespace
 
-int runApplication(int argc, char* argv[]) {
+int runApplication(int argc, char* argv[], const std::filesystem::path& root) {
     QApplication application(argc, argv);
     nameApplication();
     L::setTextSet(TextSet::Linux);
@@ -170,7 +172,7 @@ int runApplication(int argc, char* argv[]) {
         return EXIT_SUCCESS;
     }
     chooseRenderer();
-    return runWindow(instance);
+    return runWindow(instance, root);
 }
 
 } // namespace vellmoor

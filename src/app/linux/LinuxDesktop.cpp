@@ -65,7 +65,7 @@ LinuxDesktop::LinuxDesktop(const Platform& platform, const SystemLayout& layout,
     : platform_(platform),
       layout_(layout),
       environment_(std::move(environment)),
-      volumeLabel_(volumeLabelOf(environment_.home).value_or(layout.volumeLabel)) {}
+      volumeLabel_(volumeLabelOf(environment_.home, layout.root).value_or(layout.volumeLabel)) {}
 
 void LinuxDesktop::reveal(const std::filesystem::path& path) {
     askFileManager(QStringLiteral("ShowItems"), fileUri(path),
@@ -105,7 +105,7 @@ void LinuxDesktop::openPermissionSettings() {
 }
 
 Confinement LinuxDesktop::confinement() const {
-    if (platform_.exists("/.flatpak-info")) {
+    if (platform_.exists(layout_.root / ".flatpak-info")) {
         return Confinement::Flatpak;
     }
     return qEnvironmentVariableIsSet("SNAP") ? Confinement::Snap : Confinement::None;

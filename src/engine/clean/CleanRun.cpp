@@ -72,7 +72,9 @@ CleanupReport CleanRun::run(const CleanPlan& plan) {
     report_.freedBytes = plan.estimate;
     for (const CleanPlan::Row& row : plan.rows) {
         if (row.item.module == CleanerModule::memoryOptimization) {
-            optimize(row);
+            if (!context_.isCancelled()) {
+                optimize(row);
+            }
         } else {
             cleanRow(row);
         }
@@ -114,7 +116,7 @@ void CleanRun::cleanRow(const CleanPlan::Row& row) {
 }
 
 CleanRun::Answer CleanRun::remove(const CleanPlan::Row& row, const CleanupTarget& target) {
-    if (ended_) {
+    if (ended_ || context_.isCancelled()) { // what is at hand is finished first
         return {.fate = CleanupFate::Untried, .reason = "", .place = {}, .note = ""};
     }
     const Path path = platform_.standardized(target.url);

@@ -75,7 +75,8 @@ StartupLayout linuxStartupLayout(const LinuxEnvironment& environment, std::uint3
     layout.shownFolder = config / "autostart";
     layout.shownDescription = "%@ 中的登录启动配置";
     layout.sessionStates = {
-        childrenOf(environment.cache / "sessions"),
+        {.paths = {.base = environment.cache, .below = "sessions/*", .except = {}, .origin = BaseOrigin::BaseFolder},
+         .onlyWith = {}},
         childrenOf(config / "gnome-session/saved-session"),
         childrenOf(config / "mate-session/saved-session"),
         // KDE's session manager: "program_sessionkey", beside files that have nothing to do with sessions.

@@ -1,3 +1,4 @@
+import QtQuick
 import Vellmoor.Controls
 import Vellmoor.Models
 
@@ -10,5 +11,6 @@ ConfirmationDialog {
     cancelText: L.tr("取消")
 
     onAccepted: vm.question.accept(number)
-    onClosed: vm.question.drop(number)
+    // An accepted dialog closes first, and its question must not be gone by then.
+    onClosed: Qt.callLater(vm.question.drop, number)
 }

@@ -1,3 +1,4 @@
+import QtQuick
 import Vellmoor.Models
 import Vellmoor.Theme
 

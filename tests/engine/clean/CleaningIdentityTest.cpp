@@ -83,7 +83,7 @@ TEST_P(CleaningOfWhatWasShown, TheReportTellsOfEachPathWhatBecameOfIt) {
     EXPECT_EQ(report.outcomes[3].reason, "Operation not permitted");
     EXPECT_EQ(report.freedBytes, 400);
     EXPECT_EQ(report.processedBytes, 200);
-    EXPECT_EQ(report.message(), "Processed 2 items, 1 failed, estimated 0 KB freed.");
+    EXPECT_EQ(report.message(), "Processed 2 items, 1 failed, estimated 1 KB freed.");
 }
 
 TEST_P(CleaningOfWhatWasShown, WhatCannotBeSeenIsAFailureAndNotGone) {

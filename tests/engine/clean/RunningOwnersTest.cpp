@@ -10,7 +10,7 @@
 namespace vellmoor::test {
 namespace {
 
-class LinuxOwners : public testing::Test {
+class LinuxRunningOwners : public testing::Test {
 protected:
     EngineHome home{System::Linux};
     EngineContext context = home.context();
@@ -21,14 +21,14 @@ protected:
     void runChromium() const { runProcess(home, 41, "/usr/lib/chromium/chromium"); }
 };
 
-TEST_F(LinuxOwners, NobodyUsesTheFilesOfABrowserThatDoesNotRun) {
+TEST_F(LinuxRunningOwners, NobodyUsesTheFilesOfABrowserThatDoesNotRun) {
     home.file(".config/chromium/Default/Preferences");
     runProcess(home, 41, "/usr/bin/gedit");
     EXPECT_EQ(owner(".config/chromium/Default/Cookies"), std::nullopt);
     EXPECT_EQ(owner(".cache/chromium"), std::nullopt);
 }
 
-TEST_F(LinuxOwners, ARunningBrowserUsesItsProfilesAndItsCaches) {
+TEST_F(LinuxRunningOwners, ARunningBrowserUsesItsProfilesAndItsCaches) {
     runChromium();
     EXPECT_EQ(owner(".config/chromium/Default/Cookies"), "Chromium");
     EXPECT_EQ(owner(".cache/chromium"), "Chromium");
@@ -36,13 +36,13 @@ TEST_F(LinuxOwners, ARunningBrowserUsesItsProfilesAndItsCaches) {
     EXPECT_EQ(owner(".config/google-chrome/Default/Cookies"), std::nullopt);
 }
 
-TEST_F(LinuxOwners, ItUsesAFolderThatHoldsItsOwn) {
+TEST_F(LinuxRunningOwners, ItUsesAFolderThatHoldsItsOwn) {
     runProcess(home, 41, "/usr/lib/firefox/firefox");
     EXPECT_EQ(owner(".cache/mozilla"), "Firefox");
     EXPECT_EQ(owner(".cache/mozillas"), std::nullopt);
 }
 
-TEST_F(LinuxOwners, ItUsesAProfileThatLiesElsewhere) {
+TEST_F(LinuxRunningOwners, ItUsesAProfileThatLiesElsewhere) {
     home.text(".mozilla/firefox/profiles.ini",
               "[Profile0]\nIsRelative=0\nPath=" + (home.home / "work").string() + "\n");
     home.file("work/cookies.sqlite");
@@ -50,7 +50,7 @@ TEST_F(LinuxOwners, ItUsesAProfileThatLiesElsewhere) {
     EXPECT_EQ(owner("work/cookies.sqlite"), "Firefox");
 }
 
-TEST_F(LinuxOwners, ARelocatedProfileIsKnownInEveryForm) {
+TEST_F(LinuxRunningOwners, ARelocatedProfileIsKnownInEveryForm) {
     home.file("disk/chromium/Default/Cookies");
     home.folder(".config");
     home.link(home.place("disk/chromium"), ".config/chromium");
@@ -59,7 +59,7 @@ TEST_F(LinuxOwners, ARelocatedProfileIsKnownInEveryForm) {
     EXPECT_EQ(owner(".config/chromium/Default/Cookies"), "Chromium");
 }
 
-TEST_F(LinuxOwners, AFlatpakUsesItsOwnFolderAndIsNamedByItsEntry) {
+TEST_F(LinuxRunningOwners, AFlatpakUsesItsOwnFolderAndIsNamedByItsEntry) {
     home.text(".local/share/flatpak/exports/share/applications/org.gnome.Maps.desktop",
               "[Desktop Entry]\nType=Application\nName=Maps\nExec=flatpak run org.gnome.Maps\n");
     runProcess(home, 41, "/app/bin/maps", "app-flatpak-org.gnome.Maps-31.scope");
@@ -69,20 +69,20 @@ TEST_F(LinuxOwners, AFlatpakUsesItsOwnFolderAndIsNamedByItsEntry) {
     EXPECT_EQ(owner(".var/app/org.example.Other/cache"), std::nullopt);
 }
 
-TEST_F(LinuxOwners, ABrowserInAFlatpakIsNamedAsItsRows) {
+TEST_F(LinuxRunningOwners, ABrowserInAFlatpakIsNamedAsItsRows) {
     runProcess(home, 41, "/app/lib/firefox/firefox", "app-flatpak-org.mozilla.firefox-31.scope");
     EXPECT_EQ(owner(".var/app/org.mozilla.firefox/cache"), "Firefox (Flatpak)");
     EXPECT_EQ(owner(".mozilla/firefox/a.default/cookies.sqlite"), std::nullopt);
 }
 
-TEST_F(LinuxOwners, ASnapUsesItsOwnFolder) {
+TEST_F(LinuxRunningOwners, ASnapUsesItsOwnFolder) {
     runProcess(home, 41, "/snap/vlc/7/usr/bin/vlc", "snap.vlc.vlc-1b2c3d4e-0000-4000-8000-123456789abc.scope");
     EXPECT_EQ(owner("snap/vlc/common/.cache"), "vlc");
     EXPECT_EQ(owner(".snap/data/vlc/7/.cache"), "vlc");
     EXPECT_EQ(owner("snap/other/common/.cache"), std::nullopt);
 }
 
-TEST_F(LinuxOwners, AfterARefreshTheSystemIsAskedAgain) {
+TEST_F(LinuxRunningOwners, AfterARefreshTheSystemIsAskedAgain) {
     RunningOwners owners(context);
     const Path cookies = home.place(".config/chromium/Default/Cookies");
     EXPECT_EQ(owners.ownerOf(cookies), std::nullopt);
@@ -94,7 +94,7 @@ TEST_F(LinuxOwners, AfterARefreshTheSystemIsAskedAgain) {
     EXPECT_EQ(owners.ownerOf(cookies), std::nullopt);
 }
 
-TEST(MacOwners, ARunningBrowserUsesItsTracesAndNothingElseOfTheLibrary) {
+TEST(MacRunningOwners, ARunningBrowserUsesItsTracesAndNothingElseOfTheLibrary) {
     EngineHome home(System::Mac);
     listProcesses(home, "/Applications/Safari.app/Contents/MacOS/Safari\n");
     EngineContext context = home.context();

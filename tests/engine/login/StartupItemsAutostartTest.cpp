@@ -315,6 +315,14 @@ TEST_F(Autostart, TheSecondRowHoldsTheSavedSessions) {
     EXPECT_THAT(names, ElementsAre("xfce4-session-host:0", "nautilus.desktop", "caja.desktop"));
 }
 
+TEST_F(Autostart, AFolderOfTheUsersIsNoPlaceOfSavedSessions) {
+    home.environment.cache = home.home / "Documents";
+    home.useEnvironment();
+    home.file("Documents/sessions/minutes.odt");
+    EngineContext context = home.context();
+    EXPECT_THAT(performanceItems(context)[1].targets, SizeIs(0));
+}
+
 TEST_F(Autostart, KdesSessionsNeedItsSessionManager) {
     home.text(".config/ksmserverrc", "[General]\n");
     home.file(".config/session/konsole_10d6_1");

@@ -57,7 +57,7 @@ TEST(LinuxBrowsers, NoUserDataFolderBelongsToTwoBrowsers) {
 TEST(LinuxBrowsers, AFlatpakIsKnownByItsIdOnly) {
     for (const LinuxBrowser& browser : linuxBrowsers(environment)) {
         if (browser.name.ends_with(" (Flatpak)")) {
-            EXPECT_THAT(browser.tokens, ElementsAre(StartsWith("flatpak:"))) << browser.name;
+            EXPECT_THAT(browser.tokens, Each(StartsWith("flatpak:"))) << browser.name;
         }
     }
 }

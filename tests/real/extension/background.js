@@ -10,6 +10,8 @@ const database = () =>
 async function write() {
   await chrome.storage.local.set({ setting: "stored" });
   await (await caches.open("kept")).put("https://kept.example/", new Response("cached"));
+  const bucket = await navigator.storageBuckets.open("kept");
+  await (await bucket.caches.open("kept")).put("https://kept.example/", new Response("in a bucket"));
   const db = await database();
   await new Promise((done) => {
     const change = db.transaction("values", "readwrite");
@@ -29,10 +31,13 @@ async function read() {
   });
   db.close();
   const hit = await (await caches.open("kept")).match("https://kept.example/");
+  const bucket = await navigator.storageBuckets.open("kept");
+  const inBucket = await (await bucket.caches.open("kept")).match("https://kept.example/");
   return {
     setting: (await chrome.storage.local.get("setting")).setting ?? null,
     database: value,
     cache: hit ? await hit.text() : null,
+    bucket: inBucket ? await inBucket.text() : null,
     bookmarks: (await chrome.bookmarks.search("A bookmark")).length,
     popups: (await chrome.contentSettings.popups.get({ primaryUrl: "https://popups.example/" })).setting,
   };

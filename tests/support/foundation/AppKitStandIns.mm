@@ -38,10 +38,6 @@ std::string textOf(NSString* text) {
     return text == nil ? std::string() : std::string(text.UTF8String);
 }
 
-NSString* objectOf(const std::string& text) {
-    return [NSString stringWithUTF8String:text.c_str()];
-}
-
 std::vector<StagedMenuItem> shown(NSMenu* menu) {
     std::vector<StagedMenuItem> items;
     for (id item : of(menu).items) {

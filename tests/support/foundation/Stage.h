@@ -53,8 +53,8 @@ struct Stage {
     std::filesystem::path home = "/Users/anna";
     std::filesystem::path trash;            ///< where trashed items go; empty: the volume has none
     std::string trashFailure;               ///< the system's sentence then
-    std::function<void()> beforeTrash; ///< what somebody does between the last look at an item and its move
-    std::string volumeNumber;          ///< the UUID of every volume; empty: none tells one
+    std::function<void()> beforeTrash;      ///< what somebody does between the last look at an item and its move
+    std::string volumeNumber;               ///< the UUID of every volume; empty: none tells one
     std::vector<StagedVolume> volumes;      ///< in the system's order
     std::optional<std::int64_t> totalBytes; ///< of every volume
     std::optional<std::int64_t> importantBytes;
