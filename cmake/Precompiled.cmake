@@ -11,6 +11,7 @@ set(VELLMOOR_WINDOW_TEST_HEADERS ${VELLMOOR_TEST_HEADERS} ${VELLMOOR_WINDOW_HEAD
 function(vellmoor_compile_headers target)
   set(headers)
   foreach(header IN LISTS ARGN)
+    string(REPLACE ">" "$<ANGLE-R>" header "${header}") # else it would end the expression around it
     list(APPEND headers "$<$<COMPILE_LANGUAGE:CXX>:${header}>")
   endforeach()
   target_precompile_headers(${target} PRIVATE ${headers})
