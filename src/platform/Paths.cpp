@@ -53,7 +53,7 @@ std::string displayPath(const std::filesystem::path& path, const std::filesystem
 }
 
 bool isAtOrBelow(const std::filesystem::path& path, const std::filesystem::path& folder) {
-    return path == folder || isStrictlyBelow(path, folder);
+    return path.native() == folder.native() || isStrictlyBelow(path, folder);
 }
 
 std::filesystem::path underRoot(const std::filesystem::path& root, std::string_view path) {

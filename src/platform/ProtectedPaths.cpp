@@ -43,16 +43,14 @@ Path placeOf(const Platform& platform, const Path& path) {
 }
 
 // Each by its name, by the place where it lies, and by what it names.
-std::vector<Path> formsOf(const Platform& platform, const std::vector<Path>& paths) {
-    std::vector<Path> all = paths;
+std::set<std::string> formsOf(const Platform& platform, const std::vector<Path>& paths) {
+    std::set<std::string> all;
     for (const Path& path : paths) {
-        all.push_back(placeOf(platform, path));
+        all.insert({path.native(), placeOf(platform, path).native()});
         if (const std::optional<Path> real = platform.realPath(path)) {
-            all.push_back(*real);
+            all.insert(real->native());
         }
     }
-    std::ranges::sort(all);
-    all.erase(std::ranges::unique(all).begin(), all.end());
     return all;
 }
 
@@ -84,17 +82,25 @@ PathGuard::PathGuard(const Platform& platform, const SystemLayout& layout)
       folders_(protectedFolders(platform, layout)),
       guarded_(formsOf(platform, folders_)) {}
 
+// Whether the path is a guarded one or lies above one; all are sorted, and those below a folder stand together.
+bool PathGuard::holdsGuarded(const std::string& path) const {
+    if (path.empty() || path == "/" || guarded_.contains(path)) {
+        return true;
+    }
+    const std::string below = path + "/";
+    const auto first = guarded_.lower_bound(below);
+    return first != guarded_.end() && first->starts_with(below);
+}
+
 std::optional<std::string> PathGuard::refusalReason(const Path& path) const {
     const bool climbs = std::ranges::find(path, Path("..")) != path.end(); // through a link it may lead anywhere
     if (!path.is_absolute() || climbs || path.native().find('\0') != std::string::npos) {
         return files::reason(EINVAL);
     }
     const Path plain = lexicallyStandardized(path);
-    for (const Path& form : {plain, platform_.standardized(path), placeOf(platform_, plain)}) {
-        const auto isHit = [&](const Path& one) { return isAtOrBelow(one, form); };
-        if (form.empty() || form == "/" || std::ranges::any_of(guarded_, isHit)) {
-            return files::reason(EPERM);
-        }
+    if (holdsGuarded(plain.native()) || holdsGuarded(platform_.standardized(path).native()) ||
+        holdsGuarded(placeOf(platform_, plain).native())) {
+        return files::reason(EPERM);
     }
     // The system's own answer is about the real place.
     return platform_.isMountPoint(plain) ? std::optional(files::reason(EBUSY)) : std::nullopt;

@@ -6,6 +6,7 @@
 #include "layouts/SystemLayout.h"
 
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -29,9 +30,11 @@ public:
     [[nodiscard]] const std::vector<Path>& folders() const { return folders_; }
 
 private:
+    [[nodiscard]] bool holdsGuarded(const std::string& path) const;
+
     const Platform& platform_;
     std::vector<Path> folders_;
-    std::vector<Path> guarded_;
+    std::set<std::string> guarded_; ///< in every form
 };
 
 } // namespace vellmoor

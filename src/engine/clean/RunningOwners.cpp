@@ -8,6 +8,7 @@
 #include "scan/UserPlaces.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace vellmoor {
@@ -70,17 +71,32 @@ std::optional<std::string> RunningOwners::ownerOf(const Path& path) {
     if (!asked_ || now - *asked_ >= lifetime) {
         running_ = runningProcessNames(context_.platform(), context_.layout());
         asked_ = now;
+        inUse_.clear();
+        std::ranges::copy_if(owned_, std::back_inserter(inUse_), [&](const OwnedFolders& one) { return mayRun(one); });
+    }
+    if (inUse_.empty()) {
+        return std::nullopt;
     }
     const Path plain = context_.platform().standardized(path);
     const Path real = context_.platform().realPlace(plain).value_or(plain);
-    for (const OwnedFolders& owned : owned_) {
-        for (const Path& form : {plain, real}) {
-            if (std::optional<std::string> owner = runningOwner(owned, form)) {
-                return owner;
-            }
+    for (const OwnedFolders& owned : inUse_) {
+        std::optional<std::string> owner = runningOwner(owned, plain);
+        if (!owner && real != plain) {
+            owner = runningOwner(owned, real);
+        }
+        if (owner) {
+            return owner;
         }
     }
     return std::nullopt;
+}
+
+/// Whether one of the applications that own the folders runs; a token that ends with ":" stands for several.
+bool RunningOwners::mayRun(const OwnedFolders& owned) const {
+    return std::ranges::any_of(owned.tokens, [&](const std::string& token) {
+        const auto first = running_.lower_bound(token);
+        return first != running_.end() && (token.ends_with(':') ? first->starts_with(token) : *first == token);
+    });
 }
 
 std::optional<std::string> RunningOwners::runningOwner(const OwnedFolders& owned, const Path& path) const {

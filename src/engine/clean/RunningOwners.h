@@ -30,11 +30,13 @@ private:
     using Moment = std::chrono::steady_clock::time_point;
 
     void add(OwnedFolders folders);
+    [[nodiscard]] bool mayRun(const OwnedFolders& owned) const;
     [[nodiscard]] std::optional<std::string> runningOwner(const OwnedFolders& owned, const Path& path) const;
     [[nodiscard]] std::string nameOf(const std::string& token, const std::string& child) const;
 
     EngineContext& context_;
     std::vector<OwnedFolders> owned_; ///< in the form that the layout names and with links resolved
+    std::vector<OwnedFolders> inUse_; ///< those of the applications that run
     std::set<std::string> running_;
     std::optional<Moment> asked_;
 };
