@@ -43,6 +43,14 @@ bool isSameFile(const EntryFacts& one, const EntryFacts& other) {
     return one.identity.inode == other.identity.inode && one.identity.kind == other.identity.kind;
 }
 
+// "Not found" may be said of another place than the item: only a look tells whether it is gone.
+Removal afterFailure(int error, int folder, const std::string& item) {
+    if (meansGone(error) && factsAt(folder, item.c_str())) {
+        return {.result = RemovalResult::Failed, .reason = files::reason(error), .place = {}};
+    }
+    return failure(error);
+}
+
 // The nearest folder above a missing one; its disk is the one on which it would be made.
 Path nearestExisting(Path folder) {
     while (folder != folder.parent_path() && !files::existsItself(folder)) {
@@ -232,10 +240,10 @@ Removal LinuxTrashSession::moveInto(TrashDirectory& trash, const Path& base, con
             if (error == EEXIST) {
                 continue; // somebody's item without a note has this name
             }
-            return failure(error);
+            return afterFailure(error, parent.folder.get(), item);
         }
         const auto moved = factsAt(trash.files(), name->c_str());
-        if (moved && isAsShown(request, *moved) && (request.sameness == Sameness::Kind || isSameFile(seen, *moved))) {
+        if (moved && isAsShown(request, *moved) && isSameFile(seen, *moved)) {
             trash.forgetSize(*name);
             return {.result = RemovalResult::Done, .reason = "", .place = trash.place().contents / *name};
         }
@@ -322,7 +330,7 @@ Removal LinuxTrashSession::takeOut(TrashDirectory& trash, int folder, const Remo
     if (before) {
         setMode(opened->get(), *before);
     }
-    return failure(error);
+    return afterFailure(error, folder, item);
 }
 
 void LinuxTrashSession::finish() {

@@ -181,7 +181,9 @@ std::expected<TrashDirectory::PrivateFolder, int> TrashDirectory::privateFolder(
             private_ = std::move(*opened);
             return PrivateFolder{.folder = private_.get(), .prefix = ""};
         }
-        above = std::unexpected(opened ? EBUSY : opened.error());
+        const int failed = opened ? EBUSY : opened.error();
+        ::unlinkat(above->get(), privateName_.c_str(), AT_REMOVEDIR); // else a later clean removes it
+        above = std::unexpected(failed);
     }
     const int error = above ? EEXIST : above.error();
     if (error == ENOSPC || error == EDQUOT) { // a full disk is when a Trash is emptied: a name still finds room
