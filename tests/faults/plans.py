@@ -17,7 +17,7 @@ CALLS = {"rename": (20, 3), "noreplace": (20, 3), "unlink": (40, 3), "open": (50
          "truncate": (3, 0.2), "time": (3, 0.2)}
 CHANGES = "rename,unlink,open,mkdir,write,fsync,link,chmod,truncate"
 # A call that says "not there" of something that is there makes every program say so, too.
-BLINDING = {"unlink", "stat", "list", "open"}
+BLINDING = {"unlink", "stat", "list", "open", "rename", "noreplace"}
 
 
 @dataclass
@@ -39,7 +39,7 @@ def _failing(rng):
     calls = rng.choices(list(CALLS), [weight for _, weight in CALLS.values()])[0]
     error = rng.choice(ERRORS)
     deed = str(getattr(errno, error))
-    times = rng.choice(("1", "1", "1", "2", "always"))
+    times = rng.choice(("1", "1", "1", "2", "always" if error != "EINTR" else "3"))  # a signal comes now and then only
     if calls == "noreplace" and rng.random() < 0.5:
         error, deed, times = "EINVAL", str(errno.EINVAL), "always"
     if calls == "write" and rng.random() < 0.3:

@@ -18,7 +18,7 @@ import plans
 from home import Home
 
 USER = 20001  # whom root cleans as: rights mean nothing to root itself
-PATIENCE = 60.0
+PATIENCE = 300.0  # seconds: a loaded machine is slow
 MODULES = (("systemJunk", 32), ("trash", 32), ("smartScan", 12), ("privacy", 10), ("appUninstaller", 10), ("largeFiles", 4))
 ZONES = ("UTC", "Asia/Shanghai", "America/St_Johns")
 
