@@ -389,7 +389,8 @@ static NSGraphicsContext* currentGraphics = nil;
     return stage().respondersTakeActions;
 }
 @end
-__kindof NSApplication* _Null_unspecified NSApp = [[NSApplication alloc] init];
+// Made when the program has started: before that the run-time may not know the class yet.
+__kindof NSApplication* _Null_unspecified NSApp = nil;
 
 @implementation NSAlert
 - (void)setMessageText:(NSString*)text {
@@ -439,6 +440,9 @@ __kindof NSApplication* _Null_unspecified NSApp = [[NSApplication alloc] init];
 namespace vellmoor::test {
 
 void finishLaunching() {
+    if (NSApp == nil) {
+        NSApp = [[NSApplication alloc] init];
+    }
     stage().hasLaunched = true;
     [NSNotificationCenter.defaultCenter postNotificationName:NSApplicationDidFinishLaunchingNotification object:NSApp];
     for (id holder : of(mainMenu()).items) {
