@@ -160,6 +160,12 @@ class Checker(TrashPromises, ReportPromises):
         parent = place.rpartition(b"/")[0]
         return next((trash for trash in self.case.trashes if parent in self._homes(trash.files)), None)
 
+    def _in_trash_with(self, place):
+        """What lies directly in a Trash and is `place` or holds it."""
+        while place and self._trash_folder_of(place) is None:
+            place = place.rpartition(b"/")[0]
+        return place or None
+
     def _note_at(self, place):
         """The path of the note of what lies in a Trash, wherever its folder is now; None without one."""
         trash = self._trash_folder_of(place)
@@ -274,7 +280,8 @@ class Checker(TrashPromises, ReportPromises):
             self._explained.add(place)
             if not now.same_content(node):
                 self.problem("an unticked file was changed", path)
-            elif now.mode != node.mode and not (self.case.ended and self._is_trash_folder(path)):
+            elif now.mode != node.mode and not (
+                    (self.case.ended or self.case.cannot_tidy) and self._is_trash_folder(path)):
                 self.problem(f"the mode of an unticked file was changed to {now.mode:o}", path)
             elif now.modified != node.modified and node.kind != "folder":
                 self.problem("an unticked file was touched", path)
@@ -343,6 +350,10 @@ class Checker(TrashPromises, ReportPromises):
             if self._trash_folder_of(place) is not None and self._note_at(place) is not None:
                 self._explained.update((place, self._note_at(place)))
                 return  # of the same kind as what was shown, or it could not go back: restorable
+            whole = self._in_trash_with(place)
+            if whole is not None and self._note_at(whole) is not None:
+                self._explained.add(place)
+                return  # inside what took a cache's place before its turn: restorable
             if self.case.ended and self._is_near_trash(place):
                 return
             if any(at_or_below(place, root) for root in self._root_of.values() if root):

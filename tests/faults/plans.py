@@ -48,7 +48,7 @@ def _failing(rng):
     number = _how_far(rng, CALLS[calls][0])
     return Plan("fail", f"calls={calls} from={start} at={number} times={times} do={deed}",
                 blind=error == "ENOENT" and calls in BLINDING,
-                cannot_tidy=calls == "unlink" or error == "ENOENT", early=start == "start",
+                cannot_tidy=calls in ("unlink", "chmod") or error == "ENOENT" or (calls == "open" and times == "always"), early=start == "start",
                 what=f"{error} from {calls} number {number} ({times})")
 
 
@@ -148,9 +148,9 @@ class Attack:
                 os.rename(path, self.area + b"/" + self.aside)
                 self.deed.moved = (self.path, self.aside)
             self._put(path)
+            self._remember(self.path)
         except OSError:
-            pass  # what was done is noted
-        self._remember(self.path)
+            pass  # another disk, or no right: what is there is not the attacker's
         self.done = True
 
     def _vanish(self, path):
