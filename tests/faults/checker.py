@@ -1,6 +1,7 @@
 """What must hold after a clean, whatever happened during it. The checker knows the disk before and after, what was ticked,
 what an attacker did, and the report; it answers one line for each promise that was broken."""
 
+import collections
 import json
 import os
 from dataclasses import dataclass, field
@@ -77,6 +78,7 @@ class Checker(TrashPromises, ReportPromises):
         self._state = {}  # "place", "trash", "expunged", "gone", "partial"
         self._explained = set()
         self._where = {}
+        self._names_before = collections.Counter((node.device, node.inode) for node in case.before.nodes.values())
         self._made_places = {place for path in case.deed.made for place in case.deed.places_of_made(path)}
         for path, node in case.after.nodes.items():
             self._where.setdefault((node.device, node.inode, node.kind), []).append(path)
@@ -125,6 +127,10 @@ class Checker(TrashPromises, ReportPromises):
             if place == path or now.data == node.data and (now.modified == node.modified or self._has_the_same(path, place)):
                 yield place
 
+    def _has_links(self, path):
+        node = self.case.before.nodes[path]
+        return self._names_before[node.device, node.inode] > 1
+
     def _has_the_same(self, path, place):
         """Whether two folders have anything in common: their time changes with what somebody puts there."""
         deed = self.case.deed
@@ -144,7 +150,7 @@ class Checker(TrashPromises, ReportPromises):
         for place in in_trash:  # of hard links the one whose note says so
             if self._named_by_note(place) in {self.case.absolute(home) for home in homes}:
                 return place, "trash"
-        if in_trash:
+        if in_trash and not self._has_links(path):
             return in_trash[0], "trash"
         for outer in self._outer_targets(path):
             root = self._root_of[outer] if outer in self._root_of else self._state_of(outer)[0]
