@@ -11,6 +11,5 @@ ConfirmationDialog {
     cancelText: L.tr("取消")
 
     onAccepted: vm.question.accept(number)
-    // An accepted dialog closes first, and its question must not be gone by then.
-    onClosed: Qt.callLater(vm.question.drop, number)
+    onClosed: vm.question.drop(number)
 }

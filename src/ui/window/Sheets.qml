@@ -49,7 +49,16 @@ Item {
         (place.item as Sheet).open();
     }
 
-    onOccupiedChanged: Qt.callLater(showQuestion)
+    onOccupiedChanged: nextQuestion.restart()
+
+    // When the sheet that has just closed is out of the way.
+    Timer {
+        id: nextQuestion
+
+        interval: 0
+
+        onTriggered: root.showQuestion()
+    }
 
     Loader {
         id: details
