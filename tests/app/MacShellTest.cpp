@@ -27,6 +27,7 @@ class MacShellTest : public ::testing::Test {
 protected:
     void SetUp() override {
         test::resetStage();
+        test::startApplication();
         L::setLanguage(AppLanguage::english);
         shell_ = std::make_unique<MacShell>();
         shell_->install({.showMainWindow = [this] { asked_.emplace_back("window"); },

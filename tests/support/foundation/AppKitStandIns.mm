@@ -439,10 +439,14 @@ __kindof NSApplication* _Null_unspecified NSApp = nil;
 
 namespace vellmoor::test {
 
-void finishLaunching() {
+void startApplication() {
     if (NSApp == nil) {
         NSApp = [[NSApplication alloc] init];
     }
+}
+
+void finishLaunching() {
+    startApplication();
     stage().hasLaunched = true;
     [NSNotificationCenter.defaultCenter postNotificationName:NSApplicationDidFinishLaunchingNotification object:NSApp];
     for (id holder : of(mainMenu()).items) {

@@ -93,6 +93,8 @@ void resetStage();
 
 // What a user or the system does.
 void finishLaunching();
+/// Makes the one application, as the start of a program does.
+void startApplication();
 /// The events of `eventType` that the button is not told of do nothing.
 void clickStatusItem(unsigned long eventType);
 /// An item of the menu bar, or of the menu last shown at the status item when `menu` is empty; false: there is none.
