@@ -44,4 +44,12 @@ function(vellmoor_header_set name)
   vellmoor_compile_headers(${name} ${ARGN})
 endfunction()
 
+# vellmoor_read_headers(TARGET SET): but not where Objective-C++ stands among the sources, for which there is no set.
+function(vellmoor_read_headers target set)
+  get_target_property(sources ${target} SOURCES)
+  if(NOT sources MATCHES "\\.mm(;|$)")
+    target_precompile_headers(${target} REUSE_FROM ${set})
+  endif()
+endfunction()
+
 vellmoor_header_set(vellmoor_standard_headers ${VELLMOOR_STANDARD_HEADERS})
