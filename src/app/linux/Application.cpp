@@ -4,6 +4,7 @@
 #include "LanguageManager.h"
 #include "LinuxDesktop.h"
 #include "LinuxPlatform.h"
+#include "LookWatcher.h"
 #include "MainWindow.h"
 #include "Renderer.h"
 #include "SingleInstance.h"
@@ -37,6 +38,7 @@ constexpr std::chrono::milliseconds framePatience{250};
 
 void nameApplication() {
     QApplication::setApplicationName(QStringLiteral("Vellmoor"));
+    QApplication::setApplicationVersion(QStringLiteral(VELLMOOR_VERSION));
     QApplication::setOrganizationName(QStringLiteral("Vellmoor"));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.vellmoor.Vellmoor"));
     QApplication::setQuitOnLastWindowClosed(false);
@@ -57,10 +59,13 @@ void setIconLater(QQuickWindow& window) {
 
 /// Everything behind the views, in the order in which it is needed; it is taken down the other way round.
 struct Parts {
+    explicit Parts(const LookWatcher& watcher) : looks(watcher) {}
+
+    const LookWatcher& looks;
     LinuxEnvironment environment = processEnvironment();
     LinuxPlatform platform;
     SystemLayout layout = linuxLayout(environment, platform.userId());
-    LinuxDesktop desktop{platform, layout, environment};
+    LinuxDesktop desktop{platform, layout, environment, looks};
     LanguageManager languages{LanguageSetting::userDefaults(), platform.preferredLanguage()};
     CleanerStore store{std::make_shared<SystemCleanerService>(platform, layout),
                        [] { return std::chrono::system_clock::now(); }};
@@ -85,8 +90,9 @@ void fillWindow(MainWindow& main, Parts& parts) {
 }
 
 int runWindow(SingleInstance& instance) {
+    const LookWatcher looks(QDBusConnection::sessionBus(), processEnvironment().config);
     std::optional<Parts> parts; // outlives the window
-    MainWindow main;
+    MainWindow main(windowStart(looks.look(), rememberedSetting(themeSetting), rememberedSetting(sizeSetting)));
     StatusBarController status(main.window());
     setIconLater(main.window());
     QObject::connect(&instance, &SingleInstance::activated, &status, &StatusBarController::showMainWindow);
@@ -97,7 +103,7 @@ int runWindow(SingleInstance& instance) {
     const QObject start;
     const auto fill = [&] {
         if (!parts) {
-            fillWindow(main, parts.emplace());
+            fillWindow(main, parts.emplace(looks));
             status.install();
         }
     };

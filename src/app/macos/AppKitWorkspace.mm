@@ -103,4 +103,10 @@ bool AppKitWorkspace::reducesMotion() const {
     }
 }
 
+bool AppKitWorkspace::increasesContrast() const {
+    @autoreleasepool {
+        return NSWorkspace.sharedWorkspace.accessibilityDisplayShouldIncreaseContrast;
+    }
+}
+
 } // namespace vellmoor

@@ -5,6 +5,8 @@
 #include "Workspace.h"
 #include "layouts/SystemLayout.h"
 
+#include <QObject>
+
 #include <map>
 #include <utility>
 
@@ -19,6 +21,7 @@ public:
     MacDesktop(const Platform& platform, const SystemLayout& layout, Workspace& workspace);
 
     void reveal(const std::filesystem::path& path) override;
+    void openFolder(const std::filesystem::path& folder) override;
     void openHome() override;
     void openTrash() override;
     void openSystemMonitor() override;
@@ -29,14 +32,16 @@ public:
     [[nodiscard]] std::filesystem::path homeFolder() const override { return layout_.home; }
     [[nodiscard]] QImage applicationIcon(const std::filesystem::path& application, int pixels) override;
     [[nodiscard]] QImage symbol(const QString& name, int pixels) override;
-    [[nodiscard]] bool prefersReducedMotion() const override { return workspace_.reducesMotion(); }
-    /// The system's font has this size on every Mac.
-    [[nodiscard]] double usualTextPoints() const override { return 13; }
+    /// Dark when the palette is, which Qt keeps as the effective appearance has it.
+    [[nodiscard]] DesktopLook look() const override;
+    [[nodiscard]] std::optional<std::string> remembered(std::string_view name) const override;
+    void remember(std::string_view name, const std::string& value) override;
 
 private:
     const Platform& platform_;
     const SystemLayout& layout_;
     Workspace& workspace_;
+    QObject paletteConnection_;
     std::map<std::pair<std::filesystem::path, int>, QImage> icons_; ///< of applications asked for so far
 };
 

@@ -8,8 +8,14 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 
 namespace vellmoor {
+namespace {
+
+constexpr std::chrono::seconds noticeDuration{8};
+
+} // namespace
 
 WindowModel::WindowModel(CleanerStore& store, LanguageManager& languages, Desktop& desktop, QObject* parent)
     : QObject(parent),
@@ -34,6 +40,9 @@ WindowModel::WindowModel(CleanerStore& store, LanguageManager& languages, Deskto
     memoryItems_.setModule(CleanerModule::memoryOptimization);
     startupExtras_.setModule(CleanerModule::performance);
     details_.setInitiallyExpanded(true);
+    noticeTime_.setSingleShot(true);
+    noticeTime_.setInterval(noticeDuration);
+    connect(&noticeTime_, &QTimer::timeout, this, &WindowModel::closeNotice);
     connectStore();
     connect(&languages, &LanguageManager::languageChanged, this, &WindowModel::retranslate);
     follow(module_);
@@ -45,6 +54,7 @@ void WindowModel::connectStore() {
     connect(&store_, &CleanerStore::selectionChanged, this, &WindowModel::noteSelectionChange);
     connect(&store_, &CleanerStore::cleanupItemsChanged, this, &WindowModel::selectionChanged);
     connect(&store_, &CleanerStore::permissionHintsChanged, this, &WindowModel::limitationChanged);
+    connect(&store_, &CleanerStore::statusMessageChanged, this, &WindowModel::showOutcome);
     connect(&store_, &CleanerStore::isScanningChanged, this, [this] {
         Q_EMIT busyChanged();
         Q_EMIT selectionChanged();
@@ -98,6 +108,7 @@ void WindowModel::noteSelectionChange() {
             [this] {
                 selectionChangePending_ = false;
                 Q_EMIT selectionChanged();
+                Q_EMIT scan_.changed();
             },
             Qt::QueuedConnection);
     }
@@ -186,6 +197,52 @@ QString WindowModel::confirmationMessage() const {
                      byteCountText(store_.selectedBytes(module_)), riskSummary().toStdString());
 }
 
+std::int64_t WindowModel::selectedBytesForGood() const {
+    std::int64_t bytes = 0;
+    for (const CleanupItem& item : store_.selectedItems(module_)) {
+        bytes += item.module == CleanerModule::trash ? item.selectedBytes() : 0;
+    }
+    return bytes;
+}
+
+bool WindowModel::removesForGood() const {
+    return previewsClean() && selectedBytesForGood() > 0;
+}
+
+QStringList WindowModel::confirmationParts() const {
+    if (!removesForGood()) {
+        return {};
+    }
+    const std::int64_t forGood = selectedBytesForGood();
+    const std::int64_t toTrash = store_.selectedBytes(module_) - forGood;
+    QStringList parts;
+    if (toTrash > 0) {
+        parts << localised("移到废纸篓：%@", byteCountText(toTrash));
+    }
+    parts << localised("永久删除，无法恢复：%@", byteCountText(forGood));
+    return parts;
+}
+
+void WindowModel::showNotice(const QString& text, bool isFailure) {
+    notice_ = text;
+    noticeIsFailure_ = isFailure;
+    noticeTime_.start();
+    Q_EMIT noticeChanged();
+}
+
+void WindowModel::closeNotice() {
+    notice_.clear();
+    Q_EMIT noticeChanged();
+}
+
+/// The outcome of a switched login item and of a quit request, which the store words as its message.
+void WindowModel::showOutcome() {
+    if (awaitsOutcome_ && !store_.isCleaning()) {
+        awaitsOutcome_ = false;
+        showNotice(toQt(store_.statusMessage()), false);
+    }
+}
+
 QString WindowModel::riskSummary() const {
     std::array<int, allCleanupRisks.size()> counts{};
     for (const CleanupItem& item : store_.selectedItems(module_)) {
@@ -253,12 +310,14 @@ void WindowModel::switchStartupItem(int row) {
     }
     const StartupItem item = items[static_cast<std::size_t>(row)];
     changingStartupRow_ = row;
+    awaitsOutcome_ = true;
     store_.setStartupItem(item, !item.isEnabled);
 }
 
 void WindowModel::quitMemoryApp(int row) {
     const auto& apps = store_.memoryApps();
     if (row >= 0 && row < static_cast<int>(apps.size())) {
+        awaitsOutcome_ = true;
         store_.quitMemoryApp(MemoryApp(apps[static_cast<std::size_t>(row)]));
     }
 }

@@ -11,6 +11,8 @@
 #include "ScanModel.h"
 
 #include <QObject>
+#include <QStringList>
+#include <QTimer>
 #include <QtQml/qqmlregistration.h>
 
 namespace vellmoor {
@@ -58,6 +60,15 @@ class WindowModel final : public QObject {
     Q_PROPERTY(QString confirmationMessage READ confirmationMessage NOTIFY selectionChanged FINAL)
     /// The banner's text; empty when nothing limits the shown module.
     Q_PROPERTY(QString limitation READ limitation NOTIFY limitationChanged FINAL)
+    /// What the confirmation adds, a line each: what goes to the Trash, and what goes for good.
+    Q_PROPERTY(QStringList confirmationParts READ confirmationParts NOTIFY selectionChanged FINAL)
+    /// Whether a clean of the selection removes anything for good.
+    Q_PROPERTY(bool removesForGood READ removesForGood NOTIFY selectionChanged FINAL)
+    /// Whether a clean shows its paths first: all but that of memory do.
+    Q_PROPERTY(bool previewsClean READ previewsClean NOTIFY moduleChanged FINAL)
+    /// The outcome of an action, for a while; empty when there is none.
+    Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged FINAL)
+    Q_PROPERTY(bool noticeIsFailure READ noticeIsFailure NOTIFY noticeChanged FINAL)
     /// Whether the window says that it should not run as root; the user may close the notice.
     Q_PROPERTY(bool rootNotice READ rootNotice NOTIFY rootNoticeChanged FINAL)
     /// The row of the start-up item being changed; -1: none.
@@ -100,6 +111,14 @@ public:
     [[nodiscard]] QString confirmationTitle() const;
     [[nodiscard]] QString confirmationMessage() const;
     [[nodiscard]] QString limitation() const;
+    [[nodiscard]] QStringList confirmationParts() const;
+    [[nodiscard]] bool removesForGood() const;
+    [[nodiscard]] bool previewsClean() const { return module_ != CleanerModule::memoryOptimization; }
+    [[nodiscard]] QString notice() const { return notice_; }
+    [[nodiscard]] bool noticeIsFailure() const { return noticeIsFailure_; }
+    /// Shows a line over the page until it is closed, or for 8 seconds.
+    void showNotice(const QString& text, bool isFailure);
+    Q_INVOKABLE void closeNotice();
     [[nodiscard]] bool rootNotice() const { return rootNotice_; }
     [[nodiscard]] int changingStartupRow() const { return changingStartupRow_; }
 
@@ -134,6 +153,7 @@ Q_SIGNALS:
     void busyChanged();
     void limitationChanged();
     void rootNoticeChanged();
+    void noticeChanged();
 
 private:
     void connectStore();
@@ -141,6 +161,8 @@ private:
     void noteSelectionChange();
     void retranslate();
     [[nodiscard]] QString riskSummary() const;
+    [[nodiscard]] std::int64_t selectedBytesForGood() const;
+    void showOutcome();
 
     CleanerStore& store_;
     Desktop& desktop_;
@@ -162,6 +184,10 @@ private:
     bool rootNotice_;
     int changingStartupRow_ = -1;
     bool selectionChangePending_ = false;
+    QString notice_;
+    bool noticeIsFailure_ = false;
+    bool awaitsOutcome_ = false; ///< the next message tells how an action of the user's went
+    QTimer noticeTime_;
 };
 
 } // namespace vellmoor
