@@ -6,6 +6,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -39,9 +41,15 @@ public:
 
 class KeyedListModelTest : public ::testing::Test {
 protected:
-    KeyedListModelTest() { letters.show("abcdef"); }
+    /// Filled before anything listens to it.
+    static std::unique_ptr<Letters> filled() {
+        auto made = std::make_unique<Letters>();
+        made->show("abcdef");
+        return made;
+    }
 
-    Letters letters;
+    std::unique_ptr<Letters> owner = filled();
+    Letters& letters = *owner;
     QAbstractItemModelTester tester{&letters, QAbstractItemModelTester::FailureReportingMode::Fatal};
     QSignalSpy resets{&letters, &QAbstractItemModel::modelReset};
     QSignalSpy removals{&letters, &QAbstractItemModel::rowsRemoved};

@@ -55,7 +55,7 @@ Rectangle {
                         segment.clicked();
                 }
                 checked: isCurrent
-                focusPolicy: isCurrent ? Qt.StrongFocus : Qt.ClickFocus
+                focusPolicy: isCurrent || activeFocus ? Qt.StrongFocus : Qt.ClickFocus // Qt minds losing it under the keyboard
                 height: root.height - 4
                 objectName: root.name + "." + modelData.value
                 text: modelData.title

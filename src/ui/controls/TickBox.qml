@@ -31,8 +31,8 @@ T.CheckBox {
     tristate: true
 
     background: Rectangle {
-        border.color: root.ticked ? Colors.clear : (root.hovered ? Colors.focus : Colors.edge)
-        border.width: root.ticked ? 0 : 1
+        border.color: root.hovered ? Colors.focus : Colors.edge
+        border.width: root.ticked && !Colors.dark ? 0 : 1
         color: root.ticked ? Colors.primary : Colors.softButton
         radius: 6
 

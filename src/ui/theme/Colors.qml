@@ -64,7 +64,7 @@ QtObject {
     readonly property color gray: pick("#727a86", "#a3adba", "#3d434b", "#d0d6dd")
 
     // What turns a tint into its ink.
-    readonly property color inkwell: dark ? "#85ffffff" : "#660a1220"
+    readonly property color inkwell: dark ? "#9affffff" : "#660a1220"
 
     // A colour by the name that the records carry.
     function tint(name: string): color {
