@@ -4,7 +4,7 @@
 # tools/macos-check/decls, which are audited against a description of the macOS SDK. docs/macos.md tells what that shows.
 # Usage: scripts/check-macos.sh [--root DIR] [--audit | FILE...]
 #   --root DIR  check that checkout instead of this one
-#   --audit     only compare the declarations with the SDK
+#   --audit     only compare the declarations with the SDK, and read the sources for what the compiler lets pass
 #   FILE...     only compile these sources (paths below the root)
 set -euo pipefail
 self=$(cd "$(dirname "$0")/.." && pwd)
@@ -23,7 +23,8 @@ fi
 tools=$self/tools/macos-check
 sdk=$("$tools/sdk.sh")
 if [ "${1:-}" = --audit ]; then
-  exec "$tools/audit_decls.py" "$sdk"
+  "$tools/audit_decls.py" "$sdk"
+  exec "$tools/audit_sources.py" "$sdk" "$root"
 fi
 
 cd "$root"
@@ -57,4 +58,13 @@ if grep -E -- '-(isystem|I) ?/usr/include[ "]|QT_DBUS_LIB' "$build/compile_comma
   failed=yes
 fi
 "$tools/audit_decls.py" "$sdk" || failed=yes
+"$tools/audit_sources.py" "$sdk" "$root" || failed=yes
+# Of which sources tests are built here; only what is said is needed, not the build.
+linux=build/dev
+if [ ! -f "$linux/compile_commands.json" ]; then
+  linux=build/check-macos-linux
+  cmake -G Ninja -S . -B "$linux" --toolchain cmake/DevCompiler.cmake -DCMAKE_BUILD_TYPE=Debug >"$log" 2>&1 \
+    || { cat "$log" >&2; exit 1; }
+fi
+"$tools/lines_run.py" "$root" "$build/compile_commands.json" "$linux/compile_commands.json" || failed=yes
 [ "$failed" = no ] && echo "$(grep -c '"file":' "$build/compile_commands.json") sources compile for macOS"

@@ -50,13 +50,13 @@ for target in "${targets[@]}"; do
     Exec) readers=(src/engine/applications/ExecLine.cpp) ;;
     DesktopEntry)
       readers=(src/engine/applications/{ExecLine,DesktopEntries}.cpp src/model/{L,EnglishTable,LinuxTexts}.cpp
-        src/platform/{Paths,Platform,PosixFiles}.cpp src/platform/linux/{Files,KeyFiles}.cpp)
+        src/platform/{Paths,Platform,PosixFiles}.cpp src/platform/linux/{Files,KeyFiles,OpenFolders,Rename}.cpp)
       packages=(glib-2.0) ;;
     LaunchAgent)
-      readers=(tests/support/linux/PropertyLists.cpp src/platform/{PosixFiles,linux/Files}.cpp)
+      readers=(tests/support/linux/PropertyLists.cpp src/platform/{Paths,PosixFiles,PropertyValue,linux/Files,linux/OpenFolders,linux/Rename}.cpp)
       packages=(libplist-2.0) ;;
     AttributeRecord) readers=(src/walk/macos/AttributeRecord.cpp) ;;
-    *) readers=(src/engine/memory/MemoryText.cpp src/engine/processes/ControlGroups.cpp) ;;
+    *) readers=(src/engine/memory/MemoryText.cpp src/engine/processes/ControlGroups.cpp src/platform/ProcessLine.cpp) ;;
   esac
   headers=()
   for reader in "${readers[@]}"; do

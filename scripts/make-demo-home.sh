@@ -31,6 +31,8 @@ caches() {
   done
   blob .cache/thumbnails/large/a.png 3 40
   blob .cache/rclone/vfs/waits-for-upload 2 # never a target
+  blob .cache/obexd/received.jpg 2          # never a target
+  blob .cache/librewolf/cd34.default/cache2/entries/A 7 3
   blob .var/app/org.gnome.Maps/cache/tiles 24 5
   blob snap/vlc/common/.cache/art 5 9
 }
@@ -91,7 +93,12 @@ EOF
   blob $chrome/Cookies 1 1
   echo '{"roots":{}}' | text $chrome/Bookmarks
   blob "$chrome/Local Storage/leveldb/000003.log" 2 3
+  blob "$chrome/IndexedDB/https_example.org_0.indexeddb.leveldb/000003.log" 2 3
+  blob "$chrome/IndexedDB/chrome-extension_cjpalhdlnbpafiamejdnhcphjbkeiagm_0.indexeddb.leveldb/000003.log" 1 3 # never
+  blob $chrome/DawnGraphiteCache/data_1 1 3
   blob .cache/google-chrome/Default/Cache/Cache_Data/data_1 45 1
+  echo 'user_pref("a", 1);' | text .librewolf/cd34.default/prefs.js
+  blob .librewolf/cd34.default/cookies.sqlite 1 2
 }
 
 applications() {
@@ -110,7 +117,7 @@ EOF
   blob .config/kritarc 1 9
   blob .local/share/krita/brushes.bundle 8 9
   mkdir -p "$home/.local/opt/blender/bin"
-  printf '#!/bin/sh\nexec sleep 1\n' >"$home/.local/opt/blender/bin/blender"
+  printf '\177ELF\002\001\001\000' >"$home/.local/opt/blender/bin/blender"
   chmod +x "$home/.local/opt/blender/bin/blender"
   blob .local/opt/blender/lib/data.pak 75 30
 }

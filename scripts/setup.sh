@@ -13,9 +13,9 @@ debian_packages=(
   qml6-module-qtquick-controls qml6-module-qtquick-layouts qml6-module-qtquick-shapes
   qml6-module-qtquick-templates qml6-module-qtquick-window qml6-module-qttest
   libglib2.0-dev libicu-dev libxcb1-dev libplist-dev bootstrap-icons
-  libgtest-dev libgmock-dev libbenchmark-dev nlohmann-json3-dev
-  clang-19 clang-format-19 clang-tidy-19 libclang-rt-19-dev shellcheck
-  xvfb xauth openbox x11-utils xdotool trayer dbus dbus-x11 at-spi2-core python3 python3-pyatspi gir1.2-atspi-2.0
+  libgtest-dev libgmock-dev libbenchmark-dev nlohmann-json3-dev libgnustep-base-dev
+  clang-19 lld-19 clang-format-19 clang-tidy-19 libclang-rt-19-dev shellcheck
+  xvfb xauth openbox x11-utils xdotool trayer dbus dbus-x11 at-spi2-core python3 python3-yaml python3-pyatspi gir1.2-atspi-2.0
   gvfs libglib2.0-bin desktop-file-utils pngquant fonts-noto-core fonts-noto-cjk
 )
 brew_packages=(cmake ninja ccache qtbase qtdeclarative qtsvg googletest google-benchmark nlohmann-json shellcheck)
@@ -83,6 +83,14 @@ setup_macos() {
   if ! xcode-select -p >/dev/null 2>&1; then
     say "The command line tools are missing; their installation starts now. Start again when it is done."
     [ "${1:-}" = --check ] || xcode-select --install
+    exit 1
+  fi
+  # Older ones cannot compile std::expected as it is used here.
+  local version
+  version=$(clang --version | sed -n 's/^Apple clang version \([0-9]*\).*/\1/p')
+  if [ "${version:-0}" -lt 16 ]; then
+    say "Vellmoor needs Xcode 16 or its command line tools; clang here is of version ${version:-unknown}."
+    say "Install them from the App Store or developer.apple.com, or: softwareupdate --list, then --install."
     exit 1
   fi
   command -v brew >/dev/null || { say "Install Homebrew first: https://brew.sh"; exit 1; }

@@ -1,10 +1,12 @@
 #include "CleanupItem.h"
 
+#include "ByteCount.h"
 #include "CheckedMath.h"
 #include "L.h"
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace vellmoor {
 namespace {
@@ -23,7 +25,29 @@ std::int64_t sumOverSelection(const CleanupItem& item, Amount amount) {
     return sum;
 }
 
+std::string sizeText(std::int64_t bytes, bool isAtLeast) {
+    return isAtLeast ? L::tr("至少 %@", byteCountText(bytes)) : byteCountText(bytes);
+}
+
+/// Takes `bytes` and `files` of `target` out of the row's figures.
+void subtract(CleanupItem& item, const CleanupTarget& target, std::int64_t bytes, std::int64_t files) {
+    item.bytes = checkedSub(item.bytes, bytes);
+    item.files = checkedSub(item.files, files);
+    if (item.appInfo && target.url != item.appInfo->appPath) {
+        item.appInfo->residualBytes = checkedSub(item.appInfo->residualBytes, bytes);
+        item.appInfo->residualCount -= target.isCovered ? 1 : 0;
+    }
+}
+
 } // namespace
+
+std::string CleanupTarget::sizeText() const {
+    return vellmoor::sizeText(bytes, isAtLeast);
+}
+
+std::string CleanupItem::sizeText() const {
+    return vellmoor::sizeText(bytes, isAtLeast);
+}
 
 std::int64_t CleanupItem::selectedBytes() const {
     return sumOverSelection(*this, [](const CleanupTarget& target) { return target.bytes; });
@@ -77,6 +101,28 @@ bool matches(CleanupFilter filter, const CleanupItem& item) {
         break;
     }
     return true;
+}
+
+std::vector<CleanupItem> countedOnce(std::vector<CleanupItem> items) {
+    for (CleanupItem& item : items) {
+        for (CleanupTarget& target : item.targets) {
+            if (target.isCovered) {
+                subtract(item, target, target.bytes, target.files);
+            } else if (target.coveredBytes != 0 || target.coveredFiles != 0) {
+                subtract(item, target, target.coveredBytes, target.coveredFiles);
+                target.bytes = checkedSub(target.bytes, std::exchange(target.coveredBytes, 0));
+                target.files = checkedSub(target.files, std::exchange(target.coveredFiles, 0));
+            }
+        }
+    }
+    std::erase_if(items, [](CleanupItem& item) {
+        const bool lost = std::erase_if(item.targets, [](const CleanupTarget& target) { return target.isCovered; }) > 0;
+        if (lost) {
+            item.isSelected = item.isSelected && std::ranges::any_of(item.targets, &CleanupTarget::isSelected);
+        }
+        return lost && item.targets.empty();
+    });
+    return items;
 }
 
 bool belongs(const CleanupItem& item, CleanerModule module) {

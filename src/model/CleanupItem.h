@@ -26,13 +26,22 @@ struct CleanupTarget {
     std::string location; ///< parent folder in display form
     std::int64_t bytes = 0;
     std::int64_t files = 0;
-    std::string modified; ///< relative modification text
+    bool isAtLeast = false; ///< bytes and files may be more: the measurement was cut short
+    std::string modified;   ///< relative modification text
     std::optional<TimePoint> modifiedAt;
     std::string symbol;
     bool isSelected = false;
     /// The file that the scan saw; nothing where no file is meant or none could be asked.
     std::optional<FileIdentity> identity;
     Sameness sameness = Sameness::Content; ///< how much of it a clean compares
+    /// A Smart Scan counts each path once: this one equals or lies below a target of another row, or it holds some,
+    /// whose part of its figures this is. See countedOnce().
+    bool isCovered = false;
+    std::int64_t coveredBytes = 0;
+    std::int64_t coveredFiles = 0;
+
+    /// The bytes as they are shown, as "at least" so many when there may be more.
+    [[nodiscard]] std::string sizeText() const;
 };
 
 /// Extra facts on a row of the App Uninstaller.
@@ -53,6 +62,7 @@ struct CleanupItem {
     std::string description;
     std::int64_t bytes = 0; ///< of all targets
     std::int64_t files = 0; ///< of all targets
+    bool isAtLeast = false; ///< of one of the targets
     std::string symbol;
     Tint tint = Tint::gray;
     CleanupRisk risk = CleanupRisk::previewOnly;
@@ -61,6 +71,8 @@ struct CleanupItem {
     bool isSelected = false;
     std::vector<CleanupTarget> targets;
 
+    /// The bytes as they are shown, as "at least" so many when there may be more.
+    [[nodiscard]] std::string sizeText() const;
     /// Bytes of the selected targets; 0 unless the row is cleanable and selected. Overflow is fatal.
     [[nodiscard]] std::int64_t selectedBytes() const;
     /// Files of the selected targets, at least one each; 0 unless the row is cleanable and selected.
@@ -79,6 +91,8 @@ std::string_view rawValue(CleanupFilter filter);
 /// Localised.
 std::string title(CleanupFilter filter);
 bool matches(CleanupFilter filter, const CleanupItem& item);
+/// The rows as a Smart Scan lists them: without covered targets, and without rows that have nothing else.
+std::vector<CleanupItem> countedOnce(std::vector<CleanupItem> items);
 /// Whether `item` stands in the list of `module`: Smart Scan lists every item.
 bool belongs(const CleanupItem& item, CleanerModule module);
 

@@ -3,7 +3,13 @@
 #include "ByteCount.h"
 #include "L.h"
 
+#include <algorithm>
+
 namespace vellmoor {
+
+std::string_view rawValue(CleanupFate fate) {
+    return std::ranges::find(cleanupFates, fate, &std::pair<CleanupFate, const char*>::first)->second;
+}
 
 std::string CleanupReport::message() const {
     if (failedCount == 0) {

@@ -4,10 +4,13 @@
 #include "MemorySnapshot.h"
 #include "Uuid.h"
 
+#include <array>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace vellmoor {
@@ -21,6 +24,15 @@ enum class CleanupFate : std::uint8_t {
     Failed,   ///< left in its place because the system refused
     Untried,  ///< the clean ended before its turn
 };
+
+/// With their raw values.
+inline constexpr std::array<std::pair<CleanupFate, const char*>, 6> cleanupFates{{{CleanupFate::Trashed, "trashed"},
+                                                                                  {CleanupFate::Removed, "removed"},
+                                                                                  {CleanupFate::Vanished, "vanished"},
+                                                                                  {CleanupFate::Kept, "kept"},
+                                                                                  {CleanupFate::Failed, "failed"},
+                                                                                  {CleanupFate::Untried, "untried"}}};
+std::string_view rawValue(CleanupFate fate);
 
 struct CleanupOutcome {
     std::filesystem::path path;

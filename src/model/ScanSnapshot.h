@@ -87,6 +87,7 @@ struct ScanProgressUpdate {
 struct PathStats {
     std::int64_t bytes = 0; ///< allocated
     std::int64_t files = 0;
+    bool isAtLeast = false; ///< the walk was cut short: there may be more
 
     bool operator==(const PathStats&) const = default;
 };

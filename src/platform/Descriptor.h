@@ -1,5 +1,7 @@
 #pragma once
 
+#include <dirent.h>
+#include <memory>
 #include <unistd.h>
 #include <utility>
 
@@ -28,5 +30,10 @@ public:
 private:
     int number_ = -1;
 };
+
+struct CloseDirectory {
+    void operator()(DIR* directory) const { ::closedir(directory); }
+};
+using DirectoryStream = std::unique_ptr<DIR, CloseDirectory>;
 
 } // namespace vellmoor

@@ -56,4 +56,20 @@ bool globMatchesAny(std::string_view alternatives, std::string_view name) {
     }
 }
 
+std::vector<std::string> separated(std::string_view text, char separator) {
+    std::vector<std::string> parts;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find(separator), text.size());
+        if (end > 0) {
+            parts.emplace_back(text.substr(0, end));
+        }
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return parts;
+}
+
+bool containsAny(std::string_view text, const std::vector<std::string>& pieces) {
+    return std::ranges::any_of(pieces, [&](const std::string& piece) { return text.contains(piece); });
+}
+
 } // namespace vellmoor

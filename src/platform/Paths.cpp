@@ -52,6 +52,10 @@ std::string displayPath(const std::filesystem::path& path, const std::filesystem
     return isStrictlyBelow(standard, base) ? "~" + standard.native().substr(base.native().size()) : standard.native();
 }
 
+bool isAtOrBelow(const std::filesystem::path& path, const std::filesystem::path& folder) {
+    return path.native() == folder.native() || isStrictlyBelow(path, folder);
+}
+
 std::filesystem::path underRoot(const std::filesystem::path& root, std::string_view path) {
     if (root == "/" || root.empty()) {
         return std::filesystem::path(path);

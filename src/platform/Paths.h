@@ -13,6 +13,9 @@ std::filesystem::path lexicallyStandardized(const std::filesystem::path& path);
 /// Whether `path` lies strictly below `folder`; both standardised.
 bool isStrictlyBelow(const std::filesystem::path& path, const std::filesystem::path& folder);
 
+/// Whether `path` is `folder` or lies below it; both standardised.
+bool isAtOrBelow(const std::filesystem::path& path, const std::filesystem::path& folder);
+
 /// `path` as the user reads it: the home folder shown as "~".
 std::string displayPath(const std::filesystem::path& path, const std::filesystem::path& home);
 

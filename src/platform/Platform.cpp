@@ -24,9 +24,28 @@ std::string CommandResult::combinedOutput() const {
     return output + "\n" + errorMessage;
 }
 
+std::string valueOf(const KeyFile& file, std::string_view group, std::string_view key) {
+    const auto keys = file.find(std::string(group));
+    if (keys == file.end()) {
+        return {};
+    }
+    const auto found = keys->second.find(std::string(key));
+    return found == keys->second.end() ? std::string() : found->second;
+}
+
 std::optional<FileIdentity> Platform::identity(const Path& path) const {
     const std::optional<FileFacts> known = facts(path);
     return known ? std::optional(identityOf(*known)) : std::nullopt;
+}
+
+std::optional<Path> Platform::realPlace(const Path& path) const {
+    const std::optional<Path> folder = realPath(path.parent_path());
+    return folder ? std::optional(*folder / path.filename()) : std::nullopt;
+}
+
+bool Platform::isFolder(const Path& path) const {
+    const std::optional<FileFacts> known = facts(path);
+    return known && known->isDirectory;
 }
 
 std::optional<std::string> Platform::fileStart(const Path& path, std::size_t count) const {

@@ -10,6 +10,7 @@
 #include <expected>
 #include <filesystem>
 #include <map>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -62,7 +63,11 @@ struct Capacity {
 struct TrashFolder {
     Path folder;
     Path contents;
+    Path anchor; ///< the folder of the user's or of the volume from which it is reached without following a link
 };
+
+struct TrashPlaces;
+class TrashSession;
 
 struct CommandResult {
     std::int32_t status = -1; ///< -1: could not be started
@@ -100,15 +105,31 @@ struct RunningApplication {
 /// A key file (desktop entry, profiles.ini, unit file): group, key (with its "[locale]" part), unescaped value.
 using KeyFile = std::map<std::string, std::map<std::string, std::string>>;
 
-enum class QuitOutcome : std::uint8_t { NotRunning, Requested, NoResponse };
+/// The value of a key; empty when the file lacks it.
+std::string valueOf(const KeyFile& file, std::string_view group, std::string_view key);
 
-/// The user's own folders as the desktop names them; an empty path: the system names none.
+enum class QuitOutcome : std::uint8_t {
+    NotRunning,
+    Requested,  ///< it was asked, or ended, and is gone
+    NoResponse, ///< it was asked, or was to end, and still runs
+    CannotAsk,  ///< there is no way to ask it; nothing was sent, and it can only be ended
+};
+
+/// The user's own folders as the desktop names them; an empty path: the system names none. One that is the home folder
+/// or above it is switched off.
 struct UserFolders {
     Path downloads;
     Path desktop;
     Path documents;
     Path videos;
     Path pictures;
+    Path music;
+    Path publicShare;
+    Path templates;
+
+    [[nodiscard]] std::vector<Path> all() const {
+        return {downloads, desktop, documents, videos, pictures, music, publicShare, templates};
+    }
 };
 
 class Platform {
@@ -120,7 +141,9 @@ public:
 
     // Facts. Reading fails to "nothing", never to an error.
     [[nodiscard]] virtual std::optional<FileFacts> facts(const Path& path) const = 0;
-    /// macOS follows a link, Linux does not (a dangling link exists).
+    /// Whether there is a folder itself; a link to one is none.
+    [[nodiscard]] bool isFolder(const Path& path) const;
+    /// macOS follows a link. Linux does not (a dangling link exists), and what it may not ask about exists, too.
     [[nodiscard]] virtual bool exists(const Path& path) const = 0;
     [[nodiscard]] virtual bool isReadable(const Path& path) const = 0;
     [[nodiscard]] virtual bool isExecutable(const Path& path) const = 0;
@@ -136,6 +159,9 @@ public:
     [[nodiscard]] virtual Path standardized(const Path& path) const = 0;
     /// All links resolved; nothing when the path does not exist.
     [[nodiscard]] virtual std::optional<Path> realPath(const Path& path) const = 0;
+    /// Where a move or removal of `path` would act: the links above it resolved, its own last component kept, since
+    /// such a change acts on a link and not on what it names. Nothing when the folder above does not exist.
+    [[nodiscard]] std::optional<Path> realPlace(const Path& path) const;
     [[nodiscard]] virtual bool isMountPoint(const Path& path) const = 0;
     /// macOS: a folder that is shown as one file. Linux has none.
     [[nodiscard]] virtual bool isPackage(const Path& folder) const = 0;
@@ -145,16 +171,16 @@ public:
     [[nodiscard]] virtual std::optional<FileIdentity> identity(const Path& path) const;
 
     // Changes. The caller has asked the user; each answers the reason when it did not happen.
-    /// Into the Trash that the system chooses; never a deletion.
-    [[nodiscard]] virtual Outcome moveToTrash(const Path& path) const = 0;
-    /// For good, with everything below; `path` lies in `trash.contents`, its restore notes go with it.
-    [[nodiscard]] virtual Outcome removeFromTrash(const Path& path, const TrashFolder& trash) const = 0;
+    /// One clean's work with the Trash; the folders are opened at once.
+    [[nodiscard]] virtual std::unique_ptr<TrashSession> trashSession(TrashPlaces places) const = 0;
     /// Never replaces an existing destination.
     [[nodiscard]] virtual Outcome moveItem(const Path& from, const Path& to) const = 0;
     /// With the folders above it; an existing folder is no failure.
     [[nodiscard]] virtual Outcome createFolder(const Path& folder) const = 0;
     /// A new file; fails when something of that name exists.
     [[nodiscard]] virtual Outcome createFile(const Path& path, std::string_view contents) const = 0;
+    /// A new symbolic link with `target` as its text; fails when something of that name exists.
+    [[nodiscard]] virtual Outcome createLink(const Path& path, const Path& target) const = 0;
     /// One file or link, never a folder.
     [[nodiscard]] virtual Outcome removeFile(const Path& path) const = 0;
 
@@ -174,8 +200,12 @@ public:
     [[nodiscard]] virtual std::vector<RunningApplication> runningApplications() const = 0;
     /// Vellmoor's own bundle or executable.
     [[nodiscard]] virtual Path ownPath() const = 0;
-    /// Asks every process of the application to end by itself; blocks for a few seconds at most, never kills.
+    /// Asks the application to quit as its own menu would, so that it can ask about unsaved content. Blocks for some
+    /// seconds at most; never ends it. Of the numbers in `app` only those count whose process is the one that was seen.
     [[nodiscard]] virtual QuitOutcome requestQuit(const MemoryApp& app) const = 0;
+    /// Ends the main processes of an application that cannot be asked: unsaved content is lost. Nothing to be done
+    /// on a system where every application can be asked.
+    [[nodiscard]] virtual QuitOutcome endApplication(const MemoryApp& /*app*/) const { return QuitOutcome::NoResponse; }
 
     // Tools, by absolute path and never through a shell
     /// Standard output; nothing when the tool could not start, failed, or printed no UTF-8.
@@ -183,6 +213,11 @@ public:
                                                                    const std::vector<std::string>& arguments) const = 0;
     [[nodiscard]] virtual CommandResult commandResult(const Path& tool,
                                                       const std::vector<std::string>& arguments) const = 0;
+    /// The same, with the tool's own messages in English where it has others.
+    [[nodiscard]] virtual CommandResult untranslatedResult(const Path& tool,
+                                                           const std::vector<std::string>& arguments) const {
+        return commandResult(tool, arguments);
+    }
 
     /// To be called first on a thread that is about to block for the user; what follows may run with more priority.
     virtual void enterWorker() const {}

@@ -51,10 +51,14 @@ std::optional<std::string> contents(const Path& path, std::size_t limit) {
     if (!descriptor || ::fstat(descriptor.get(), &status) != 0 || !S_ISREG(status.st_mode)) {
         return std::nullopt;
     }
+    return contents(descriptor.get(), limit);
+}
+
+std::optional<std::string> contents(int descriptor, std::size_t limit) {
     std::string bytes;
     std::array<char, 16384> block;
     for (;;) { // files of /proc have length 0: only reading tells
-        const ssize_t count = ::read(descriptor.get(), block.data(), block.size());
+        const ssize_t count = ::read(descriptor, block.data(), block.size());
         if (count == 0) {
             return bytes;
         }
@@ -102,15 +106,6 @@ std::optional<Path> realPath(const Path& path) {
     return resolved ? std::optional<Path>(resolved.get()) : std::nullopt;
 }
 
-std::optional<Path> realPlace(const Path& path) {
-    struct stat status{};
-    if (::lstat(path.c_str(), &status) != 0 || !S_ISLNK(status.st_mode)) {
-        return realPath(path);
-    }
-    const std::optional<Path> folder = realPath(path.parent_path());
-    return folder ? std::optional<Path>(*folder / path.filename()) : std::nullopt;
-}
-
 bool writeAll(int descriptor, std::string_view bytes) {
     while (!bytes.empty()) {
         const ssize_t count = ::write(descriptor, bytes.data(), bytes.size());
@@ -133,6 +128,10 @@ Outcome createFile(const Path& path, std::string_view contents) {
     const int error = errno;
     ::unlink(path.c_str()); // half a file is worse than none; when this fails, too, the first cause is the one to tell
     return failure(error);
+}
+
+Outcome createLink(const Path& path, const Path& target) {
+    return ::symlink(target.c_str(), path.c_str()) == 0 ? Outcome() : failure(errno);
 }
 
 Outcome removeFile(const Path& path) {

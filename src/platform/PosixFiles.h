@@ -23,13 +23,15 @@ TimePoint timePoint(const timespec& time);
 bool hasRights(const Path& path, int rights);
 bool isExecutable(const Path& path);
 std::optional<std::string> contents(const Path& path, std::size_t limit);
+/// Of an open file, from where it is read next.
+std::optional<std::string> contents(int descriptor, std::size_t limit);
 std::optional<std::string> start(const Path& path, std::size_t count);
 std::optional<Path> linkTarget(const Path& path);
 std::optional<Path> realPath(const Path& path);
-/// The links above `path` resolved, `path` itself not: where a move or removal would act.
-std::optional<Path> realPlace(const Path& path);
 
 Outcome createFile(const Path& path, std::string_view contents);
+/// A symbolic link with `target` as its text.
+Outcome createLink(const Path& path, const Path& target);
 Outcome removeFile(const Path& path);
 
 /// Writes all of it; false leaves errno.

@@ -1,73 +1,62 @@
 #include "ProtectedPaths.h"
 
 #include "Paths.h"
+#include "PosixFiles.h"
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <system_error>
+#include <iterator>
 #include <vector>
 
 namespace vellmoor {
 namespace {
 
-// Compiled in, so that no table and no setting can lose them. Each name also guards the folders above it.
+// Of both systems: a folder of the other one is a folder like any other here, and protected all the same. Compiled in,
+// so that no table and no setting can lose them. Each name also guards the folders above it.
+// clang-format off
 constexpr std::array systemFolders{
-    "/bin",         "/boot",        "/dev",         "/etc",     "/home",    "/lib",       "/lib64",        "/media",
-    "/mnt",         "/opt",         "/proc",        "/root",    "/run",     "/run/media", "/sbin",         "/snap",
-    "/srv",         "/sys",         "/tmp",         "/usr/bin", "/usr/lib", "/usr/local", "/usr/share",    "/var/cache",
-    "/var/crash",   "/var/home",    "/var/lib",     "/var/log", "/var/tmp", "/cores",     "/Applications", "/Library",
-    "/private/etc", "/private/tmp", "/private/var", "/System",  "/Users",   "/Volumes"};
-constexpr std::array homeFolders{".cache",
-                                 ".config",
-                                 ".config/autostart",
-                                 ".gnupg",
-                                 ".local/bin",
-                                 ".local/share",
-                                 ".local/share/Trash",
-                                 ".local/state",
-                                 ".mozilla",
-                                 ".ssh",
-                                 ".thunderbird",
-                                 ".Trash",
-                                 ".var/app",
-                                 "snap",
-                                 "Applications",
-                                 "Desktop",
-                                 "Documents",
-                                 "Downloads",
-                                 "Library/Application Support",
-                                 "Library/Caches",
-                                 "Library/Containers",
-                                 "Library/Keychains",
-                                 "Library/LaunchAgents",
-                                 "Library/Logs",
-                                 "Library/Mail",
-                                 "Library/Preferences",
-                                 "Movies",
-                                 "Music",
-                                 "Pictures",
-                                 "Public",
-                                 "Videos"};
+    "/Applications", "/Library", "/System", "/Users", "/Volumes", "/bin", "/boot", "/cores",
+    "/dev", "/etc", "/home", "/lib", "/lib64", "/media", "/mnt", "/opt",
+    "/private", "/private/etc", "/private/tmp", "/private/var", "/proc", "/root", "/run", "/run/media",
+    "/sbin", "/snap", "/srv", "/sys", "/tmp", "/usr", "/usr/bin", "/usr/lib",
+    "/usr/local", "/usr/share", "/var", "/var/cache", "/var/crash", "/var/home", "/var/lib", "/var/log",
+    "/var/tmp"};
+constexpr std::array homeFolders{
+    ".Trash", ".android", ".cache", ".cargo", ".config", ".config/autostart",
+    ".gnupg", ".gradle", ".local", ".local/bin", ".local/share", ".local/share/Trash",
+    ".local/state", ".m2", ".mozilla", ".npm", ".snap", ".snap/data",
+    ".ssh", ".thunderbird", ".var", ".var/app", "Applications", "Desktop",
+    "Documents", "Downloads", "Library", "Library/Application Support", "Library/Caches", "Library/CloudStorage",
+    "Library/Containers", "Library/Developer", "Library/Group Containers", "Library/Keychains", "Library/LaunchAgents", "Library/Logs",
+    "Library/Mail", "Library/Messages", "Library/Mobile Documents", "Library/Preferences", "Library/Safari", "Movies",
+    "Music", "Pictures", "Public", "Templates", "Videos", "snap"};
+// clang-format on
 
-std::string reasonText(int error) {
-    return std::generic_category().message(error);
-}
-
-// The path with the links above it resolved, as far up as something exists; the last component stays, since a
-// removal acts on it and not on what it may point to.
-Path place(const Platform& platform, const Path& path) {
-    Path rest = path.filename();
-    for (Path folder = path.parent_path(); folder != folder.parent_path(); folder = folder.parent_path()) {
-        if (const auto real = platform.realPath(folder)) {
-            return *real / rest;
-        }
-        rest = folder.filename() / rest;
+// With the links above resolved, as far up as something exists.
+Path placeOf(const Platform& platform, const Path& path) {
+    if (const std::optional<Path> real = platform.realPlace(path)) {
+        return *real;
     }
-    return path;
+    const Path above = path.parent_path();
+    return above == path ? path : placeOf(platform, above) / path.filename();
 }
 
-std::vector<Path> protectedPaths(const Platform& platform, const SystemLayout& layout) {
+// Each by its name, by the place where it lies, and by what it names.
+std::set<std::string> formsOf(const Platform& platform, const std::vector<Path>& paths) {
+    std::set<std::string> all;
+    for (const Path& path : paths) {
+        all.insert({path.native(), placeOf(platform, path).native()});
+        if (const std::optional<Path> real = platform.realPath(path)) {
+            all.insert(real->native());
+        }
+    }
+    return all;
+}
+
+} // namespace
+
+std::vector<Path> protectedFolders(const Platform& platform, const SystemLayout& layout) {
     std::vector<Path> all = layout.protectedPaths;
     all.push_back(layout.home);
     all.push_back(platform.ownPath());
@@ -78,50 +67,43 @@ std::vector<Path> protectedPaths(const Platform& platform, const SystemLayout& l
         all.push_back(layout.home / folder);
     }
     all.push_back(layout.trash.homeFolder);
-    all.push_back(layout.downloads.folder);
-    all.insert(all.end(), layout.largeFileRoots.begin(), layout.largeFileRoots.end());
-    const UserFolders user = platform.userFolders();
-    all.insert(all.end(), {user.downloads, user.desktop, user.documents, user.videos, user.pictures});
+    std::ranges::copy(layout.largeFileRoots, std::back_inserter(all));
+    std::ranges::copy(layout.furtherUserFolders, std::back_inserter(all));
+    std::ranges::copy(platform.userFolders().all(), std::back_inserter(all));
     std::erase_if(all, [](const Path& path) { return !path.is_absolute(); });
-    const std::size_t count = all.size();
-    for (std::size_t index = 0; index < count; ++index) {
-        all[index] = platform.standardized(all[index]);
-        all.push_back(place(platform, all[index]));
-        if (const auto real = platform.realPath(all[index])) {
-            all.push_back(*real);
-        }
+    for (Path& path : all) {
+        path = platform.standardized(path);
     }
     return all;
 }
 
-bool covers(const Path& path, const Path& guarded) {
-    return path == guarded || isStrictlyBelow(guarded, path);
-}
-
-} // namespace
-
 PathGuard::PathGuard(const Platform& platform, const SystemLayout& layout)
     : platform_(platform),
-      guarded_(protectedPaths(platform, layout)) {}
+      folders_(protectedFolders(platform, layout)),
+      guarded_(formsOf(platform, folders_)) {}
+
+// Whether the path is a guarded one or lies above one; all are sorted, and those below a folder stand together.
+bool PathGuard::holdsGuarded(const std::string& path) const {
+    if (path.empty() || path == "/" || guarded_.contains(path)) {
+        return true;
+    }
+    const std::string below = path + "/";
+    const auto first = guarded_.lower_bound(below);
+    return first != guarded_.end() && first->starts_with(below);
+}
 
 std::optional<std::string> PathGuard::refusalReason(const Path& path) const {
     const bool climbs = std::ranges::find(path, Path("..")) != path.end(); // through a link it may lead anywhere
     if (!path.is_absolute() || climbs || path.native().find('\0') != std::string::npos) {
-        return reasonText(EINVAL);
+        return files::reason(EINVAL);
     }
     const Path plain = lexicallyStandardized(path);
-    for (const Path& form : {plain, platform_.standardized(path), place(platform_, plain)}) {
-        const auto isHit = [&](const Path& one) { return covers(form, one); };
-        if (form.empty() || form == "/" || std::ranges::any_of(guarded_, isHit)) {
-            return reasonText(EPERM);
-        }
+    if (holdsGuarded(plain.native()) || holdsGuarded(platform_.standardized(path).native()) ||
+        holdsGuarded(placeOf(platform_, plain).native())) {
+        return files::reason(EPERM);
     }
     // The system's own answer is about the real place.
-    return platform_.isMountPoint(plain) ? std::optional(reasonText(EBUSY)) : std::nullopt;
-}
-
-std::optional<std::string> refusalReason(const Platform& platform, const SystemLayout& layout, const Path& path) {
-    return PathGuard(platform, layout).refusalReason(path);
+    return platform_.isMountPoint(plain) ? std::optional(files::reason(EBUSY)) : std::nullopt;
 }
 
 } // namespace vellmoor

@@ -42,7 +42,7 @@ void CleanerStore::State::announce() {
         &CleanerStore::memorySnapshotChanged,  &CleanerStore::memoryAppsChanged,   &CleanerStore::startupItemsChanged,
         &CleanerStore::permissionHintsChanged, &CleanerStore::scanProgressChanged, &CleanerStore::scanStageChanged,
         &CleanerStore::isScanningChanged,      &CleanerStore::isCleaningChanged,   &CleanerStore::statusMessageChanged,
-        &CleanerStore::lastScanLabelChanged,   &CleanerStore::latestReportChanged,
+        &CleanerStore::lastScanLabelChanged,   &CleanerStore::latestReportChanged, &CleanerStore::actionFailureChanged,
     };
     const std::bitset<FieldCount> changed = std::exchange(pending, {});
     for (std::size_t field = 0; field < FieldCount; ++field) {
@@ -135,6 +135,10 @@ const std::string& CleanerStore::lastScanLabel() const {
 }
 const std::optional<CleanupReport>& CleanerStore::latestReport() const {
     return state_->latestReport;
+}
+
+const std::string& CleanerStore::actionFailure() const {
+    return state_->actionFailure;
 }
 bool CleanerStore::hasResult(CleanerModule module) const {
     return state_->cachedStates.contains(module);

@@ -55,6 +55,9 @@ public:
     [[nodiscard]] const std::string& statusMessage() const;
     [[nodiscard]] const std::string& lastScanLabel() const;
     [[nodiscard]] const std::optional<CleanupReport>& latestReport() const;
+    /// Why the last action failed as a whole; it outlives the scan that follows an action, whose messages replace
+    /// statusMessage. Empty when it did not, and once the user goes on: another action, module or scan of theirs.
+    [[nodiscard]] const std::string& actionFailure() const;
     /// Whether `module` has a result (fresh or cached) rather than its not-scanned state.
     [[nodiscard]] bool hasResult(CleanerModule module) const;
 
@@ -100,11 +103,17 @@ public:
     /// Cleans a copy of what is selected now, publishes the report, then scans `module` again, which makes it the
     /// active one. Nothing without a selection.
     void cleanSelected(CleanerModule module);
+    /// The session ends: a running clean finishes the path at hand and leaves the others where they are.
+    void stopCleaning();
     /// Ignored while a scan runs too. Ends in a scan of `performance`, which makes it the active module.
     void setStartupItem(const StartupItem& item, bool enabled);
     /// Asks the application to quit and words the outcome in statusMessage. A moment later, when the application had
     /// time to go, reads the memory state again if memoryOptimization is then the active module.
     void quitMemoryApp(const MemoryApp& app);
+    /// Ends an application that endOffered named, and the user agreed; worded and read again alike.
+    void endMemoryApp(const MemoryApp& app);
+    /// Puts a line of the window's into statusMessage.
+    void say(const std::string& message);
     /// How long that moment is; 1.5 seconds unless set.
     void setMemoryRefreshDelay(std::chrono::milliseconds delay);
     /// The result sheet was closed.
@@ -131,6 +140,9 @@ Q_SIGNALS:
     void statusMessageChanged();
     void lastScanLabelChanged();
     void latestReportChanged();
+    /// The application cannot be asked to quit, and was sent nothing: it can only be ended, with a loss.
+    void endOffered(const vellmoor::MemoryApp& app);
+    void actionFailureChanged();
 
 private:
     struct State;

@@ -12,6 +12,7 @@ std::string_view quitText(QuitOutcome outcome) {
     case QuitOutcome::NoResponse:
         return "%@ 未响应退出请求，可在活动监视器中结束。";
     case QuitOutcome::NotRunning:
+    case QuitOutcome::CannotAsk: // has a question of its own
         break;
     }
     return "%@ 当前未运行。";
@@ -24,10 +25,18 @@ void CleanerStore::cleanSelected(CleanerModule module) {
     if (chosen.empty() || state_->isCleaning) {
         return;
     }
-    state_->startAction(L::tr("正在清理选中项目..."), module, [chosen](CleanerService& engine) {
-        CleanupReport report = engine.clean(chosen);
-        return State::ActionOutcome{{}, std::move(report)};
+    const auto stop = std::make_shared<CancelToken>();
+    state_->cleanToken = stop;
+    state_->startAction(L::tr("正在清理选中项目..."), module, [chosen, stop](CleanerService& engine) {
+        CleanupReport report = engine.clean(chosen, *stop);
+        return State::ActionOutcome{{}, std::move(report), false};
     });
+}
+
+void CleanerStore::stopCleaning() {
+    if (state_->cleanToken) {
+        state_->cleanToken->cancel();
+    }
 }
 
 void CleanerStore::setStartupItem(const StartupItem& item, bool enabled) {
@@ -39,22 +48,21 @@ void CleanerStore::setStartupItem(const StartupItem& item, bool enabled) {
         enabled ? L::tr("正在恢复 %@ 的启动项...", item.name) : L::tr("正在禁用 %@ 的启动项...", item.name);
     state_->startAction(status, CleanerModule::performance, [item, enabled](CleanerService& engine) {
         const StartupActionResult result = enabled ? engine.enableStartupItem(item) : engine.disableStartupItem(item);
-        return State::ActionOutcome{result.message, {}};
+        return State::ActionOutcome{result.message, {}, !result.succeeded};
     });
 }
 
 void CleanerStore::quitMemoryApp(const MemoryApp& app) {
+    state_->startFarewell(app, &CleanerService::requestQuit);
+}
+
+void CleanerStore::endMemoryApp(const MemoryApp& app) {
+    state_->startFarewell(app, &CleanerService::endApplication);
+}
+
+void CleanerStore::say(const std::string& message) {
     state_->requireOwnThread();
-    State* const state = state_.get();
-    const auto askAndPost = [state, app, engine = state->service, out = state->workers] {
-        const QuitOutcome outcome = engine->requestQuit(app);
-        out->post([state, name = app.name, outcome] { state->showQuitOutcome(name, outcome); });
-    };
-    try {
-        state->workers->start(askAndPost);
-    } catch (const std::exception& noThread) {
-        state->set<std::string>(state->statusMessage, noThread.what(), State::Status);
-    }
+    state_->set(state_->statusMessage, message, State::Status);
 }
 
 void CleanerStore::setMemoryRefreshDelay(std::chrono::milliseconds delay) {
@@ -65,20 +73,21 @@ void CleanerStore::State::startAction(const std::string& status, CleanerModule r
     const Update update(*this);
     set(isCleaning, true, Cleaning);
     set(statusMessage, status, Status);
+    set(actionFailure, {}, ActionFailure);
     // `this` is used in posted jobs only: they run on the store's thread, and not after its death.
     const auto actAndPost = [this, rescanned, action, engine = service, out = workers] {
         ActionOutcome outcome;
         try {
             outcome = action(*engine);
         } catch (const std::exception& error) {
-            outcome.message = error.what(); // the engine does not throw; memory can still run out
+            outcome = {error.what(), {}, true}; // the engine does not throw; memory can still run out
         }
         out->post([this, rescanned, outcome] { endAction(outcome, rescanned); });
     };
     try {
         workers->start(actAndPost);
     } catch (const std::exception& noThread) {
-        endAction({noThread.what(), {}}, rescanned);
+        endAction({noThread.what(), {}, true}, rescanned);
     }
 }
 
@@ -88,14 +97,32 @@ void CleanerStore::State::endAction(const ActionOutcome& outcome, CleanerModule 
         if (outcome.report) {
             set(latestReport, outcome.report, Report);
         }
+        set(actionFailure, outcome.failed ? outcome.message : std::string(), ActionFailure);
         set(isCleaning, false, Cleaning);
         set(statusMessage, outcome.report ? outcome.report->message() : outcome.message, Status);
     }
     store.scan(rescanned, false);
 }
 
-void CleanerStore::State::showQuitOutcome(const std::string& name, QuitOutcome outcome) {
-    set(statusMessage, L::tr(quitText(outcome), name), Status);
+void CleanerStore::State::startFarewell(const MemoryApp& app, Farewell farewell) {
+    requireOwnThread();
+    const auto askAndPost = [this, app, farewell, engine = service, out = workers] {
+        const QuitOutcome outcome = (*engine.*farewell)(app);
+        out->post([this, app, outcome] { showQuitOutcome(app, outcome); });
+    };
+    try {
+        workers->start(askAndPost);
+    } catch (const std::exception& noThread) {
+        set<std::string>(statusMessage, noThread.what(), Status);
+    }
+}
+
+void CleanerStore::State::showQuitOutcome(const MemoryApp& app, QuitOutcome outcome) {
+    if (outcome == QuitOutcome::CannotAsk) {
+        Q_EMIT store.endOffered(app);
+        return;
+    }
+    set(statusMessage, L::tr(quitText(outcome), app.name), Status);
     memoryRefresh.start();
 }
 

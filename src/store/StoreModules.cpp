@@ -14,6 +14,7 @@ void CleanerStore::show(CleanerModule module) {
     state_->persistShownResults();
     state_->set(state_->activeModule, module, State::ActiveModule);
     state_->set(state_->latestReport, {}, State::Report);
+    state_->set(state_->actionFailure, {}, State::ActionFailure);
     state_->set(state_->scanProgress, 0.0, State::Progress);
     state_->set(state_->scanStage, {}, State::Stage);
     if (const auto cached = state_->cachedStates.find(module); cached != state_->cachedStates.end()) {
@@ -31,6 +32,7 @@ void CleanerStore::resetForLanguageChange() {
     }
     state_->cachedStates.clear();
     state_->set(state_->latestReport, {}, State::Report);
+    state_->set(state_->actionFailure, {}, State::ActionFailure);
     state_->set(state_->scanProgress, 0.0, State::Progress);
     state_->set(state_->scanStage, {}, State::Stage);
     state_->applyNotScannedState(state_->activeModule);
@@ -125,11 +127,14 @@ void CleanerStore::State::renewInSmartScan(const CachedModuleState& fresh, Clean
 void CleanerStore::State::cache(const ScanSnapshot& snapshot, CleanerModule scannedModule) {
     const bool isSmartScan = scannedModule == CleanerModule::smartScan;
     const CachedModuleState whole{snapshot, clock(), isSmartScan ? L::tr("智能扫描") : L::tr("单独扫描")};
-    cachedStates.insert_or_assign(scannedModule, whole);
     if (!isSmartScan) {
         renewInSmartScan(whole, scannedModule);
+        cachedStates.insert_or_assign(scannedModule, whole);
         return;
     }
+    CachedModuleState once = whole;
+    once.cleanupItems = countedOnce(std::move(once.cleanupItems));
+    cachedStates.insert_or_assign(scannedModule, std::move(once));
     for (const CleanerModule module : allCleanerModules) {
         if (module == CleanerModule::smartScan) {
             continue;

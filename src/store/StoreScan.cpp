@@ -26,6 +26,7 @@ void CleanerStore::scan(CleanerModule module, bool clearsReport) {
     state_->set(state_->isScanning, true, State::Scanning);
     if (clearsReport) {
         state_->set(state_->latestReport, {}, State::Report);
+        state_->set(state_->actionFailure, {}, State::ActionFailure);
     }
     state_->set(state_->scanProgress, 0.0, State::Progress);
     state_->set(state_->scanStage, L::tr("准备扫描..."), State::Stage);

@@ -35,6 +35,7 @@ struct CleanerStore::State {
         Status,
         LastScan,
         Report,
+        ActionFailure,
         FieldCount,
     };
 
@@ -54,6 +55,7 @@ struct CleanerStore::State {
     struct ActionOutcome {
         std::string message;
         std::optional<CleanupReport> report;
+        bool failed = false; ///< the message says why
     };
     using Action = std::function<ActionOutcome(CleanerService&)>;
 
@@ -97,7 +99,9 @@ struct CleanerStore::State {
     // Actions
     void startAction(const std::string& status, CleanerModule rescanned, const Action& action);
     void endAction(const ActionOutcome& outcome, CleanerModule rescanned);
-    void showQuitOutcome(const std::string& name, QuitOutcome outcome);
+    using Farewell = QuitOutcome (CleanerService::*)(const MemoryApp&);
+    void startFarewell(const MemoryApp& app, Farewell farewell);
+    void showQuitOutcome(const MemoryApp& app, QuitOutcome outcome);
     void refreshMemoryAfterAppChange();
 
     // Selection
@@ -120,11 +124,13 @@ struct CleanerStore::State {
     std::string statusMessage;
     std::string lastScanLabel;
     std::optional<CleanupReport> latestReport;
+    std::string actionFailure;
 
     std::map<CleanerModule, CachedModuleState> cachedStates;
     /// Grows with every scan and every invalidation; what carries an older number is stale.
     std::uint64_t scanGeneration = 0;
-    std::shared_ptr<CancelToken> scanToken; ///< of the running scan
+    std::shared_ptr<CancelToken> scanToken;  ///< of the running scan
+    std::shared_ptr<CancelToken> cleanToken; ///< of the running clean, or of the last one
     QTimer memoryRefresh;
     bool isShutDown = false;
 

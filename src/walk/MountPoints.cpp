@@ -36,14 +36,18 @@ std::string_view mountPointField(std::string_view line) {
 
 } // namespace
 
-std::unique_ptr<const MountPoints> MountPoints::parse(std::string_view mountinfo, std::string_view realRoot) {
+std::vector<std::string> mountPlaces(std::string_view mountinfo) {
     std::vector<std::string> places;
     while (!mountinfo.empty()) {
         const std::string_view line = mountinfo.substr(0, mountinfo.find('\n'));
         mountinfo.remove_prefix(std::min(line.size() + 1, mountinfo.size()));
         places.push_back(unescaped(mountPointField(line)));
     }
-    return among(places, realRoot);
+    return places;
+}
+
+std::unique_ptr<const MountPoints> MountPoints::parse(std::string_view mountinfo, std::string_view realRoot) {
+    return among(mountPlaces(mountinfo), realRoot);
 }
 
 std::unique_ptr<const MountPoints> MountPoints::among(const std::vector<std::string>& places,

@@ -11,6 +11,10 @@
 
 namespace vellmoor::walk {
 
+/// The paths of the mount points that the text of /proc/self/mountinfo names, in its order (see
+/// proc_pid_mountinfo(5)).
+std::vector<std::string> mountPlaces(std::string_view mountinfo);
+
 /// The mount points below a folder, as a tree of names: a node stands for a folder on the way to one, a leaf for
 /// the mount point itself. A walk carries the node of the folder it is in, so that no path is ever built.
 class MountPoints {

@@ -81,6 +81,7 @@ private:
     void work(unsigned number, Task task) noexcept;
 
     unsigned mostWorkers_;
+    const ThreadUrgency urgency_ = ThreadUrgency::ofThisThread(); ///< the caller's
     std::vector<std::thread> helpers_;
     std::mutex failureMutex_;
     std::exception_ptr failure_; ///< the first thing that a visitor threw
@@ -294,6 +295,9 @@ Outcome Walk::run(PlaceRef root) {
 
 void Walk::work(unsigned number, Task task) noexcept {
     const ThreadPolicy policy;
+    if (number != 0) {
+        urgency_.adopt();
+    }
     try {
         Worker(*this, number).run(std::move(task));
     } catch (...) {

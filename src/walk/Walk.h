@@ -88,7 +88,7 @@ enum class Outcome : std::uint8_t {
 /// whatever vanishes or whose facts cannot be read. On macOS names that begin with "._" do not exist, and a folder
 /// whose content lies in a cloud only is visited but not entered: no call of the walk fetches anything, nor does a
 /// visitor's. What a visitor throws ends the walk and is thrown again here.
-Outcome walk(const std::filesystem::path& root, const Options& options, Visitor& visitor);
+[[nodiscard]] Outcome walk(const std::filesystem::path& root, const Options& options, Visitor& visitor);
 
 /// The number of workers that walk() will use for `options`; at least 1.
 unsigned workerCount(const Options& options);

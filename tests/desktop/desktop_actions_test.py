@@ -9,6 +9,8 @@ from window import Window
 
 
 class DesktopActionsTest(DesktopTest):
+    over_test_system = True
+
     def open(self, **environment):
         self.program.set_environment(**environment)
         self.program.start()

@@ -7,19 +7,22 @@ import home
 import processes
 import program
 import session
+import system
 
 LIMIT = 240  # seconds; ctest waits longer, so that everything is put away
 
 
 class DesktopTest(unittest.TestCase):
     tray = False
+    over_test_system = False  # for what this machine's memory, processes and programs would change
 
     def setUp(self):
         signal.signal(signal.SIGALRM, self._give_up)
         signal.alarm(LIMIT)
         self.session = self.enterContext(session.Session(tray=self.tray))
         self.home = home.Home(self.session.home)
-        self.program = program.Program(self.session)
+        chosen = system.System(self.session.folder / "system") if self.over_test_system else None
+        self.program = program.Program(self.session, chosen)
 
     def tearDown(self):
         if self.program.process is not None:

@@ -11,6 +11,8 @@ OPERATED = {Role.PUSH_BUTTON, Role.CHECK_BOX, Role.RADIO_BUTTON, Role.COMBO_BOX,
 
 
 class KeyboardTest(DesktopTest):
+    over_test_system = True
+
     def open(self, module):
         self.home.fill()
         self.program.start()

@@ -6,13 +6,16 @@ import accessibility
 import processes
 
 BINARY = os.environ.get("VELLMOOR_BINARY", "")
+BINARY_OVER_TEST_SYSTEM = os.environ.get("VELLMOOR_OVER_TEST_SYSTEM", "")
 EXPECTED_LINES = ("vellmoor: running as root; it cleans root's own home, not that of another user",)
 
 
 class Program:
-    def __init__(self, session, **environment):
-        if not os.access(BINARY, os.X_OK):
-            raise AssertionError(f"VELLMOOR_BINARY does not name a program: {BINARY!r}")
+    def __init__(self, session, system=None, **environment):
+        """Over that system; None: as it is installed, over this machine's."""
+        self._binary = BINARY if system is None else BINARY_OVER_TEST_SYSTEM
+        if not os.access(self._binary, os.X_OK):
+            raise AssertionError(f"not a program: {self._binary!r} (ctest names it)")
         self._session = session
         self._environment = dict(session.environment)
         self._environment.update({
@@ -25,6 +28,8 @@ class Program:
             "ASAN_OPTIONS": "detect_leaks=0",
             "UBSAN_OPTIONS": "print_stacktrace=1:halt_on_error=1",
         })
+        if system is not None:
+            self._environment["VELLMOOR_TEST_SYSTEM"] = str(system.folder)
         self._environment.update(environment)
         self.process = None
         self.window = 0
@@ -57,7 +62,7 @@ class Program:
 
     def _start(self, log):
         with open(self._session.folder / "logs" / log, "wb") as output:
-            return processes.start([BINARY], self._environment, stdout=output, stderr=output)
+            return processes.start([self._binary], self._environment, stdout=output, stderr=output)
 
     def start_again(self):
         """The exit status of a second start, and what it printed."""

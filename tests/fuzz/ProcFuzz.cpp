@@ -1,5 +1,6 @@
 // The files of /proc/PID and a zram device's mm_stat: other users' programs choose parts of them.
 #include "Fuzz.h"
+#include "ProcessLine.h"
 #include "memory/MemoryText.h"
 #include "processes/ControlGroups.h"
 
@@ -35,6 +36,10 @@ void readNames(const std::string& text) {
     const std::optional<std::string_view> parent = statusValue(text, "PPid:");
     FUZZ_EXPECT(!parent || trimmed(*parent) == *parent);
     (void)environmentValue(text, "APPIMAGE");
+    (void)effectiveUser(text);
+    const std::optional<ProcessLine> line = parseProcessLine("42 (" + text + ") S 7 1 1 34816");
+    FUZZ_EXPECT(!line || line->pid == 42);
+    (void)parseProcessLine(text);
     const std::string before = std::string("NAME=1") + '\0' + text;
     FUZZ_EXPECT(environmentValue(before, "NAME") == std::string_view("1"));
 }

@@ -28,13 +28,16 @@ public:
     [[nodiscard]] std::vector<Ended> ended() const;
 
     ScanSnapshot scan(CleanerModule module, const ProgressCallback& progress, const CancelToken& token) override;
-    CleanupReport clean(const std::vector<CleanupItem>& items) override { return engine_->clean(items); }
+    CleanupReport clean(const std::vector<CleanupItem>& items, const CancelToken& stop) override {
+        return engine_->clean(items, stop);
+    }
     StartupActionResult disableStartupItem(const StartupItem& item) override {
         return engine_->disableStartupItem(item);
     }
     StartupActionResult enableStartupItem(const StartupItem& item) override { return engine_->enableStartupItem(item); }
     std::vector<PermissionHint> permissionHints() override { return engine_->permissionHints(); }
     QuitOutcome requestQuit(const MemoryApp& app) override { return engine_->requestQuit(app); }
+    QuitOutcome endApplication(const MemoryApp& app) override { return engine_->endApplication(app); }
 
 private:
     void pass(double fraction);

@@ -260,6 +260,8 @@ TEST_P(KeyboardJourney, AnApplicationIsAskedToQuit) {
     tabTo(QStringLiteral("memoryApp.0.quit"));
     press(Qt::Key_Space);
     accept(QStringLiteral("confirmQuit"));
+    waitFor("the second question", [&] { return isShown(QStringLiteral("confirmEnd.accept")); });
+    accept(QStringLiteral("confirmEnd"));
     waitFor("the application to end", [&] { return !app.runs(); });
     EXPECT_TRUE(app.endedByItself());
 }

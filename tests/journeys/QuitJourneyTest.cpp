@@ -40,11 +40,17 @@ protected:
 };
 IN_BOTH_LANGUAGES(QuitJourney);
 
-TEST_P(QuitJourney, TheApplicationIsAskedAndEndsByItself) {
+// The application has neither a window nor a name on the bus: there is no way to ask it.
+
+TEST_P(QuitJourney, AnApplicationThatCannotBeAskedIsEndedAfterASecondQuestion) {
     const RunningApp app;
     openPage(app);
     click(QStringLiteral("memoryApp.0.quit"));
     click(QStringLiteral("confirmQuit.accept"));
+    waitFor("the second question", [&] { return isShown(QStringLiteral("confirmEnd.accept")); });
+    EXPECT_EQ(textOf(QStringLiteral("confirmEnd.message")), tr("%@ 只能被结束，未保存的内容会丢失。", "Sleeper"));
+    EXPECT_EQ(RunningApp::note(), "ready\n") << "it was signalled before the user agreed";
+    click(QStringLiteral("confirmEnd.accept"));
     waitFor("the application to end", [&] { return !app.runs(); });
     EXPECT_TRUE(app.endedByItself());
     EXPECT_EQ(RunningApp::note(), "ready\nasked\n");
@@ -63,11 +69,25 @@ TEST_P(QuitJourney, CancellingTheQuestionAsksNobody) {
     EXPECT_EQ(RunningApp::note(), "ready\n");
 }
 
+TEST_P(QuitJourney, CancellingTheSecondQuestionEndsNobody) {
+    const RunningApp app;
+    openPage(app);
+    click(QStringLiteral("memoryApp.0.quit"));
+    click(QStringLiteral("confirmQuit.accept"));
+    waitFor("the second question", [&] { return isShown(QStringLiteral("confirmEnd.cancel")); });
+    click(QStringLiteral("confirmEnd.cancel"));
+    scan();
+    EXPECT_TRUE(app.runs());
+    EXPECT_EQ(RunningApp::note(), "ready\n");
+}
+
 TEST_P(QuitJourney, AnApplicationThatDoesNotWantToEndIsNeverKilled) {
     const RunningApp app({QStringLiteral("stubborn")});
     openPage(app);
     click(QStringLiteral("memoryApp.0.quit"));
     click(QStringLiteral("confirmQuit.accept"));
+    waitFor("the second question", [&] { return isShown(QStringLiteral("confirmEnd.accept")); });
+    click(QStringLiteral("confirmEnd.accept"));
     waitFor("the answer", [&] { return wasSaid("%@ 未响应退出请求，可在活动监视器中结束。"); });
     EXPECT_TRUE(app.runs());
     EXPECT_EQ(RunningApp::note(), "ready\nasked\n");
@@ -80,6 +100,29 @@ TEST_P(QuitJourney, AnApplicationThatEndedMeanwhileIsSaidToBeGone) {
     click(QStringLiteral("memoryApp.0.quit"));
     click(QStringLiteral("confirmQuit.accept"));
     waitFor("the answer", [&] { return wasSaid("%@ 当前未运行。"); });
+}
+
+TEST_P(QuitJourney, TheQuestionGoesAwayWhenItsApplicationEndsAndTheListIsReadAgain) {
+    auto app = std::make_unique<RunningApp>();
+    openPage(*app);
+    click(QStringLiteral("memoryApp.0.quit"));
+    app.reset();
+    store->scan(CleanerModule::memoryOptimization, false);
+    waitFor("the question to go away", [&] { return !isShown(QStringLiteral("confirmQuit.accept")); });
+    EXPECT_TRUE(wasSaid("%@ 已不在列表中。"));
+}
+
+TEST_P(QuitJourney, TheQuestionIsNotAboutTheSameProgramStartedAnew) {
+    auto app = std::make_unique<RunningApp>();
+    openPage(*app);
+    click(QStringLiteral("memoryApp.0.quit"));
+    app.reset();
+    const RunningApp anew;
+    anew.list();
+    store->scan(CleanerModule::memoryOptimization, false);
+    waitFor("the question to go away", [&] { return !isShown(QStringLiteral("confirmQuit.accept")); });
+    EXPECT_EQ(store->memoryApps().size(), 1U);
+    EXPECT_TRUE(anew.runs());
 }
 
 } // namespace

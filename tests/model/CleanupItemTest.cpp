@@ -46,6 +46,18 @@ TEST(CleanupItem, KeepsItsIdentityWhenCopied) {
     EXPECT_EQ(copy.targets.front().id, item.targets.front().id);
 }
 
+TEST(CleanupItem, ASizeThatMayBeMoreSaysSo) {
+    const LanguageScope english(AppLanguage::english);
+    CleanupItem item = itemOf({target("a", 2000, 1)});
+    item.bytes = 2000;
+    EXPECT_EQ(item.sizeText(), "2 KB");
+    EXPECT_EQ(item.targets.front().sizeText(), "2 KB");
+    item.isAtLeast = true;
+    item.targets.front().isAtLeast = true;
+    EXPECT_EQ(item.sizeText(), "at least 2 KB");
+    EXPECT_EQ(item.targets.front().sizeText(), "at least 2 KB");
+}
+
 TEST(CleanupItem, SelectedBytesAreThoseOfTheTickedTargets) {
     EXPECT_EQ(itemOf({target("a", 10, 1), target("b", 20, 1, false), target("c", 40, 1)}).selectedBytes(), 50);
 }

@@ -21,7 +21,7 @@ TEST(Sameness, AnyDifferenceMakesAnotherFile) {
     EXPECT_FALSE(isSame(shown, with([](FileIdentity& i) { i.inode = 9; }), Sameness::Content));
     EXPECT_FALSE(isSame(shown, with([](FileIdentity& i) { i.kind = FileKind::Link; }), Sameness::Content));
     EXPECT_FALSE(isSame(shown, with([](FileIdentity& i) { i.length = 9; }), Sameness::Content));
-    EXPECT_FALSE(isSame(shown, with([](FileIdentity& i) { i.modified += 1ns; }), Sameness::Content));
+    EXPECT_FALSE(isSame(shown, with([](FileIdentity& i) { i.modified += 1us; }), Sameness::Content));
 }
 
 TEST(Sameness, AFolderStaysTheSameWhenSomethingInItChanges) {

@@ -251,7 +251,7 @@ TEST(Lookup, TranslatesALinuxTextThatReplacesNothing) {
 TEST(Lookup, FormatsTheLinuxWording) {
     const LanguageScope english(AppLanguage::english, TextSet::Linux);
     EXPECT_EQ(L::tr("%@ 未响应退出请求，可在活动监视器中结束。", "Editor"),
-              "Editor did not respond to the quit request. You can quit it in System Monitor.");
+              "Editor did not respond to the quit request. It may be waiting for you.");
 }
 
 TEST(Lookup, AnswersWholeTextsWhileTheLanguageChanges) {

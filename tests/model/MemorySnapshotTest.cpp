@@ -23,6 +23,54 @@ TEST(MemorySnapshot, IsAllZeroAtFirst) {
               0);
 }
 
+TEST(MemorySnapshot, HoldsFileCachesInWhatIsFreeButNotUnused) {
+    MemorySnapshot snapshot = memory(100, 30);
+    snapshot.unusedBytes = 10;
+    EXPECT_EQ(snapshot.fileCacheBytes(), 20);
+    snapshot.unusedBytes = 31;
+    EXPECT_EQ(snapshot.fileCacheBytes(), 0);
+}
+
+MemoryApp application(std::vector<std::int32_t> pids, std::vector<std::uint64_t> starts) {
+    MemoryApp app;
+    app.id = "/usr/share/applications/editor.desktop";
+    app.bundleIdentifier = "editor";
+    app.pids = std::move(pids);
+    app.starts = std::move(starts);
+    return app;
+}
+
+TEST(MemoryApp, IsStillTheSameWhileOneOfItsProcessesIs) {
+    const MemoryApp shown = application({10, 11}, {500, 501});
+    EXPECT_TRUE(shown.isStill(application({11, 12}, {501, 900})));
+    EXPECT_TRUE(shown.isStill(shown));
+}
+
+TEST(MemoryApp, IsAnotherOneOnceItWasStartedAnew) {
+    const MemoryApp shown = application({10, 11}, {500, 501});
+    EXPECT_FALSE(shown.isStill(application({12}, {900})));
+    EXPECT_FALSE(shown.isStill(application({10}, {900}))); // the number was used again
+    EXPECT_FALSE(shown.isStill(application({}, {})));
+}
+
+TEST(MemoryApp, IsAnotherOneUnderAnotherNameOrIdentifier) {
+    const MemoryApp shown = application({10}, {500});
+    MemoryApp other = shown;
+    other.id = "/usr/share/applications/player.desktop";
+    EXPECT_FALSE(shown.isStill(other));
+    other = shown;
+    other.bundleIdentifier = "player"; // two programs of one interpreter
+    EXPECT_FALSE(shown.isStill(other));
+}
+
+TEST(MemoryApp, KeepsTheProcessesThatTheLaterRecordHasToo) {
+    const MemoryApp shown = application({10, 11, 12}, {500, 501, 502});
+    const MemoryApp both = shown.withProcessesOf(application({12, 11, 13}, {502, 900, 503}));
+    EXPECT_EQ(both.id, shown.id);
+    EXPECT_EQ(both.pids, std::vector<std::int32_t>{12});
+    EXPECT_EQ(both.starts, std::vector<std::uint64_t>{502});
+}
+
 TEST(MemorySnapshot, UsesTotalMinusFree) {
     EXPECT_EQ(memory(100, 30).usedBytes(), 70);
 }

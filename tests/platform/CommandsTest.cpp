@@ -97,6 +97,16 @@ TEST_F(Commands, TheToolInheritsTheEnvironment) {
     ::unsetenv("VELLMOOR_TEST_VALUE");
 }
 
+TEST_F(Commands, AToolSpeaksEnglishWhenItIsToBeUnderstood) {
+    ::setenv("LC_ALL", "zh_CN.UTF-8", 1);
+    ::setenv("VELLMOOR_TEST_VALUE", "handed down", 1);
+    const Path speaking = tool("printf '%s, %s' \"$LC_ALL\" \"$VELLMOOR_TEST_VALUE\"");
+    EXPECT_EQ(platform_.untranslatedResult(speaking, {}).output, "C, handed down");
+    EXPECT_EQ(platform_.commandResult(speaking, {}).output, "zh_CN.UTF-8, handed down");
+    ::unsetenv("VELLMOOR_TEST_VALUE");
+    ::unsetenv("LC_ALL");
+}
+
 TEST_F(Commands, NoDescriptorIsLeftOpenHereOrGivenToTheTool) {
     const std::size_t before = platform_.entries("/proc/self/fd")->size();
     for (int run = 0; run < 20; ++run) {

@@ -80,15 +80,8 @@ TEST(TrashMounts, KeepTheSystemsOrderAndAreNamedAfterTheirFolder) {
     EXPECT_THAT(volumes, ElementsAre(Field(&Volume::name, "Zeta"), Field(&Volume::name, "disk")));
 }
 
-TEST(MountPoints, AreReadWithTheirEscapes) {
-    const std::string mountinfo = "22 1 8:1 / / rw - ext4 /dev/sda1 rw\n"
-                                  "30 22 8:2 /sub /media/My\\040Stick\\134x rw,nosuid shared:1 - vfat /dev/sdb1 rw\n";
-    EXPECT_TRUE(isMountedAt(mountinfo, "/"));
-    EXPECT_TRUE(isMountedAt(mountinfo, "/media/My Stick\\x"));
-    EXPECT_FALSE(isMountedAt(mountinfo, "/sub"));
-    EXPECT_FALSE(isMountedAt(mountinfo, "/media"));
-    EXPECT_FALSE(isMountedAt("", "/"));
-    EXPECT_FALSE(isMountedAt("cut off\n", "/"));
+bool isMountPoint(const Path& path) {
+    return LinuxPlatform().isMountPoint(path);
 }
 
 TEST(MountPoints, TheKernelsOwnAreKnown) {
@@ -119,6 +112,23 @@ TEST(MountPoints, ASecondPlaceOfTheSameDiskIsOne) {
     VELLMOOR_NEEDS_MOUNT(mount);
     EXPECT_TRUE(isMountPoint(folder / "there"));
     EXPECT_FALSE(isMountPoint(folder / "here"));
+}
+
+TEST(MountTables, TellWhatIsMountedAtAndBelowAPathAndOnWhatItLies) {
+    const test::TemporaryFolder folder;
+    folder.folder("a/b/disk/inner");
+    folder.folder("a/b/disk2");
+    MountTable table;
+    EXPECT_FALSE(table.holdsMount(folder / "a"));
+    const ScopedMount mount = ScopedMount::memory(folder / "a/b/disk");
+    VELLMOOR_NEEDS_MOUNT(mount);
+    EXPECT_TRUE(table.holdsMount(folder / "a")); // the table notices by itself
+    EXPECT_TRUE(table.holdsMount(folder / "a/b/disk"));
+    EXPECT_FALSE(table.holdsMount(folder / "a/b/disk2"));
+    EXPECT_FALSE(table.holdsMount(folder / "a/b/disk/inner"));
+    EXPECT_FALSE(table.holdsMount(folder / "a/b/dis"));
+    EXPECT_EQ(table.mountOf(folder / "a/b/disk/inner"), folder / "a/b/disk");
+    EXPECT_NE(table.mountOf(folder / "a/b"), folder / "a/b/disk");
 }
 
 TEST(MountedVolumes, MemoryIsSystemInternalAndNoVolume) {

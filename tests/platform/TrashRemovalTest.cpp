@@ -1,14 +1,16 @@
-#include "TrashRemoval.h"
-
+#include "Descriptor.h"
 #include "LinuxPlatform.h"
 #include "ScopedMount.h"
 #include "ScopedUnprivileged.h"
 #include "TemporaryFolder.h"
+#include "TrashHelp.h"
+#include "TrashNotes.h"
 
 #include <gmock/gmock.h>
 
 #include <fcntl.h>
 #include <fstream>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -54,14 +56,18 @@ protected:
         folder_.folder("Trash/info");
     }
 
-    Outcome remove(const Path& name) { return platform_.removeFromTrash(trash_.contents / name, trash_); }
+    Removal removal(const Path& path, const TrashFolder& trash) {
+        return test::removeFromTrash(platform_, test::requestFor(platform_, path), trash);
+    }
+    Removal removal(const Path& name) { return removal(trash_.contents / name, trash_); }
+    bool remove(const Path& name) { return removal(name).result == RemovalResult::Done; }
     Path note(const std::string& name) { return folder_.text("Trash/info/" + name + ".trashinfo", "[Trash Info]\n"); }
     [[nodiscard]] bool isIn(const Path& name) const { return platform_.exists(trash_.contents / name); }
     void makeDeep(int depth, unsigned mode) const;
 
     TemporaryFolder folder_;
     LinuxPlatform platform_;
-    TrashFolder trash_{folder_ / "Trash", folder_ / "Trash/files"};
+    TrashFolder trash_{folder_ / "Trash", folder_ / "Trash/files", folder_.path()};
 };
 
 // Too deep for one path: made from inside.
@@ -153,7 +159,7 @@ TEST_F(TrashRemoval, AFailureTellsItsCauseAndKeepsTheNote) {
     ASSERT_EQ(::chown((trash_.contents / "item/foreign").c_str(), somebodyElse, somebodyElse), 0);
     const Path itsNote = note("item");
     const ScopedUnprivileged unprivileged;
-    EXPECT_EQ(remove("item").error(), "Permission denied");
+    EXPECT_EQ(removal("item").reason, "Permission denied");
     EXPECT_TRUE(isIn("item/foreign/file"));
     EXPECT_TRUE(platform_.exists(itsNote));
 }
@@ -176,7 +182,7 @@ TEST_F(TrashRemoval, AForeignFoldersModeIsNotTouched) {
 
 TEST_F(TrashRemoval, ATreeTwoThousandDeepGoesWithFewDescriptors) {
     makeDeep(2100, 0755);
-    const FewDescriptors few(12);
+    const FewDescriptors few(18); // a dozen for the tree, the others for the Trash folder itself
     EXPECT_TRUE(remove("deep folder"));
     EXPECT_FALSE(isIn("deep folder"));
 }
@@ -184,7 +190,7 @@ TEST_F(TrashRemoval, ATreeTwoThousandDeepGoesWithFewDescriptors) {
 TEST_F(TrashRemoval, ADeepTreeOfReadOnlyFoldersGoes) {
     makeDeep(200, 0500);
     const ScopedUnprivileged unprivileged;
-    const FewDescriptors few(12);
+    const FewDescriptors few(18); // a dozen for the tree, the others for the Trash folder itself
     EXPECT_TRUE(remove("deep folder"));
     EXPECT_FALSE(isIn("deep folder"));
 }
@@ -210,7 +216,7 @@ TEST_F(TrashRemoval, AnotherFileSystemBelowIsNotEntered) {
     const ScopedMount mount = ScopedMount::memory(inner);
     VELLMOOR_NEEDS_MOUNT(mount);
     ASSERT_TRUE(platform_.createFile(inner / "precious", "text"));
-    EXPECT_EQ(remove("item").error(), "Invalid cross-device link");
+    EXPECT_EQ(removal("item").result, RemovalResult::HoldsMount);
     EXPECT_EQ(contentOf(inner / "precious"), "text");
 }
 
@@ -219,7 +225,7 @@ TEST_F(TrashRemoval, AFolderOfTheSameDiskMountedBelowIsNotEntered) {
     const Path inner = folder_.folder("Trash/files/item/inner");
     const ScopedMount mount = ScopedMount::bind(folder_ / "mine", inner);
     VELLMOOR_NEEDS_MOUNT(mount);
-    EXPECT_EQ(remove("item").error(), "Invalid cross-device link");
+    EXPECT_EQ(removal("item").result, RemovalResult::HoldsMount);
     EXPECT_EQ(contentOf(folder_ / "mine/precious"), "text");
 }
 
@@ -236,14 +242,14 @@ TEST_F(TrashRemoval, AReadOnlyFileSystemKeepsItemAndNote) {
     const Path volume = folder_.folder("volume");
     ScopedMount mount = ScopedMount::memory(volume);
     VELLMOOR_NEEDS_MOUNT(mount);
-    const TrashFolder trash{volume / ".Trash-0", volume / ".Trash-0/files"};
+    const TrashFolder trash{volume / ".Trash-0", volume / ".Trash-0/files", volume};
     ASSERT_TRUE(platform_.createFolder(trash.contents));
     ASSERT_TRUE(platform_.createFolder(trash.folder / "info"));
     ASSERT_TRUE(platform_.createFile(trash.contents / "item", "text"));
     ASSERT_TRUE(platform_.createFile(trash.folder / "info/item.trashinfo", "note"));
     mount.makeReadOnly();
     VELLMOOR_NEEDS_MOUNT(mount);
-    EXPECT_EQ(platform_.removeFromTrash(trash.contents / "item", trash).error(), "Read-only file system");
+    EXPECT_EQ(removal(trash.contents / "item", trash).result, RemovalResult::ReadOnly);
     EXPECT_EQ(contentOf(trash.contents / "item"), "text");
     EXPECT_EQ(contentOf(trash.folder / "info/item.trashinfo"), "note");
 }
@@ -252,14 +258,14 @@ TEST_F(TrashRemoval, OnlyWhatLiesBelowTheContentsIsRemoved) {
     folder_.file("mine/file");
     folder_.file("Trash/filesystem/file");
     const Path itsNote = note("x");
-    EXPECT_FALSE(platform_.removeFromTrash(folder_ / "mine/file", trash_));
-    EXPECT_FALSE(platform_.removeFromTrash(trash_.contents, trash_));
-    EXPECT_FALSE(platform_.removeFromTrash(trash_.contents / "", trash_));
-    EXPECT_FALSE(platform_.removeFromTrash(trash_.contents / "..", trash_));
-    EXPECT_FALSE(platform_.removeFromTrash(trash_.contents / "../info/x.trashinfo", trash_));
-    EXPECT_FALSE(platform_.removeFromTrash(folder_ / "Trash/filesystem/file", trash_));
-    EXPECT_FALSE(platform_.removeFromTrash("item", trash_));
-    EXPECT_FALSE(platform_.removeFromTrash("", trash_));
+    EXPECT_NE(removal(folder_ / "mine/file", trash_).result, RemovalResult::Done);
+    EXPECT_NE(removal(trash_.contents, trash_).result, RemovalResult::Done);
+    EXPECT_NE(removal(trash_.contents / "", trash_).result, RemovalResult::Done);
+    EXPECT_NE(removal(trash_.contents / "..", trash_).result, RemovalResult::Done);
+    EXPECT_NE(removal(trash_.contents / "../info/x.trashinfo", trash_).result, RemovalResult::Done);
+    EXPECT_NE(removal(folder_ / "Trash/filesystem/file", trash_).result, RemovalResult::Done);
+    EXPECT_NE(removal("item", trash_).result, RemovalResult::Done);
+    EXPECT_NE(removal("", trash_).result, RemovalResult::Done);
     EXPECT_TRUE(platform_.exists(folder_ / "mine/file"));
     EXPECT_TRUE(platform_.exists(folder_ / "Trash/filesystem/file"));
     EXPECT_TRUE(platform_.exists(itsNote));
@@ -270,8 +276,8 @@ TEST_F(TrashRemoval, AnItemIsNotReachedThroughALink) {
     folder_.link(folder_ / "mine", "Trash/files/link");
     EXPECT_FALSE(remove("link/file"));
     EXPECT_TRUE(platform_.exists(folder_ / "mine/file"));
-    const TrashFolder linked{folder_ / "other", folder_.link(folder_ / "mine", "other/files")};
-    EXPECT_FALSE(platform_.removeFromTrash(linked.contents / "file", linked));
+    const TrashFolder linked{folder_ / "other", folder_.link(folder_ / "mine", "other/files"), folder_.path()};
+    EXPECT_EQ(removal(linked.contents / "file", linked).reason, "Too many levels of symbolic links");
     EXPECT_TRUE(platform_.exists(folder_ / "mine/file"));
 }
 
@@ -293,19 +299,10 @@ TEST_F(TrashRemoval, ANameTooLongForANoteGoes) {
     EXPECT_FALSE(isIn(name));
 }
 
-TEST_F(TrashRemoval, AnItemThatIsGoneAlreadyIsNoFailure) {
+TEST_F(TrashRemoval, AnItemThatIsGoneAlreadyKeepsItsNoteForWhoeverTookIt) {
     const Path itsNote = note("gone");
-    EXPECT_TRUE(remove("gone"));
-    EXPECT_FALSE(platform_.exists(itsNote));
-}
-
-TEST_F(TrashRemoval, ATrashWithoutNotesLosesNothingButTheItem) {
-    folder_.file("home/.Trash/item");
-    folder_.file("home/.Trash/info/item.trashinfo");
-    const TrashFolder plain{folder_ / "home/.Trash", folder_ / "home/.Trash"};
-    EXPECT_TRUE(platform_.removeFromTrash(plain.contents / "item", plain));
-    EXPECT_FALSE(platform_.exists(plain.contents / "item"));
-    EXPECT_TRUE(platform_.exists(plain.contents / "info/item.trashinfo"));
+    EXPECT_EQ(removal("gone").result, RemovalResult::Vanished);
+    EXPECT_TRUE(platform_.exists(itsNote));
 }
 
 TEST_F(TrashRemoval, TheItemsLineLeavesTheListOfSizes) {
@@ -320,25 +317,142 @@ TEST_F(TrashRemoval, AListOfSizesThatCannotBeRewrittenIsNoFailure) {
     const Path volume = folder_.folder("volume");
     const ScopedMount mount = ScopedMount::memory(volume, "size=64k");
     VELLMOOR_NEEDS_MOUNT(mount);
-    const TrashFolder trash{volume / ".Trash-0", volume / ".Trash-0/files"};
+    const TrashFolder trash{volume / ".Trash-0", volume / ".Trash-0/files", volume};
     ASSERT_TRUE(platform_.createFolder(trash.contents));
     ASSERT_TRUE(platform_.createFile(trash.contents / "item", ""));
     const std::string sizes = "1 1 item\n" + std::string(40'000, 'x') + "\n";
     ASSERT_TRUE(platform_.createFile(trash.folder / "directorysizes", sizes));
     ASSERT_TRUE(platform_.createFile(volume / "filler", std::string(20'000, 'x')));
-    EXPECT_TRUE(platform_.removeFromTrash(trash.contents / "item", trash));
+    EXPECT_EQ(removal(trash.contents / "item", trash).result, RemovalResult::Done);
     EXPECT_FALSE(platform_.exists(trash.contents / "item"));
     EXPECT_EQ(contentOf(trash.folder / "directorysizes"), sizes);
     EXPECT_EQ(platform_.entries(trash.folder)->size(), 2U) << "the temporary file stayed";
 }
 
+TEST_F(TrashRemoval, AnotherFileThanTheOneShownStays) {
+    const Path shown = folder_.text("Trash/files/report.odt", "the old one");
+    const RemovalRequest request = test::requestFor(platform_, shown);
+    std::filesystem::rename(shown, folder_ / "restored");
+    folder_.text("Trash/files/report.odt", "the new one");
+    const Path itsNote = note("report.odt");
+    EXPECT_EQ(test::removeFromTrash(platform_, request, trash_).result, RemovalResult::Changed);
+    EXPECT_EQ(contentOf(shown), "the new one");
+    EXPECT_TRUE(platform_.exists(itsNote));
+}
+
+TEST_F(TrashRemoval, ATrashThatIsSwappedWhileItIsEmptiedIsNotFollowedByItsPath) {
+    folder_.text("Trash/files/item", "shown");
+    folder_.text("precious/files/item", "precious");
+    folder_.folder("precious/info");
+    const auto session = platform_.trashSession({.home = trash_, .known = {trash_}, .volumeForms = {}, .anchors = {}});
+    const RemovalRequest request = test::requestFor(platform_, trash_.contents / "item");
+    std::filesystem::rename(trash_.folder, folder_ / "moved away");
+    std::filesystem::rename(folder_ / "precious", trash_.folder);
+    EXPECT_EQ(session->removeFromTrash(request, trash_).result, RemovalResult::Done);
+    EXPECT_EQ(contentOf(trash_.contents / "item"), "precious");
+    EXPECT_FALSE(platform_.exists(folder_ / "moved away/files/item"));
+}
+
+TEST_F(TrashRemoval, AClosedTrashGetsItsModeBack) {
+    folder_.file("Trash/files/item");
+    note("item");
+    folder_.setMode("Trash/info", 0500);
+    folder_.setMode("Trash/files", 0500);
+    {
+        const ScopedUnprivileged unprivileged;
+        const Removal done = removal("item");
+        EXPECT_EQ(done.result, RemovalResult::Done);
+        EXPECT_FALSE(done.noteRemains);
+    }
+    struct stat status{};
+    ::lstat(trash_.contents.c_str(), &status);
+    EXPECT_EQ(status.st_mode & 07777U, 0500U);
+    ::lstat((trash_.folder / "info").c_str(), &status);
+    EXPECT_EQ(status.st_mode & 07777U, 0500U);
+    EXPECT_TRUE(platform_.entries(trash_.folder / "info")->empty());
+}
+
+TEST_F(TrashRemoval, AnItemThatIsGoneWhileItsNoteStaysIsToldSo) {
+    if (::getuid() != 0) {
+        GTEST_SKIP() << "only root can make a folder that nobody can change";
+    }
+    folder_.file("Trash/files/item");
+    folder_.file("Trash/info/item.trashinfo/a folder in its place");
+    const Removal done = removal("item");
+    EXPECT_EQ(done.result, RemovalResult::Done);
+    EXPECT_TRUE(done.noteRemains);
+    EXPECT_FALSE(isIn("item"));
+}
+
+TEST_F(TrashRemoval, WhatIsLeftOfAnItemGoesBackWithItsNote) {
+    if (::getuid() != 0) {
+        GTEST_SKIP() << "only root can give files away";
+    }
+    folder_.file("Trash/files/item/mine");
+    folder_.file("Trash/files/item/foreign/file");
+    ASSERT_EQ(::chown((trash_.contents / "item/foreign").c_str(), somebodyElse, somebodyElse), 0);
+    const Path itsNote = note("item");
+    const ScopedUnprivileged unprivileged;
+    EXPECT_EQ(removal("item").result, RemovalResult::Failed);
+    EXPECT_TRUE(isIn("item/foreign/file"));
+    EXPECT_TRUE(platform_.exists(itsNote));
+    EXPECT_EQ(platform_.entries(trash_.folder)->size(), 2U) << "a folder of ours stayed";
+}
+
+TEST_F(TrashRemoval, WhatAKilledCleanLeftOnItsWayOutComesBack) {
+    folder_.text("Trash/expunged/vellmoor-1-1/item", "half");
+    folder_.text("Trash/.vellmoor-item-other", "half");
+    folder_.text("Trash/.vellmoor-sizes-1", "half");
+    folder_.file("Trash/expunged/123456/somebody else's");
+    note("item");
+    folder_.file("Trash/files/any");
+    EXPECT_TRUE(remove("any"));
+    EXPECT_EQ(contentOf(trash_.contents / "item"), "half");
+    EXPECT_EQ(contentOf(trash_.contents / "other"), "half");
+    EXPECT_FALSE(platform_.exists(trash_.folder / ".vellmoor-sizes-1"));
+    EXPECT_FALSE(platform_.exists(trash_.folder / "expunged/vellmoor-1-1"));
+    EXPECT_TRUE(platform_.exists(trash_.folder / "expunged/123456/somebody else's"));
+}
+
+TEST_F(TrashRemoval, WhatAnotherCleanHasInHandIsLeftToIt) {
+    const Path other = folder_.text("Trash/expunged/vellmoor-1-1/item", "in hand").parent_path();
+    const Descriptor held(::open(other.c_str(), O_RDONLY | O_DIRECTORY));
+    ASSERT_EQ(::flock(held.get(), LOCK_EX), 0);
+    folder_.file("Trash/files/any");
+    EXPECT_TRUE(remove("any"));
+    EXPECT_EQ(contentOf(other / "item"), "in hand");
+}
+
+TEST_F(TrashRemoval, AFullDiskIsEmptied) {
+    const Path volume = folder_.folder("volume");
+    const ScopedMount mount = ScopedMount::memory(volume, "size=1m,nr_inodes=8");
+    VELLMOOR_NEEDS_MOUNT(mount);
+    const TrashFolder trash{volume / ".Trash-0", volume / ".Trash-0/files", volume};
+    ASSERT_TRUE(platform_.createFolder(trash.contents));
+    for (int number = 0; platform_.createFile(trash.contents / std::to_string(number), "x"); ++number) {
+    }
+    EXPECT_FALSE(platform_.createFolder(volume / "one more"));
+    EXPECT_EQ(removal(trash.contents / "0", trash).result, RemovalResult::Done);
+    EXPECT_FALSE(platform_.exists(trash.contents / "0"));
+    EXPECT_TRUE(platform_.exists(trash.contents / "1"));
+}
+
+TEST_F(TrashRemoval, AListOfSizesThatIsALinkIsLeftAlone) {
+    folder_.file("Trash/files/item");
+    const Path mine = folder_.text("mine", "1 1 item\n");
+    folder_.link(mine, "Trash/directorysizes");
+    EXPECT_TRUE(remove("item"));
+    EXPECT_EQ(contentOf(mine), "1 1 item\n");
+    EXPECT_TRUE(platform_.facts(trash_.folder / "directorysizes")->isSymlink);
+}
+
 TEST(DirectorySizes, OnlyTheDecodedLastFieldIsCompared) {
-    EXPECT_EQ(withoutDirectorySize("1 2 a%41b\n", "aAb"), "");
-    EXPECT_EQ(withoutDirectorySize("1 2 a%4\n", "a%4"), "");
-    EXPECT_EQ(withoutDirectorySize("1 2 a%zz\n", "a%zz"), "");
-    EXPECT_EQ(withoutDirectorySize("a 2 b\n", "a"), "a 2 b\n");
-    EXPECT_EQ(withoutDirectorySize("garbage\n\n1 2 x", "x"), "garbage\n\n");
-    EXPECT_EQ(withoutDirectorySize("", "x"), "");
+    EXPECT_EQ(withoutDirectorySizes("1 2 a%41b\n", {"aAb"}), "");
+    EXPECT_EQ(withoutDirectorySizes("1 2 a%4\n", {"a%4"}), "");
+    EXPECT_EQ(withoutDirectorySizes("1 2 a%zz\n", {"a%zz"}), "");
+    EXPECT_EQ(withoutDirectorySizes("a 2 b\n", {"a"}), "a 2 b\n");
+    EXPECT_EQ(withoutDirectorySizes("garbage\n\n1 2 x", {"x", "y"}), "garbage\n\n");
+    EXPECT_EQ(withoutDirectorySizes("", {"x"}), "");
 }
 
 } // namespace

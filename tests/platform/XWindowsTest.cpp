@@ -91,6 +91,12 @@ public:
         sync();
         return made;
     }
+    void setClass(xcb_window_t window, const std::string& instance, const std::string& name) {
+        const std::string both = instance + '\0' + name + '\0';
+        xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8,
+                            static_cast<std::uint32_t>(both.size()), both.data());
+        sync();
+    }
     void setMachine(xcb_window_t window, const std::string& name) {
         xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_CLIENT_MACHINE, XCB_ATOM_STRING, 8,
                             static_cast<std::uint32_t>(name.size()), name.data());
@@ -150,6 +156,23 @@ TEST_F(XWindows, OfTheProcessesAreAskedToCloseAndNoOthers) {
 TEST_F(XWindows, OfAnotherMachineAreLeftAlone) {
     manager_->setMachine(manager_->window(ourPid), "some-other-machine");
     EXPECT_FALSE(requestClose({ourPid}));
+    EXPECT_THAT(manager_->closed(), ::testing::IsEmpty());
+}
+
+TEST_F(XWindows, AreFoundByTheirClassOrInstanceInAnyCase) {
+    const xcb_window_t byClass = manager_->window(ourPid);
+    const xcb_window_t byInstance = manager_->window(otherPid);
+    const xcb_window_t other = manager_->window(ourPid);
+    manager_->setClass(byClass, "Navigator", "Org.mozilla.firefox");
+    manager_->setClass(byInstance, "org.mozilla.firefox", "");
+    manager_->setClass(other, "org.mozilla", "org.mozilla.firefox2");
+    EXPECT_TRUE(requestClose("org.mozilla.Firefox"));
+    EXPECT_THAT(manager_->closed(), ::testing::ElementsAre(byClass, byInstance));
+}
+
+TEST_F(XWindows, NoClassFindsNoWindow) {
+    manager_->setClass(manager_->window(ourPid), "", "");
+    EXPECT_FALSE(requestClose(""));
     EXPECT_THAT(manager_->closed(), ::testing::IsEmpty());
 }
 

@@ -37,9 +37,21 @@ ScanSnapshot ScriptedCleanerService::scan(CleanerModule module, const ProgressCa
     return script ? script(module, progress, token) : ScanSnapshot();
 }
 
-CleanupReport ScriptedCleanerService::clean(const std::vector<CleanupItem>& items) {
+CleanupReport ScriptedCleanerService::clean(const std::vector<CleanupItem>& items, const CancelToken& stop) {
     const Clean script = noted(lock_, clean_, cleans_, items);
-    return script ? script(items) : CleanupReport();
+    const auto run = [this](const CancelToken* token) {
+        const std::scoped_lock guard(lock_);
+        stop_ = token;
+    };
+    run(&stop);
+    CleanupReport report = script ? script(items) : CleanupReport();
+    run(nullptr);
+    return report;
+}
+
+bool ScriptedCleanerService::isCleanStopped() const {
+    const std::scoped_lock guard(lock_);
+    return stop_ != nullptr && stop_->isCancelled();
 }
 
 StartupActionResult ScriptedCleanerService::disableStartupItem(const StartupItem& item) {
@@ -59,6 +71,11 @@ std::vector<PermissionHint> ScriptedCleanerService::permissionHints() {
 
 QuitOutcome ScriptedCleanerService::requestQuit(const MemoryApp& app) {
     const Quit script = noted(lock_, quit_, quits_, app);
+    return script ? script(app) : QuitOutcome::NotRunning;
+}
+
+QuitOutcome ScriptedCleanerService::endApplication(const MemoryApp& app) {
+    const Quit script = noted(lock_, end_, ends_, app);
     return script ? script(app) : QuitOutcome::NotRunning;
 }
 
@@ -85,6 +102,11 @@ void ScriptedCleanerService::onEnable(Startup script) {
 void ScriptedCleanerService::onQuit(Quit script) {
     const std::scoped_lock guard(lock_);
     quit_ = std::move(script);
+}
+
+void ScriptedCleanerService::onEnd(Quit script) {
+    const std::scoped_lock guard(lock_);
+    end_ = std::move(script);
 }
 
 void ScriptedCleanerService::setHints(std::vector<PermissionHint> hints) {
@@ -115,6 +137,11 @@ std::vector<StartupItem> ScriptedCleanerService::enables() const {
 std::vector<MemoryApp> ScriptedCleanerService::quits() const {
     const std::scoped_lock guard(lock_);
     return quits_;
+}
+
+std::vector<MemoryApp> ScriptedCleanerService::ends() const {
+    const std::scoped_lock guard(lock_);
+    return ends_;
 }
 
 } // namespace vellmoor

@@ -34,11 +34,15 @@ public:
     using Quit = std::function<QuitOutcome(const MemoryApp&)>;
 
     ScanSnapshot scan(CleanerModule module, const ProgressCallback& progress, const CancelToken& token) override;
-    CleanupReport clean(const std::vector<CleanupItem>& items) override;
+    CleanupReport clean(const std::vector<CleanupItem>& items, const CancelToken& stop) override;
     StartupActionResult disableStartupItem(const StartupItem& item) override;
     StartupActionResult enableStartupItem(const StartupItem& item) override;
     std::vector<PermissionHint> permissionHints() override;
     QuitOutcome requestQuit(const MemoryApp& app) override;
+    QuitOutcome endApplication(const MemoryApp& app) override;
+
+    /// Whether the clean that runs now was told to stop.
+    [[nodiscard]] bool isCleanStopped() const;
 
     // The script; read by the next call. Unset: an empty answer.
     void onScan(Scan script);
@@ -46,6 +50,7 @@ public:
     void onDisable(Startup script);
     void onEnable(Startup script);
     void onQuit(Quit script);
+    void onEnd(Quit script);
     void setHints(std::vector<PermissionHint> hints);
 
     // What was asked
@@ -54,6 +59,7 @@ public:
     [[nodiscard]] std::vector<StartupItem> disables() const;
     [[nodiscard]] std::vector<StartupItem> enables() const;
     [[nodiscard]] std::vector<MemoryApp> quits() const;
+    [[nodiscard]] std::vector<MemoryApp> ends() const;
 
 private:
     mutable std::mutex lock_;
@@ -62,12 +68,15 @@ private:
     Startup disable_;
     Startup enable_;
     Quit quit_;
+    Quit end_;
+    const CancelToken* stop_ = nullptr; ///< of the running clean
     std::vector<PermissionHint> hints_;
     std::vector<CleanerModule> scans_;
     std::vector<std::vector<CleanupItem>> cleans_;
     std::vector<StartupItem> disables_;
     std::vector<StartupItem> enables_;
     std::vector<MemoryApp> quits_;
+    std::vector<MemoryApp> ends_;
 };
 
 } // namespace vellmoor

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 
 #include <stdexcept>
+#include <thread>
 
 namespace vellmoor {
 namespace {
@@ -307,6 +308,42 @@ TEST_F(StoreActions, ALoginItemsResultIsShownWhetherItSucceededOrNot) {
     }
 }
 
+TEST_F(StoreActions, AFailedLoginItemChangeIsSaidAfterTheRescanToo) {
+    startGatedDisable({false, "Failed to disable Updater: Permission denied"})->open();
+    awaitEnd();
+    EXPECT_FALSE(store->isScanning());
+    EXPECT_EQ(store->actionFailure(), "Failed to disable Updater: Permission denied");
+}
+
+TEST_F(StoreActions, ALoginItemChangeThatRunsOutOfMemoryIsAFailure) {
+    service->onEnable([](const StartupItem&) -> StartupActionResult { throw std::runtime_error("out of memory"); });
+    store->setStartupItem(agent("Updater"), true);
+    awaitEnd();
+    EXPECT_EQ(store->actionFailure(), "out of memory");
+}
+
+TEST_F(StoreActions, AFailureIsGoneWhenTheUserGoesOn) {
+    const auto fail = [&] {
+        startGatedDisable({false, "No."})->open();
+        awaitEnd();
+        ASSERT_EQ(store->actionFailure(), "No.");
+    };
+    fail();
+    startGatedDisable({true, "Done."})->open();
+    awaitEnd();
+    EXPECT_EQ(store->actionFailure(), "");
+    fail();
+    store->show(CleanerModule::trash);
+    EXPECT_EQ(store->actionFailure(), "");
+    fail();
+    store->scan(CleanerModule::performance, true);
+    EXPECT_EQ(store->actionFailure(), "");
+    awaitEnd();
+    fail();
+    store->resetForLanguageChange();
+    EXPECT_EQ(store->actionFailure(), "");
+}
+
 TEST_F(StoreActions, ALoginItemChangeScansAndShowsPerformanceWhateverWasActive) {
     showTrash();
     answer(snapshotOf({row(CleanerModule::performance, "Agents", {1})}));
@@ -325,6 +362,35 @@ TEST_F(StoreActions, ALoginItemChangeKeepsTheRowsOfTheModuleThatWasShown) {
     store->show(CleanerModule::trash);
     EXPECT_THAT(titles(store->cleanupItems()), ElementsAre("Trash"));
     EXPECT_EQ(store->selectedBytes(CleanerModule::trash), 0);
+}
+
+TEST_F(StoreActions, ACleanIsToldWhenTheSessionEnds) {
+    showTrash();
+    service->onClean([this](const std::vector<CleanupItem>&) {
+        while (!service->isCleanStopped()) {
+            std::this_thread::yield();
+        }
+        return reportOf(1, 0, 10);
+    });
+    store->cleanSelected(CleanerModule::trash);
+    processUntil([this] { return !service->cleans().empty(); });
+    EXPECT_FALSE(service->isCleanStopped());
+    store->stopCleaning();
+    awaitEnd();
+    EXPECT_EQ(store->latestReport()->removedCount, 1);
+}
+
+TEST_F(StoreActions, AStopMeantForOneCleanDoesNotStopTheNext) {
+    showTrash();
+    store->stopCleaning(); // nothing runs
+    bool isStopped = true;
+    service->onClean([&](const std::vector<CleanupItem>&) {
+        isStopped = service->isCleanStopped();
+        return CleanupReport();
+    });
+    store->cleanSelected(CleanerModule::trash);
+    awaitEnd();
+    EXPECT_FALSE(isStopped);
 }
 
 class StoreQuit : public StoreActions {
@@ -360,14 +426,42 @@ TEST_F(StoreQuit, SaysThatThereWasNoResponse) {
               "Editor did not respond to the quit request. You can quit it in Activity Monitor.");
 }
 
-TEST_F(StoreQuit, NamesTheSystemMonitorOnLinux) {
+TEST_F(StoreQuit, SaysOnLinuxThatTheApplicationMayWait) {
     L::setTextSet(TextSet::Linux);
     EXPECT_EQ(statusAfter(QuitOutcome::NoResponse),
-              "Editor did not respond to the quit request. You can quit it in System Monitor.");
+              "Editor did not respond to the quit request. It may be waiting for you.");
 }
 
 TEST_F(StoreQuit, SaysThatTheApplicationDoesNotRun) {
     EXPECT_EQ(statusAfter(QuitOutcome::NotRunning), "Editor is not currently running.");
+}
+
+TEST_F(StoreQuit, OffersToEndWhatCannotBeAskedAndDoesNothingOfItself) {
+    service->onQuit([](const MemoryApp&) { return QuitOutcome::CannotAsk; });
+    std::vector<MemoryApp> offered;
+    QObject::connect(store.get(), &CleanerStore::endOffered, [&](const MemoryApp& app) { offered.push_back(app); });
+    MemoryApp editor = app("Editor");
+    editor.id = "/usr/share/applications/editor.desktop";
+    editor.pids = {10, 11};
+    editor.starts = {500, 501};
+    store->quitMemoryApp(editor);
+    processUntil([&] { return !offered.empty(); });
+    ASSERT_EQ(offered.size(), 1U);
+    EXPECT_EQ(offered.front().id, editor.id);
+    EXPECT_EQ(offered.front().pids, editor.pids);
+    EXPECT_EQ(offered.front().starts, editor.starts);
+    EXPECT_THAT(service->ends(), IsEmpty());
+}
+
+TEST_F(StoreQuit, EndsTheApplicationThatItIsTold) {
+    service->onEnd([](const MemoryApp&) { return QuitOutcome::Requested; });
+    const auto statuses = statusesFromNow();
+    store->endMemoryApp(app("Editor"));
+    processUntil([&] { return !statuses->empty(); });
+    EXPECT_EQ(statuses->front(), "Requested to quit Editor. Memory status will refresh shortly.");
+    ASSERT_EQ(service->ends().size(), 1U);
+    EXPECT_EQ(service->ends().front().name, "Editor");
+    EXPECT_THAT(service->quits(), IsEmpty());
 }
 
 TEST_F(StoreQuit, ReadsTheMemoryStateAgainOnTheMemoryPage) {

@@ -145,6 +145,21 @@ TEST_F(StoreModules, HaveEntriesForAllAfterASmartScan) {
     }
 }
 
+TEST_F(StoreModules, ASmartScanCountsEachPathOnceAndTheModulesKeepAllOfTheirs) {
+    ScanSnapshot snapshot = snapshotOf({row(CleanerModule::systemJunk, "Leftovers", {300}), largeFile("a.iso", 300),
+                                        row(CleanerModule::privacy, "Chrome Cache", {60, 5})});
+    snapshot.cleanupItems[1].targets[0].isCovered = true;
+    snapshot.cleanupItems[2].targets[0].isCovered = true;
+    scanned(CleanerModule::smartScan, snapshot);
+    ASSERT_EQ(store->cleanupItems().size(), 2U);
+    EXPECT_EQ(store->cleanupItems()[1].targets.size(), 1U);
+    EXPECT_EQ(store->cleanableBytes(CleanerModule::smartScan), 305);
+    store->show(CleanerModule::largeFiles);
+    EXPECT_EQ(store->cleanableBytes(CleanerModule::largeFiles), 300);
+    store->show(CleanerModule::privacy);
+    EXPECT_EQ(store->cleanableBytes(CleanerModule::privacy), 65);
+}
+
 TEST_F(StoreModules, ShowTheirOwnRowsOfASmartScanInOrder) {
     scanned(CleanerModule::smartScan, everything());
     store->show(CleanerModule::trash);

@@ -1,7 +1,9 @@
 #include "ScopedMount.h"
 
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
+#include <fstream>
 #include <sched.h>
 #include <sys/mount.h>
 #include <utility>
@@ -41,6 +43,21 @@ ScopedMount ScopedMount::bind(const std::filesystem::path& source, const std::fi
     made.note("unshare", enterNamespace());
     if (!made.refusal_) {
         made.note("mount", ::mount(source.c_str(), at.c_str(), nullptr, MS_BIND, nullptr));
+    }
+    return made;
+}
+
+ScopedMount ScopedMount::disk(const std::filesystem::path& image, const std::filesystem::path& at) {
+    ScopedMount made(at);
+    made.note("unshare", enterNamespace());
+    if (!made.refusal_) {
+        std::ofstream(image) << "";
+        std::filesystem::resize_file(image, 4 << 20);
+        const std::string tools = "PATH=$PATH:/sbin:/usr/sbin; mke2fs -q -F '" + image.string() +
+                                  "' && mount -o loop,nosuid '" + image.string() + "' '" + at.string() + "'";
+        if (std::system(tools.c_str()) != 0) {
+            made.refusal_ = "no disk could be made of a file";
+        }
     }
     return made;
 }

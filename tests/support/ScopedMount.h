@@ -15,6 +15,9 @@ public:
     /// `source` a second time at another place, on the same device.
     static ScopedMount bind(const std::filesystem::path& source, const std::filesystem::path& at);
 
+    /// A disk of its own, as a stick is one: ext2 in the file `image`, which is made. Needs a loop device.
+    static ScopedMount disk(const std::filesystem::path& image, const std::filesystem::path& at);
+
     ScopedMount(ScopedMount&& other) noexcept;
     ScopedMount(const ScopedMount&) = delete;
     ScopedMount& operator=(const ScopedMount&) = delete;

@@ -72,6 +72,11 @@ std::vector<Invocation> StandInPlatform::invocations() const {
     return invocations_;
 }
 
+bool StandInPlatform::ranUntranslated(const Path& tool) const {
+    const std::lock_guard lock(mutex_);
+    return untranslated_.contains(tool);
+}
+
 std::vector<Change> StandInPlatform::changes() const {
     const std::lock_guard lock(mutex_);
     return changes_;
@@ -82,11 +87,16 @@ std::vector<MemoryApp> StandInPlatform::quitRequests() const {
     return quitRequests_;
 }
 
+std::vector<MemoryApp> StandInPlatform::endedApps() const {
+    const std::lock_guard lock(mutex_);
+    return endedApps_;
+}
+
 TrashFolder StandInPlatform::homeTrash() const {
     if (system == System::Mac) {
-        return {home / ".Trash", home / ".Trash"};
+        return {home / ".Trash", home / ".Trash", home};
     }
-    return {home / ".local/share/Trash", home / ".local/share/Trash/files"};
+    return {home / ".local/share/Trash", home / ".local/share/Trash/files", home / ".local/share"};
 }
 
 // Facts
@@ -96,7 +106,10 @@ std::optional<FileFacts> StandInPlatform::facts(const Path& path) const {
 }
 
 bool StandInPlatform::exists(const Path& path) const {
-    return system == System::Mac ? existsFollowed(path) : hostPlatform().facts(path).has_value();
+    if (system == System::Mac) {
+        return existsFollowed(path);
+    }
+    return hostPlatform().facts(path) || hostPlatform().exists(path);
 }
 
 bool StandInPlatform::isReadable(const Path& path) const {
@@ -193,24 +206,16 @@ Outcome StandInPlatform::change(Operation operation, const Path& path, const std
 
 TrashFolder StandInPlatform::trashFor(const Path& path) const {
     for (const Volume& volume : volumes) {
-        if (volume.path == "/" || !isStrictlyBelow(lexicallyStandardized(path), volume.path)) {
-            continue;
+        if (volume.path != "/" && isStrictlyBelow(lexicallyStandardized(path), volume.path)) {
+            const Path folder = volume.path / ".Trashes" / std::to_string(user);
+            return {.folder = folder, .contents = folder, .anchor = volume.path};
         }
-        const std::string number = std::to_string(user);
-        if (system == System::Mac) {
-            return {volume.path / ".Trashes" / number, volume.path / ".Trashes" / number};
-        }
-        return {volume.path / (".Trash-" + number), volume.path / (".Trash-" + number) / "files"};
     }
     return homeTrash();
 }
 
-Outcome StandInPlatform::moveToTrash(const Path& path) const {
-    return change(Operation::MoveToTrash, path, [&] { return moveIntoTrash(system, path, trashFor(path)); });
-}
-
-Outcome StandInPlatform::removeFromTrash(const Path& path, const TrashFolder& trash) const {
-    return change(Operation::RemoveFromTrash, path, [&] { return hostPlatform().removeFromTrash(path, trash); });
+std::unique_ptr<TrashSession> StandInPlatform::trashSession(TrashPlaces places) const {
+    return std::make_unique<StandInTrashSession>(*this, std::move(places));
 }
 
 Outcome StandInPlatform::moveItem(const Path& from, const Path& to) const {
@@ -226,6 +231,10 @@ Outcome StandInPlatform::createFolder(const Path& folder) const {
 
 Outcome StandInPlatform::createFile(const Path& path, std::string_view contents) const {
     return change(Operation::CreateFile, path, [&] { return hostPlatform().createFile(path, contents); });
+}
+
+Outcome StandInPlatform::createLink(const Path& path, const Path& target) const {
+    return change(Operation::CreateLink, path, [&] { return hostPlatform().createLink(path, target); });
 }
 
 Outcome StandInPlatform::removeFile(const Path& path) const {
@@ -272,6 +281,12 @@ QuitOutcome StandInPlatform::requestQuit(const MemoryApp& app) const {
     return quitOutcome;
 }
 
+QuitOutcome StandInPlatform::endApplication(const MemoryApp& app) const {
+    const std::lock_guard lock(mutex_);
+    endedApps_.push_back(app);
+    return quitOutcome;
+}
+
 std::uint32_t StandInPlatform::userId() const {
     return user;
 }
@@ -301,6 +316,14 @@ CommandResult StandInPlatform::commandResult(const Path& tool, const std::vector
         result.output.clear();
     }
     return result;
+}
+
+CommandResult StandInPlatform::untranslatedResult(const Path& tool, const std::vector<std::string>& arguments) const {
+    {
+        const std::lock_guard lock(mutex_);
+        untranslated_.insert(tool);
+    }
+    return commandResult(tool, arguments);
 }
 
 std::optional<std::string> StandInPlatform::commandOutput(const Path& tool,

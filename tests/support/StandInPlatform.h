@@ -23,6 +23,7 @@ enum class Operation : std::uint8_t {
     MoveItem, ///< its path is the one moved from
     CreateFolder,
     CreateFile,
+    CreateLink,
     RemoveFile,
 };
 
@@ -80,8 +81,11 @@ public:
 
     // What happened
     [[nodiscard]] std::vector<Invocation> invocations() const;
+    /// Whether the tool was run with its messages in English.
+    [[nodiscard]] bool ranUntranslated(const Path& tool) const;
     [[nodiscard]] std::vector<Change> changes() const;
     [[nodiscard]] std::vector<MemoryApp> quitRequests() const;
+    [[nodiscard]] std::vector<MemoryApp> endedApps() const;
 
     /// The user's own Trash and where its items lie.
     [[nodiscard]] TrashFolder homeTrash() const;
@@ -99,11 +103,11 @@ public:
     [[nodiscard]] bool isMountPoint(const Path& path) const override;
     [[nodiscard]] bool isPackage(const Path& folder) const override;
 
-    [[nodiscard]] Outcome moveToTrash(const Path& path) const override;
-    [[nodiscard]] Outcome removeFromTrash(const Path& path, const TrashFolder& trash) const override;
+    [[nodiscard]] std::unique_ptr<TrashSession> trashSession(TrashPlaces places) const override;
     [[nodiscard]] Outcome moveItem(const Path& from, const Path& to) const override;
     [[nodiscard]] Outcome createFolder(const Path& folder) const override;
     [[nodiscard]] Outcome createFile(const Path& path, std::string_view contents) const override;
+    [[nodiscard]] Outcome createLink(const Path& path, const Path& target) const override;
     [[nodiscard]] Outcome removeFile(const Path& path) const override;
 
     [[nodiscard]] std::vector<Volume> mountedVolumes() const override;
@@ -116,11 +120,14 @@ public:
     [[nodiscard]] std::vector<RunningApplication> runningApplications() const override;
     [[nodiscard]] Path ownPath() const override;
     [[nodiscard]] QuitOutcome requestQuit(const MemoryApp& app) const override;
+    [[nodiscard]] QuitOutcome endApplication(const MemoryApp& app) const override;
 
     [[nodiscard]] std::optional<std::string> commandOutput(const Path& tool,
                                                            const std::vector<std::string>& arguments) const override;
     [[nodiscard]] CommandResult commandResult(const Path& tool,
                                               const std::vector<std::string>& arguments) const override;
+    [[nodiscard]] CommandResult untranslatedResult(const Path& tool,
+                                                   const std::vector<std::string>& arguments) const override;
 
     [[nodiscard]] std::uint32_t userId() const override;
     [[nodiscard]] std::int64_t physicalMemory() const override;
@@ -143,6 +150,7 @@ private:
     [[nodiscard]] Outcome change(Operation operation, const Path& path, const std::function<Outcome()>& deed) const;
     [[nodiscard]] bool mayChange(const Path& path) const;
     [[nodiscard]] TrashFolder trashFor(const Path& path) const;
+    friend class StandInTrashSession;
 
     std::vector<Failure> failures_;
     std::string laterReason_;
@@ -150,8 +158,10 @@ private:
     mutable std::mutex mutex_; // guards what follows
     mutable std::optional<std::size_t> changesLeft_;
     mutable std::vector<Invocation> invocations_;
+    mutable std::set<Path> untranslated_;
     mutable std::vector<Change> changes_;
     mutable std::vector<MemoryApp> quitRequests_;
+    mutable std::vector<MemoryApp> endedApps_;
 };
 
 } // namespace vellmoor::test

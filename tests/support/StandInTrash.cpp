@@ -1,13 +1,13 @@
 #include "StandInTrash.h"
 
 #include "Host.h"
+#include "Paths.h"
 
-#include <array>
-#include <cctype>
-#include <cstdio>
 #include <ctime>
 #include <iomanip>
 #include <sstream>
+#include <system_error>
+#include <utility>
 
 namespace vellmoor::test {
 namespace {
@@ -21,75 +21,103 @@ std::string localTime(const char* pattern) {
     return text.str();
 }
 
-std::string percentEncoded(const std::string& path) {
-    std::string out;
-    for (const char character : path) {
-        const auto byte = static_cast<unsigned char>(character);
-        if (byte < 0x80 && (std::isalnum(byte) != 0 || std::string_view("/-_.~").contains(character))) {
-            out += character;
-        } else {
-            std::array<char, 4> digits{};
-            std::snprintf(digits.data(), digits.size(), "%%%02X", byte);
-            out += digits.data();
-        }
-    }
-    return out;
-}
-
-// "name", then "name 10.23.45.ext" and "name 10.23.45 2.ext" (macOS) or "name.2.ext" (Linux).
-std::string candidate(System system, const Path& path, int attempt) {
-    const std::string stem = path.stem().string();
-    const std::string extension = path.extension().string();
+// "name", then "name 10.23.45.ext" and "name 10.23.45 2.ext".
+std::string candidate(const Path& path, int attempt) {
     if (attempt == 1) {
         return path.filename().string();
     }
-    if (system == System::Linux) {
-        return stem + "." + std::to_string(attempt) + extension;
-    }
     const std::string again = attempt == 2 ? "" : " " + std::to_string(attempt - 1);
-    return stem + " " + localTime("%H.%M.%S") + again + extension;
+    return path.stem().string() + " " + localTime("%H.%M.%S") + again + path.extension().string();
 }
 
-Path noteOf(const TrashFolder& trash, const std::string& name) {
-    return trash.folder / "info" / (name + ".trashinfo");
+Removal failure(std::string reason) {
+    return {.result = RemovalResult::Failed, .reason = std::move(reason), .place = {}};
 }
 
-bool isTaken(System system, const TrashFolder& trash, const std::string& name) {
-    const Platform& host = hostPlatform();
-    return host.facts(trash.contents / name) || (system == System::Linux && host.facts(noteOf(trash, name)));
+Removal plain(RemovalResult result) {
+    return {.result = result, .reason = "", .place = {}};
 }
 
-Outcome moveWithNote(System system, const Path& path, const TrashFolder& trash, const std::string& name) {
-    if (system == System::Mac) {
-        return hostPlatform().moveItem(path, trash.contents / name);
+std::optional<RemovalResult> objection(const RemovalRequest& request, const Path& place) {
+    const std::optional<FileIdentity> found = hostPlatform().identity(place);
+    if (!found) {
+        return hostPlatform().exists(place) ? RemovalResult::Failed : RemovalResult::Vanished;
     }
-    const Path note = noteOf(trash, name);
-    const std::string text = "[Trash Info]\nPath=" + percentEncoded(path.string()) +
-                             "\nDeletionDate=" + localTime("%Y-%m-%dT%H:%M:%S") + "\n";
-    if (const Outcome written = hostPlatform().createFile(note, text); !written) {
-        return written;
+    const bool isSameFile = !request.identity || isSame(*request.identity, *found, request.sameness);
+    return isSameFile ? std::nullopt : std::optional(RemovalResult::Changed);
+}
+
+Removal moveIntoFolder(const RemovalRequest& request, const Path& folder) {
+    if (const auto result = objection(request, request.path)) {
+        return plain(*result);
     }
-    const Outcome moved = hostPlatform().moveItem(path, trash.contents / name);
-    if (!moved) {
-        (void)hostPlatform().removeFile(note); // the first cause is the one to tell
+    if (const Outcome made = hostPlatform().createFolder(folder); !made) {
+        return failure(made.error());
     }
-    return moved;
+    for (int attempt = 1;; ++attempt) {
+        const Path place = folder / candidate(request.path, attempt);
+        const Outcome moved = hostPlatform().moveItem(request.path, place);
+        if (!moved && hostPlatform().exists(place) && attempt < 1000) {
+            continue;
+        }
+        if (!moved) {
+            return failure(moved.error());
+        }
+        if (const auto result = objection(request, place)) {
+            (void)hostPlatform().moveItem(place, request.path); // the next look shows where it is
+            return plain(*result);
+        }
+        return {.result = RemovalResult::Done, .reason = "", .place = place};
+    }
+}
+
+// Nothing but what really lies below the Trash folder.
+Removal removeFromFolder(const RemovalRequest& request, const Path& folder) {
+    const std::optional<Path> place = hostPlatform().realPlace(request.path);
+    const std::optional<Path> real = hostPlatform().realPath(folder);
+    if (!place || !real || !isStrictlyBelow(*place, *real)) {
+        return failure(std::generic_category().message(EPERM));
+    }
+    if (const auto result = objection(request, request.path)) {
+        return plain(*result);
+    }
+    std::error_code error;
+    std::filesystem::remove_all(*place, error);
+    return error ? failure(error.message()) : Removal{};
 }
 
 } // namespace
 
-Outcome moveIntoTrash(System system, const Path& path, const TrashFolder& trash) {
-    for (const Path& folder : {trash.contents, system == System::Linux ? trash.folder / "info" : trash.contents}) {
-        if (const Outcome made = hostPlatform().createFolder(folder); !made) {
-            return made;
-        }
-    }
-    for (int attempt = 1;; ++attempt) {
-        const std::string name = candidate(system, path, attempt);
-        const Outcome moved = moveWithNote(system, path, trash, name);
-        if (moved || !isTaken(system, trash, name) || attempt == 1000) {
-            return moved;
-        }
+StandInTrashSession::StandInTrashSession(const StandInPlatform& platform, TrashPlaces places)
+    : platform_(platform),
+      host_(platform.system == System::Linux ? hostPlatform().trashSession(std::move(places)) : nullptr) {}
+
+Removal StandInTrashSession::scripted(Operation operation, const RemovalRequest& request,
+                                      const std::function<Removal()>& deed) const {
+    Removal removal;
+    const Outcome outcome = platform_.change(operation, request.path, [&]() -> Outcome {
+        removal = deed();
+        return removal.result == RemovalResult::Done ? Outcome() : std::unexpected(removal.reason);
+    });
+    const bool isRefused = !outcome && removal.result == RemovalResult::Done;
+    return isRefused ? failure(outcome.error()) : removal;
+}
+
+Removal StandInTrashSession::moveToTrash(const RemovalRequest& request) {
+    return scripted(Operation::MoveToTrash, request, [&] {
+        return host_ ? host_->moveToTrash(request) : moveIntoFolder(request, platform_.trashFor(request.path).contents);
+    });
+}
+
+Removal StandInTrashSession::removeFromTrash(const RemovalRequest& request, const TrashFolder& trash) {
+    return scripted(Operation::RemoveFromTrash, request, [&] {
+        return host_ ? host_->removeFromTrash(request, trash) : removeFromFolder(request, trash.contents);
+    });
+}
+
+void StandInTrashSession::finish() {
+    if (host_) {
+        host_->finish();
     }
 }
 

@@ -1,13 +1,29 @@
 #pragma once
 
-#include "Platform.h"
 #include "StandInPlatform.h"
+#include "TrashSession.h"
+
+#include <functional>
+#include <memory>
 
 namespace vellmoor::test {
 
-/// Moves `path` into a Trash that is a folder, which is made when it is missing. A name that is taken gets a suffix:
-/// on macOS the time of day, on Linux a number. On Linux a restore note is written first, as the Trash specification
-/// asks.
-Outcome moveIntoTrash(System system, const Path& path, const TrashFolder& trash);
+/// Of Linux's shape: the host's own session, with the stand-in's script in front. Of a Mac's shape: a Trash that is a
+/// folder, where a name that is taken gets the time of day.
+class StandInTrashSession final : public TrashSession {
+public:
+    StandInTrashSession(const StandInPlatform& platform, TrashPlaces places);
+
+    [[nodiscard]] Removal moveToTrash(const RemovalRequest& request) override;
+    [[nodiscard]] Removal removeFromTrash(const RemovalRequest& request, const TrashFolder& trash) override;
+    void finish() override;
+
+private:
+    [[nodiscard]] Removal scripted(Operation operation, const RemovalRequest& request,
+                                   const std::function<Removal()>& deed) const;
+
+    const StandInPlatform& platform_;
+    std::unique_ptr<TrashSession> host_; ///< none in a Mac's shape
+};
 
 } // namespace vellmoor::test

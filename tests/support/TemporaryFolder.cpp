@@ -247,4 +247,16 @@ std::int64_t allocatedBytes(const fs::path& path) {
     return std::int64_t{status.st_blocks} * 512;
 }
 
+bool takesName(const fs::path& folder, std::string_view name) {
+    const fs::path place = folder / name;
+    const Descriptor fd(::open(place.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644));
+    if (fd.get() < 0) {
+        if (errno != EILSEQ && errno != EINVAL) {
+            fail(place);
+        }
+        return false;
+    }
+    return ::unlink(place.c_str()) == 0;
+}
+
 } // namespace vellmoor::test

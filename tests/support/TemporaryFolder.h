@@ -49,4 +49,8 @@ private:
 /// st_blocks * 512 of `path` itself.
 std::int64_t allocatedBytes(const std::filesystem::path& path);
 
+/// Whether the file system of `folder` takes that name for a file: APFS, for one, refuses bytes that are no UTF-8. It
+/// is asked by making such a file, which is removed again.
+bool takesName(const std::filesystem::path& folder, std::string_view name);
+
 } // namespace vellmoor::test

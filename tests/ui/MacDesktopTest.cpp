@@ -146,6 +146,13 @@ TEST_F(MacDesktopTest, AnIconIsDrawnOncePerSize) {
     EXPECT_EQ(desktop_.applicationIcon("/Applications/A.app", 76).width(), 76);
 }
 
+TEST_F(MacDesktopTest, ThatAnApplicationHasAnIconIsToldWithoutDrawingIt) {
+    platform_.paths = {"/Applications/A.app"};
+    EXPECT_TRUE(desktop_.hasApplicationIcon("/Applications/A.app"));
+    EXPECT_FALSE(desktop_.hasApplicationIcon("/Applications/Gone.app"));
+    EXPECT_EQ(workspace_.drawn, 0);
+}
+
 TEST_F(MacDesktopTest, AnApplicationThatIsGoneHasNoIcon) {
     EXPECT_TRUE(desktop_.applicationIcon("/Applications/Gone.app", 38).isNull());
     EXPECT_EQ(workspace_.drawn, 0); // the system would answer a general one
@@ -170,6 +177,38 @@ TEST(MenuTables, TheStatusMenuFollowsTheLanguage) {
     EXPECT_THAT(titles(), ElementsAre("Open Vellmoor", "", "Quit"));
     L::setLanguage(AppLanguage::chinese);
     EXPECT_THAT(titles(), ElementsAre("打开 Vellmoor", "", "退出"));
+}
+
+TEST(MenuTables, OnlyTheRightButtonOpensTheMenuOfTheStatusItem) {
+    constexpr unsigned long leftDown = 1, leftUp = 2, rightDown = 3, rightUp = 4;
+    EXPECT_TRUE(opensStatusMenu(rightUp));
+    for (const unsigned long other : {leftDown, leftUp, rightDown}) {
+        EXPECT_FALSE(opensStatusMenu(other));
+    }
+}
+
+TEST(Placement, APictureStandsInTheMiddleAndIsNeverEnlarged) {
+    const auto small = placedInSquare(10, 20, 40);
+    ASSERT_TRUE(small);
+    EXPECT_EQ(small->x, 15);
+    EXPECT_EQ(small->y, 10);
+    EXPECT_EQ(small->width, 10);
+    EXPECT_EQ(small->height, 20);
+}
+
+TEST(Placement, APictureThatIsTooLargeIsShrunkAndKeepsItsShape) {
+    const auto large = placedInSquare(100, 50, 40);
+    ASSERT_TRUE(large);
+    EXPECT_EQ(large->x, 0);
+    EXPECT_EQ(large->y, 10);
+    EXPECT_EQ(large->width, 40);
+    EXPECT_EQ(large->height, 20);
+}
+
+TEST(Placement, WhatHasNoSizeHasNoPlace) {
+    EXPECT_FALSE(placedInSquare(0, 20, 40));
+    EXPECT_FALSE(placedInSquare(10, -1, 40));
+    EXPECT_FALSE(placedInSquare(10, 20, 0));
 }
 
 TEST(MenuTables, TheEditMenuHasTheFourUsualCommands) {

@@ -1,6 +1,8 @@
 // The login items page and the memory page.
 #include "WindowFixture.h"
 
+#include <algorithm>
+
 namespace vellmoor {
 namespace {
 
@@ -55,6 +57,21 @@ TEST_P(PerformancePagesTest, WhileAnItemChangesItsButtonRests) {
     waitUntilIdle();
     EXPECT_EQ(text("startupNote"), tr("禁用后会移到 LaunchAgents.disabled，可随时恢复"));
     EXPECT_TRUE(isEnabled("startup.0.action"));
+}
+
+TEST_P(PerformancePagesTest, AFailedChangeIsShownUntilTheUserGoesOn) {
+    const std::string reason = L::tr("禁用 %@ 失败：%@", "KeePassXC", "Permission denied");
+    service().onDisable([reason](const StartupItem&) { return StartupActionResult{false, reason}; });
+    openScanned(CleanerModule::performance);
+    EXPECT_FALSE(isVisible("startupFailure"));
+    ASSERT_TRUE(window().click(QStringLiteral("startup.1.action")));
+    ASSERT_TRUE(window().click(QStringLiteral("confirmStartup.accept")));
+    waitUntilIdle();
+    EXPECT_TRUE(isVisible("startupFailure"));
+    EXPECT_EQ(text("startupFailure.text"), QString::fromStdString(reason));
+    ASSERT_TRUE(window().click(QStringLiteral("refreshStartup")));
+    waitUntilIdle();
+    EXPECT_FALSE(isVisible("startupFailure"));
 }
 
 TEST_P(PerformancePagesTest, AnItemIsShownInTheFileManager) {
@@ -118,6 +135,151 @@ TEST_P(PerformancePagesTest, QuittingAnApplicationAsksFirst) {
     ASSERT_EQ(service().quits().size(), 1U);
     EXPECT_EQ(service().quits().at(0).name, "Blender");
     waitUntilIdle();
+}
+
+/// The rows of a page while a dialog is open over it.
+class OpenQuestionTest : public WindowTest {
+protected:
+    /// The next scan of `module` finds what `change` makes of the sample.
+    template <class Change>
+    void rescan(CleanerModule module, Change change) {
+        service().onScan([change](CleanerModule scanned, const ProgressCallback&, const CancelToken&) {
+            ScanSnapshot scan = sample::snapshot(scanned);
+            change(scan);
+            return scan;
+        });
+        store().scan(module, false);
+        waitUntilIdle();
+    }
+    void waitUntilGone(const char* button) {
+        window().waitFor([this, button] { return !isVisible(button); });
+    }
+    void offerToEnd(const char* row) {
+        service().onQuit([](const MemoryApp&) { return QuitOutcome::CannotAsk; });
+        ASSERT_TRUE(window().click(QLatin1String(row)));
+        ASSERT_TRUE(window().click(QStringLiteral("confirmQuit.accept")));
+    }
+};
+INSTANTIATE_IN_BOTH_LANGUAGES(OpenQuestionTest);
+
+TEST_P(OpenQuestionTest, IsAboutItsApplicationWhateverRowThatIsInByNow) {
+    openScanned(CleanerModule::memoryOptimization);
+    ASSERT_TRUE(window().click(QStringLiteral("memoryApp.1.quit")));
+    rescan(CleanerModule::memoryOptimization, [](ScanSnapshot& scan) { std::ranges::reverse(scan.memoryApps); });
+    ASSERT_NE(store().memoryApps().at(1).name, "Blender");
+    ASSERT_TRUE(window().click(QStringLiteral("confirmQuit.accept")));
+    window().waitFor([this] { return !service().quits().empty(); });
+    EXPECT_EQ(service().quits().at(0).name, "Blender");
+    waitUntilIdle();
+}
+
+TEST_P(OpenQuestionTest, GoesAwayWithItsApplicationAndSaysSo) {
+    openScanned(CleanerModule::memoryOptimization);
+    ASSERT_TRUE(window().click(QStringLiteral("memoryApp.1.quit")));
+    rescan(CleanerModule::memoryOptimization,
+           [](ScanSnapshot& scan) { scan.memoryApps.erase(scan.memoryApps.begin() + 1); });
+    waitUntilGone("confirmQuit.accept");
+    EXPECT_EQ(text("statusMessage"), tr("%@ 已不在列表中。", std::string("Blender")));
+    EXPECT_THAT(service().quits(), ::testing::IsEmpty());
+}
+
+TEST_P(OpenQuestionTest, GoesAwayWhenItsApplicationWasStartedAnew) {
+    openScanned(CleanerModule::memoryOptimization);
+    ASSERT_TRUE(window().click(QStringLiteral("memoryApp.1.quit")));
+    rescan(CleanerModule::memoryOptimization, [](ScanSnapshot& scan) { scan.memoryApps.at(1).starts = {4711}; });
+    waitUntilGone("confirmQuit.accept");
+    EXPECT_THAT(service().quits(), ::testing::IsEmpty());
+}
+
+TEST_P(OpenQuestionTest, IsAboutItsLoginItemWhateverRowThatIsInByNow) {
+    openScanned(CleanerModule::performance);
+    ASSERT_TRUE(window().click(QStringLiteral("startup.1.action")));
+    rescan(CleanerModule::performance, [](ScanSnapshot& scan) { std::ranges::reverse(scan.startupItems); });
+    ASSERT_NE(store().startupItems().at(1).name, "KeePassXC");
+    ASSERT_TRUE(window().click(QStringLiteral("confirmStartup.accept")));
+    waitUntilIdle();
+    ASSERT_EQ(service().disables().size(), 1U);
+    EXPECT_EQ(service().disables().at(0).name, "KeePassXC");
+}
+
+TEST_P(OpenQuestionTest, GoesAwayWithItsLoginItemAndSaysSo) {
+    openScanned(CleanerModule::performance);
+    ASSERT_TRUE(window().click(QStringLiteral("startup.1.action")));
+    rescan(CleanerModule::performance,
+           [](ScanSnapshot& scan) { scan.startupItems.erase(scan.startupItems.begin() + 1); });
+    waitUntilGone("confirmStartup.accept");
+    EXPECT_EQ(text("statusMessage"), tr("%@ 已不在列表中。", std::string("KeePassXC")));
+    EXPECT_THAT(service().disables(), ::testing::IsEmpty());
+}
+
+TEST_P(OpenQuestionTest, ComesASecondTimeWhenAnApplicationCanOnlyBeEnded) {
+    openScanned(CleanerModule::memoryOptimization);
+    offerToEnd("memoryApp.1.quit");
+    window().waitFor([this] { return isVisible("confirmEnd.accept"); });
+    EXPECT_EQ(text("confirmEnd.message"), tr("%@ 只能被结束，未保存的内容会丢失。", std::string("Blender")));
+    EXPECT_EQ(text("confirmEnd.accept"), tr("结束"));
+    EXPECT_THAT(service().ends(), ::testing::IsEmpty());
+    ASSERT_TRUE(window().click(QStringLiteral("confirmEnd.accept")));
+    window().waitFor([this] { return !service().ends().empty(); });
+    EXPECT_EQ(service().ends().at(0).name, "Blender");
+    waitUntilIdle();
+}
+
+TEST_P(OpenQuestionTest, TakesNothingWhenItIsCancelledTheSecondTime) {
+    openScanned(CleanerModule::memoryOptimization);
+    offerToEnd("memoryApp.1.quit");
+    window().waitFor([this] { return isVisible("confirmEnd.cancel"); });
+    ASSERT_TRUE(window().click(QStringLiteral("confirmEnd.cancel")));
+    waitUntilGone("confirmEnd.cancel");
+    waitUntilIdle();
+    EXPECT_THAT(service().ends(), ::testing::IsEmpty());
+}
+
+TEST_P(OpenQuestionTest, WaitsWhileTheUserLooksAtAnother) {
+    auto gate = std::make_shared<Gate>();
+    service().onQuit([gate](const MemoryApp&) {
+        gate->pass();
+        return QuitOutcome::CannotAsk;
+    });
+    openScanned(CleanerModule::memoryOptimization);
+    ASSERT_TRUE(window().click(QStringLiteral("memoryApp.1.quit")));
+    ASSERT_TRUE(window().click(QStringLiteral("confirmQuit.accept")));
+    gate->awaitVisitor();
+    ASSERT_TRUE(window().click(QStringLiteral("memoryApp.0.quit")));
+    bool isOffered = false;
+    QObject::connect(&store(), &CleanerStore::endOffered, [&] { isOffered = true; });
+    gate->open();
+    window().waitFor([&] { return isOffered; });
+    window().settle();
+    EXPECT_TRUE(isVisible("confirmQuit.accept"));
+    EXPECT_FALSE(isVisible("confirmEnd.accept"));
+    ASSERT_TRUE(window().click(QStringLiteral("confirmQuit.cancel")));
+    window().waitFor([this] { return isVisible("confirmEnd.accept"); });
+    EXPECT_EQ(text("confirmEnd.message"), tr("%@ 只能被结束，未保存的内容会丢失。", std::string("Blender")));
+}
+
+TEST_P(PerformancePagesTest, TheMemoryBarShowsProgramsCachesAndWhatIsFree) {
+    service().onScan([](CleanerModule module, const ProgressCallback&, const CancelToken&) {
+        ScanSnapshot scan = sample::snapshot(module);
+        scan.memorySnapshot = {.totalBytes = 16'000'000'000, .freeBytes = 12'000'000'000, .unusedBytes = 4'000'000'000};
+        return scan;
+    });
+    openScanned(CleanerModule::memoryOptimization);
+    const double programs = window().item(QStringLiteral("memoryPart.orange"))->width();
+    EXPECT_NEAR(window().item(QStringLiteral("memoryPart.mint"))->width(), 2 * programs, 1);
+    EXPECT_NEAR(window().item(QStringLiteral("memoryPart.gray"))->width(), programs, 1);
+    EXPECT_TRUE(isVisible("cachesNote"));
+}
+
+TEST_P(PerformancePagesTest, WithoutAFigureOfTheCachesTheMemoryBarHasTwoParts) {
+    service().onScan([](CleanerModule module, const ProgressCallback&, const CancelToken&) {
+        ScanSnapshot scan = sample::snapshot(module);
+        scan.memorySnapshot = {.totalBytes = 16'000'000'000, .freeBytes = 4'000'000'000, .unusedBytes = 4'000'000'000};
+        return scan;
+    });
+    openScanned(CleanerModule::memoryOptimization);
+    EXPECT_EQ(window().main().model().memoryParts()->rowCount(), 2);
+    EXPECT_FALSE(isVisible("cachesNote"));
 }
 
 TEST_P(PerformancePagesTest, TheSystemMonitorCanBeOpenedFromARow) {

@@ -78,6 +78,19 @@ bool takeCleaning(const PictureFrame& frame, CleanerModule module) {
     return done;
 }
 
+bool takeFailedChange(const PictureFrame& frame) {
+    PictureSession session(frame);
+    session.service().onDisable([](const StartupItem& item) {
+        return StartupActionResult{false, L::tr("禁用 %@ 失败：%@", item.name, "Permission denied")};
+    });
+    session.showScanned(CleanerModule::performance);
+    if (!session.click("startup.1.action") || !session.click("confirmStartup.accept")) {
+        return false;
+    }
+    session.waitUntilIdle();
+    return session.take("performance-failed");
+}
+
 bool takeLimited(const PictureFrame& frame) {
     PictureSession session(frame);
     session.service().setHints(sample::limitedHints());
@@ -119,6 +132,7 @@ bool takePicturesOfPages(const PictureFrame& frame) {
             done &= takeCleaning(frame, module);
         }
     }
+    done &= takeFailedChange(frame);
     done &= takeLimited(frame);
     done &= takeUnfolded(frame);
     return done;

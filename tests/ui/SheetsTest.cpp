@@ -110,6 +110,22 @@ TEST_P(SheetsTest, AReportWithFailuresNamesThemInTheHighSheet) {
     EXPECT_FALSE(isVisible("result.noFailures"));
 }
 
+TEST_P(SheetsTest, WhatWasKeptIsShownWithItsReasonAndIsNoFailure) {
+    CleanupReport report = sample::cleanReport();
+    report.keptCount = 1;
+    report.notes = {"report.odt: " + L::tr("自扫描后已更改，已保留")};
+    service().onClean([&report](const std::vector<CleanupItem>&) { return report; });
+    openScanned(CleanerModule::systemJunk);
+    cleanConfirmed();
+    EXPECT_EQ(text("result.title"), tr("清理完成"));
+    const QQuickItem* lines = window().item(QStringLiteral("result.notes"));
+    ASSERT_NE(lines, nullptr);
+    EXPECT_EQ(lines->property("count").toInt(), 1);
+    EXPECT_TRUE(isVisible("result.notes"));
+    EXPECT_FALSE(isVisible("result.failures"));
+    EXPECT_FALSE(isVisible("result.noFailures"));
+}
+
 TEST_P(SheetsTest, AMemoryRunThatFailedWhollyOrInPartIsTitledSo) {
     CleanupReport report;
     report.attemptedCount = 1;

@@ -73,5 +73,12 @@ TEST(MountPoints, BrokenLinesAreNoMounts) {
     EXPECT_EQ(MountPoints::parse("1 2 3", "/r"), nullptr);
 }
 
+TEST(MountPlaces, AreReadWithTheirEscapesInTheirOrder) {
+    const std::string mountinfo = "22 1 8:1 / / rw - ext4 /dev/sda1 rw\n"
+                                  "30 22 8:2 /sub /media/My\\040Stick\\134x rw,nosuid shared:1 - vfat /dev/sdb1 rw\n";
+    EXPECT_EQ(mountPlaces(mountinfo), (std::vector<std::string>{"/", "/media/My Stick\\x"}));
+    EXPECT_TRUE(mountPlaces("").empty());
+}
+
 } // namespace
 } // namespace vellmoor::walk::test

@@ -121,7 +121,7 @@ TEST_P(WalkEnd, WhatAVisitorThrowsReachesTheCaller) {
         }
         return Action::Continue;
     };
-    EXPECT_THROW(walk(home.path(), options, counter), std::runtime_error);
+    EXPECT_THROW(static_cast<void>(walk(home.path(), options, counter)), std::runtime_error);
 }
 
 TEST_P(WalkEnd, EachWorkerIsOneThreadAndItsNumberIsBelowTheNumberOfThreads) {
@@ -137,7 +137,7 @@ TEST(WalkThreads, ASmallTreeIsWalkedByTheCallerAlone) {
     const TemporaryFolder home;
     fill(home, 3, 5);
     Recorder recorder(home.path());
-    record(recorder, home.path(), 8);
+    (void)record(recorder, home.path(), 8);
     EXPECT_EQ(recorder.visits, 18U);
     EXPECT_THAT(recorder.threadsOfWorker,
                 ::testing::ElementsAre(Pair(0U, ::testing::ElementsAre(std::this_thread::get_id()))));

@@ -6,12 +6,14 @@
 
 #include <gmock/gmock.h>
 
+#include <cerrno>
 #include <chrono>
 #include <fcntl.h>
 #include <limits>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
+#include <system_error>
 #include <unistd.h>
 
 namespace vellmoor::walk::test {
@@ -40,7 +42,7 @@ TEST(Walk, TellsTypeDepthAllocatedBytesAndModificationTimeOfAFile) {
     home.setModified("folder/file",
                      std::chrono::system_clock::time_point(std::chrono::milliseconds(1'600'000'000'250)));
     Recorder recorder(home.path());
-    record(recorder, home.path());
+    (void)record(recorder, home.path());
     const Seen& seen = recorder.seen.at("folder/file");
     EXPECT_EQ(seen.type, EntryType::File);
     EXPECT_EQ(seen.depth, 2U);
@@ -54,7 +56,7 @@ TEST(Walk, TellsATimeBefore1970) {
     home.file("old");
     home.setModified("old", std::chrono::system_clock::time_point(std::chrono::milliseconds(-1'500)));
     Recorder recorder(home.path());
-    record(recorder, home.path());
+    (void)record(recorder, home.path());
     EXPECT_EQ(recorder.seen.at("old").modifiedNs, -1'500'000'000);
 }
 
@@ -62,11 +64,13 @@ TEST(Walk, ATimeBeyondAllCalendarsIsTheLatestThatFits) {
     const TemporaryFolder home;
     home.file("future");
     const timespec times[2] = {{0, UTIME_OMIT}, {20'000'000'000, 0}};
-    ASSERT_EQ(::utimensat(AT_FDCWD, (home / "future").c_str(), times, 0), 0);
+    if (::utimensat(AT_FDCWD, (home / "future").c_str(), times, 0) != 0) {
+        GTEST_SKIP() << "this file system has no such time: " << std::generic_category().message(errno);
+    }
     struct stat facts{};
     ASSERT_EQ(::stat((home / "future").c_str(), &facts), 0);
     Recorder recorder(home.path());
-    record(recorder, home.path());
+    (void)record(recorder, home.path());
     // A disk may keep shorter numbers than it is given.
     constexpr std::int64_t latest = std::numeric_limits<std::int64_t>::max();
     EXPECT_EQ(recorder.seen.at("future").modifiedNs,
@@ -77,7 +81,7 @@ TEST(Walk, FoldersHaveNoBytesOfTheirOwn) {
     const TemporaryFolder home;
     home.folder("folder");
     Recorder recorder(home.path());
-    record(recorder, home.path());
+    (void)record(recorder, home.path());
     EXPECT_EQ(recorder.seen.at("folder").type, EntryType::Directory);
     EXPECT_EQ(recorder.bytes(), 0);
 }
@@ -86,7 +90,7 @@ TEST(Walk, ASparseFileCountsItsAllocatedBlocksOnly) {
     const TemporaryFolder home;
     home.sparse("image", std::int64_t{1} << 40);
     Recorder recorder(home.path());
-    record(recorder, home.path());
+    (void)record(recorder, home.path());
     EXPECT_THAT(recorder.files(), ElementsAre("image"));
     EXPECT_EQ(recorder.bytes(), allocatedBytes(home / "image"));
     EXPECT_LT(recorder.bytes(), 1 << 20);
@@ -97,7 +101,7 @@ TEST(Walk, AHardLinkCountsEachTimeItIsMet) {
     const auto one = home.file("one", 8192);
     home.hardLink("one", "folder/two");
     Recorder recorder(home.path());
-    record(recorder, home.path());
+    (void)record(recorder, home.path());
     EXPECT_THAT(recorder.files(), UnorderedElementsAre("one", "folder/two"));
     EXPECT_EQ(recorder.bytes(), 2 * allocatedBytes(one));
 }
@@ -146,7 +150,7 @@ TEST(Walk, HiddenNamesAreNeitherVisitedNorEntered) {
     home.file("folder/.hidden");
     home.file("folder/..also");
     Recorder recorder(home.path());
-    record(recorder, home.path());
+    (void)record(recorder, home.path());
     EXPECT_THAT(recorder.all(), ElementsAre("folder"));
 }
 
@@ -165,7 +169,7 @@ TEST(Walk, ARootWithAHiddenNameIsWalked) {
     const TemporaryFolder home;
     home.file(".npm/_cacache/file");
     Recorder recorder(home / ".npm");
-    record(recorder, home / ".npm");
+    (void)record(recorder, home / ".npm");
     EXPECT_THAT(recorder.files(), ElementsAre("_cacache/file"));
 }
 
@@ -194,7 +198,7 @@ TEST(Walk, TheParentsDescriptorAndTheNameReachTheEntry) {
         }
         return Action::Continue;
     };
-    record(recorder, home.path());
+    (void)record(recorder, home.path());
     EXPECT_EQ(contents, "contents");
 }
 

@@ -17,6 +17,10 @@ HERE = pathlib.Path(__file__).resolve().parent
 RENAMED = {"NSOrderedAscending": ("NSComparisonResult", "Ascending"),
            "NSOrderedSame": ("NSComparisonResult", "Same"),
            "NSOrderedDescending": ("NSComparisonResult", "Descending")}
+# What the description names without its value, as Apple's headers have it.
+DOCUMENTED = {"NSUTF8StringEncoding": 4, "NSFileWriteOutOfSpaceError": 640, "NSFileWriteVolumeReadOnlyError": 642,
+              **{name: int.from_bytes(code.encode("ascii"), "big") for name, code in
+                 {"kCoreEventClass": "aevt", "kAEReopenApplication": "rapp", "kAEQuitApplication": "quit"}.items()}}
 NUMBERS = {"int", "unsigned int", "long", "unsigned long", "long long", "unsigned long long", "double", "float", "short",
            "unsigned short"}
 
@@ -98,7 +102,7 @@ class Audit:
             return "pointer", "", nullable
         return "struct", written, nullable
 
-    def compare(self, what, ours, theirs, answer=False):
+    def compare(self, what, ours, theirs, answer=False, loosely=False):
         kind, name, nullable = self.kind(ours)
         their_kind, their_name, their_nullable = kind_of_ts(theirs)
         loose = {"pointer", "object"}
@@ -110,7 +114,8 @@ class Audit:
         if kind == their_kind and kind in ("class", "enum"):
             alike = name == their_name
         self.check(alike, what, "is", kind, name, "here and", their_kind, their_name, "in the SDK:", theirs)
-        if alike and not answer and kind in ("class", "string", "object") and their_kind != "pointer":
+        # Of answers and of C functions the description does not say what may be nil.
+        if alike and not answer and not loosely and kind in ("class", "string", "object") and their_kind != "pointer":
             self.check(nullable == their_nullable, what, "may" if nullable else "may not", "be nil here, in the SDK:", theirs)
 
     def method(self, owner, node):
@@ -136,14 +141,27 @@ class Audit:
         self.check(node.get("readonly") or not found.readonly, f"{owner}.{node['name']} can only be read")
         self.compare(f"{owner}.{node['name']}", node["type"], found.type, answer=True)
 
-    def enumerator(self, node):
-        name, value = node["name"], value_of(node)
-        if name in self.sdk.names:
-            return self.check(True)
-        values = [self.sdk.enums[RENAMED[name][0]][RENAMED[name][1]]] if name in RENAMED else self.sdk.enumerators(name)
-        self.check(values, f"{name} is not in the SDK")
-        if values and value is not None:
+    def enumerator(self, node, value):
+        name = node["name"]
+        if name in RENAMED:
+            values = [self.sdk.enums[RENAMED[name][0]][RENAMED[name][1]]]
+        elif name in DOCUMENTED:
+            self.check(name in self.sdk.names or self.sdk.enumerators(name), f"{name} is not in the SDK")
+            values = [DOCUMENTED[name]]
+        else:
+            values = self.sdk.enumerators(name)
+        self.check(values, f"{name} is not in the SDK" if name not in self.sdk.names else f"nothing tells the value of {name}")
+        if values:
             self.check(value in values, f"{name} is {value} here and {values} in the SDK")
+
+    def enumeration(self, node):
+        """Each value: the one that is written, or one more than that before."""
+        value = -1
+        for part in node.get("inner", []):
+            if part["kind"] == "EnumConstantDecl":
+                written = value_of(part)
+                value = value + 1 if written is None else written
+                self.enumerator(part, value)
 
     def visit(self, node, owner=None):
         kind, name, inner = node.get("kind", ""), node.get("name", ""), node.get("inner", [])
@@ -166,9 +184,9 @@ class Audit:
             self.check(name in self.sdk.functions, f"{name}() is not in the SDK")
             if name in self.sdk.functions:
                 self.function(node)
-        elif kind == "EnumConstantDecl":
-            self.enumerator(node)
-        if kind in ("ObjCInterfaceDecl", "ObjCProtocolDecl", "EnumDecl", "LinkageSpecDecl"):
+        elif kind == "EnumDecl":
+            self.enumeration(node)
+        if kind in ("ObjCInterfaceDecl", "ObjCProtocolDecl", "LinkageSpecDecl"):
             for part in inner:
                 self.visit(part, name if kind.startswith("ObjC") else owner)
 
@@ -179,6 +197,8 @@ class Audit:
             return
         listed = split_top(theirs)
         self.check(len(parameters) == len(listed), f"{node['name']}() takes", len(listed), "arguments")
+        for parameter, written in zip(parameters, listed):
+            self.compare(f"{node['name']}() {parameter.get('name')}", parameter["type"], written.split(": ", 1)[-1], loosely=True)
 
 
 def value_of(node):

@@ -1,8 +1,11 @@
 #!/usr/bin/env python3
-"""Shows that the macOS check finds what it is for: errors are planted one by one into a copy of the checkout, and the
-check must fail and say why. Without them the copy must pass. An edit whose place is not found exactly once fails.
-usage: planted.py [--quick]   (--quick: only the plants marked so, without the whole build)"""
+"""Shows that the macOS check and the tests over the stand-ins find what they are for: errors are planted one by one into
+a copy of the checkout, and the check, or the test that is named, must fail and say why. Without them the copy must pass. An
+edit whose place is not found exactly once fails.
+usage: planted.py [--quick | --tests]   (--quick: only the plants marked so, without the whole build; --tests: only those
+that a test must see)"""
 import concurrent.futures
+import os
 import pathlib
 import re
 import shutil
@@ -30,11 +33,29 @@ def check(copy, *arguments):
     return done.returncode, done.stdout + done.stderr
 
 
+def run_test(copy, program):
+    """Builds a test program in the copy and runs it."""
+    environment = {**os.environ, "CCACHE_BASEDIR": str(copy), "CCACHE_NOHASHDIR": "1"}
+    build = copy / "build/dev"
+    steps = [] if (build / "build.ninja").exists() else [["cmake", "--preset", "dev"]]
+    for step in [*steps, ["cmake", "--build", str(build), "--target", program]]:
+        done = subprocess.run(step, cwd=copy, capture_output=True, text=True, check=False, env=environment)
+        if done.returncode != 0:
+            return done.returncode, done.stdout + done.stderr
+    binary = next(path for path in build.glob(f"tests/*/{program}") if path.is_file())
+    try:
+        done = subprocess.run([binary, "--gtest_brief=1"], cwd=copy, capture_output=True, text=True, check=False, timeout=300)
+    except subprocess.TimeoutExpired as late:
+        return 1, f"{late}"
+    return done.returncode, done.stdout + done.stderr
+
+
 class Plant:
     def __init__(self, table):
         self.name, self.file = table["name"], table["file"]
         self.old, self.new, self.says = table["old"], table["new"], table["says"]
         self.quick = table.get("quick", False)
+        self.test = table.get("test")
         # What the check is asked for: sources, "--audit", or "" for the whole build.
         self.ask = table.get("ask", "--audit" if "/decls/" in self.file else self.file)
 
@@ -43,7 +64,7 @@ class Plant:
         return str(pathlib.Path(self.file).parent)
 
     def touches(self):
-        return {self.file, self.ask} if self.ask else None
+        return {self.file, self.ask} if self.ask and not self.test else None
 
     def try_in(self, copy):
         """What is wrong with the check's answer; nothing when it reports this error."""
@@ -53,7 +74,10 @@ class Plant:
             return f"its place is found {good.count(self.old)} times in {self.file}"
         file.write_text(good.replace(self.old, self.new), encoding="utf-8")
         try:
-            status, said = check(copy, *([self.ask] if self.ask else []))
+            if self.test:
+                status, said = run_test(copy, self.test)
+            else:
+                status, said = check(copy, *([self.ask] if self.ask else []))
         finally:
             file.write_text(good, encoding="utf-8")
         if status == 0:
@@ -84,8 +108,8 @@ def rounds(plants):
 
 
 def main():
-    quick = sys.argv[1:] == ["--quick"]
-    if sys.argv[1:] and not quick:
+    quick, tests = sys.argv[1:] == ["--quick"], sys.argv[1:] == ["--tests"]
+    if sys.argv[1:] and not quick and not tests:
         raise SystemExit(__doc__)
     with open(HERE / "planted.toml", "rb") as file:
         plants = [Plant(table) for table in tomllib.load(file)["plant"]]
@@ -93,16 +117,20 @@ def main():
     untried = sorted(native - {plant.file for plant in plants})
     if untried and not quick:
         raise SystemExit("No error is planted in:\n" + "\n".join(untried))
-    plants = [plant for plant in plants if plant.quick or not quick]
+    plants = [plant for plant in plants if (plant.quick or not quick) and (plant.test or not tests)]
     wrong = 0
     with tempfile.TemporaryDirectory(prefix="vellmoor-planted-") as folder:
         copy = pathlib.Path(folder)
         copy_checkout(copy)
-        sources = sorted({plant.ask for plant in plants if plant.ask and not plant.ask.startswith("--")})
-        for arguments in ([sources, ["--audit"]] if quick else [[], sources]):
+        sources = sorted({plant.ask for plant in plants if plant.ask and not plant.test and not plant.ask.startswith("--")})
+        for arguments in ([] if tests else [sources, ["--audit"]] if quick else [[], sources]):
             status, said = check(copy, *arguments)
             if status != 0:
                 raise SystemExit(f"The copy without planted errors does not pass:\n{said}")
+        for program in sorted({plant.test for plant in plants if plant.test}):
+            status, said = run_test(copy, program)
+            if status != 0:
+                raise SystemExit(f"{program} fails without planted errors:\n{said}")
         with concurrent.futures.ThreadPoolExecutor(max_workers=2) as pool:
             for batch in rounds(plants):
                 for plant, fault in zip(batch, pool.map(lambda plant: plant.try_in(copy), batch)):

@@ -26,7 +26,8 @@ Json json(const MemorySnapshot& memory) {
             {"wiredBytes", memory.wiredBytes},
             {"compressedBytes", memory.compressedBytes},
             {"cachedBytes", memory.cachedBytes},
-            {"reclaimableBytes", memory.reclaimableBytes}};
+            {"reclaimableBytes", memory.reclaimableBytes},
+            {"unusedBytes", memory.unusedBytes}};
 }
 
 Json json(const std::optional<MemorySnapshot>& memory) {
@@ -141,6 +142,14 @@ Json json(const ScannedPath& path) {
     return {{"path", path.url.string()}, {"bytes", path.bytes}, {"files", path.files}};
 }
 
+Json json(const CleanupOutcome& outcome) {
+    return {{"path", outcome.path.string()},
+            {"fate", rawValue(outcome.fate)},
+            {"place", outcome.place.string()},
+            {"bytes", outcome.bytes},
+            {"reason", outcome.reason}};
+}
+
 Json json(const CleanupReport& report) {
     return {{"id", report.id.text()},
             {"completedAt", std::chrono::duration<double>(report.completedAt.time_since_epoch()).count()},
@@ -152,6 +161,7 @@ Json json(const CleanupReport& report) {
             {"processedBytes", report.processedBytes},
             {"notes", report.notes},
             {"failures", report.failures},
+            {"outcomes", json(report.outcomes)},
             {"memoryBefore", json(report.memoryBefore)},
             {"memoryAfter", json(report.memoryAfter)},
             {"message", report.message()}};

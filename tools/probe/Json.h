@@ -24,6 +24,7 @@ Json json(const ScanSnapshot& snapshot);
 Json json(const ScanProgressUpdate& update);
 Json json(const ScannedPath& path);
 /// With the field "message".
+Json json(const CleanupOutcome& outcome);
 Json json(const CleanupReport& report);
 Json json(const StartupItem& item);
 Json json(const StartupActionResult& result);

@@ -101,8 +101,7 @@ void writeModules(Page& page, const ScanSnapshot& snapshot) {
     for (const ModuleRows& group : groups) {
         for (std::size_t index = 0; index < group.shown(); ++index) {
             const CleanupItem& row = *group.rows[index];
-            table.add({mark(row), row.title, byteCountText(row.bytes), fileCount(row.files), title(row.risk),
-                       row.description});
+            table.add({mark(row), row.title, row.sizeText(), fileCount(row.files), title(row.risk), row.description});
         }
     }
     const std::vector<std::string> lines = table.lines();

@@ -15,6 +15,7 @@
 #include <iostream>
 #include <string>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 namespace vellmoor::probe {
@@ -55,7 +56,8 @@ int runReport(const Session& session, const Arguments& arguments) {
             std::cerr << "\r\x1b[K" << static_cast<int>(update.fraction * 100) << " % " << update.stage << std::flush;
         }
     };
-    const ScanSnapshot snapshot = scan(session, arguments.module, show);
+    ScanSnapshot snapshot = scan(session, arguments.module, show);
+    snapshot.cleanupItems = countedOnce(std::move(snapshot.cleanupItems)); // marks are made by a Smart Scan only
     if (isWatched) {
         std::cerr << "\r\x1b[K" << std::flush;
     }
@@ -105,7 +107,8 @@ int runClean(const Session& session, const Arguments& arguments) {
     }
     select(session, arguments, items);
     SystemCleanerService service(*session.platform, session.layout);
-    print(json(service.clean(items)));
+    const CancelToken untilDone;
+    print(json(service.clean(items, untilDone)));
     return succeeded;
 }
 

@@ -32,6 +32,7 @@ namespace {
 /// A cancelled scan ends at once; a clean or a moved login item, which the user confirmed, is brought to its end.
 constexpr std::chrono::seconds scanPatience{2};
 constexpr std::chrono::seconds actionPatience{60};
+constexpr std::chrono::milliseconds shortPatience{100};
 
 /// A window that starts out of sight gets no frame.
 constexpr std::chrono::milliseconds framePatience{250};
@@ -59,12 +60,14 @@ void setIconLater(QQuickWindow& window) {
 
 /// Everything behind the views, in the order in which it is needed; it is taken down the other way round.
 struct Parts {
-    explicit Parts(const LookWatcher& watcher) : looks(watcher) {}
+    Parts(const LookWatcher& watcher, const std::filesystem::path& root)
+        : looks(watcher),
+          layout(linuxLayout(environment, platform.userId(), root)) {}
 
     const LookWatcher& looks;
     LinuxEnvironment environment = processEnvironment();
     LinuxPlatform platform;
-    SystemLayout layout = linuxLayout(environment, platform.userId());
+    SystemLayout layout;
     LinuxDesktop desktop{platform, layout, environment, looks};
     LanguageManager languages{LanguageSetting::userDefaults(), platform.preferredLanguage()};
     CleanerStore store{std::make_shared<SystemCleanerService>(platform, layout),
@@ -89,7 +92,42 @@ void fillWindow(MainWindow& main, Parts& parts) {
               });
 }
 
-int runWindow(SingleInstance& instance) {
+/// The store whose work must not be cut off in the middle of a path, while there is one.
+CleanerStore* workingStore = nullptr;
+
+/// The user quits: a clean that he confirmed is brought to its end. When that takes too long, or the session ends
+/// meanwhile, only the path at hand is. Whether nothing runs any more.
+bool finishWork(CleanerStore& store) {
+    const bool isActing = store.isCleaning();
+    const auto start = std::chrono::steady_clock::now();
+    const auto waited = [start] { return std::chrono::steady_clock::now() - start; };
+    while (waited() < (isActing ? 2 * actionPatience : scanPatience)) {
+        if (store.shutDown(shortPatience)) {
+            return true;
+        }
+        if (waited() >= actionPatience || TerminationSignals::wereSent()) {
+            store.stopCleaning();
+        }
+    }
+    return false;
+}
+
+/// The session ends: nobody waits for a long clean, and the path at hand is not left half done.
+void stopWork() {
+    if (workingStore != nullptr) {
+        workingStore->stopCleaning();
+    }
+}
+
+/// Qt calls exit() in the middle of its event loop when the display goes away.
+void finishPathAtExit() {
+    if (workingStore != nullptr) {
+        stopWork();
+        workingStore->shutDown(actionPatience);
+    }
+}
+
+int runWindow(SingleInstance& instance, const std::filesystem::path& root) {
     const LookWatcher looks(QDBusConnection::sessionBus(), processEnvironment().config);
     std::optional<Parts> parts; // outlives the window
     MainWindow main(windowStart(looks.look(), rememberedSetting(themeSetting), rememberedSetting(sizeSetting)));
@@ -99,11 +137,17 @@ int runWindow(SingleInstance& instance) {
     QObject::connect(&instance, &SingleInstance::quitAsked, qApp, &QCoreApplication::quit);
     QObject::connect(&status, &StatusBarController::quitAsked, qApp, &QCoreApplication::quit);
     const TerminationSignals termination;
-    QObject::connect(&termination, &TerminationSignals::asked, qApp, &QCoreApplication::quit);
+    QObject::connect(&termination, &TerminationSignals::asked, qApp, [] {
+        stopWork();
+        QCoreApplication::quit();
+    });
+    QObject::connect(qApp, &QGuiApplication::commitDataRequest, qApp, &stopWork, Qt::DirectConnection);
     const QObject start;
     const auto fill = [&] {
         if (!parts) {
-            fillWindow(main, parts.emplace(looks));
+            fillWindow(main, parts.emplace(looks, root));
+            workingStore = &parts->store;
+            std::atexit(&finishPathAtExit);
             status.install();
         }
     };
@@ -112,7 +156,8 @@ int runWindow(SingleInstance& instance) {
     status.showMainWindow();
     const int result = QApplication::exec();
     main.window().hide();
-    if (parts && !parts->store.shutDown(parts->store.isCleaning() ? actionPatience : scanPatience)) {
+    workingStore = nullptr;
+    if (parts && !finishWork(parts->store)) {
         // A system call that does not return keeps a worker busy; what it uses must not be taken from under it.
         std::_Exit(result);
     }
@@ -121,7 +166,7 @@ int runWindow(SingleInstance& instance) {
 
 } // namespace
 
-int runApplication(int argc, char* argv[]) {
+int runApplication(int argc, char* argv[], const std::filesystem::path& root) {
     QApplication application(argc, argv);
     nameApplication();
     L::setTextSet(TextSet::Linux);
@@ -133,7 +178,7 @@ int runApplication(int argc, char* argv[]) {
         return EXIT_SUCCESS;
     }
     chooseRenderer();
-    return runWindow(instance);
+    return runWindow(instance, root);
 }
 
 } // namespace vellmoor

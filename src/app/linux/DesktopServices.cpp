@@ -1,5 +1,7 @@
 #include "DesktopServices.h"
 
+#include "FolderVariables.h"
+
 #include <gio/gdesktopappinfo.h>
 #include <gio/gio.h>
 
@@ -55,6 +57,15 @@ bool kdeAnimates() {
     return factor > 0;
 }
 
+/// With the environment that the user's session gave to this program.
+std::unique_ptr<GAppLaunchContext, Unref> sessionContext() {
+    std::unique_ptr<GAppLaunchContext, Unref> context(g_app_launch_context_new());
+    for (const auto& [name, value] : originalFolders()) {
+        g_app_launch_context_setenv(context.get(), name.c_str(), value.c_str());
+    }
+    return context;
+}
+
 } // namespace
 
 std::string fileUri(const std::filesystem::path& path) {
@@ -63,12 +74,12 @@ std::string fileUri(const std::filesystem::path& path) {
 }
 
 bool launchUri(const std::string& uri) {
-    return !uri.empty() && g_app_info_launch_default_for_uri(uri.c_str(), nullptr, nullptr) != FALSE;
+    return !uri.empty() && g_app_info_launch_default_for_uri(uri.c_str(), sessionContext().get(), nullptr) != FALSE;
 }
 
 bool launchDesktopEntry(const std::string& identifier) {
     const std::unique_ptr<GDesktopAppInfo, Unref> entry(g_desktop_app_info_new((identifier + ".desktop").c_str()));
-    return entry && g_app_info_launch(G_APP_INFO(entry.get()), nullptr, nullptr, nullptr) != FALSE;
+    return entry && g_app_info_launch(G_APP_INFO(entry.get()), nullptr, sessionContext().get(), nullptr) != FALSE;
 }
 
 bool desktopAnimates() {

@@ -1,6 +1,7 @@
 #include "LinuxDesktop.h"
 
 #include "DesktopServices.h"
+#include "FolderVariables.h"
 #include "VolumeLabel.h"
 
 #include <QDBusConnection>
@@ -9,6 +10,7 @@
 #include <QDBusPendingReply>
 #include <QPixmap>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QSettings>
 #include <QStandardPaths>
 #include <QStringList>
@@ -47,7 +49,15 @@ bool start(const DesktopCommand& tool) {
     for (const std::string& argument : tool.arguments) {
         arguments << QString::fromStdString(argument);
     }
-    return QProcess::startDetached(program, arguments);
+    QProcess process;
+    process.setProgram(program);
+    process.setArguments(arguments);
+    QProcessEnvironment session = QProcessEnvironment::systemEnvironment();
+    for (const auto& [name, value] : originalFolders()) {
+        session.insert(QString::fromStdString(name), QString::fromStdString(value));
+    }
+    process.setProcessEnvironment(session);
+    return process.startDetached();
 }
 
 QString settingKey(std::string_view name) {
@@ -68,7 +78,7 @@ LinuxDesktop::LinuxDesktop(const Platform& platform, const SystemLayout& layout,
       layout_(layout),
       environment_(std::move(environment)),
       looks_(looks),
-      volumeLabel_(volumeLabelOf(environment_.home).value_or(layout.volumeLabel)) {
+      volumeLabel_(volumeLabelOf(environment_.home, layout.root).value_or(layout.volumeLabel)) {
     QObject::connect(&looks, &LookWatcher::changed, &lookConnection_, [this] { tellLookChanged(); });
 }
 
@@ -123,7 +133,7 @@ void LinuxDesktop::openPermissionSettings() {
 }
 
 Confinement LinuxDesktop::confinement() const {
-    if (platform_.exists("/.flatpak-info")) {
+    if (platform_.exists(layout_.root / ".flatpak-info")) {
         return Confinement::Flatpak;
     }
     return qEnvironmentVariableIsSet("SNAP") ? Confinement::Snap : Confinement::None;

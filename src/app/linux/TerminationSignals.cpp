@@ -12,14 +12,20 @@ namespace {
 
 /// Written by the handler, read by the event loop. -1: none.
 int writingEnd = -1;
+volatile std::sig_atomic_t sent = 0;
 
 void tell(int) {
+    sent = 1;
     const char one = 1;
     // The pipe takes one byte; when it does not, the loop was told already.
     [[maybe_unused]] const auto written = ::write(writingEnd, &one, 1);
 }
 
 } // namespace
+
+bool TerminationSignals::wereSent() {
+    return sent != 0;
+}
 
 TerminationSignals::TerminationSignals(QObject* parent) : QObject(parent) {
     std::array<int, 2> ends{};

@@ -11,6 +11,8 @@ class TerminationSignals final : public QObject {
 
 public:
     explicit TerminationSignals(QObject* parent = nullptr);
+    /// Whether one was sent, also while no event loop runs that could say so.
+    [[nodiscard]] static bool wereSent();
 
 Q_SIGNALS:
     void asked();

@@ -89,14 +89,14 @@ std::optional<std::string> labelOf(const fs::path& device, const fs::path& label
     return std::nullopt;
 }
 
-std::optional<std::string> volumeLabelOf(const fs::path& path) {
-    std::ifstream file("/proc/self/mountinfo");
+std::optional<std::string> volumeLabelOf(const fs::path& path, const fs::path& root) {
+    std::ifstream file(root / "proc/self/mountinfo");
     std::ostringstream text;
     text << file.rdbuf();
     std::error_code error;
     const fs::path real = fs::canonical(path, error);
     const auto device = error ? std::nullopt : deviceOf(real, text.str());
-    return device ? labelOf(*device, "/dev/disk/by-label") : std::nullopt;
+    return device ? labelOf(*device, root / "dev/disk/by-label") : std::nullopt;
 }
 
 } // namespace vellmoor

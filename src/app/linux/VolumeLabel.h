@@ -15,7 +15,7 @@ std::optional<std::filesystem::path> deviceOf(const std::filesystem::path& path,
 /// \xHH escapes undone. Nothing when it has none.
 std::optional<std::string> labelOf(const std::filesystem::path& device, const std::filesystem::path& labels);
 
-/// The label of the volume that holds `path` on this system.
-std::optional<std::string> volumeLabelOf(const std::filesystem::path& path);
+/// The label of the volume that holds `path` on the system whose /proc and /dev lie below `root`.
+std::optional<std::string> volumeLabelOf(const std::filesystem::path& path, const std::filesystem::path& root);
 
 } // namespace vellmoor

@@ -3,7 +3,6 @@
 #include "FoundationValues.h"
 
 #import <AppKit/AppKit.h>
-#include <algorithm>
 #include <memory>
 
 namespace vellmoor {
@@ -23,7 +22,8 @@ using Owned = std::unique_ptr<std::remove_pointer_t<Reference>, Release>;
 
 /// A square picture with `image` in its middle, in its own size or as much smaller as it must be.
 Picture drawn(NSImage* image, int pixels) {
-    if (image == nil || pixels < 1 || image.size.width <= 0 || image.size.height <= 0) {
+    const auto place = image == nil ? std::nullopt : placedInSquare(image.size.width, image.size.height, pixels);
+    if (!place) {
         return {};
     }
     const auto side = static_cast<std::size_t>(pixels);
@@ -35,13 +35,9 @@ Picture drawn(NSImage* image, int pixels) {
     if (!context) {
         return {};
     }
-    const double room = pixels;
-    const double shrink = std::min({1.0, room / image.size.width, room / image.size.height});
-    const double width = image.size.width * shrink;
-    const double height = image.size.height * shrink;
     NSGraphicsContext* before = NSGraphicsContext.currentContext;
     NSGraphicsContext.currentContext = [NSGraphicsContext graphicsContextWithCGContext:context.get() flipped:NO];
-    [image drawInRect:NSMakeRect((room - width) / 2, (room - height) / 2, width, height)
+    [image drawInRect:NSMakeRect(place->x, place->y, place->width, place->height)
              fromRect:NSZeroRect
             operation:NSCompositingOperationSourceOver
              fraction:1.0];

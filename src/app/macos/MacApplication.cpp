@@ -1,11 +1,11 @@
 #include "MacApplication.h"
 
 #include "AppKitWorkspace.h"
-#include "EditCommands.h"
 #include "LanguageManager.h"
 #include "MacDesktop.h"
 #include "MacHost.h"
 #include "MacPlatform.h"
+#include "MacProgram.h"
 #include "MacShell.h"
 #include "WindowKeeper.h"
 #include "service/SystemCleanerService.h"
@@ -37,11 +37,6 @@ LanguageSetting nativeSetting() {
             .write = [](const std::string& rawValue) { mac::setSetting(languageKey, rawValue); }};
 }
 
-Fronting nativeFronting() {
-    return {.activate = [] { MacShell::activate(); },
-            .raise = [](QQuickWindow& window) { MacShell::bringToFront(window.winId()); }};
-}
-
 /// Everything behind the window, in the order in which it is needed; it is taken down the other way round.
 struct Parts {
     MacPlatform platform;
@@ -49,16 +44,11 @@ struct Parts {
     AppKitWorkspace workspace;
     MacDesktop desktop{platform, layout, workspace};
     LanguageManager languages{nativeSetting(), platform.preferredLanguage()};
-    WindowKeeper keeper{std::make_shared<SystemCleanerService>(platform, layout), languages, desktop, nativeFronting()};
+    MacShell shell;
+    WindowKeeper keeper{std::make_shared<SystemCleanerService>(platform, layout), languages, desktop,
+                        frontingBy(shell)};
+    MacProgram program{shell, keeper, patience.action};
 };
-
-bool show(WindowKeeper& keeper) {
-    const auto shown = keeper.show();
-    if (!shown) {
-        std::fprintf(stderr, "vellmoor: %s\n", shown.error().c_str());
-    }
-    return shown.has_value();
-}
 
 } // namespace
 
@@ -70,16 +60,12 @@ int runMacApplication(int argc, char* argv[]) {
         std::fputs("vellmoor: running as root; it cleans root's own home, not that of another user\n", stderr);
     }
     Parts parts;
-    const MacShell shell(
-        {.showMainWindow = [&] { show(parts.keeper); },
-         .quit = [] { MacShell::terminate(); },
-         .edit = [](std::string_view action) { editFocused(QGuiApplication::focusObject(), action); }});
-    QObject::connect(&parts.keeper, &WindowKeeper::quitAsked, qApp, [] { MacShell::terminate(); });
-    if (!show(parts.keeper)) {
+    if (!parts.program.start()) {
         return EXIT_FAILURE;
     }
     const int result = QGuiApplication::exec();
-    if (!parts.keeper.shutDown(patience)) {
+    // What the user confirmed was waited for while the loop still ran.
+    if (!parts.keeper.shutDown({.scan = patience.scan, .action = patience.scan})) {
         // A system call that does not return keeps a worker busy; what it uses must not be taken from under it.
         std::_Exit(result);
     }

@@ -99,11 +99,17 @@ void MacDesktop::openPermissionSettings() {
 }
 
 QImage MacDesktop::applicationIcon(const std::filesystem::path& application, int pixels) {
+    const std::scoped_lock guard(lock_);
     const auto [known, isNew] = icons_.try_emplace({application, pixels});
     if (isNew && platform_.exists(application)) {
         known->second = imageOf(workspace_.fileIcon(application, pixels));
     }
     return known->second;
+}
+
+// A file that is there always has one; a missing one would have the general icon.
+bool MacDesktop::hasApplicationIcon(const std::filesystem::path& application) {
+    return platform_.exists(application);
 }
 
 QImage MacDesktop::symbol(const QString& name, int pixels) {

@@ -8,6 +8,7 @@
 #include <QObject>
 
 #include <map>
+#include <mutex>
 #include <utility>
 
 namespace vellmoor {
@@ -31,6 +32,8 @@ public:
     [[nodiscard]] std::string volumeLabel() const override { return layout_.volumeLabel; }
     [[nodiscard]] std::filesystem::path homeFolder() const override { return layout_.home; }
     [[nodiscard]] QImage applicationIcon(const std::filesystem::path& application, int pixels) override;
+    [[nodiscard]] bool hasApplicationIcon(const std::filesystem::path& application) override;
+    [[nodiscard]] bool drawsOnAnyThread() const override { return true; }
     [[nodiscard]] QImage symbol(const QString& name, int pixels) override;
     /// Dark when the palette is, which Qt keeps as the effective appearance has it.
     [[nodiscard]] DesktopLook look() const override;
@@ -42,6 +45,7 @@ private:
     const SystemLayout& layout_;
     Workspace& workspace_;
     QObject paletteConnection_;
+    std::mutex lock_;                                               ///< of the icons, which are drawn one at a time
     std::map<std::pair<std::filesystem::path, int>, QImage> icons_; ///< of applications asked for so far
 };
 

@@ -1,17 +1,27 @@
 #include "MacShell.h"
 
 #include "FoundationValues.h"
+#include "MacLog.h"
 #include "MenuTables.h"
 
 #import <AppKit/AppKit.h>
 #include <span>
 #include <utility>
 
-// The object that AppKit calls. It hands on to the program as long as the program's shell lives.
-@interface VellmoorShell : NSObject
-- (instancetype)initWithHandlers:(vellmoor::ShellHandlers)handlers;
+namespace {
+
+/// Whom the object below hands on to; empty when no shell lives.
+vellmoor::ShellHandlers handlers;
+
+} // namespace
+
+// The object that AppKit calls.
+@interface VellmoorShell : NSObject {
+    NSStatusItem* _statusItem;
+}
 - (void)finishedLaunching:(NSNotification*)notification;
 - (void)reopen:(NSAppleEventDescriptor*)event withReplyEvent:(NSAppleEventDescriptor*)reply;
+- (void)quitEvent:(NSAppleEventDescriptor*)event withReplyEvent:(NSAppleEventDescriptor*)reply;
 - (void)statusItemClicked:(id)sender;
 - (void)showMainWindow:(id)sender;
 - (void)quit:(id)sender;
@@ -37,28 +47,23 @@ NSMenu* menuIn(NSMenu* bar, NSString* title) {
 
 } // namespace
 
-@implementation VellmoorShell {
-    vellmoor::ShellHandlers _handlers;
-    NSStatusItem* _statusItem;
-}
-
-- (instancetype)initWithHandlers:(vellmoor::ShellHandlers)handlers {
-    self = [super init];
-    if (self != nil) {
-        _handlers = std::move(handlers);
-    }
-    return self;
-}
+@implementation VellmoorShell
 
 - (void)finishedLaunching:(NSNotification*)notification {
     (void)notification;
     [self installStatusItem];
     [self installMenus];
-    // AppKit has its own handlers by now; this one takes the place of what it does about a click on the Dock icon.
-    [NSAppleEventManager.sharedAppleEventManager setEventHandler:self
-                                                     andSelector:@selector(reopen:withReplyEvent:)
-                                                   forEventClass:kCoreEventClass
-                                                      andEventID:kAEReopenApplication];
+    // AppKit has its own handlers by now; these take the place of what it does about a click on the Dock icon, and
+    // about a log-out or the Dock's "Quit": Qt would answer that it does not quit, which ends the log-out.
+    NSAppleEventManager* events = NSAppleEventManager.sharedAppleEventManager;
+    [events setEventHandler:self
+                andSelector:@selector(reopen:withReplyEvent:)
+              forEventClass:kCoreEventClass
+                 andEventID:kAEReopenApplication];
+    [events setEventHandler:self
+                andSelector:@selector(quitEvent:withReplyEvent:)
+              forEventClass:kCoreEventClass
+                 andEventID:kAEQuitApplication];
 }
 
 - (void)installStatusItem {
@@ -99,7 +104,7 @@ NSMenu* menuIn(NSMenu* bar, NSString* title) {
 }
 
 - (void)statusItemClicked:(id)sender {
-    if (NSApp.currentEvent.type == NSEventTypeRightMouseUp) {
+    if (vellmoor::opensStatusMenu(NSApp.currentEvent.type)) {
         [self popUpStatusMenu];
     } else {
         [self showMainWindow:sender];
@@ -130,32 +135,38 @@ NSMenu* menuIn(NSMenu* bar, NSString* title) {
     [self showMainWindow:nil];
 }
 
+// The answer is that of any event that was understood; the system then waits for the program to end.
+- (void)quitEvent:(NSAppleEventDescriptor*)event withReplyEvent:(NSAppleEventDescriptor*)reply {
+    (void)event;
+    (void)reply;
+    [self quit:nil];
+}
+
 - (void)showMainWindow:(id)sender {
     (void)sender;
-    if (_handlers.showMainWindow) {
-        _handlers.showMainWindow();
+    if (handlers.showMainWindow) {
+        handlers.showMainWindow();
     }
 }
 
 - (void)quit:(id)sender {
     (void)sender;
-    if (_handlers.quit) {
-        _handlers.quit();
+    if (handlers.quit) {
+        handlers.quit();
     }
 }
 
-// Text fields of the system's own panels take the action as it is; Qt's view does not know it.
 - (void)edit:(NSMenuItem*)sender {
     const std::string action = vellmoor::mac::stringIn(sender.representedObject).value_or("");
-    const BOOL isTaken = [NSApp sendAction:selectorNamed(action.c_str()) to:nil from:nil];
-    if (!isTaken && _handlers.edit) {
-        _handlers.edit(action);
-    }
+    vellmoor::performEdit(action, handlers.edit,
+                          [&action] { [NSApp sendAction:selectorNamed(action.c_str()) to:nil from:nil]; });
 }
 
 - (void)retire {
-    _handlers = {};
     [NSNotificationCenter.defaultCenter removeObserver:self];
+    NSAppleEventManager* events = NSAppleEventManager.sharedAppleEventManager;
+    [events removeEventHandlerForEventClass:kCoreEventClass andEventID:kAEReopenApplication];
+    [events removeEventHandlerForEventClass:kCoreEventClass andEventID:kAEQuitApplication];
     if (_statusItem != nil) {
         [NSStatusBar.systemStatusBar removeStatusItem:_statusItem];
         _statusItem = nil;
@@ -166,14 +177,20 @@ NSMenu* menuIn(NSMenu* bar, NSString* title) {
 namespace vellmoor {
 namespace {
 
+static_assert(rightMouseUp == NSEventTypeRightMouseUp);
+
 /// Neither the notification centre nor the event manager keeps its observer alive.
 VellmoorShell* shell = nil;
 
+/// What keeps the system from slowing the program down; nil when nothing goes on.
+id activity = nil;
+
 } // namespace
 
-MacShell::MacShell(ShellHandlers handlers) {
+void MacShell::install(ShellHandlers taken) {
     @autoreleasepool {
-        shell = [[VellmoorShell alloc] initWithHandlers:std::move(handlers)];
+        handlers = std::move(taken);
+        shell = [[VellmoorShell alloc] init];
         if (NSRunningApplication.currentApplication.finishedLaunching) {
             [shell finishedLaunching:nil];
             return;
@@ -187,7 +204,10 @@ MacShell::MacShell(ShellHandlers handlers) {
 
 MacShell::~MacShell() {
     @autoreleasepool {
-        [shell retire]; // the object stays: the event manager may still know it
+        setBusy(false);
+        handlers = {};
+        [shell retire];
+        shell = nil;
     }
 }
 
@@ -195,7 +215,11 @@ void MacShell::activate() {
     @autoreleasepool {
         [NSApp setActivationPolicy:NSApplicationActivationPolicyRegular];
         [NSApp unhide:nil];
+        // Newer SDKs tell it off; what they offer instead leaves the window behind when another program says so.
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wdeprecated-declarations"
         [NSApp activateIgnoringOtherApps:YES];
+#pragma clang diagnostic pop
     }
 }
 
@@ -209,9 +233,28 @@ void MacShell::bringToFront(std::uintptr_t view) {
     }
 }
 
-void MacShell::terminate() {
+void MacShell::setBusy(bool isBusy) {
     @autoreleasepool {
-        [NSApp terminate:nil];
+        if (isBusy == (activity != nil)) {
+            return;
+        }
+        NSProcessInfo* process = NSProcessInfo.processInfo;
+        if (isBusy) {
+            activity = [process beginActivityWithOptions:NSActivityUserInitiated reason:@"Scanning or cleaning"];
+        } else {
+            [process endActivity:activity];
+            activity = nil;
+        }
+    }
+}
+
+void MacShell::alert(const std::string& title, const std::string& text) {
+    mac::logFailure(mac::LogCategory::Window, "Showing the window", 0, text);
+    @autoreleasepool {
+        NSAlert* alert = [[NSAlert alloc] init];
+        alert.messageText = mac::objectOf(title);
+        alert.informativeText = mac::objectOf(text);
+        [alert runModal];
     }
 }
 

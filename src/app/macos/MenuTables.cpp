@@ -12,6 +12,10 @@ std::vector<StatusEntry> statusMenu() {
             {StatusAction::Quit, L::tr("退出")}};
 }
 
+bool opensStatusMenu(unsigned long eventType) {
+    return eventType == rightMouseUp;
+}
+
 std::span<const BarEntry> editMenu() {
     static constexpr std::array entries{BarEntry{"Cut", "cut:", "x"}, BarEntry{"Copy", "copy:", "c"},
                                         BarEntry{"Paste", "paste:", "v"}, BarEntry{"Select All", "selectAll:", "a"}};

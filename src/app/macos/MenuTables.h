@@ -18,6 +18,11 @@ struct StatusEntry {
 /// The context menu of the status item, in the current language.
 std::vector<StatusEntry> statusMenu();
 
+/// Whether a click on the status item opens its menu (the right button's) or the window. The number is AppKit's of the
+/// event that the button was told of.
+bool opensStatusMenu(unsigned long eventType);
+constexpr unsigned long rightMouseUp = 4; ///< NSEventTypeRightMouseUp
+
 /// One entry of the menu bar: its title in English, which is not translated, AppKit's action, and the letter that is
 /// pressed with the command key.
 struct BarEntry {

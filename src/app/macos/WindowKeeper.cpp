@@ -4,6 +4,7 @@
 
 #include <QEvent>
 #include <QQmlEngine>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -46,8 +47,21 @@ std::expected<void, std::string> WindowKeeper::make() {
     view->main = *std::move(main);
     view->main->window().installEventFilter(this);
     connect(&view->engine, &QQmlEngine::quit, this, &WindowKeeper::quitAsked, Qt::QueuedConnection);
+    connect(view->store.get(), &CleanerStore::isScanningChanged, this, &WindowKeeper::tellBusy);
+    connect(view->store.get(), &CleanerStore::isCleaningChanged, this, &WindowKeeper::tellBusy);
     view_ = std::move(view);
     return {};
+}
+
+void WindowKeeper::tellBusy() {
+    const bool isBusy = isCleaning() || (view_ && view_->store->isScanning());
+    if (isBusy != wasBusy_) {
+        wasBusy_ = isBusy;
+        Q_EMIT busyChanged(isBusy);
+    }
+    if (isBusy && !leaving_.empty()) { // nobody tells the end of what a closed window began
+        QTimer::singleShot(std::chrono::seconds(1), this, &WindowKeeper::tellBusy);
+    }
 }
 
 std::expected<void, std::string> WindowKeeper::show() {
@@ -87,8 +101,23 @@ void WindowKeeper::discard() {
         const std::unique_ptr<View> gone = std::move(view_);
         gone->main.reset();
         leaving_.push_back(std::move(gone->store));
+        tellBusy();
     }
     std::erase_if(leaving_, [](const auto& store) { return store->shutDown(std::chrono::milliseconds::zero()); });
+}
+
+void WindowKeeper::hide() {
+    if (view_) {
+        view_->main->window().hide();
+    }
+}
+
+bool WindowKeeper::isCleaning() const {
+    // A store that was shut down hears no more of its workers: whether they have ended is all there is to ask.
+    const auto stillCleans = [](const auto& store) {
+        return store->isCleaning() && !store->shutDown(std::chrono::milliseconds::zero());
+    };
+    return std::ranges::any_of(leaving_, stillCleans) || (view_ && view_->store->isCleaning());
 }
 
 bool WindowKeeper::shutDown(Patience patience) {
@@ -97,7 +126,7 @@ bool WindowKeeper::shutDown(Patience patience) {
     };
     bool isIdle = std::ranges::all_of(leaving_, ends);
     if (view_) {
-        view_->main->window().hide();
+        hide();
         isIdle = ends(view_->store) && isIdle;
     }
     return isIdle;

@@ -39,6 +39,10 @@ public:
     [[nodiscard]] QQuickWindow* window() const;
     /// Its store; null when there is none.
     [[nodiscard]] CleanerStore* store() const;
+    /// Takes the window from the screen; it stays as it is.
+    void hide();
+    /// Whether what the user confirmed still runs, in this window or an earlier one.
+    [[nodiscard]] bool isCleaning() const;
     struct Patience {
         std::chrono::milliseconds scan;   ///< a cancelled scan ends at once
         std::chrono::milliseconds action; ///< what the user confirmed is brought to its end
@@ -50,6 +54,8 @@ public:
 Q_SIGNALS:
     /// The window asks for the program's end.
     void quitAsked();
+    /// A scan or a clean of the window has begun, or the last of them ended.
+    void busyChanged(bool isBusy);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -62,12 +68,14 @@ private:
     struct View;
 
     std::expected<void, std::string> make();
+    void tellBusy();
 
     std::shared_ptr<CleanerService> service_;
     LanguageManager& languages_;
     Desktop& desktop_;
     Fronting fronting_;
     std::unique_ptr<View> view_;
+    bool wasBusy_ = false;
     std::vector<std::unique_ptr<CleanerStore>> leaving_; ///< of closed windows whose calls into the engine still ran
 };
 

@@ -1,13 +1,24 @@
 // What the window needs of macOS's workspace, without any of its types, so that the rules above it can be tested
-// anywhere. Main thread only.
+// anywhere. Main thread only, but for fileIcon(), which any thread may call, one at a time.
 #pragma once
 
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace vellmoor {
+
+/// Where a picture of some size stands in a square: in the middle, and made smaller where it must be.
+struct Placement {
+    double x = 0;
+    double y = 0;
+    double width = 0;
+    double height = 0;
+};
+/// Nothing when either has no size.
+std::optional<Placement> placedInSquare(double width, double height, int side);
 
 /// Rows from the top, four bytes a pixel: red, green, blue, alpha, the colours multiplied by it. Empty: no picture.
 struct Picture {

@@ -1,6 +1,7 @@
 #include "applications/AppUninstaller.h"
 
 #include "CheckedMath.h"
+#include "Glob.h"
 #include "Paths.h"
 #include "ScanSnapshot.h"
 #include "applications/Applications.h"
@@ -87,15 +88,16 @@ CleanupItem applicationItem(EngineContext& context, const ApplicationScan& scan,
                                   .residualCount = static_cast<std::int64_t>(scan.residualURLs.size()),
                                   .isRunning = isRunning};
     item.targets = appTargets(context, scan, false);
+    item.isAtLeast = std::ranges::any_of(item.targets, &CleanupTarget::isAtLeast);
     return item;
 }
 
-/// How many applications of the package managers menus show.
+/// How many applications of the package managers the menus of this desktop show.
 std::size_t systemApplications(EngineContext& context) {
     const AppLayout& layout = context.layout().apps;
     std::set<std::string> identifiers;
     const auto count = [&](const InstalledEntry& entry) {
-        if (!entry.noDisplay && !entry.hidden) {
+        if (!entry.noDisplay && !entry.hidden && isForDesktop(context, entry, context.layout().startup.desktops)) {
             identifiers.insert(entry.id);
         }
     };
@@ -166,15 +168,13 @@ bool isProtectedSystemAppPath(const EngineContext& context, const Path& given) {
     const AppLayout& layout = context.layout().apps;
     const Path path = context.platform().standardized(given);
     const Path own = context.platform().standardized(context.platform().ownPath());
-    if (!own.empty() && (own == path || isStrictlyBelow(own, path))) {
+    if (!own.empty() && isAtOrBelow(own, path)) {
         return true; // this program, or a folder that it runs from
     }
     return std::ranges::find(layout.protectedPaths, path) != layout.protectedPaths.end() ||
            std::ranges::any_of(layout.protectedPrefixes,
                                [&](const std::string& prefix) { return path.native().starts_with(prefix); }) ||
-           std::ranges::any_of(layout.protectedFragments, [&](const std::string& fragment) {
-               return path.native().find(fragment) != std::string::npos;
-           });
+           containsAny(path.native(), layout.protectedFragments);
 }
 
 std::optional<Path> appLookupByBundleID(EngineContext& context, std::string_view identifier) {

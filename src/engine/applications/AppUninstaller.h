@@ -25,6 +25,10 @@ std::optional<std::string> appIdentifier(EngineContext& context, const Path& app
 /// The last piece of a dotted identifier, with dashes and underscores as spaces.
 std::string friendlyName(std::string_view identifier, std::string_view fallback);
 
+/// Whether the application of a row of applicationItems() runs at this moment; asked afresh at each call. False for
+/// other rows.
+bool applicationRuns(EngineContext& context, const CleanupItem& row);
+
 /// Whether `path` is the folder of a Flatpak in a user installation. Moving it would break the installation's
 /// repository: a clean removes it by uninstallFlatpak() in place of the Trash.
 bool isFlatpakBody(const EngineContext& context, const Path& path);

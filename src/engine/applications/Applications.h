@@ -16,6 +16,7 @@ enum class ApplicationKind : std::uint8_t { Bundle, Flatpak, AppImage, ProgramFo
 struct ApplicationMetadata {
     Path appURL; ///< the bundle, file or folder that is the application
     std::string displayName;
+    std::string unlocalizedName; ///< what its entry calls it in no language; empty: it has no such name
     std::optional<std::string> bundleIdentifier;
     ApplicationKind kind = ApplicationKind::Bundle;
 };
@@ -29,8 +30,6 @@ std::vector<ApplicationMetadata> unpackagedApplications(EngineContext& context);
 
 /// The name in a bundle's property list, else its folder's name without the extension.
 std::string bundleName(const EngineContext& context, const Path& bundle);
-/// A file name without extension and without the version, machine and system that release files carry at the end.
-std::string releaseName(std::string_view fileName);
 
 /// A program that a desktop entry names in Exec or TryExec, executable or not.
 struct EntryProgram {
@@ -57,7 +56,8 @@ private:
     EngineContext& context_;
     std::set<Path> bundlePaths_;
     std::set<std::string> identifiers_;
-    std::set<Path> programs_; ///< of the user's processes, links resolved; AppImages as the files that they are
+    std::set<std::string> flatpaks_; ///< their IDs
+    std::set<Path> programs_;        ///< of the user's processes, links resolved; AppImages as the files that they are
 };
 
 } // namespace vellmoor

@@ -11,32 +11,37 @@
 namespace vellmoor {
 namespace {
 
-constexpr std::string_view entryGroup = "Desktop Entry";
 constexpr std::string_view entryEnding = ".desktop";
 /// Entries of menus with vendor folders lie two or three levels deep; more is no menu.
 constexpr int deepestEntryFolder = 5;
 
-using Group = std::map<std::string, std::string>;
-
-std::string valueOf(const Group& group, std::string_view key) {
-    const auto found = group.find(std::string(key));
-    return found == group.end() ? std::string() : found->second;
-}
-
-bool isTrue(const Group& group, std::string_view key) {
-    const std::string value = valueOf(group, key);
+bool isTrue(const KeyFile& file, std::string_view key) {
+    const std::string value = valueOf(file, entryGroup, key);
     return value == "true" || value == "1";
 }
 
+/// The rule of the Desktop Entry Specification: the first name that either list holds decides.
+bool isShownIn(const InstalledEntry& entry, const std::vector<std::string>& desktops) {
+    for (const std::string& desktop : desktops) {
+        if (std::ranges::find(entry.onlyShowIn, desktop) != entry.onlyShowIn.end()) {
+            return true;
+        }
+        if (std::ranges::find(entry.notShowIn, desktop) != entry.notShowIn.end()) {
+            return false;
+        }
+    }
+    return entry.onlyShowIn.empty();
+}
+
 /// The value in the interface language; the system's own language plays no part.
-std::string localizedValue(const Group& group, std::string_view key) {
+std::string localizedValue(const KeyFile& file, std::string_view key) {
     static constexpr std::array chinese{"[zh_CN]", "[zh_Hans]", "[zh_SG]", "[zh]", ""};
     static constexpr std::array english{"[en_US]", "[en]", ""};
     const bool isChinese = L::language() == AppLanguage::chinese;
     const std::span<const char* const> suffixes =
         isChinese ? std::span<const char* const>(chinese) : std::span<const char* const>(english);
     for (const char* suffix : suffixes) {
-        if (std::string value = valueOf(group, std::string(key) + suffix); !value.empty()) {
+        if (std::string value = valueOf(file, entryGroup, std::string(key) + suffix); !value.empty()) {
             return value;
         }
     }
@@ -59,8 +64,7 @@ void collectEntries(const EngineContext& context, const Path& folder, const std:
             continue;
         }
         const std::optional<KeyFile> file = context.platform().keyFile(path);
-        if (!file || !file->contains(std::string(entryGroup)) ||
-            valueOf(file->at(std::string(entryGroup)), "Type") != "Application") {
+        if (!file || valueOf(*file, entryGroup, "Type") != "Application") {
             continue;
         }
         const std::string stem = child.name.substr(0, child.name.size() - entryEnding.size());
@@ -73,26 +77,26 @@ void collectEntries(const EngineContext& context, const Path& folder, const std:
 } // namespace
 
 std::optional<InstalledEntry> desktopEntry(const KeyFile& file, std::string id, const Path& path) {
-    const auto found = file.find(std::string(entryGroup));
-    if (found == file.end()) {
+    if (!file.contains(std::string(entryGroup))) {
         return std::nullopt;
     }
-    const Group& group = found->second;
     InstalledEntry entry;
     entry.id = std::move(id);
     entry.path = path;
-    entry.name = localizedValue(group, "Name");
-    entry.exec = valueOf(group, "Exec");
+    entry.name = localizedValue(file, "Name");
+    entry.unlocalizedName = valueOf(file, entryGroup, "Name");
+    entry.exec = valueOf(file, entryGroup, "Exec");
     if (const auto words = execWords(entry.exec)) {
         entry.execProgram = execProgram(*words);
         entry.flatpakId = flatpakApplication(*words);
     }
-    entry.tryExec = valueOf(group, "TryExec");
-    entry.icon = localizedValue(group, "Icon");
-    entry.noDisplay = isTrue(group, "NoDisplay");
-    entry.hidden = isTrue(group, "Hidden");
-    entry.onlyShowIn = listValue(valueOf(group, "OnlyShowIn"));
-    entry.notShowIn = listValue(valueOf(group, "NotShowIn"));
+    entry.tryExec = valueOf(file, entryGroup, "TryExec");
+    entry.icon = localizedValue(file, "Icon");
+    entry.noDisplay = isTrue(file, "NoDisplay");
+    entry.hidden = isTrue(file, "Hidden");
+    entry.onlyShowIn = listValue(valueOf(file, entryGroup, "OnlyShowIn"));
+    entry.notShowIn = listValue(valueOf(file, entryGroup, "NotShowIn"));
+    entry.categories = listValue(valueOf(file, entryGroup, "Categories"));
     return entry;
 }
 
@@ -119,6 +123,10 @@ const std::vector<InstalledEntry>& installedEntries(EngineContext& context) {
         }
     }
     return *known;
+}
+
+bool isForDesktop(const EngineContext& context, const InstalledEntry& entry, const std::vector<std::string>& desktops) {
+    return isShownIn(entry, desktops) && (entry.tryExec.empty() || programPath(context, entry.tryExec));
 }
 
 std::optional<Path> programPath(const EngineContext& context, std::string_view program) {

@@ -14,11 +14,15 @@ namespace vellmoor {
 class EngineContext;
 struct SystemLayout;
 
+/// The group of an entry file that describes the entry.
+inline constexpr std::string_view entryGroup = "Desktop Entry";
+
 /// One desktop entry. Keys that the file lacks are empty.
 struct InstalledEntry {
     std::string id; ///< desktop-file ID without ".desktop"
     Path path;
-    std::string name; ///< in the interface language, else as it stands without a language
+    std::string name;            ///< in the interface language, else as it stands without a language
+    std::string unlocalizedName; ///< as it stands without a language
     std::string exec;
     std::string execProgram; ///< the program that `exec` starts, as it is written there; see execProgram()
     std::string tryExec;
@@ -27,6 +31,7 @@ struct InstalledEntry {
     bool hidden = false;
     std::vector<std::string> onlyShowIn;
     std::vector<std::string> notShowIn;
+    std::vector<std::string> categories;
     std::string flatpakId; ///< of the Flatpak that `exec` runs
     bool shadowed = false; ///< an earlier folder holds an entry of the same ID, which desktops use instead
 };
@@ -40,6 +45,10 @@ std::vector<InstalledEntry> entriesOfFolder(const EngineContext& context, const 
 
 /// The record of a parsed entry file; nothing without the group "Desktop Entry". The type is not looked at.
 std::optional<InstalledEntry> desktopEntry(const KeyFile& file, std::string id, const Path& path);
+
+/// Whether a desktop of these names, the most specific first, shows or starts the entry (Desktop Entry Specification,
+/// OnlyShowIn and NotShowIn), and its program is there when it names one to try.
+bool isForDesktop(const EngineContext& context, const InstalledEntry& entry, const std::vector<std::string>& desktops);
 
 /// An absolute path as files name it, below the layout's root when it belongs neither to the home nor to the root.
 Path placedProgram(const SystemLayout& layout, std::string_view program);

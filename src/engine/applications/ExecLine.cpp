@@ -1,16 +1,13 @@
 #include "applications/ExecLine.h"
 
 #include <algorithm>
+#include <filesystem>
 
 namespace vellmoor {
 namespace {
 
 bool isBlank(char c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r';
-}
-
-std::string_view lastComponent(std::string_view path) {
-    return path.substr(path.find_last_of('/') + 1);
 }
 
 /// NAME=value, as a shell takes it.
@@ -129,7 +126,7 @@ std::string execProgram(const std::vector<std::string>& words) {
             i += word == "-u" || word == "-C" || word == "--unset" || word == "--chdir" ? 1U : 0U;
             continue;
         }
-        if (lastComponent(word) != "env") {
+        if (std::filesystem::path(word).filename() != "env") {
             return word;
         }
         afterEnv = true;
@@ -139,7 +136,7 @@ std::string execProgram(const std::vector<std::string>& words) {
 
 std::string flatpakApplication(const std::vector<std::string>& words) {
     const std::string program = execProgram(words);
-    if (lastComponent(program) != "flatpak") {
+    if (std::filesystem::path(program).filename() != "flatpak") {
         return {};
     }
     auto word = std::ranges::find(words, program);

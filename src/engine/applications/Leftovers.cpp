@@ -2,6 +2,7 @@
 
 #include "Glob.h"
 #include "Paths.h"
+#include "ProtectedPaths.h"
 
 #include <algorithm>
 #include <set>
@@ -9,51 +10,34 @@
 namespace vellmoor {
 namespace {
 
-constexpr std::ptrdiff_t shortestName = 4;
-
-bool isLongEnough(std::string_view text) {
-    const auto isFirstByte = [](char c) { return (static_cast<unsigned char>(c) & 0xC0U) != 0x80U; };
-    return std::ranges::count_if(text, isFirstByte) >= shortestName;
+LeftoverTokens tokensOf(const Platform& platform, LeftoverNames kind, const ApplicationMetadata& application) {
+    if (application.kind == ApplicationKind::Flatpak) {
+        return flatpakTokens(application.bundleIdentifier.value_or(""));
+    }
+    return leftoverTokens(platform, kind, application.bundleIdentifier.value_or(""),
+                          {application.displayName, application.unlocalizedName});
 }
 
-bool isOrIsBelow(const Path& path, const Path& folder) {
-    return path == folder || isStrictlyBelow(path, folder);
+LeftoverTokens tokensOf(const Platform& platform, LeftoverNames kind, const InstalledEntry& entry) {
+    return entry.flatpakId.empty() ? leftoverTokens(platform, kind, entry.id, {entry.name, entry.unlocalizedName})
+                                   : flatpakTokens(entry.flatpakId);
 }
 
 } // namespace
-
-LeftoverTokens leftoverTokens(const Platform& platform, const std::optional<std::string>& identifier,
-                              std::string_view displayName) {
-    LeftoverTokens tokens;
-    const auto addName = [&](std::string_view name) {
-        std::string plain = platform.lettersAndDigits(name);
-        if (isLongEnough(plain)) {
-            tokens.names.push_back(std::move(plain));
-        }
-    };
-    if (identifier && !identifier->empty()) {
-        tokens.exactIdentifier = *identifier;
-        // A plain word would be found in names that have nothing to do with it.
-        if (identifier->find('.') != std::string::npos) {
-            tokens.identifier = platform.lowerCase(*identifier);
-        } else {
-            addName(*identifier);
-        }
-    }
-    addName(displayName);
-    return tokens;
-}
 
 LeftoverFinder::LeftoverFinder(EngineContext& context, const std::vector<ApplicationMetadata>& applications)
     : context_(context),
       platform_(context.platform()),
       layout_(context.layout().apps),
-      applications_(applications) {
+      applications_(applications),
+      protected_(protectedFolders(context.platform(), context.layout())),
+      places_(UserPlaces::of(context)) {
     for (const ApplicationMetadata& application : applications) {
         realPaths_.push_back(platform_.realPath(application.appURL).value_or(application.appURL));
-        tokens_.push_back(leftoverTokens(platform_, application.bundleIdentifier, application.displayName));
+        tokens_.push_back(tokensOf(platform_, layout_.leftoverNames, application));
     }
     collectForeignTokens();
+    collectPrograms();
     listFolders();
 }
 
@@ -61,7 +45,26 @@ void LeftoverFinder::collectForeignTokens() {
     for (const InstalledEntry& entry : installedEntries(context_)) {
         context_.throwIfCancelled();
         if (isInstalledElsewhere(entry)) {
-            foreign_.push_back(leftoverTokens(platform_, entry.id, entry.name));
+            foreign_.push_back(tokensOf(platform_, layout_.leftoverNames, entry));
+        }
+    }
+}
+
+/// A program may have no entry, and keep files under its name all the same.
+void LeftoverFinder::collectPrograms() {
+    for (const Path& folder : layout_.programPath) {
+        context_.throwIfCancelled();
+        const auto entries = platform_.entries(folder);
+        if (!entries) {
+            continue; // a missing folder holds no programs
+        }
+        for (const FolderEntry& entry : *entries) {
+            if (entry.isDirectory) {
+                continue;
+            }
+            for (const std::string& form : leftoverName(platform_, layout_, entry.name).plain) {
+                programs_[form].push_back(folder / entry.name);
+            }
         }
     }
 }
@@ -94,19 +97,24 @@ bool LeftoverFinder::isInstalledElsewhere(const InstalledEntry& entry) const {
     return programPath(context_, entry.execProgram).has_value();
 }
 
-LeftoverFinder::Child LeftoverFinder::child(const Path& folder, const std::string& name, bool exactIdentifier) const {
-    return {.path = folder / name,
-            .name = name,
-            .lower = platform_.lowerCase(name),
-            .plain = platform_.lettersAndDigits(Path(name).stem().string()),
-            .exactIdentifier = exactIdentifier};
+LeftoverFinder::Child LeftoverFinder::child(const Path& folder, const std::string& name, bool ofFlatpaks) const {
+    return {.path = folder / name, .name = leftoverName(platform_, layout_, name, ofFlatpaks)};
+}
+
+/// Only a folder below the home: one outside is not the user's alone, or holds what the user put there.
+bool LeftoverFinder::mayBeSearched(const Path& folder) const {
+    const Path& home = context_.layout().home;
+    const Path written = lexicallyStandardized(folder);
+    const std::optional<Path> real = platform_.realPath(folder);
+    return real && isStrictlyBelow(written, home) && isStrictlyBelow(*real, platform_.realPath(home).value_or(home)) &&
+           !places_.holdsUserFolder(folder) && !places_.holdsUserFolder(*real);
 }
 
 void LeftoverFinder::listFolders() {
     std::set<Path> listed;
     for (const LeftoverFolder& rule : layout_.leftoverFolders) {
         context_.throwIfCancelled();
-        if (!listed.insert(lexicallyStandardized(rule.folder)).second) {
+        if (!listed.insert(lexicallyStandardized(rule.folder)).second || !mayBeSearched(rule.folder)) {
             continue;
         }
         const auto entries = platform_.entries(rule.folder);
@@ -114,7 +122,7 @@ void LeftoverFinder::listFolders() {
             continue; // a folder that cannot be listed has no leftovers to offer
         }
         for (const FolderEntry& entry : *entries) {
-            Child found = child(rule.folder, entry.name, rule.exactIdentifier);
+            Child found = child(rule.folder, entry.name, rule.ofFlatpaks);
             if (!mustStay(found)) {
                 children_.push_back(std::move(found));
             }
@@ -124,49 +132,49 @@ void LeftoverFinder::listFolders() {
 
 /// Names that many programs share, the folders that are searched themselves, applications, and protected paths.
 bool LeftoverFinder::mustStay(const Child& found) const {
-    const std::string_view name = found.lower;
+    const std::string_view name = found.name.lower;
     const bool isShared = std::ranges::any_of(layout_.neverLeftovers, [&](const std::string& pattern) {
         return globMatches(pattern, name) || (name.starts_with('.') && globMatches(pattern, name.substr(1)));
     });
     return isShared ||
            std::ranges::any_of(layout_.leftoverFolders,
-                               [&](const LeftoverFolder& rule) { return isOrIsBelow(rule.folder, found.path); }) ||
-           std::ranges::any_of(context_.layout().protectedPaths,
-                               [&](const Path& path) { return isOrIsBelow(path, found.path); }) ||
+                               [&](const LeftoverFolder& rule) { return isAtOrBelow(rule.folder, found.path); }) ||
+           std::ranges::any_of(protected_, [&](const Path& path) { return isAtOrBelow(path, found.path); }) ||
            std::ranges::any_of(applications_, [&](const ApplicationMetadata& application) {
-               return isOrIsBelow(application.appURL, found.path) || isStrictlyBelow(found.path, application.appURL);
+               return isAtOrBelow(application.appURL, found.path) || isStrictlyBelow(found.path, application.appURL);
            });
-}
-
-std::optional<LeftoverFinder::Match> LeftoverFinder::match(const Child& found, const LeftoverTokens& tokens) {
-    if (found.exactIdentifier) {
-        return found.name == tokens.exactIdentifier ? std::optional(Match{true, found.name.size()}) : std::nullopt;
-    }
-    if (!tokens.identifier.empty() && found.lower.find(tokens.identifier) != std::string::npos) {
-        return Match{true, tokens.identifier.size()};
-    }
-    std::size_t longest = 0;
-    for (const std::string& name : tokens.names) {
-        if (found.plain.find(name) != std::string::npos) {
-            longest = std::max(longest, name.size());
-        }
-    }
-    return longest > 0 ? std::optional(Match{false, longest}) : std::nullopt;
 }
 
 /// Whether the name fits this application and no other one as well or better: what two share is nobody's leftover.
 bool LeftoverFinder::belongsTo(std::size_t index, const Child& found) const {
-    const std::optional<Match> own = match(found, tokens_[index]);
+    const auto fit = [&](const LeftoverTokens& tokens) {
+        return leftoverMatch(platform_, layout_.leftoverNames, found.name, tokens);
+    };
+    const std::optional<LeftoverMatch> own = fit(tokens_[index]);
     if (!own) {
         return false;
     }
-    const auto claims = [&](const LeftoverTokens& other) { return match(found, other) >= own; };
+    const auto claims = [&](const LeftoverTokens& other) { return fit(other) >= own; };
     for (std::size_t other = 0; other < tokens_.size(); ++other) {
         if (other != index && claims(tokens_[other])) {
             return false;
         }
     }
-    return std::ranges::none_of(foreign_, claims);
+    return std::ranges::none_of(foreign_, claims) &&
+           (own->byIdentifier || !isNameOfProgram(index, found.name, own->length)) &&
+           !places_.holdsUserFolder(found.path);
+}
+
+/// Whether a program that is no part of this application is called so. `length`: of the name by which it fits.
+bool LeftoverFinder::isNameOfProgram(std::size_t index, const LeftoverName& name, std::size_t length) const {
+    const auto isForeign = [&](const Path& program) {
+        const std::optional<Path> real = platform_.realPath(program);
+        return platform_.isExecutable(program) && real && !isAtOrBelow(*real, realPaths_[index]);
+    };
+    return std::ranges::any_of(name.plain, [&](const std::string& form) {
+        const auto found = programs_.find(form);
+        return form.size() >= length && found != programs_.end() && std::ranges::any_of(found->second, isForeign);
+    });
 }
 
 std::vector<Path> LeftoverFinder::residualPaths(std::size_t index) const {
@@ -185,13 +193,13 @@ void LeftoverFinder::addLinks(const Path& application, std::vector<Path>& out) c
     const std::optional<Path> body = platform_.realPath(application);
     for (const Path& folder : layout_.leftoverLinkFolders) {
         const auto entries = platform_.entries(folder);
-        if (!entries || !body) {
+        if (!entries || !body || !mayBeSearched(folder)) {
             continue;
         }
         for (const FolderEntry& entry : *entries) {
             const std::optional<Path> real =
                 entry.isSymlink ? platform_.realPath(folder / entry.name) : std::optional<Path>();
-            if (real && isOrIsBelow(*real, *body)) {
+            if (real && isAtOrBelow(*real, *body)) {
                 out.push_back(folder / entry.name);
             }
         }
@@ -202,10 +210,10 @@ void LeftoverFinder::addDottedNames(std::size_t index, std::vector<Path>& out) c
     if (!layout_.dottedHomeNames) {
         return;
     }
-    std::set<std::string> names(tokens_[index].names.begin(), tokens_[index].names.end());
-    if (!tokens_[index].identifier.empty()) {
-        names.insert(tokens_[index].identifier);
-    }
+    const LeftoverTokens& tokens = tokens_[index];
+    std::set<std::string> names(tokens.names.begin(), tokens.names.end());
+    names.insert({tokens.identifier, tokens.flatpak});
+    names.erase("");
     for (const std::string& name : names) {
         const Child found = child(context_.layout().home, "." + name, false);
         if (platform_.exists(found.path) && !mustStay(found) && belongsTo(index, found)) {

@@ -2,13 +2,19 @@
 #include "applications/AppUninstaller.h"
 #include "applications/Applications.h"
 #include "applications/DesktopEntries.h"
+#include "applications/ReleaseName.h"
+#include "scan/UserPlaces.h"
 
 #include <algorithm>
-#include <array>
 #include <set>
+#include <string_view>
 
 namespace vellmoor {
 namespace {
+
+/// How every ELF file begins.
+constexpr std::string_view elfMark{"\x7F"
+                                   "ELF"};
 
 /// Where a program of an entry is, executable or not.
 std::optional<Path> placeOf(const EngineContext& context, const std::string& program) {
@@ -33,7 +39,9 @@ private:
     [[nodiscard]] std::vector<FolderEntry> children(const Path& folder) const;
     [[nodiscard]] std::vector<Path> appImageFolders() const;
     [[nodiscard]] bool isAppImage(const Path& file) const;
-    [[nodiscard]] bool holdsExecutable(const Path& folder) const;
+    [[nodiscard]] bool isSharedFolder(const std::string& name) const;
+    [[nodiscard]] bool looksInstalled(const Path& folder) const;
+    [[nodiscard]] bool holdsProgram(const Path& folder) const;
     [[nodiscard]] const InstalledEntry* entryOf(const Path& application) const;
     [[nodiscard]] const InstalledEntry* flatpakEntry(const std::string& identifier) const;
 
@@ -85,6 +93,7 @@ void Finder::add(ApplicationKind kind, const Path& path, const InstalledEntry* e
     }
     found_.push_back({.appURL = path,
                       .displayName = std::move(fallbackName),
+                      .unlocalizedName = entry != nullptr ? entry->unlocalizedName : std::string(),
                       .bundleIdentifier = std::move(identifier),
                       .kind = kind});
 }
@@ -103,9 +112,7 @@ std::vector<Path> Finder::appImageFolders() const {
     const SystemLayout& layout = context_.layout();
     std::vector<Path> folders = layout.apps.appImageFolders;
     if (layout.apps.appImagesOnDesktop) {
-        const Path named = platform_.userFolders().desktop;
-        const Path desktop = lexicallyStandardized(named.empty() ? layout.home / "Desktop" : named);
-        if (desktop != layout.home && desktop != "/") { // a switched-off folder names the home
+        if (const Path& desktop = UserPlaces::of(context_).desktop(); !desktop.empty()) {
             folders.push_back(desktop);
         }
     }
@@ -131,10 +138,8 @@ bool Finder::isAppImage(const Path& file) const {
         return true;
     }
     const std::optional<std::string> start = platform_.fileStart(file, 11);
-    return start && start->size() == 11 &&
-           start->starts_with("\x7F"
-                              "ELF") &&
-           start->substr(8, 2) == "AI" && (start->back() == '\x01' || start->back() == '\x02');
+    return start && start->size() == 11 && start->starts_with(elfMark) && start->substr(8, 2) == "AI" &&
+           (start->back() == '\x01' || start->back() == '\x02');
 }
 
 void Finder::findProgramFolders(const Path& folder, bool onlyByEntry) {
@@ -145,7 +150,7 @@ void Finder::findProgramFolders(const Path& folder, bool onlyByEntry) {
             continue;
         }
         const InstalledEntry* entry = entryOf(path);
-        if (entry == nullptr && (onlyByEntry || !(holdsExecutable(path) || holdsExecutable(path / "bin")))) {
+        if (isSharedFolder(child.name) || (entry == nullptr && (onlyByEntry || !looksInstalled(path)))) {
             continue;
         }
         add(ApplicationKind::ProgramFolder, path, entry, child.name,
@@ -153,9 +158,22 @@ void Finder::findProgramFolders(const Path& folder, bool onlyByEntry) {
     }
 }
 
-bool Finder::holdsExecutable(const Path& folder) const {
+/// A folder such as bin holds the programs of many applications, whichever of them an entry names.
+bool Finder::isSharedFolder(const std::string& name) const {
+    const std::vector<std::string>& shared = context_.layout().apps.sharedFolderNames;
+    return std::ranges::find(shared, platform_.lowerCase(name)) != shared.end();
+}
+
+/// Holds a program that was built, and no work of the user's own. A folder of scripts may be anything.
+bool Finder::looksInstalled(const Path& folder) const {
+    return !platform_.exists(folder / ".git") && (holdsProgram(folder) || holdsProgram(folder / "bin"));
+}
+
+bool Finder::holdsProgram(const Path& folder) const {
     return std::ranges::any_of(children(folder), [&](const FolderEntry& child) {
-        return child.isRegularFile && platform_.isExecutable(folder / child.name);
+        const Path path = folder / child.name;
+        return child.isRegularFile && platform_.isExecutable(path) &&
+               (child.name == "AppRun" || platform_.fileStart(path, elfMark.size()) == elfMark);
     });
 }
 
@@ -184,65 +202,7 @@ const InstalledEntry* Finder::flatpakEntry(const std::string& identifier) const 
     return found == entries.end() ? nullptr : &*found;
 }
 
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-bool isLetter(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
-
-/// "2", "v1.4", "1.4.2rc1": digits between dots; letters at the end only behind a dotted number ("3d" is none).
-bool looksLikeVersion(std::string_view part) {
-    if (part.starts_with('v') || part.starts_with('V')) {
-        part.remove_prefix(1);
-    }
-    if (part.empty() || !isDigit(part.front())) {
-        return false;
-    }
-    const std::size_t end = std::min(part.find_first_not_of("0123456789."), part.size());
-    if (end == part.size()) {
-        return true;
-    }
-    const bool isDotted = part.substr(0, end).find('.') != std::string_view::npos;
-    return isDotted && std::ranges::all_of(part.substr(end), [](char c) { return isDigit(c) || isLetter(c); });
-}
-
-std::string asciiLower(std::string_view text) {
-    std::string out(text);
-    std::ranges::transform(out, out.begin(),
-                           [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return out;
-}
-
-/// The length of the last part with its separator; 0 when it belongs to the name.
-std::size_t releasePartLength(std::string_view name) {
-    static constexpr std::array known{"x86_64", "amd64", "aarch64", "linux"};
-    const std::string lower = asciiLower(name);
-    for (const std::string_view part : known) {
-        const bool isEnd = lower.size() > part.size() + 1 && lower.ends_with(part);
-        if (isEnd && std::string_view("-_. ").find(lower[lower.size() - part.size() - 1]) != std::string_view::npos) {
-            return part.size() + 1;
-        }
-    }
-    const std::size_t separator = name.find_last_of("-_ ");
-    if (separator == std::string_view::npos || separator == 0 || !looksLikeVersion(name.substr(separator + 1))) {
-        return 0;
-    }
-    return name.size() - separator;
-}
-
 } // namespace
-
-std::string releaseName(std::string_view fileName) {
-    const std::string ending = Path(fileName).extension().string();
-    // What follows the last dot may be a piece of the version: "Tool-1.2".
-    const bool isExtension = ending.size() > 1 && std::ranges::all_of(ending.substr(1), isLetter);
-    std::string name(isExtension ? fileName.substr(0, fileName.size() - ending.size()) : fileName);
-    while (const std::size_t length = releasePartLength(name)) {
-        name.resize(name.size() - length);
-    }
-    return name;
-}
 
 std::vector<EntryProgram> entryPrograms(const EngineContext& context, const InstalledEntry& entry) {
     std::vector<EntryProgram> programs;
@@ -255,8 +215,7 @@ std::vector<EntryProgram> entryPrograms(const EngineContext& context, const Inst
 }
 
 bool isProgramOf(const EntryProgram& program, const Path& application, const Path& real) {
-    return program.program == application || isStrictlyBelow(program.program, application) || program.real == real ||
-           isStrictlyBelow(program.real, real);
+    return isAtOrBelow(program.program, application) || program.real == real || isStrictlyBelow(program.real, real);
 }
 
 std::vector<ApplicationMetadata> unpackagedApplications(EngineContext& context) {

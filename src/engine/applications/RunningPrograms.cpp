@@ -1,9 +1,7 @@
 #include "Paths.h"
+#include "applications/AppUninstaller.h"
 #include "applications/Applications.h"
-#include "applications/DesktopEntries.h"
-#include "memory/MemoryText.h"
 #include "processes/LinuxProcesses.h"
-#include "processes/ProcessTable.h"
 
 #include <algorithm>
 
@@ -30,12 +28,12 @@ void RunningPrograms::readProcesses() {
         if (const std::optional<Path> program = processes.executable(pid)) {
             programs_.insert(platform.realPath(*program).value_or(*program));
         }
-        // The program of an AppImage lies in a mount that exists only while it runs; the variable names the file.
-        const std::string environment = processes.environment(pid);
-        const auto image = environmentValue(environment, "APPIMAGE");
-        if (image && image->starts_with('/')) {
-            const Path file = placedProgram(context_.layout(), *image);
-            programs_.insert(platform.realPath(file).value_or(file));
+        // The program of an AppImage lies in a mount that exists only while it runs; what runs is the file.
+        if (const std::optional<Path> image = processes.appImage(pid)) {
+            programs_.insert(platform.realPath(*image).value_or(*image));
+        }
+        if (std::string id = processes.flatpak(pid); !id.empty()) {
+            flatpaks_.insert(std::move(id));
         }
     }
 }
@@ -47,7 +45,7 @@ bool RunningPrograms::runs(const ApplicationMetadata& application) const {
         return bundlePaths_.contains(context_.platform().standardized(application.appURL)) ||
                (identifier && identifiers_.contains(*identifier));
     case ApplicationKind::Flatpak:
-        return identifier && runningNames(context_).contains("flatpak:" + *identifier);
+        return identifier && flatpaks_.contains(*identifier);
     case ApplicationKind::AppImage:
     case ApplicationKind::ProgramFolder:
         return runsProgramOf(context_.platform().realPath(application.appURL).value_or(application.appURL));
@@ -55,10 +53,25 @@ bool RunningPrograms::runs(const ApplicationMetadata& application) const {
     return false;
 }
 
+bool applicationRuns(EngineContext& context, const CleanupItem& row) {
+    if (!row.appInfo) {
+        return false;
+    }
+    const Path body = row.appInfo->appPath;
+    const bool isFlatpak = isFlatpakBody(context, body);
+    const std::string extension = context.platform().lowerCase(body.extension().string());
+    const bool isBundle = extension == "." + context.layout().apps.bundleExtension;
+    return RunningPrograms(context).runs({.appURL = body,
+                                          .displayName = row.title,
+                                          .unlocalizedName = {},
+                                          .bundleIdentifier = row.appInfo->bundleIdentifier,
+                                          .kind = isFlatpak  ? ApplicationKind::Flatpak
+                                                  : isBundle ? ApplicationKind::Bundle
+                                                             : ApplicationKind::ProgramFolder});
+}
+
 bool RunningPrograms::runsProgramOf(const Path& application) const {
-    return std::ranges::any_of(programs_, [&](const Path& program) {
-        return program == application || isStrictlyBelow(program, application);
-    });
+    return std::ranges::any_of(programs_, [&](const Path& program) { return isAtOrBelow(program, application); });
 }
 
 } // namespace vellmoor

@@ -4,9 +4,9 @@
 #include "Paths.h"
 #include "Platform.h"
 #include "ScanSnapshot.h"
-#include "Walk.h"
-#include "scan/DeepScanFilter.h"
+#include "scan/DeepWalk.h"
 #include "scan/PathMeasurement.h"
+#include "scan/UserPlaces.h"
 
 #include <algorithm>
 #include <chrono>
@@ -26,24 +26,6 @@ struct Root {
     Path real;
 };
 
-bool isAtOrBelow(const Path& path, const Path& folder) {
-    return path == folder || isStrictlyBelow(path, folder);
-}
-
-/// The folders as the desktop names them, each with the layout's own as fall-back.
-std::vector<Path> namedRoots(const EngineContext& context) {
-    const UserFolders folders = context.platform().userFolders();
-    std::vector<Path> roots{folders.downloads, folders.desktop, folders.documents, folders.videos, folders.pictures};
-    const std::vector<Path>& fallbacks = context.layout().largeFileRoots;
-    for (std::size_t i = 0; i < roots.size() && i < fallbacks.size(); ++i) {
-        if (roots[i].empty()) {
-            roots[i] = fallbacks[i];
-        }
-    }
-    std::erase_if(roots, [](const Path& root) { return root.empty(); });
-    return roots;
-}
-
 /// Where the walk of `root` starts. A user may have moved a folder and left a link; the walk itself follows none.
 /// What lies in the home is spelled as the layout spells the home, which may be reached through a link itself.
 Path walkStart(const EngineContext& context, const Root& root) {
@@ -59,30 +41,12 @@ Path walkStart(const EngineContext& context, const Root& root) {
     return root.real;
 }
 
-/// Whether the walk of `above` comes to `below`: it passes hidden folders by, and stays on its file system.
-bool isReachedFrom(const Platform& platform, const Path& below, const Path& above) {
-    if (!isStrictlyBelow(below, above)) {
-        return false;
-    }
-    for (Path place = below; place != above; place = place.parent_path()) {
-        if (place.filename().native().starts_with('.') || platform.isMountPoint(place)) {
-            return false;
-        }
-    }
-    return true;
-}
-
-/// Those that exist, once each. A folder that is switched off is set to the home folder; neither it nor a folder
-/// above it is an everyday folder.
-std::vector<Root> searchRoots(const EngineContext& context) {
+/// Those that exist, once each.
+std::vector<Root> searchRoots(EngineContext& context) {
     const Platform& platform = context.platform();
-    const Path home = platform.standardized(context.layout().home);
-    const Path realHome = platform.realPath(home).value_or(home);
     std::vector<Root> roots;
-    for (const Path& named : namedRoots(context)) {
-        const Path path = platform.standardized(named);
-        const std::optional<Path> real = platform.realPath(path);
-        if (real && !isAtOrBelow(home, path) && !isAtOrBelow(realHome, *real)) {
+    for (const Path& path : UserPlaces::of(context).everyday()) {
+        if (const auto real = path.empty() ? std::nullopt : platform.realPath(path)) {
             roots.push_back({path, *real});
         }
     }
@@ -106,67 +70,26 @@ bool isLarger(const ScannedPath& a, const ScannedPath& b) {
     return a.bytes != b.bytes ? a.bytes > b.bytes : a.url < b.url; // the path only makes the order repeatable
 }
 
-/// Collects the files from the threshold upwards, one list per worker.
-class Collector final : public walk::Visitor {
-public:
-    Collector(const DeepScanFilter& filter, const CancelToken& token, unsigned workers)
-        : filter_(filter),
-          token_(token),
-          slots_(workers) {}
-
-    walk::Action entry(const walk::Entry& entry, unsigned worker) override {
-        if (token_.isCancelled()) {
-            return walk::Action::Stop;
-        }
-        if (filter_.excludesName(entry.name, entry.depth)) {
-            return walk::Action::Prune;
-        }
-        if (entry.type == walk::EntryType::Directory) {
-            return filter_.excludesFolder(entry.path()) ? walk::Action::Prune : walk::Action::Continue;
-        }
-        if (entry.type == walk::EntryType::File && entry.allocatedBytes >= thresholdBytes) {
-            slots_[worker].found.push_back({.url = entry.path(),
-                                            .bytes = entry.allocatedBytes,
-                                            .files = 1,
-                                            .modified = timePoint(entry.modifiedNs)});
-        }
-        return walk::Action::Continue;
-    }
-
-    walk::Action directory(const walk::Directory& directory, unsigned) override {
-        return filter_.marksSyncRoot(directory.names) ? walk::Action::Prune : walk::Action::Continue;
-    }
-
-    void moveInto(std::vector<ScannedPath>& all) {
-        for (Slot& slot : slots_) {
-            std::ranges::move(slot.found, std::back_inserter(all));
-        }
-    }
-
-private:
-    /// A cache line each, so that workers do not slow each other down.
-    struct alignas(64) Slot {
-        std::vector<ScannedPath> found;
-    };
-    const DeepScanFilter& filter_;
-    const CancelToken& token_;
-    std::vector<Slot> slots_;
-};
-
 void collect(const EngineContext& context, const Root& root, std::vector<ScannedPath>& all) {
     const Platform& platform = context.platform();
-    const Path start = walkStart(context, root);
-    const DeepScanFilter filter(platform, context.layout(), start);
-    if (filter.excludesAll() || DeepScanFilter(platform, context.layout(), root.path).excludesAll()) {
+    if (DeepScanFilter(platform, context.layout(), root.path).excludesAll()) {
         return;
     }
     walk::Options options;
-    options.wantsNames = filter.wantsNames();
-    options.cancelled = &context.token().flag();
     options.isPackage = [&platform](const Path& folder) { return platform.isPackage(folder); };
-    Collector collector(filter, context.token(), walk::workerCount(options));
-    walk::walk(start, options, collector); // an unreadable root has no large files
-    collector.moveInto(all);
+    const auto keepLarge = [](const walk::Entry& entry, std::vector<ScannedPath>& found) {
+        if (entry.allocatedBytes >= thresholdBytes) {
+            found.push_back({.url = entry.path(),
+                             .bytes = entry.allocatedBytes,
+                             .files = 1,
+                             .modified = timePoint(entry.modifiedNs)});
+        }
+    };
+    // An unreadable root has no large files, and of a walk that was cut short each file that it found is true.
+    auto walked = deepWalk<std::vector<ScannedPath>>(context, walkStart(context, root), options, keepLarge);
+    for (auto& slot : walked.slots) {
+        std::ranges::move(slot.found, std::back_inserter(all));
+    }
 }
 
 void keepLargest(std::vector<ScannedPath>& paths, std::size_t limit) {

@@ -23,12 +23,6 @@ using Names = std::array<std::pair<Value, const char*>, Count>;
 constexpr Names<FileKind, 4> kinds{
     {{FileKind::File, "file"}, {FileKind::Folder, "folder"}, {FileKind::Link, "link"}, {FileKind::Other, "other"}}};
 constexpr Names<Sameness, 2> samenesses{{{Sameness::Kind, "kind"}, {Sameness::Content, "content"}}};
-constexpr Names<CleanupFate, 6> fates{{{CleanupFate::Trashed, "trashed"},
-                                       {CleanupFate::Removed, "removed"},
-                                       {CleanupFate::Vanished, "vanished"},
-                                       {CleanupFate::Kept, "kept"},
-                                       {CleanupFate::Failed, "failed"},
-                                       {CleanupFate::Untried, "untried"}}};
 
 template <class Value, std::size_t Count>
 std::string nameOf(const Names<Value, Count>& names, Value value) {
@@ -116,7 +110,8 @@ public:
         }
         try {
             takeEvent(json);
-        } catch (const Json::exception&) { // NOLINT(bugprone-empty-catch): a line of another version is passed over
+        } catch (const std::exception&) { // NOLINT(bugprone-empty-catch)
+            // Another version's, or about what was dropped: it is passed over.
         }
     }
 
@@ -182,7 +177,7 @@ private:
     void takeFact(const Json& json) {
         PastTarget& target =
             cleans_.at(json.at("id").get<std::string>()).clean.targets.at(json.at("index").get<std::size_t>());
-        target.fate = valueOf(fates, json.at("fate"));
+        target.fate = valueOf(cleanupFates, json.at("fate"));
         target.place = pathOf(json.at("place"));
         target.reason = json.at("reason").get<std::string>();
     }
@@ -214,7 +209,7 @@ Outcome JournalEntry::did(std::size_t index, const CleanupOutcome& outcome) {
     return log_.append(line({{"event", "did"},
                              {"id", id_},
                              {"index", index},
-                             {"fate", nameOf(fates, outcome.fate)},
+                             {"fate", nameOf(cleanupFates, outcome.fate)},
                              {"place", percentEncoded(outcome.place.native())},
                              {"reason", outcome.reason}}));
 }

@@ -1,9 +1,13 @@
 #include "junk/SystemJunk.h"
 
+#include "Paths.h"
 #include "scan/PathMeasurement.h"
+#include "scan/UserPlaces.h"
 
 #include <algorithm>
 #include <chrono>
+#include <cstddef>
+#include <utility>
 
 namespace vellmoor {
 namespace {
@@ -26,11 +30,46 @@ CategorySpec specOf(const EngineContext& context, const JunkCategory& category) 
     return spec;
 }
 
-/// A listed folder that exists but holds nothing makes its row disappear; a missing one leaves it as information.
+/// Folders that are there but list nothing make the row disappear; missing ones leave it as information.
 bool isEmptyListing(const EngineContext& context, const JunkCategory& category, const CleanupItem& item) {
-    return item.targets.empty() && std::ranges::any_of(category.roots, [&](const RootPattern& pattern) {
-               return !pattern.components.empty() && context.platform().exists(pattern.base);
-           });
+    std::vector<Path> present = category.listed;
+    std::erase_if(present, [&](const Path& folder) { return !context.platform().exists(folder); });
+    return item.targets.empty() && !present.empty() &&
+           std::ranges::all_of(present, [&](const Path& folder) { return visibleChildren(context, folder).empty(); });
+}
+
+/// Without those that equal another one, or lie below it; the first of equal ones stays.
+void keepOutermost(const EngineContext& context, std::vector<Path>& roots) {
+    std::vector<Path> places;
+    for (const Path& root : roots) {
+        places.push_back(context.platform().realPlace(root).value_or(root));
+    }
+    std::vector<Path> kept;
+    for (std::size_t index = 0; index < roots.size(); ++index) {
+        const Path& place = places[index];
+        const bool isInside =
+            std::ranges::any_of(places, [&](const Path& other) { return isStrictlyBelow(place, other); });
+        const auto first = std::ranges::find(places, place) - places.begin();
+        if (!isInside && first == static_cast<std::ptrdiff_t>(index)) {
+            kept.push_back(roots[index]);
+        }
+    }
+    roots = std::move(kept);
+}
+
+/// What the category's patterns find. Nothing when its folder is none that may be listed; never what lies in the user's
+/// own folders.
+std::vector<Path> rootsOf(EngineContext& context, const JunkCategory& category) {
+    const UserPlaces& places = UserPlaces::of(context);
+    if (!category.argument.empty() && !places.isFit(category.argument, BaseOrigin::BaseFolder)) {
+        return {};
+    }
+    std::vector<Path> roots = expandRoots(context, category.roots);
+    std::erase_if(roots, [&](const Path& root) { return places.liesInUserFolder(root); });
+    if (category.countsOnce) {
+        keepOutermost(context, roots);
+    }
+    return roots;
 }
 
 CleanupItem downloadLeftovers(EngineContext& context) {
@@ -54,11 +93,9 @@ bool isNothing(const CleanupItem& item) {
 std::vector<CleanupItem> systemJunkItems(EngineContext& context) {
     std::vector<CleanupItem> items;
     for (const JunkCategory& category : context.layout().junk) {
+        context.throwIfCancelled();
         CategorySpec spec = specOf(context, category);
-        spec.roots = expandRoots(context, category.roots);
-        if (category.risk != CleanupRisk::safe) {
-            context.throwIfCancelled();
-        }
+        spec.roots = rootsOf(context, category);
         CleanupItem item = categoryItem(context, spec);
         if (!isEmptyListing(context, category, item)) {
             items.push_back(std::move(item));
@@ -71,12 +108,15 @@ std::vector<CleanupItem> systemJunkItems(EngineContext& context) {
 }
 
 std::vector<Path> downloadResidualFiles(EngineContext& context) {
-    const DownloadRule& rule = context.layout().downloads;
-    const Path named = context.platform().userFolders().downloads;
+    const std::vector<std::string>& extensions = context.layout().installerExtensions;
+    const Path& folder = UserPlaces::of(context).downloads();
     const TimePoint cutOff = context.now() - downloadAge;
     std::vector<Path> kept;
-    for (const Path& path : visibleChildren(context, named.empty() ? rule.folder : named)) {
-        if (std::ranges::find(rule.extensions, lowerExtension(path)) == rule.extensions.end()) {
+    if (folder.empty()) {
+        return kept; // switched off
+    }
+    for (const Path& path : visibleChildren(context, folder)) {
+        if (std::ranges::find(extensions, lowerExtension(path)) == extensions.end()) {
             continue;
         }
         if (modificationDate(context, path).value_or(TimePoint::min()) < cutOff) {

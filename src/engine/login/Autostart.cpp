@@ -1,7 +1,7 @@
-#include "Glob.h"
 #include "Paths.h"
 #include "Platform.h"
 #include "applications/DesktopEntries.h"
+#include "applications/EntryPrograms.h"
 #include "applications/ExecLine.h"
 #include "login/StartupEntries.h"
 
@@ -10,8 +10,6 @@
 
 namespace vellmoor {
 namespace {
-
-const std::string entryGroup = "Desktop Entry";
 
 using Names = std::vector<std::string>;
 
@@ -25,34 +23,13 @@ bool honoursGnomeSwitch(const Names& desktops) {
     return std::ranges::any_of(honouring, [&](const char* name) { return contains(desktops, name); });
 }
 
-bool isFalse(const std::map<std::string, std::string>& group, const std::string& key) {
-    const auto found = group.find(key);
-    return found != group.end() && (found->second == "false" || found->second == "0");
-}
-
-/// The rule of the Desktop Entry Specification: the first name that either list holds decides.
-bool isShownIn(const InstalledEntry& entry, const Names& desktops) {
-    for (const std::string& desktop : desktops) {
-        if (contains(entry.onlyShowIn, desktop)) {
-            return true;
-        }
-        if (contains(entry.notShowIn, desktop)) {
-            return false;
-        }
-    }
-    return entry.onlyShowIn.empty();
+bool isSwitchedOff(const KeyFile& file) {
+    const std::string value = valueOf(file, entryGroup, "X-GNOME-Autostart-enabled");
+    return value == "false" || value == "0";
 }
 
 bool startsAtLogin(const EngineContext& context, const InstalledEntry& entry) {
-    return !entry.exec.empty() && isShownIn(entry, context.layout().startup.desktops) &&
-           (entry.tryExec.empty() || programPath(context, entry.tryExec));
-}
-
-/// A program that only runs others: two entries that start it need not be the same application.
-bool isLauncher(const EngineContext& context, std::string_view program) {
-    const std::string name = displayName(program);
-    return std::ranges::any_of(context.layout().memory.grouping.launchers,
-                               [&](const std::string& pattern) { return globMatches(pattern, name); });
+    return !entry.exec.empty() && isForDesktop(context, entry, context.layout().startup.desktops);
 }
 
 bool isSameProgram(const EngineContext& context, const std::string& a, const std::string& b) {
@@ -99,7 +76,7 @@ std::optional<StartupFacts> autostartFacts(EngineContext& context, const Path& f
         return std::nullopt;
     }
     const std::vector<std::string>& desktops = context.layout().startup.desktops;
-    if (honoursGnomeSwitch(desktops) && isFalse(keys->at(entryGroup), "X-GNOME-Autostart-enabled")) {
+    if (honoursGnomeSwitch(desktops) && isSwitchedOff(*keys)) {
         return std::nullopt;
     }
     StartupFacts facts{.label = entry->id, .ownName = entry->name, .program = {}, .application = {}};
@@ -110,15 +87,6 @@ std::optional<StartupFacts> autostartFacts(EngineContext& context, const Path& f
     facts.application = entryForStartupItem(context, facts.label, words);
     facts.startsAtLogin = startsAtLogin(context, *entry);
     return facts;
-}
-
-bool isAutostartMask(const Platform& platform, const Path& file) {
-    const std::optional<KeyFile> keys = platform.keyFile(file);
-    if (!keys || !keys->contains(entryGroup)) {
-        return false;
-    }
-    const auto found = keys->at(entryGroup).find("X-Vellmoor-Mask");
-    return found != keys->at(entryGroup).end() && found->second == "true";
 }
 
 std::string unitNameEscape(std::string_view label) {

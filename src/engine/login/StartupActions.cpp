@@ -2,8 +2,10 @@
 #include "Paths.h"
 #include "Platform.h"
 #include "ScanSnapshot.h"
+#include "applications/DesktopEntries.h"
 #include "login/StartupEntries.h"
 #include "login/StartupItems.h"
+#include "login/StartupMasks.h"
 
 #include <algorithm>
 
@@ -78,11 +80,9 @@ void Loader::unload(const Path& file) const {
     switch (kind_) {
     case StartupKind::LaunchAgent:
         return run({"bootout", launchDomain(), file.string()});
-    case StartupKind::Autostart: {
-        const std::string unit = unitNameEscape(file.stem().string());
-        run({"--user", "stop", "app-" + unit + "@autostart.service"});
-        return run({"--user", "stop", "app-gnome-" + unit + "-*.scope"});
-    }
+    case StartupKind::Autostart:
+        // Never a scope: a program that was started by hand lies in one of the same name.
+        return run({"--user", "stop", "app-" + unitNameEscape(file.stem().string()) + "@autostart.service"});
     case StartupKind::UserService:
         if (isUnitName(name)) {
             run({"--user", "stop", name});
@@ -113,63 +113,23 @@ void Loader::load(const Path& file, bool starts) const {
     }
 }
 
-/// A value as key files write it (Desktop Entry Specification, "Possible value types").
-std::string escapedValue(std::string_view value) {
-    std::string out;
-    for (const char c : value) {
-        switch (c) {
-        case '\n':
-            out += "\\n";
-            break;
-        case '\r':
-            out += "\\r";
-            break;
-        case '\t':
-            out += "\\t";
-            break;
-        case '\\':
-            out += "\\\\";
-            break;
-        case ' ':
-            out += out.empty() ? "\\s" : " ";
-            break;
-        default:
-            out += c;
-        }
-    }
-    return out;
-}
-
-std::string maskText(const std::string& name) {
-    return "[Desktop Entry]\nType=Application\nName=" + escapedValue(name) + "\nHidden=true\nX-Vellmoor-Mask=true\n";
-}
-
-/// Whether an entry of a system folder would start in the place of the one that is moved away.
-bool needsMask(const EngineContext& context, StartupKind kind, const Path& file) {
-    return kind == StartupKind::Autostart &&
-           std::ranges::any_of(context.layout().startup.takeoverFolders,
-                               [&](const Path& folder) { return context.platform().exists(folder / file.filename()); });
-}
-
 /// The name in the file itself: another program may show the mask.
 std::string writtenName(const EngineContext& context, const Path& file, const std::string& fallback) {
     const std::optional<KeyFile> keys = context.platform().keyFile(file);
-    const auto group = keys ? keys->find("Desktop Entry") : KeyFile::const_iterator();
-    if (!keys || group == keys->end() || !group->second.contains("Name")) {
-        return fallback;
-    }
-    return group->second.at("Name");
+    const std::string name = keys ? valueOf(*keys, entryGroup, "Name") : std::string();
+    return name.empty() ? fallback : name;
 }
 
 /// Moves the configuration away and masks its name where that is needed; all of it or nothing.
-Outcome moveAway(const EngineContext& context, const StartupItem& item, StartupKind kind, const Path& destination) {
+Outcome moveAway(const EngineContext& context, const StartupItem& item, const StartupFolders& folders,
+                 const Path& destination) {
     const Platform& platform = context.platform();
-    const bool masks = needsMask(context, kind, item.plistURL);
-    const std::string mask = masks ? maskText(writtenName(context, item.plistURL, item.name)) : std::string();
+    const bool masks = needsStartupMask(context, folders, item.plistURL);
+    const std::string name = masks ? writtenName(context, item.plistURL, item.name) : std::string();
     if (Outcome moved = platform.moveItem(item.plistURL, destination); !moved || !masks) {
         return moved;
     }
-    Outcome masked = platform.createFile(item.plistURL, mask);
+    Outcome masked = createStartupMask(platform, folders.kind, item.plistURL, name);
     if (!masked) {
         if (const Outcome undone = platform.moveItem(destination, item.plistURL); !undone) {
             return std::unexpected(masked.error() + "\n" + undone.error());
@@ -179,19 +139,19 @@ Outcome moveAway(const EngineContext& context, const StartupItem& item, StartupK
 }
 
 /// Moves the configuration back. A mask makes room for it, and comes back when the move fails.
-Outcome moveBack(const EngineContext& context, const StartupItem& item, const Path& destination, bool isMasked) {
+Outcome moveBack(const EngineContext& context, const StartupItem& item, StartupKind kind, const Path& destination,
+                 bool isMasked) {
     const Platform& platform = context.platform();
     if (!isMasked) {
         return platform.moveItem(item.plistURL, destination);
     }
-    constexpr std::size_t enough = 1 << 20; // as much as is read of any key file
-    const std::optional<std::string> mask = platform.fileContents(destination, enough);
+    const std::string name = writtenName(context, destination, item.name);
     if (Outcome removed = platform.removeFile(destination); !removed) {
         return removed;
     }
     Outcome moved = platform.moveItem(item.plistURL, destination);
-    if (!moved && mask) {
-        if (const Outcome undone = platform.createFile(destination, *mask); !undone) {
+    if (!moved) {
+        if (const Outcome undone = createStartupMask(platform, kind, destination, name); !undone) {
             return std::unexpected(moved.error() + "\n" + undone.error());
         }
     }
@@ -214,7 +174,7 @@ StartupActionResult disableStartupItem(EngineContext& context, const StartupItem
     }
     const Loader loader(context, folders.kind);
     loader.unload(item.plistURL);
-    if (const Outcome moved = moveAway(context, item, folders.kind, destination); !moved) {
+    if (const Outcome moved = moveAway(context, item, folders, destination); !moved) {
         return failed(L::tr("禁用 %@ 失败：%@", item.name, moved.error()));
     }
     loader.forget();
@@ -235,11 +195,11 @@ StartupActionResult enableStartupItem(EngineContext& context, const StartupItem&
         return failed(L::tr("恢复 %@ 失败：%@", item.name, created.error()));
     }
     const bool exists = platform.exists(destination);
-    const bool isMasked = exists && folders.kind == StartupKind::Autostart && isAutostartMask(platform, destination);
+    const bool isMasked = exists && isStartupMask(platform, folders.kind, destination);
     if (exists && !isMasked) {
         return failed(L::tr("启用失败：LaunchAgents 中已存在同名配置。"));
     }
-    if (const Outcome moved = moveBack(context, item, destination, isMasked); !moved) {
+    if (const Outcome moved = moveBack(context, item, folders.kind, destination, isMasked); !moved) {
         return failed(L::tr("恢复 %@ 失败：%@", item.name, moved.error()));
     }
     Loader(context, folders.kind).load(destination, item.startsAtLogin);

@@ -42,10 +42,6 @@ std::optional<Path> entryForStartupItem(EngineContext& context, std::string_view
 /// The extension of the files of a kind, without dot.
 std::string_view fileExtension(StartupKind kind);
 
-/// Whether the file is the stand-in that a disabled autostart entry leaves behind, so that no entry of the same name
-/// in a system folder takes its place.
-bool isAutostartMask(const Platform& platform, const Path& file);
-
 /// `label` as systemd writes it into a unit's name (systemd.unit(5), "String Escaping for Inclusion in Unit Names").
 std::string unitNameEscape(std::string_view label);
 

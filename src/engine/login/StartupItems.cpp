@@ -7,6 +7,7 @@
 #include "scan/PathMeasurement.h"
 
 #include <algorithm>
+#include <map>
 
 namespace vellmoor {
 namespace {
@@ -23,11 +24,35 @@ std::optional<StartupFacts> factsOf(EngineContext& context, const Path& file, St
     return std::nullopt;
 }
 
-std::string nameOf(EngineContext& context, const StartupFacts& facts, const Path& file) {
-    if (facts.application) {
-        return appDisplayName(context, *facts.application);
+/// Where many items may start one application each is its file; elsewhere it is the application's, else the agent's.
+std::string identifierOf(EngineContext& context, const StartupFacts& facts, const Path& file) {
+    if (context.layout().startup.filesNameItems) {
+        return file.string();
     }
-    return facts.ownName.empty() ? friendlyName(facts.label, file.stem().string()) : facts.ownName;
+    const std::optional<std::string> application =
+        facts.application ? appIdentifier(context, *facts.application) : std::nullopt;
+    return application.value_or(facts.label);
+}
+
+std::string nameOf(EngineContext& context, const StartupFacts& facts, const Path& file) {
+    if (!facts.ownName.empty()) {
+        return facts.ownName;
+    }
+    return facts.application ? appDisplayName(context, *facts.application)
+                             : friendlyName(facts.label, file.stem().string());
+}
+
+/// Adds the file to a name that several items bear.
+void tellApart(const Platform& platform, std::vector<StartupItem>& items) {
+    std::map<std::string, int> bearers;
+    for (const StartupItem& item : items) {
+        ++bearers[platform.lowerCase(item.name)];
+    }
+    for (StartupItem& item : items) {
+        if (bearers.at(platform.lowerCase(item.name)) > 1) {
+            item.name = L::tr("%@（%@）", item.name, displayName(item.plistURL));
+        }
+    }
 }
 
 /// The items of the files of that kind directly in `folder`; none when it cannot be listed.
@@ -76,12 +101,8 @@ std::optional<StartupItem> launchAgentItem(EngineContext& context, const Path& f
     if (!facts) {
         return std::nullopt;
     }
-    std::optional<std::string> identifier;
-    if (facts->application) {
-        identifier = appIdentifier(context, *facts->application);
-    }
     const bool hasProgram = facts->program && !facts->program->empty();
-    return StartupItem{.id = identifier.value_or(facts->label),
+    return StartupItem{.id = identifierOf(context, *facts, file),
                        .name = nameOf(context, *facts, file),
                        .label = facts->label,
                        .description = hasProgram ? displayPath(context.layout(), *facts->program) : displayName(file),
@@ -97,6 +118,9 @@ std::vector<StartupItem> startupItems(EngineContext& context) {
     for (const StartupFolders& folders : context.layout().startup.folders) {
         std::ranges::move(launchAgentItems(context, folders.enabled, folders.kind, true), std::back_inserter(items));
         std::ranges::move(launchAgentItems(context, folders.disabled, folders.kind, false), std::back_inserter(items));
+    }
+    if (context.layout().startup.filesNameItems) {
+        tellApart(context.platform(), items);
     }
     std::ranges::stable_sort(items, [&](const StartupItem& a, const StartupItem& b) {
         if (a.isEnabled != b.isEnabled) {

@@ -21,11 +21,6 @@ bool isUnitOfItsOwn(const EngineContext& context, const Path& file) {
     return target && real && target->filename() == file.filename() && real->filename() == file.filename();
 }
 
-std::string valueOf(const std::map<std::string, std::string>& group, const std::string& key) {
-    const auto found = group.find(key);
-    return found == group.end() ? std::string() : found->second;
-}
-
 /// The words of an ExecStart value without the prefixes of the program, "%h" resolved to the home folder
 /// (systemd.service(5), systemd.unit(5)).
 std::vector<std::string> commandWords(const EngineContext& context, std::string_view command) {
@@ -68,22 +63,19 @@ std::optional<StartupFacts> userServiceFacts(EngineContext& context, const Path&
         return std::nullopt;
     }
     const std::optional<KeyFile> keys = context.platform().keyFile(file);
-    const auto service = keys ? keys->find("Service") : KeyFile::const_iterator();
-    if (!keys || service == keys->end()) {
+    if (!keys || !keys->contains("Service")) {
         return std::nullopt;
     }
     StartupFacts facts;
     facts.label = file.stem().string();
-    if (const auto unit = keys->find("Unit"); unit != keys->end()) {
-        facts.ownName = valueOf(unit->second, "Description");
-    }
-    const std::vector<std::string> words = commandWords(context, valueOf(service->second, "ExecStart"));
+    facts.ownName = valueOf(*keys, "Unit", "Description");
+    const std::vector<std::string> words = commandWords(context, valueOf(*keys, "Service", "ExecStart"));
     if (!words.empty()) {
         facts.program = words.front();
     }
     facts.application = entryForStartupItem(context, facts.label, words);
     facts.startsAtLogin =
-        service->second.contains("Restart") || isWanted(context, enabledFolder(context), file.filename().string());
+        keys->at("Service").contains("Restart") || isWanted(context, enabledFolder(context), file.filename().string());
     return facts;
 }
 

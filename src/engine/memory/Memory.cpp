@@ -109,6 +109,7 @@ MemorySnapshot memorySnapshot(const EngineContext& context) {
     const auto bytes = [unit](std::int64_t count) { return checkedMul(count, unit); };
 
     snapshot.freeBytes = bytes(sumOf(layout.labels.free, *text));
+    snapshot.unusedBytes = bytes(sumOf(layout.labels.unused, *text));
     snapshot.activeBytes = bytes(sumOf(layout.labels.active, *text));
     snapshot.wiredBytes = bytes(sumOf(layout.labels.wired, *text));
     snapshot.compressedBytes = bytes(checkedAdd(sumOf(layout.labels.compressed, *text), devices));
@@ -116,9 +117,9 @@ MemorySnapshot memorySnapshot(const EngineContext& context) {
         std::max<std::int64_t>(0, bytes(checkedAdd(sumOf(layout.labels.inactive, *text), releasable)));
 
     const std::int64_t raw = checkedAdd(bytes(releasable), snapshot.compressedBytes / 2);
-    const std::int64_t used = std::max<std::int64_t>(checkedSub(snapshot.totalBytes, snapshot.freeBytes), 0);
+    const std::int64_t filled = std::max<std::int64_t>(checkedSub(snapshot.totalBytes, snapshot.unusedBytes), 0);
     snapshot.reclaimableBytes =
-        estimatedReleasableMemory(std::min(std::max<std::int64_t>(raw, 0), used), snapshot.totalBytes);
+        estimatedReleasableMemory(std::min(std::max<std::int64_t>(raw, 0), filled), snapshot.totalBytes);
     return snapshot;
 }
 

@@ -23,9 +23,9 @@ MemorySnapshot memorySnapshot(const EngineContext& context);
 /// At most 8, largest first.
 std::vector<MemoryApp> memoryApps(EngineContext& context);
 
-/// `app` with the processes that it has now, none when it has ended: a process number of an earlier scan may belong
-/// to something else by the time the user acts on it.
-MemoryApp withCurrentProcesses(EngineContext& context, const MemoryApp& app);
+/// `app` with those of its processes that still are the application's, none when it has ended or was started anew: a
+/// process number of an earlier scan may belong to something else by the time the user acts on it.
+MemoryApp withLivingProcesses(EngineContext& context, const MemoryApp& app);
 
 /// Always exactly one row.
 std::vector<CleanupItem> memoryItems(const MemorySnapshot& snapshot);

@@ -27,6 +27,7 @@ MemoryApp appOf(ProcessApplications& applications, const std::string& key, const
     app.processCount = static_cast<std::int64_t>(samples.size());
     for (const ProcessMemorySample& sample : samples) {
         app.pids.push_back(sample.pid);
+        app.starts.push_back(sample.started);
     }
     return app;
 }
@@ -63,12 +64,10 @@ std::vector<MemoryApp> memoryApps(EngineContext& context) {
     return apps;
 }
 
-MemoryApp withCurrentProcesses(EngineContext& context, const MemoryApp& app) {
+MemoryApp withLivingProcesses(EngineContext& context, const MemoryApp& app) {
     const std::vector<MemoryApp> apps = allApps(context);
-    const auto found = std::ranges::find(apps, app.id, &MemoryApp::id);
-    MemoryApp current = app;
-    current.pids = found != apps.end() ? found->pids : std::vector<std::int32_t>();
-    return current;
+    const auto found = std::ranges::find_if(apps, [&](const MemoryApp& now) { return app.isStill(now); });
+    return app.withProcessesOf(found != apps.end() ? *found : MemoryApp());
 }
 
 } // namespace vellmoor

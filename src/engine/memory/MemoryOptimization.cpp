@@ -32,12 +32,15 @@ MemoryOptimization failure(const CommandResult& result, std::string_view statusK
     return failure(text.empty() ? L::tr(statusKey, result.status) : text);
 }
 
+bool saysAny(const EngineContext& context, const CommandResult& result, const std::vector<std::string>& phrases) {
+    const std::string said = result.combinedOutput();
+    return std::ranges::any_of(
+        phrases, [&](const std::string& phrase) { return context.platform().containsPhrase(said, phrase); });
+}
+
 /// Whether the tool was refused for want of administrator rights.
 bool isRefused(const EngineContext& context, const CommandResult& result) {
-    const std::string said = result.combinedOutput();
-    return std::ranges::any_of(context.layout().memory.elevation.refusals, [&](const std::string& phrase) {
-        return context.platform().containsPhrase(said, phrase);
-    });
+    return saysAny(context, result, context.layout().memory.elevation.refusals);
 }
 
 std::vector<std::string> elevatedArguments(const PurgeElevation& elevation, const PurgeTool& purge) {
@@ -57,7 +60,7 @@ bool isCancelled(const EngineContext& context, const CommandResult& result) {
     if (elevation.cancelStatus) {
         return result.status == *elevation.cancelStatus;
     }
-    return context.platform().containsPhrase(result.combinedOutput(), elevation.cancelPhrase);
+    return saysAny(context, result, elevation.cancelPhrases);
 }
 
 /// Runs the tool again with administrator rights; the system asks the user for them.
@@ -95,7 +98,8 @@ MemoryOptimization optimizeMemory(const EngineContext& context, const std::funct
     if (purge->needsSync) {
         writeDisks();
     }
-    const CommandResult result = context.platform().commandResult(purge->tool, purge->arguments);
+    // Its refusal is recognised by its words.
+    const CommandResult result = context.platform().untranslatedResult(purge->tool, purge->arguments);
     if (result.status == 0) {
         return {.succeeded = true, .message = L::tr("已请求 macOS 释放预计可释放的文件缓存。")};
     }

@@ -104,15 +104,6 @@ std::int64_t zramBytes(std::string_view mmStat) {
     return columns.size() < 3 ? 0 : std::max<std::int64_t>(decimal<std::int64_t>(columns[2]).value_or(0), 0);
 }
 
-std::optional<std::string_view> statusValue(std::string_view status, std::string_view label) {
-    for (const std::string_view line : lines(status)) {
-        if (line.starts_with(label)) {
-            return trimmed(line.substr(label.size()));
-        }
-    }
-    return std::nullopt;
-}
-
 std::optional<std::string_view> environmentValue(std::string_view environ, std::string_view name) {
     while (!environ.empty()) {
         const std::string_view entry = environ.substr(0, environ.find('\0'));

@@ -15,8 +15,9 @@ namespace vellmoor {
 /// One process as a listing shows it.
 struct ProcessMemorySample {
     std::int32_t pid = 0;
-    std::int64_t bytes = 0; ///< resident; shared pages count in every process
-    std::string command;    ///< path of the executable
+    std::int64_t bytes = 0;    ///< resident; shared pages count in every process
+    std::string command;       ///< path of the executable
+    std::uint64_t started = 0; ///< in the kernel's ticks since boot; 0: not told
 
     bool operator==(const ProcessMemorySample&) const = default;
 };
@@ -60,8 +61,6 @@ std::optional<std::int64_t> residentBytes(std::string_view statm, std::int64_t p
 /// The bytes that a zram device occupies (third field of its mm_stat, kernel: admin-guide/blockdev/zram); 0 when
 /// the text has none.
 std::int64_t zramBytes(std::string_view mmStat);
-/// What follows `label` in its line of a /proc/PID/status text, trimmed.
-std::optional<std::string_view> statusValue(std::string_view status, std::string_view label);
 /// The value of a variable in a /proc/PID/environ text.
 std::optional<std::string_view> environmentValue(std::string_view environ, std::string_view name);
 

@@ -1,6 +1,7 @@
 #include "permissions/PermissionHints.h"
 
 #include "ScanSnapshot.h"
+#include "scan/AccessLimited.h"
 
 #include <algorithm>
 #include <iterator>
@@ -65,8 +66,12 @@ std::optional<Path> firstUnreadableFolder(const EngineContext& context) {
         std::ranges::copy(existingFolders(context, location), std::back_inserter(folders));
     }
     folders.push_back(layout.home);
-    const auto closed = std::ranges::find_if_not(folders, [&](const Path& folder) { return canRead(context, folder); });
-    return closed == folders.end() ? std::nullopt : std::optional(*closed);
+    for (const Path& folder : folders) {
+        if (std::optional<Path> closed = closedFolder(context.platform(), folder)) {
+            return closed;
+        }
+    }
+    return std::nullopt;
 }
 
 } // namespace vellmoor

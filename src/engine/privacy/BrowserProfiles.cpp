@@ -18,11 +18,6 @@ bool precedes(std::string_view a, std::string_view b) {
     return std::pair(a.size(), a) < std::pair(b.size(), b);
 }
 
-bool isRealFolder(const Platform& platform, const Path& path) {
-    const std::optional<FileFacts> facts = platform.facts(path);
-    return facts && facts->isDirectory;
-}
-
 bool holdsFile(const Platform& platform, const Path& folder, std::string_view name) {
     const std::optional<FileFacts> facts = platform.facts(folder / name);
     return facts && facts->isRegularFile;
@@ -48,19 +43,24 @@ std::vector<Path> markedChildren(const Platform& platform, const Path& folder, s
     return children;
 }
 
-/// Opera may keep its profile in the user-data folder itself. The two folders left out are the browser's own.
+constexpr std::string_view chromiumMark = "Preferences";
+
+/// The two folders left out are the browser's own.
 std::vector<BrowserProfile> chromiumProfiles(const Platform& platform, const BrowserFolder& folder) {
-    constexpr std::string_view mark = "Preferences";
-    const bool outside = !folder.insideConfig;
     std::vector<BrowserProfile> profiles;
-    if (isRealFolder(platform, folder.userData) && holdsFile(platform, folder.userData, mark)) {
-        profiles.push_back({folder.userData, folder.cache, outside});
-    }
-    for (const Path& child : markedChildren(platform, folder.userData, mark)) {
+    for (const Path& child : markedChildren(platform, folder.userData, chromiumMark)) {
         const Path name = child.filename();
         if (name != "System Profile" && name != "Guest Profile") {
-            profiles.push_back({child, folder.cache / name, outside});
+            profiles.push_back({child, folder.cache / name, !folder.insideConfig});
         }
+    }
+    return profiles;
+}
+
+std::vector<BrowserProfile> operaProfiles(const Platform& platform, const BrowserFolder& folder) {
+    std::vector<BrowserProfile> profiles = chromiumProfiles(platform, folder);
+    if (platform.isFolder(folder.userData) && holdsFile(platform, folder.userData, chromiumMark)) {
+        profiles.insert(profiles.begin(), {folder.userData, folder.cache, !folder.insideConfig});
     }
     return profiles;
 }
@@ -108,7 +108,7 @@ std::vector<BrowserProfile> firefoxProfiles(const Platform& platform, const Brow
     std::vector<BrowserProfile> profiles;
     for (const Path& path : paths) {
         const auto known = std::ranges::find(profiles, path, &BrowserProfile::profile);
-        if (known != profiles.end() || path.filename().empty() || !isRealFolder(platform, path)) {
+        if (known != profiles.end() || path.filename().empty() || !platform.isFolder(path)) {
             continue;
         }
         profiles.push_back({path, folder.cache / path.filename(), !isStrictlyBelow(path, folder.userData)});
@@ -120,6 +120,8 @@ std::vector<BrowserProfile> profilesIn(const Platform& platform, ProfileSearch s
     switch (search) {
     case ProfileSearch::Chromium:
         return chromiumProfiles(platform, folder);
+    case ProfileSearch::Opera:
+        return operaProfiles(platform, folder);
     case ProfileSearch::Firefox:
         return firefoxProfiles(platform, folder);
     case ProfileSearch::FolderItself:

@@ -1,11 +1,14 @@
 #include "privacy/Privacy.h"
 
 #include "Glob.h"
+#include "Paths.h"
 #include "privacy/BrowserProfiles.h"
 #include "processes/ProcessTable.h"
+#include "scan/AccessLimited.h"
 #include "scan/PathMeasurement.h"
 
 #include <algorithm>
+#include <optional>
 #include <set>
 #include <utility>
 
@@ -22,7 +25,7 @@ std::vector<Path> pathsBelow(const Platform& platform, const Path& folder, const
     const auto entries = platform.entries(path.parent_path());
     std::vector<Path> matches;
     for (const FolderEntry& entry : entries.value_or(std::vector<FolderEntry>{})) {
-        if (globMatches(pattern, entry.name)) {
+        if (globMatches(pattern, entry.name) && !globMatches(trace.except, entry.name)) {
             matches.push_back(path.parent_path() / entry.name);
         }
     }
@@ -56,7 +59,8 @@ BrowserPrivacyDefinition definition(const Platform& platform, const BrowserTrace
     const std::vector<BrowserProfile> profiles = browserProfiles(platform, browser);
     for (const TraceCategory& category : browser.categories) {
         const std::string& reason = category.previewReason;
-        result.categories.push_back({L::tr(category.title), L::tr(category.description),
+        const std::string plain = L::tr(category.description);
+        result.categories.push_back({L::tr(category.title), category.note.empty() ? plain : L::tr(category.note, plain),
                                      tracePaths(platform, category, profiles), category.risk,
                                      reason.empty() ? "" : L::tr(reason, browser.name)});
     }
@@ -86,6 +90,28 @@ CategorySpec row(const BrowserPrivacyDefinition& browser, const PrivacyCategory&
     return spec;
 }
 
+/// Whether profiles of no other browser lie in `folder`. A closed folder that several share says nothing about any one
+/// of them; the permission hint tells of it.
+bool belongsTo(const BrowserTraces& browser, const Path& folder, const PrivacyLayout& layout) {
+    return std::ranges::all_of(layout.browsers, [&](const BrowserTraces& other) {
+        return other.name == browser.name || std::ranges::none_of(other.folders, [&](const BrowserFolder& its) {
+                   return isAtOrBelow(its.userData, folder);
+               });
+    });
+}
+
+/// A browser that would vanish from the list, only because its profiles cannot be read.
+void appendClosedProfiles(const EngineContext& context, const BrowserTraces& browser, std::vector<CleanupItem>& rows) {
+    std::set<Path> seen;
+    for (const BrowserFolder& folder : browser.folders) {
+        const std::optional<Path> closed = closedFolder(context.platform(), folder.userData);
+        if (closed && belongsTo(browser, *closed, context.layout().privacy) && seen.insert(*closed).second) {
+            rows.push_back(accessLimitedRow(CleanerModule::privacy, browser.name,
+                                            L::tr("无法读取 %@ 的配置文件，请检查权限", browser.name), *closed));
+        }
+    }
+}
+
 } // namespace
 
 std::vector<BrowserPrivacyDefinition> browserPrivacyDefinitions(const Platform& platform, const SystemLayout& layout) {
@@ -97,15 +123,20 @@ std::vector<BrowserPrivacyDefinition> browserPrivacyDefinitions(const Platform& 
 }
 
 std::vector<CleanupItem> privacyItems(EngineContext& context) {
+    const PrivacyLayout& layout = context.layout().privacy;
     std::vector<CleanupItem> items;
-    for (const BrowserPrivacyDefinition& browser : browserPrivacyDefinitions(context.platform(), context.layout())) {
+    for (const BrowserTraces& traces : layout.browsers) {
+        const BrowserPrivacyDefinition browser = definition(context.platform(), traces);
         const bool running = std::ranges::any_of(
             browser.processNames, [&](const std::string& name) { return runningNames(context).contains(name); });
+        if (layout.dropsMissing) {
+            appendClosedProfiles(context, traces, items);
+        }
         for (const PrivacyCategory& category : browser.categories) {
             context.throwIfCancelled();
             std::vector<Path> existing = category.urls;
             std::erase_if(existing, [&](const Path& path) { return !context.platform().exists(path); });
-            if (!existing.empty() || !context.layout().privacy.dropsMissing) {
+            if (!existing.empty() || !layout.dropsMissing) {
                 items.push_back(categoryItem(context, row(browser, category, std::move(existing), running)));
             }
         }

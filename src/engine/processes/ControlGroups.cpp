@@ -3,6 +3,7 @@
 #include "memory/MemoryText.h"
 
 #include <algorithm>
+#include <array>
 #include <ranges>
 
 namespace vellmoor {
@@ -109,8 +110,11 @@ std::optional<std::string> snapUnit(std::string_view unit) {
     return unescapedUnit(unit.substr(0, dot)) + "_" + unescapedUnit(unit.substr(dot + 1));
 }
 
+/// A scope that a terminal, or a program like one, makes for what is started in it.
 bool isTerminalScope(std::string_view unit) {
-    return unit.starts_with("vte-spawn-") && unit.ends_with(".scope");
+    constexpr std::array prefixes{"vte-spawn-", "ptyxis-spawn-", "tmux-spawn-"};
+    return unit.ends_with(".scope") &&
+           std::ranges::any_of(prefixes, [unit](std::string_view prefix) { return unit.starts_with(prefix); });
 }
 
 } // namespace
@@ -157,15 +161,21 @@ GroupApplication groupApplication(std::string_view group, std::uint32_t userId) 
     if (manager == parts.end()) {
         return {};
     }
-    if (isTerminalScope(parts.back())) {
-        return {.id = std::nullopt, .isTerminalChild = true};
+    GroupApplication found{.id = std::nullopt,
+                           .isInScope = parts.back().ends_with(".scope"),
+                           .isTerminalChild = isTerminalScope(parts.back())};
+    if (found.isTerminalChild) {
+        return found;
     }
-    for (const std::string_view unit : std::ranges::subrange(manager + 1, parts.end()) | std::views::reverse) {
+    for (const std::string_view& unit : std::ranges::subrange(manager + 1, parts.end()) | std::views::reverse) {
         if (auto id = unitApplication(unit)) {
-            return {.id = std::move(id)};
+            found.id = std::move(id);
+            found.isInnermost = &unit == &parts.back();
+            found.isBusName = unit.starts_with("dbus-:");
+            return found;
         }
     }
-    return {};
+    return found;
 }
 
 bool groupIsBelow(std::string_view group, const std::vector<std::string>& names) {
@@ -175,9 +185,13 @@ bool groupIsBelow(std::string_view group, const std::vector<std::string>& names)
 
 std::string groupFlatpak(std::string_view group) {
     constexpr std::string_view prefix = "app-flatpak-";
-    for (const std::string_view unit : components(group) | std::views::reverse) {
-        if (unit.starts_with(prefix) && unit.ends_with(".scope") && unit.find('-', prefix.size()) != unit.npos) {
-            return appUnit(unit).value_or("");
+    for (std::string_view unit : components(group) | std::views::reverse) {
+        if (!unit.starts_with(prefix) || !dropEnding(unit, ".scope")) {
+            continue;
+        }
+        unit.remove_prefix(prefix.size());
+        if (const std::size_t random = unit.rfind('-'); random != std::string_view::npos) {
+            return unescapedUnit(unit.substr(0, random)); // not every Flatpak escapes the dashes of an ID
         }
     }
     return {};

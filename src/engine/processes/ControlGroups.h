@@ -21,6 +21,9 @@ std::optional<std::string> unitApplication(std::string_view unit);
 /// What a control group tells.
 struct GroupApplication {
     std::optional<std::string> id; ///< desktop ID of the innermost unit that carries one
+    bool isInnermost = false;      ///< that unit is the innermost of all
+    bool isBusName = false;        ///< the ID is the name of a service on the bus, which need not be an application's
+    bool isInScope = false;        ///< the innermost unit is a scope: whoever started the process chose it
     bool isTerminalChild = false;  ///< started in a terminal: what it inherited says nothing about it
 };
 /// Only units of the user's own manager count, those below "user@UID.service".

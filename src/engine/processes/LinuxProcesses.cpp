@@ -32,11 +32,8 @@ std::string LinuxProcesses::contents(std::int32_t pid, const char* name) const {
 }
 
 bool LinuxProcesses::isOwn(std::int32_t pid) const {
-    // The folder of a process that may not be traced belongs to root (proc_pid(5)); its status tells the truth.
-    const std::string status = contents(pid, "status");
-    if (const auto users = statusValue(status, "Uid:")) {
-        const std::vector<std::string_view> kinds = fields(*users, 4); // real, effective, saved, file system
-        return kinds.size() > 1 && kinds[1] == std::to_string(platform_.userId());
+    if (const std::optional<std::uint32_t> user = effectiveUser(contents(pid, "status"))) {
+        return *user == platform_.userId();
     }
     const std::optional<FileFacts> facts = platform_.facts(layout_.memory.processes.folder / std::to_string(pid));
     return facts && facts->owner == platform_.userId();
@@ -82,6 +79,21 @@ std::optional<std::int32_t> LinuxProcesses::parent(std::int32_t pid) const {
     return value ? decimal<std::int32_t>(*value) : std::nullopt;
 }
 
+std::optional<ProcessLine> LinuxProcesses::line(std::int32_t pid) const {
+    return parseProcessLine(contents(pid, "stat"));
+}
+
+std::vector<std::string> LinuxProcesses::arguments(std::int32_t pid) const {
+    std::vector<std::string> words;
+    const std::string all = contents(pid, "cmdline");
+    for (std::string_view rest = all; !rest.empty();) {
+        const std::size_t end = std::min(rest.find('\0'), rest.size());
+        words.emplace_back(rest.substr(0, end));
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    return words;
+}
+
 std::string LinuxProcesses::group(std::int32_t pid) const {
     return std::string(unifiedGroup(contents(pid, "cgroup")));
 }
@@ -90,24 +102,40 @@ std::string LinuxProcesses::environment(std::int32_t pid) const {
     return contents(pid, "environ");
 }
 
+std::optional<Path> LinuxProcesses::appImage(std::int32_t pid) const {
+    const std::string variables = environment(pid);
+    const auto image = environmentValue(variables, "APPIMAGE");
+    const auto mounted = environmentValue(variables, "APPDIR");
+    const std::optional<Path> program = executable(pid);
+    if (!image || !image->starts_with('/') || !mounted || !mounted->starts_with('/') || !program) {
+        return std::nullopt;
+    }
+    const Path folder = placedPath(*mounted);
+    const bool isInside =
+        isStrictlyBelow(*program, folder) || isStrictlyBelow(*program, platform_.realPath(folder).value_or(folder));
+    return isInside ? std::optional(placedPath(*image)) : std::nullopt;
+}
+
+Path LinuxProcesses::placedPath(std::string_view path) const {
+    return placed(lexicallyStandardized(path), layout_.home, layout_.root);
+}
+
 std::string LinuxProcesses::flatpak(std::int32_t pid) const {
     if (std::string id = groupFlatpak(group(pid)); !id.empty()) {
         return id;
     }
     const std::optional<KeyFile> info = platform_.keyFile(file(pid, "root/.flatpak-info"));
-    if (!info || !info->contains("Application")) {
-        return {};
-    }
-    const auto& application = info->at("Application");
-    const auto name = application.find("name");
-    return name == application.end() ? std::string() : name->second;
+    return info ? valueOf(*info, "Application", "name") : std::string();
 }
 
 std::string LinuxProcesses::snap(std::int32_t pid) const {
     if (std::string name = groupSnap(group(pid)); !name.empty()) {
         return name;
     }
-    const Path program = executable(pid).value_or("");
+    return snapOf(executable(pid).value_or(""));
+}
+
+std::string LinuxProcesses::snapOf(const Path& program) const {
     for (const char* mounts : {"/snap", "/var/lib/snapd/snap"}) {
         if (const Path folder = underRoot(layout_.root, mounts); isStrictlyBelow(program, folder)) {
             return program.lexically_relative(folder).begin()->string();

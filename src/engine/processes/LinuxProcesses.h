@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform.h"
+#include "ProcessLine.h"
 #include "layouts/SystemLayout.h"
 
 #include <cstdint>
@@ -26,20 +27,30 @@ public:
     [[nodiscard]] std::string name(std::int32_t pid) const;
     [[nodiscard]] std::optional<std::int64_t> residentBytes(std::int32_t pid) const;
     [[nodiscard]] std::optional<std::int32_t> parent(std::int32_t pid) const;
+    /// What the kernel writes of it in one line.
+    [[nodiscard]] std::optional<ProcessLine> line(std::int32_t pid) const;
+    /// The words that it was started with, which it may change; the first is what it calls itself.
+    [[nodiscard]] std::vector<std::string> arguments(std::int32_t pid) const;
     /// Its path in the unified control group tree; empty: none.
     [[nodiscard]] std::string group(std::int32_t pid) const;
     /// All variables that it was started with, for environmentValue().
     [[nodiscard]] std::string environment(std::int32_t pid) const;
 
+    /// The AppImage that its program is a part of, as the file that it is; nothing for a program that only inherited
+    /// the variables of the one that started it.
+    [[nodiscard]] std::optional<Path> appImage(std::int32_t pid) const;
     /// The ID of the Flatpak it runs in; empty: none.
     [[nodiscard]] std::string flatpak(std::int32_t pid) const;
     /// The name of the snap it runs in; empty: none.
     [[nodiscard]] std::string snap(std::int32_t pid) const;
+    /// The name of the snap that a program is a part of; empty: of none.
+    [[nodiscard]] std::string snapOf(const Path& program) const;
 
 private:
     [[nodiscard]] Path file(std::int32_t pid, const char* name) const;
     [[nodiscard]] std::string contents(std::int32_t pid, const char* name) const;
     [[nodiscard]] bool isOwn(std::int32_t pid) const;
+    [[nodiscard]] Path placedPath(std::string_view path) const;
 
     const Platform& platform_;
     const SystemLayout& layout_;

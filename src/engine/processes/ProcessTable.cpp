@@ -33,11 +33,15 @@ void addNames(const LinuxProcesses& processes, std::int32_t pid, std::set<std::s
         names.insert("flatpak:" + id);
         return;
     }
+    const std::optional<Path> program = processes.executable(pid);
     if (const std::string snap = processes.snap(pid); !snap.empty()) {
         names.insert("snap:" + snap);
-        return;
+        if (program && !processes.snapOf(*program).empty()) {
+            return;
+        }
+        // In the snap's group, but none of its programs: a browser started from a terminal that is a snap.
     }
-    if (const std::optional<Path> program = processes.executable(pid)) {
+    if (program) {
         names.insert(lastComponent(program->native()));
     }
     if (std::string name = processes.name(pid); !name.empty()) {
@@ -49,8 +53,11 @@ std::vector<ProcessMemorySample> ownSamples(const LinuxProcesses& processes) {
     std::vector<ProcessMemorySample> samples;
     for (const std::int32_t pid : processes.pids()) {
         if (const std::optional<std::int64_t> bytes = processes.residentBytes(pid)) {
-            samples.push_back(
-                {.pid = pid, .bytes = *bytes, .command = processes.executable(pid).value_or("").native()});
+            const std::optional<ProcessLine> line = processes.line(pid);
+            samples.push_back({.pid = pid,
+                               .bytes = *bytes,
+                               .command = processes.executable(pid).value_or("").native(),
+                               .started = line ? line->started : 0});
         }
     }
     return samples;

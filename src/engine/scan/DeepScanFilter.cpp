@@ -8,10 +8,6 @@
 namespace vellmoor {
 namespace {
 
-bool containsAny(const std::string& text, const std::vector<std::string>& fragments) {
-    return std::ranges::any_of(fragments, [&](const std::string& fragment) { return text.contains(fragment); });
-}
-
 bool isNumberedTrash(std::string_view component) {
     constexpr std::string_view prefix = ".Trash-";
     return component.starts_with(prefix) && component.size() > prefix.size() &&
@@ -37,8 +33,7 @@ bool liesInCloudFolder(const DeepScanRules& rules, const Path& home, const Path&
 }
 
 bool liesInAny(const std::vector<Path>& folders, const Path& path) {
-    return std::ranges::any_of(folders,
-                               [&](const Path& folder) { return path == folder || isStrictlyBelow(path, folder); });
+    return std::ranges::any_of(folders, [&](const Path& folder) { return isAtOrBelow(path, folder); });
 }
 
 } // namespace
@@ -52,11 +47,16 @@ bool liesInTrash(const DeepScanRules& rules, const Path& path) {
            std::ranges::any_of(path, [](const Path& component) { return isNumberedTrash(component.native()); });
 }
 
-bool shouldSkipDuringDeepScan(const SystemLayout& layout, const Path& path) {
-    const DeepScanRules& rules = layout.deepScan;
-    const Path standard = lexicallyStandardized(path);
-    return isExcludedName(rules, standard.filename().native()) || containsAny(standard.native(), rules.fragments) ||
-           liesInTrash(rules, standard) || liesInCloudFolder(rules, lexicallyStandardized(layout.home), standard);
+bool isReachedFrom(const Platform& platform, const Path& below, const Path& above) {
+    if (!isStrictlyBelow(below, above)) {
+        return false;
+    }
+    for (Path place = below; place != above; place = place.parent_path()) {
+        if (place.filename().native().starts_with('.') || platform.isMountPoint(place)) {
+            return false;
+        }
+    }
+    return true;
 }
 
 DeepScanFilter::DeepScanFilter(const Platform& platform, const SystemLayout& layout, const Path& root)

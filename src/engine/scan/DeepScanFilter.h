@@ -36,8 +36,8 @@ private:
     bool excludesAll_ = false;
 };
 
-/// Whether a deep walk must not enter or count `path`.
-bool shouldSkipDuringDeepScan(const SystemLayout& layout, const Path& path);
+/// Whether a walk of `above` comes to `below`: it passes hidden folders by, and stays on its file system.
+bool isReachedFrom(const Platform& platform, const Path& below, const Path& above);
 
 /// Whether `path` lies in a Trash as the deep-scan rules know it.
 bool liesInTrash(const DeepScanRules& rules, const Path& path);

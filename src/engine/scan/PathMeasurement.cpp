@@ -3,67 +3,27 @@
 #include "CheckedMath.h"
 #include "Paths.h"
 #include "Platform.h"
-#include "Walk.h"
-#include "scan/DeepScanFilter.h"
+#include "scan/DeepWalk.h"
+#include "scan/UserPlaces.h"
 
 #include <algorithm>
 
 namespace vellmoor {
 namespace {
 
-/// Adds up regular files; one total per worker, so that nothing is shared while the walk runs.
-class Totals final : public walk::Visitor {
-public:
-    Totals(const DeepScanFilter& filter, unsigned workers) : filter_(filter), totals_(workers) {}
-
-    walk::Action entry(const walk::Entry& entry, unsigned worker) override {
-        if (filter_.excludesName(entry.name, entry.depth)) {
-            return walk::Action::Prune;
-        }
-        if (entry.type == walk::EntryType::Directory) {
-            return filter_.excludesFolder(entry.path()) ? walk::Action::Prune : walk::Action::Continue;
-        }
-        if (entry.type == walk::EntryType::File) {
-            PathStats& total = totals_[worker].stats;
-            total.bytes = checkedAdd(total.bytes, entry.allocatedBytes);
-            total.files = checkedAdd<std::int64_t>(total.files, 1);
-        }
-        return walk::Action::Continue;
-    }
-
-    walk::Action directory(const walk::Directory& directory, unsigned) override {
-        return filter_.marksSyncRoot(directory.names) ? walk::Action::Prune : walk::Action::Continue;
-    }
-
-    [[nodiscard]] PathStats sum() const {
-        PathStats all;
-        for (const Slot& slot : totals_) {
-            all.bytes = checkedAdd(all.bytes, slot.stats.bytes);
-            all.files = checkedAdd(all.files, slot.stats.files);
-        }
-        return all;
-    }
-
-private:
-    /// A cache line each, so that workers do not slow each other down.
-    struct alignas(64) Slot {
-        PathStats stats;
-    };
-    const DeepScanFilter& filter_;
-    std::vector<Slot> totals_;
-};
-
 PathStats folderStats(const EngineContext& context, const Path& folder) {
-    const DeepScanFilter filter(context.platform(), context.layout(), folder);
-    if (filter.excludesAll()) {
-        return {};
+    const auto add = [](const walk::Entry& entry, PathStats& total) {
+        total.bytes = checkedAdd(total.bytes, entry.allocatedBytes);
+        total.files = checkedAdd<std::int64_t>(total.files, 1);
+    };
+    const auto walked = deepWalk<PathStats>(context, folder, {}, add);
+    PathStats all;
+    for (const auto& slot : walked.slots) {
+        all.bytes = checkedAdd(all.bytes, slot.found.bytes);
+        all.files = checkedAdd(all.files, slot.found.files);
     }
-    walk::Options options;
-    options.wantsNames = filter.wantsNames();
-    options.cancelled = &context.token().flag();
-    Totals totals(filter, walk::workerCount(options));
-    walk::walk(folder, options, totals);
-    return totals.sum();
+    all.isAtLeast = walked.outcome == walk::Outcome::Incomplete;
+    return all;
 }
 
 } // namespace
@@ -89,7 +49,7 @@ PathStats stats(EngineContext& context, const Path& path) {
         return known->second;
     }
     const PathStats result = folderStats(context, path);
-    if (!context.isCancelled()) {
+    if (!context.isCancelled() && !result.isAtLeast) {
         measured.emplace(key, result);
     }
     return result;
@@ -131,6 +91,7 @@ CleanupTarget target(EngineContext& context, const Path& path, const std::option
             .location = displayPath(context.layout(), path.parent_path()),
             .bytes = measured.bytes,
             .files = measured.files,
+            .isAtLeast = measured.isAtLeast,
             .modified = relativeDate(context, modified),
             .modifiedAt = modified,
             .symbol = symbolFor(context, path),
@@ -147,13 +108,14 @@ CleanupItem categoryItem(EngineContext& context, const CategorySpec& spec) {
     item.tint = spec.tint;
     const bool preselected = spec.cleanable && spec.selected && spec.risk == CleanupRisk::safe;
     for (const Path& root : spec.roots) {
-        if (!context.platform().exists(root)) {
+        if (!context.platform().exists(root) || UserPlaces::of(context).holdsUserFolder(root)) {
             continue;
         }
         // Measured once: the figure serves the target and the total.
         item.targets.push_back(target(context, root, std::nullopt, preselected, spec.sameness));
         item.bytes = checkedAdd(item.bytes, item.targets.back().bytes);
         item.files = checkedAdd(item.files, item.targets.back().files);
+        item.isAtLeast = item.isAtLeast || item.targets.back().isAtLeast;
     }
     const bool found = !item.targets.empty();
     item.description = found ? spec.description : L::tr("%@；未发现可处理项目", spec.description);

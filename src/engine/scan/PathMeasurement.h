@@ -17,7 +17,7 @@ struct Measurements {
 };
 
 /// Allocated bytes and files of `path`, hidden entries left out; zero for what cannot be measured. A cancelled
-/// measurement answers the part that was counted.
+/// measurement answers the part that was counted; one that the system cut short says so.
 PathStats stats(EngineContext& context, const Path& path);
 
 std::optional<TimePoint> modificationDate(const EngineContext& context, const Path& path);
@@ -45,8 +45,8 @@ struct CategorySpec {
     Sameness sameness = Sameness::Content; ///< what a clean compares of its targets
 };
 
-/// The row of a category over those of its roots that exist. Not cleanable: shown as previewOnly. Preselected only
-/// when asked for, cleanable and safe.
+/// The row of a category over those of its roots that exist and hold none of the user's own folders. Not cleanable:
+/// shown as previewOnly. Preselected only when asked for, cleanable and safe.
 CleanupItem categoryItem(EngineContext& context, const CategorySpec& spec);
 
 /// The direct children that are not hidden, in the system's order; none when the folder cannot be listed.

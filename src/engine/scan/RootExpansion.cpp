@@ -1,114 +1,74 @@
 // From the patterns of a layout to the paths that they name on this disk.
-#include "Glob.h"
 #include "Platform.h"
-#include "processes/ProcessTable.h"
+#include "clean/RunningOwners.h"
 #include "scan/PathMeasurement.h"
+#include "scan/UserPlaces.h"
 
 #include <algorithm>
 
 namespace vellmoor {
 namespace {
 
-bool isWildcard(std::string_view component) {
-    return component.find_first_of("*#|") != std::string_view::npos;
-}
-
-bool anyRuns(EngineContext& context, const std::vector<std::string>& owners) {
-    return std::ranges::any_of(owners, [&](const std::string& owner) { return runningNames(context).contains(owner); });
-}
-
-bool matchesAny(const std::vector<std::string>& patterns, std::string_view name) {
-    return std::ranges::any_of(patterns, [&](const std::string& pattern) { return globMatchesAny(pattern, name); });
-}
-
 /// One pattern on its way down the disk.
 class Expansion {
 public:
     Expansion(EngineContext& context, const RootPattern& pattern, std::vector<Path>& out)
         : context_(context),
+          platform_(context.platform()),
           pattern_(pattern),
+          levels_(components(pattern)),
           out_(out) {}
 
     void run() {
-        if (anyRuns(context_, pattern_.owners) || !isOnHomeDevice()) {
-            return;
+        if (UserPlaces::of(context_).isFit(pattern_.base, pattern_.origin)) {
+            descend(pattern_.base, 0);
         }
-        descend(pattern_.base, 0, false);
     }
 
 private:
-    [[nodiscard]] bool isOnHomeDevice() const {
-        if (!pattern_.onHomeDevice) {
-            return true;
-        }
-        const auto base = context_.platform().facts(pattern_.base);
-        const auto home = context_.platform().facts(context_.layout().home);
-        return base && home && base->device == home->device;
-    }
-
-    void descend(const Path& folder, std::size_t level, bool ownerChecked) {
-        if (level == pattern_.components.size()) {
+    void descend(const Path& folder, std::size_t level) {
+        if (level == levels_.size()) {
             take(folder);
             return;
         }
-        const std::string& component = pattern_.components[level];
-        if (component == "@current") {
-            if (const auto current = context_.platform().linkTarget(folder / "current");
-                current && !current->has_parent_path()) {
-                descend(folder / *current, level + 1, ownerChecked);
+        const RootComponent& component = levels_[level];
+        if (component.names == "@current") {
+            if (const auto current = platform_.linkTarget(folder / "current"); current && !current->has_parent_path()) {
+                enter(folder / *current, level);
             }
             return;
         }
-        if (!isWildcard(component)) {
-            if (context_.platform().exists(folder / component)) {
-                descend(folder / component, level + 1, ownerChecked);
-            }
+        if (!component.isWildcard()) {
+            enter(folder / component.names, level);
             return;
         }
-        const auto entries = context_.platform().entries(folder);
+        const auto entries = platform_.entries(folder);
         if (!entries) {
             return; // missing or unreadable: no roots here
         }
-        const bool last = level + 1 == pattern_.components.size();
         for (const FolderEntry& entry : *entries) {
-            if (!admits(entry, component) || (!last && !entry.isDirectory)) {
-                continue;
+            if (!entry.isHidden && admits(pattern_, component, entry.name)) {
+                enter(folder / entry.name, level);
             }
-            if (!ownerChecked && ownerRuns(entry.name)) {
-                continue;
-            }
-            descend(folder / entry.name, level + 1, true);
         }
     }
 
-    [[nodiscard]] bool admits(const FolderEntry& entry, const std::string& component) {
-        if (entry.isHidden && !pattern_.hiddenToo) {
-            return false;
+    /// Goes on below `path`, which the component of `level` has named. A link on the way is not followed.
+    void enter(const Path& path, std::size_t level) {
+        const bool isLast = level + 1 == levels_.size();
+        if ((isLast || platform_.isFolder(path)) && holdsOne(path, levels_[level].holding)) {
+            descend(path, level + 1);
         }
-        if (!globMatchesAny(component, entry.name) || matchesAny(pattern_.except, entry.name)) {
-            return false;
-        }
-        return std::ranges::none_of(pattern_.busy, [&](const BusyNames& busy) {
-            return matchesAny(busy.names, entry.name) && anyRuns(context_, busy.owners);
-        });
     }
 
-    [[nodiscard]] bool ownerRuns(const std::string& name) {
-        return !pattern_.ownerPrefix.empty() && runningNames(context_).contains(pattern_.ownerPrefix + name);
+    [[nodiscard]] bool holdsOne(const Path& folder, const std::vector<std::string>& names) const {
+        return names.empty() ||
+               std::ranges::any_of(names, [&](const std::string& name) { return platform_.exists(folder / name); });
     }
 
     void take(const Path& path) {
-        const std::optional<FileFacts> facts = context_.platform().facts(path);
-        if (!facts || !isOfKind(*facts)) {
-            return;
-        }
-        if (pattern_.ownedByUser && facts->owner != context_.platform().userId()) {
-            return;
-        }
-        const bool hasNeighbour = std::ranges::any_of(pattern_.besides, [&](const std::string& name) {
-            return context_.platform().exists(path.parent_path() / name);
-        });
-        if (pattern_.besides.empty() || hasNeighbour) {
+        const std::optional<FileFacts> facts = platform_.facts(path);
+        if (facts && isOfKind(*facts) && !RunningOwners::of(context_).ownerOf(path)) {
             out_.push_back(path);
         }
     }
@@ -121,14 +81,26 @@ private:
             return !facts.isSymlink;
         case RootKind::PlainFile:
             return facts.isRegularFile;
+        case RootKind::OwnFile:
+            return facts.isRegularFile && facts.owner == platform_.userId() && isOnTrashDisk();
         case RootKind::Folder:
             return facts.isDirectory;
         }
         return false;
     }
 
+    /// Of the folders, as everywhere: on some file systems plain files name another device.
+    [[nodiscard]] bool isOnTrashDisk() const {
+        const auto folder = platform_.facts(pattern_.base);
+        const auto data =
+            platform_.facts(platform_.realPath(context_.layout().bases.data).value_or(context_.layout().home));
+        return folder && data && folder->device == data->device;
+    }
+
     EngineContext& context_;
+    const Platform& platform_;
     const RootPattern& pattern_;
+    std::vector<RootComponent> levels_;
     std::vector<Path>& out_;
 };
 

@@ -24,16 +24,19 @@ public:
     /// ScanCancelled once `token` is set, and nothing else.
     virtual ScanSnapshot scan(CleanerModule module, const ProgressCallback& progress, const CancelToken& token) = 0;
 
-    /// Removes the selected targets of the selected, cleanable items. Never throws: problems are failure lines.
-    virtual CleanupReport clean(const std::vector<CleanupItem>& items) = 0;
+    /// Removes the selected targets of the selected, cleanable items. Never throws: problems are failure lines. Once
+    /// `stop` is set it finishes the target at hand and leaves the others untried.
+    virtual CleanupReport clean(const std::vector<CleanupItem>& items, const CancelToken& stop) = 0;
 
     virtual StartupActionResult disableStartupItem(const StartupItem& item) = 0;
     virtual StartupActionResult enableStartupItem(const StartupItem& item) = 0;
 
     virtual std::vector<PermissionHint> permissionHints() = 0;
 
-    /// Asks the application to end by itself; blocks up to a few seconds.
+    /// Asks the application to quit, if it still is the one that was shown; blocks up to some seconds.
     virtual QuitOutcome requestQuit(const MemoryApp& app) = 0;
+    /// Ends it, after CannotAsk and with the user's consent: unsaved content is lost.
+    virtual QuitOutcome endApplication(const MemoryApp& app) = 0;
 };
 
 } // namespace vellmoor

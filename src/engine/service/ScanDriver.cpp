@@ -10,6 +10,7 @@
 #include "memory/Memory.h"
 #include "permissions/PermissionHints.h"
 #include "privacy/Privacy.h"
+#include "service/Coverage.h"
 #include "trash/Trash.h"
 
 #include <algorithm>
@@ -85,10 +86,11 @@ std::int64_t entryCount(const EngineContext& context, const Path& folder) {
     return entries ? static_cast<std::int64_t>(entries->size()) : 0;
 }
 
-std::int64_t cleanableBytes(const std::vector<CleanupItem>& items) {
+/// What cleaning could free; on a system that counts so, on disks only.
+std::int64_t cleanableBytes(const std::vector<CleanupItem>& items, bool onDisksOnly) {
     std::int64_t sum = 0;
     for (const CleanupItem& item : items) {
-        if (item.isCleanable) {
+        if (item.isCleanable && !(onDisksOnly && item.module == CleanerModule::memoryOptimization)) {
             sum = checkedAdd(sum, item.bytes);
         }
     }
@@ -141,7 +143,11 @@ ScanSnapshot scan(EngineContext& context, CleanerModule module, const ProgressCa
     context.throwIfCancelled();
     progress.start("正在整理扫描结果...");
     snapshot.fileCandidates = makeFileCandidates(context, snapshot.cleanupItems);
-    DiskSnapshot disk = diskSnapshot(context, cleanableBytes(snapshot.cleanupItems));
+    const bool countsOnce = context.layout().countsOnce;
+    if (countsOnce && module == CleanerModule::smartScan) {
+        markCovered(context.platform(), snapshot.cleanupItems);
+    }
+    DiskSnapshot disk = diskSnapshot(context, cleanableBytes(countedOnce(snapshot.cleanupItems), countsOnce));
     snapshot.storageSegments = std::move(disk.segments);
     snapshot.diskSummary = std::move(disk.summary);
     progress.end("扫描结果已整理");

@@ -29,9 +29,9 @@ ScanSnapshot SystemCleanerService::scan(CleanerModule module, const ProgressCall
     return vellmoor::scan(context, module, progress);
 }
 
-CleanupReport SystemCleanerService::clean(const std::vector<CleanupItem>& items) {
+CleanupReport SystemCleanerService::clean(const std::vector<CleanupItem>& items, const CancelToken& stop) {
     platform_.enterWorker();
-    EngineContext context(platform_, layout_, now());
+    EngineContext context(platform_, layout_, stop, now());
     return vellmoor::clean(context, items);
 }
 
@@ -56,7 +56,15 @@ std::vector<PermissionHint> SystemCleanerService::permissionHints() {
 QuitOutcome SystemCleanerService::requestQuit(const MemoryApp& app) {
     platform_.enterWorker();
     EngineContext context(platform_, layout_, now());
-    return platform_.requestQuit(withCurrentProcesses(context, app));
+    const MemoryApp living = withLivingProcesses(context, app);
+    return living.pids.empty() ? QuitOutcome::NotRunning : platform_.requestQuit(living);
+}
+
+QuitOutcome SystemCleanerService::endApplication(const MemoryApp& app) {
+    platform_.enterWorker();
+    EngineContext context(platform_, layout_, now());
+    const MemoryApp living = withLivingProcesses(context, app);
+    return living.pids.empty() ? QuitOutcome::NotRunning : platform_.endApplication(living);
 }
 
 } // namespace vellmoor

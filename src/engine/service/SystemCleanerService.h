@@ -12,11 +12,12 @@ public:
     SystemCleanerService(const Platform& platform, const SystemLayout& layout);
 
     ScanSnapshot scan(CleanerModule module, const ProgressCallback& progress, const CancelToken& token) override;
-    CleanupReport clean(const std::vector<CleanupItem>& items) override;
+    CleanupReport clean(const std::vector<CleanupItem>& items, const CancelToken& stop) override;
     StartupActionResult disableStartupItem(const StartupItem& item) override;
     StartupActionResult enableStartupItem(const StartupItem& item) override;
     std::vector<PermissionHint> permissionHints() override;
     QuitOutcome requestQuit(const MemoryApp& app) override;
+    QuitOutcome endApplication(const MemoryApp& app) override;
 
 private:
     const Platform& platform_;

@@ -2,6 +2,7 @@
 
 #include "Paths.h"
 #include "Platform.h"
+#include "scan/AccessLimited.h"
 #include "scan/PathMeasurement.h"
 
 #include <algorithm>
@@ -18,11 +19,6 @@ std::optional<FileFacts> resolvedFacts(const Platform& platform, const Path& pat
     return platform.facts(real.value_or(path));
 }
 
-bool isRealFolder(const Platform& platform, const Path& path) {
-    const std::optional<FileFacts> facts = platform.facts(path);
-    return facts && facts->isDirectory && !facts->isSymlink;
-}
-
 bool isStickyRealFolder(const Platform& platform, const Path& path) {
     const std::optional<FileFacts> facts = platform.facts(path);
     return facts && facts->isDirectory && !facts->isSymlink && facts->isSticky;
@@ -32,7 +28,7 @@ bool isAccepted(const Platform& platform, const VolumeTrashForm& form, const Pat
     if (form.needsStickyParent && !isStickyRealFolder(platform, folder.parent_path())) {
         return false;
     }
-    return !form.needsRealFolder || isRealFolder(platform, folder);
+    return !form.needsRealFolder || platform.isFolder(folder);
 }
 
 bool isForeign(const EngineContext& context, const Path& folder) {
@@ -43,12 +39,16 @@ bool isForeign(const EngineContext& context, const Path& folder) {
     return facts && facts->owner != context.platform().userId();
 }
 
-TrashSource source(const TrashLayout& layout, const Path& folder, std::string title, std::string description) {
-    const Path contents = layout.contents.empty() ? folder : folder / layout.contents;
+TrashFolder trashAt(const TrashLayout& layout, const Path& folder, const Path& anchor) {
+    return {
+        .folder = folder, .contents = layout.contents.empty() ? folder : folder / layout.contents, .anchor = anchor};
+}
+
+TrashSource source(TrashFolder trash, std::string title, std::string description) {
     return {.title = std::move(title),
             .description = std::move(description),
-            .url = contents,
-            .trash = {.folder = folder, .contents = contents}};
+            .url = trash.contents,
+            .trash = std::move(trash)};
 }
 
 bool mayHoldTrash(const EngineContext& context, const Path& volume) {
@@ -66,7 +66,8 @@ void appendVolumeSources(const EngineContext& context, const Volume& volume, std
     for (const VolumeTrashForm& form : layout.volumeForms) {
         const Path folder = volume.path / form.folder;
         if (isAccepted(platform, form, folder)) {
-            sources.push_back(source(layout, folder, L::tr("%@ 废纸篓", name), L::tr("%@ 卷宗中的废纸篓文件", name)));
+            sources.push_back(source(trashAt(layout, folder, volume.path), L::tr("%@ 废纸篓", name),
+                                     L::tr("%@ 卷宗中的废纸篓文件", name)));
         }
     }
 }
@@ -120,24 +121,11 @@ std::optional<std::vector<Path>> children(const EngineContext& context, const Tr
     return paths;
 }
 
-CleanupItem accessLimitedRow(const TrashSource& source) {
-    const Path& folder = source.trash.folder;
-    CleanupTarget target;
-    target.url = folder;
-    target.name = displayName(folder);
-    target.location = folder.parent_path().string();
-    target.modified = L::tr("访问受限");
-    target.symbol = "lock";
-
-    CleanupItem row;
-    row.module = CleanerModule::trash;
-    row.title = L::tr("%@访问受限", source.title);
-    row.description = L::tr("无法读取 %@。开启完全磁盘访问后可扫描废纸篓内容。", folder.string());
-    row.symbol = "lock.trianglebadge.exclamationmark";
-    row.tint = Tint::orange;
-    row.risk = CleanupRisk::previewOnly;
-    row.targets = {std::move(target)};
-    return row;
+std::string limitedDescription(const Platform& platform, const TrashSource& source) {
+    if (const auto facts = platform.facts(source.url); facts && facts->isSymlink) {
+        return L::tr("%@ 是一个链接，Vellmoor 不会跟随它。", source.url.string());
+    }
+    return L::tr("无法读取 %@。开启完全磁盘访问后可扫描废纸篓内容。", source.trash.folder.string());
 }
 
 CleanupItem contentsRow(EngineContext& context, const TrashSource& source, std::vector<Path> paths) {
@@ -154,12 +142,16 @@ CleanupItem contentsRow(EngineContext& context, const TrashSource& source, std::
 
 } // namespace
 
+TrashFolder homeTrash(const TrashLayout& layout) {
+    return trashAt(layout, layout.homeFolder, layout.homeFolder.parent_path());
+}
+
 std::vector<TrashSource> trashSources(const EngineContext& context) {
     const Platform& platform = context.platform();
     const TrashLayout& layout = context.layout().trash;
     const std::string home = displayPath(context.layout(), layout.homeFolder);
     std::vector<TrashSource> sources{
-        source(layout, layout.homeFolder, L::tr("用户废纸篓"), L::tr(layout.homeDescription, home))};
+        source(homeTrash(layout), L::tr("用户废纸篓"), L::tr(layout.homeDescription, home))};
     for (const Volume& volume : platform.mountedVolumes()) {
         if (mayHoldTrash(context, volume.path)) {
             appendVolumeSources(context, volume, sources);
@@ -177,7 +169,8 @@ std::vector<CleanupItem> trashItems(EngineContext& context) {
     for (const TrashSource& source : trashSources(context)) {
         std::optional<std::vector<Path>> paths = children(context, source);
         if (!paths) {
-            rows.push_back(accessLimitedRow(source));
+            rows.push_back(accessLimitedRow(CleanerModule::trash, source.title,
+                                            limitedDescription(context.platform(), source), source.trash.folder));
         } else if (!paths->empty()) {
             rows.push_back(contentsRow(context, source, std::move(*paths)));
         }

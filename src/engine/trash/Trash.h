@@ -14,6 +14,9 @@ struct TrashSource {
     TrashFolder trash;
 };
 
+/// The user's own Trash, whether it exists or not.
+TrashFolder homeTrash(const TrashLayout& layout);
+
 /// The user's own Trash first, then the volumes' in the system's order, without duplicates.
 std::vector<TrashSource> trashSources(const EngineContext& context);
 

@@ -61,6 +61,22 @@ void addRemovableApplications(AppLayout& layout, const LinuxEnvironment& environ
         layout.programFolders.push_back(home / name);
     }
     layout.entryProgramFolders = {environment.data / "JetBrains/Toolbox/apps"};
+    layout.sharedFolderNames = {"bin", "sbin",  "lib", "lib64", "libexec", "include",
+                                "etc", "share", "src", "man",   "games"};
+}
+
+/// $PATH, else where programs usually lie.
+void addProgramPath(AppLayout& layout, const LinuxEnvironment& environment, const fs::path& root) {
+    for (const fs::path& folder : environment.programPath) {
+        addOnce(layout.programPath, placed(folder, environment.home, root));
+    }
+    if (!layout.programPath.empty()) {
+        return;
+    }
+    layout.programPath = {environment.home / ".local/bin", environment.home / "bin"};
+    for (const char* folder : {"/usr/local/bin", "/usr/bin", "/bin", "/usr/games", "/snap/bin", "/usr/sbin", "/sbin"}) {
+        layout.programPath.push_back(underRoot(root, folder));
+    }
 }
 
 void addProtectedApplications(AppLayout& layout, const LinuxEnvironment& environment, const fs::path& root) {
@@ -76,8 +92,8 @@ void addProtectedApplications(AppLayout& layout, const LinuxEnvironment& environ
 }
 
 void addLeftoverRules(AppLayout& layout, const LinuxEnvironment& environment) {
-    const auto add = [&](const fs::path& folder, bool exactIdentifier = false) {
-        layout.leftoverFolders.push_back({.folder = folder, .exactIdentifier = exactIdentifier});
+    const auto add = [&](const fs::path& folder, bool ofFlatpaks = false) {
+        layout.leftoverFolders.push_back({.folder = folder, .ofFlatpaks = ofFlatpaks});
     };
     add(environment.config);
     add(environment.cache);
@@ -88,14 +104,19 @@ void addLeftoverRules(AppLayout& layout, const LinuxEnvironment& environment) {
     add(environment.config / "autostart.disabled");
     add(environment.config / "systemd/user");
     add(environment.data / "applications");
-    add(environment.data / "flatpak/overrides");
+    add(environment.data / "flatpak/overrides", true);
     layout.leftoverLinkFolders = {environment.home / ".local/bin"};
     layout.dottedHomeNames = true;
+    layout.leftoverNames = LeftoverNames::Whole;
+    layout.leftoverTails = {"-flags.conf", "-updater"};
     layout.neverLeftovers = {"applications", "autostart", "systemd", "dconf", "fontconfig", "fonts", "icons", "themes",
                              "gtk-2.0", "gtk-3.0", "gtk-4.0", "mime", "keyrings", "kwalletd", "trash", "flatpak",
                              "containers", "pulse", "pipewire", "wireplumber", "ibus", "fcitx*", "gvfs-metadata",
                              "user-dirs.*", "mimeapps.list", "kdeglobals", "recently-used.xbel", "jetbrains", "google",
                              "mozilla", "bravesoftware", "*vellmoor*",
+                             // data of desktops and of their mail, contacts and passwords
+                             "evolution", "gnome-*", "kde.org", "kdeconnect", "plasma-*", "plasmarc", "xfce4", "lxqt",
+                             "lxsession", "cinnamon", "cinnamon-session", "mate", "mate-*", "secrets",
                              // names that hold keys or start the session, should an application be called so
                              "config", "cache", "local", "var", "ssh", "gnupg", "pki", "password-store", "netrc",
                              "profile", "bash_profile", "bash_login", "bashrc", "zshrc", "zprofile", "xprofile",
@@ -123,12 +144,7 @@ AppLayout linuxAppLayout(const LinuxEnvironment& environment, std::uint32_t, con
     AppLayout layout;
     addRemovableApplications(layout, environment, root);
     addEntryFolders(layout, environment, root);
-    for (const char* name : {".local/bin", "bin"}) {
-        layout.programPath.push_back(environment.home / name);
-    }
-    for (const char* folder : {"/usr/local/bin", "/usr/bin", "/bin", "/usr/games", "/snap/bin", "/usr/sbin", "/sbin"}) {
-        layout.programPath.push_back(underRoot(root, folder));
-    }
+    addProgramPath(layout, environment, root);
     addProtectedApplications(layout, environment, root);
     addLeftoverRules(layout, environment);
     return layout;

@@ -4,6 +4,7 @@
 
 #include "Tint.h"
 #include "layouts/BrowserFolder.h"
+#include "layouts/OwnedFolders.h"
 #include "layouts/RootPattern.h"
 
 #include <cstdint>
@@ -16,7 +17,12 @@ namespace vellmoor {
 struct LinuxEnvironment;
 
 /// Which files a profile holds.
-enum class BrowserFamily : std::uint8_t { Chromium, Firefox, GnomeWeb };
+enum class BrowserFamily : std::uint8_t {
+    Chromium,
+    Opera, ///< Chromium's, but the user-data folder itself may be a profile
+    Firefox,
+    GnomeWeb,
+};
 
 /// A browser in one packaging.
 struct LinuxBrowser {
@@ -31,8 +37,8 @@ struct LinuxBrowser {
 /// In table order; native, Flatpak, snap within a browser. A packaging that the vendor does not offer is left out.
 std::vector<LinuxBrowser> linuxBrowsers(const LinuxEnvironment& environment);
 
-/// Names directly in the cache folder that belong to a native browser, in use while that one runs.
-std::vector<BusyNames> browserCacheNames();
+/// What browsers, Thunderbird, Flatpaks and snaps write to while they run.
+std::vector<OwnedFolders> linuxOwnedFolders(const LinuxEnvironment& environment);
 
 /// The finished crash reports of every browser; what else lies beside them are its crash-report settings.
 std::vector<RootPattern> browserCrashReports(const LinuxEnvironment& environment);

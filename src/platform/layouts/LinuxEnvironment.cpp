@@ -1,8 +1,8 @@
 #include "layouts/LinuxEnvironment.h"
 
+#include "Glob.h"
 #include "Paths.h"
 
-#include <algorithm>
 #include <array>
 
 namespace vellmoor {
@@ -10,10 +10,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::array toolVariables{"npm_config_cache",   "PNPM_HOME",  "PIP_CACHE_DIR",   "UV_CACHE_DIR",
-                                   "CARGO_HOME",         "GOCACHE",    "GOMODCACHE",      "GOPATH",
-                                   "GRADLE_USER_HOME",   "CCACHE_DIR", "SCCACHE_DIR",     "NUGET_PACKAGES",
-                                   "COMPOSER_CACHE_DIR", "HF_HOME",    "FLATPAK_USER_DIR"};
+constexpr std::array toolVariables{"npm_config_cache", "PNPM_HOME",       "PIP_CACHE_DIR",  "UV_CACHE_DIR",
+                                   "CARGO_HOME",       "GOCACHE",         "GOMODCACHE",     "GRADLE_USER_HOME",
+                                   "CCACHE_DIR",       "SCCACHE_DIR",     "NUGET_PACKAGES", "COMPOSER_CACHE_DIR",
+                                   "HF_HOME",          "FLATPAK_USER_DIR"};
 
 /// The value when it is an absolute path, as the Base Directory rules demand.
 std::optional<fs::path> absolute(const VariableLookup& lookup, std::string_view name) {
@@ -24,27 +24,22 @@ std::optional<fs::path> absolute(const VariableLookup& lookup, std::string_view 
     return lexicallyStandardized(*value);
 }
 
-std::vector<std::string> split(std::string_view text, char separator) {
-    std::vector<std::string> parts;
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find(separator), text.size());
-        if (end > 0) {
-            parts.emplace_back(text.substr(0, end));
-        }
-        text.remove_prefix(std::min(end + 1, text.size()));
-    }
-    return parts;
-}
-
 std::vector<fs::path> folders(const VariableLookup& lookup, std::string_view name,
                               const std::vector<fs::path>& fallback) {
     std::vector<fs::path> out;
-    for (const std::string& part : split(lookup(name).value_or(""), ':')) {
+    for (const std::string& part : separated(lookup(name).value_or(""), ':')) {
         if (part.starts_with('/')) {
             out.push_back(lexicallyStandardized(part));
         }
     }
     return out.empty() ? fallback : out;
+}
+
+/// A program that an AppImage starts inherits its variables without being a part of it.
+std::string ownAppImage(const VariableLookup& lookup, const fs::path& ownProgram) {
+    const std::optional<fs::path> mounted = absolute(lookup, "APPDIR");
+    const bool isInside = mounted && isStrictlyBelow(lexicallyStandardized(ownProgram), *mounted);
+    return isInside ? absolute(lookup, "APPIMAGE").value_or("").string() : std::string();
 }
 
 } // namespace
@@ -57,14 +52,12 @@ std::vector<fs::path> LinuxEnvironment::toolFolder(std::string_view variable, co
     return {found->second, fallback};
 }
 
-LinuxEnvironment linuxEnvironment(const VariableLookup& lookup, const fs::path& accountHome) {
+LinuxEnvironment linuxEnvironment(const VariableLookup& lookup, const fs::path& accountHome,
+                                  const fs::path& ownProgram) {
     LinuxEnvironment environment;
     environment.home = absolute(lookup, "HOME").value_or(lexicallyStandardized(accountHome));
-    // A base folder that is the home folder or holds it would make everything of the user's a cache or a log.
     const auto base = [&](std::string_view name, const char* fallback) {
-        const std::optional<fs::path> named = absolute(lookup, name);
-        const bool holdsHome = named && (*named == environment.home || isStrictlyBelow(environment.home, *named));
-        return named && !holdsHome ? *named : environment.home / fallback;
+        return absolute(lookup, name).value_or(environment.home / fallback);
     };
     environment.config = base("XDG_CONFIG_HOME", ".config");
     environment.cache = base("XDG_CACHE_HOME", ".cache");
@@ -72,14 +65,18 @@ LinuxEnvironment linuxEnvironment(const VariableLookup& lookup, const fs::path& 
     environment.state = base("XDG_STATE_HOME", ".local/state");
     environment.configDirs = folders(lookup, "XDG_CONFIG_DIRS", {"/etc/xdg"});
     environment.dataDirs = folders(lookup, "XDG_DATA_DIRS", {"/usr/local/share", "/usr/share"});
+    environment.programPath = folders(lookup, "PATH", {});
     environment.runtime = absolute(lookup, "XDG_RUNTIME_DIR").value_or("");
-    environment.desktops = split(lookup("XDG_CURRENT_DESKTOP").value_or(""), ':');
+    environment.desktops = separated(lookup("XDG_CURRENT_DESKTOP").value_or(""), ':');
     for (const char* name : toolVariables) {
         if (const auto folder = absolute(lookup, name)) {
             environment.toolFolders.emplace(name, *folder);
         }
     }
-    environment.ownAppImage = absolute(lookup, "APPIMAGE").value_or("").string();
+    if (const std::vector<fs::path> goFolders = folders(lookup, "GOPATH", {}); !goFolders.empty()) {
+        environment.toolFolders.emplace("GOPATH", goFolders.front()); // Go downloads into the first one
+    }
+    environment.ownAppImage = ownAppImage(lookup, ownProgram);
     environment.insideSnap = !lookup("SNAP").value_or("").empty();
     return environment;
 }

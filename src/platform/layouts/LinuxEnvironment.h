@@ -19,11 +19,12 @@ struct LinuxEnvironment {
     std::filesystem::path state;
     std::vector<std::filesystem::path> configDirs;
     std::vector<std::filesystem::path> dataDirs;
-    std::filesystem::path runtime;     ///< empty: none
-    std::vector<std::string> desktops; ///< the names in XDG_CURRENT_DESKTOP
-    /// Variables of single tools (CARGO_HOME ...) that are set to an absolute path.
+    std::vector<std::filesystem::path> programPath; ///< $PATH without its relative parts; empty: unset
+    std::filesystem::path runtime;                  ///< empty: none
+    std::vector<std::string> desktops;              ///< the names in XDG_CURRENT_DESKTOP
+    /// Variables of single tools (CARGO_HOME ...) that are set to an absolute path; of GOPATH the first one.
     std::map<std::string, std::filesystem::path> toolFolders;
-    std::string ownAppImage; ///< $APPIMAGE of Vellmoor itself; empty: none
+    std::string ownAppImage; ///< the AppImage that Vellmoor itself runs from; empty: none
     bool insideSnap = false; ///< Vellmoor itself runs as a snap ($SNAP is set)
 
     /// The folder of a tool's variable, else `fallback`.
@@ -33,8 +34,10 @@ struct LinuxEnvironment {
 
 using VariableLookup = std::function<std::optional<std::string>(std::string_view name)>;
 
-/// Reads the variables through `lookup`. Home is $HOME when absolute, else `accountHome`.
-LinuxEnvironment linuxEnvironment(const VariableLookup& lookup, const std::filesystem::path& accountHome);
+/// Reads the variables through `lookup`. Home is $HOME when absolute, else `accountHome`. `ownProgram` is the running
+/// executable: $APPIMAGE is that of another program when it does not lie in $APPDIR.
+LinuxEnvironment linuxEnvironment(const VariableLookup& lookup, const std::filesystem::path& accountHome,
+                                  const std::filesystem::path& ownProgram = {});
 
 /// A home folder without any variable: the defaults below it.
 LinuxEnvironment linuxEnvironmentOf(const std::filesystem::path& home);

@@ -1,4 +1,5 @@
 #include "Paths.h"
+#include "layouts/LinuxBrowsers.h"
 #include "layouts/LinuxEnvironment.h"
 #include "layouts/LinuxJunkLayout.h"
 #include "layouts/SystemLayout.h"
@@ -35,27 +36,20 @@ std::vector<std::pair<std::vector<std::string>, std::string>> symbols() {
     };
 }
 
-std::vector<fs::path> protectedPaths(const LinuxEnvironment& environment, const fs::path& root) {
+std::vector<fs::path> protectedPaths(const LinuxEnvironment& environment) {
     std::vector<fs::path> paths{environment.config, environment.cache, environment.data, environment.state};
     if (!environment.runtime.empty()) {
         paths.push_back(environment.runtime);
     }
-    for (const char* folder :
-         {"Desktop", "Documents",  "Downloads", "Music",        "Pictures", "Public", "Templates", "Videos",
-          ".ssh",    ".gnupg",     ".mozilla",  ".thunderbird", ".local",   ".var",   ".var/app",  "snap",
-          ".snap",   ".snap/data", ".cargo",    ".npm",         ".gradle",  ".m2",    ".android"}) {
-        paths.push_back(environment.home / folder);
+    if (!environment.ownAppImage.empty()) {
+        paths.emplace_back(environment.ownAppImage);
     }
+    paths.push_back(environment.data / "applications/org.vellmoor.Vellmoor.desktop");
     for (const char* folder : {"Trash", "Trash/files", "Trash/info", "applications", "keyrings", "flatpak"}) {
         paths.push_back(environment.data / folder);
     }
     for (const char* folder : {"autostart", "systemd", "systemd/user", "dconf"}) {
         paths.push_back(environment.config / folder);
-    }
-    for (const char* folder :
-         {"/bin",  "/boot", "/dev",  "/etc", "/home", "/lib", "/media", "/mnt", "/opt",       "/proc",
-          "/root", "/run",  "/sbin", "/srv", "/sys",  "/tmp", "/usr",   "/var", "/var/crash", "/var/tmp"}) {
-        paths.push_back(underRoot(root, folder));
     }
     return paths;
 }
@@ -69,17 +63,24 @@ SystemLayout linuxLayout(const LinuxEnvironment& environment, std::uint32_t user
     layout.home = home;
     layout.stateFolder = environment.state / "vellmoor";
     layout.root = root;
-    layout.protectedPaths = protectedPaths(environment, root);
+    layout.protectedPaths = protectedPaths(environment);
     layout.deepScan = deepScanRules(environment);
     layout.fileKinds = &FileKinds::linuxDesktop();
     layout.symbols = symbols();
     layout.junk = linuxJunkCategories(environment, root);
-    layout.downloads = {.folder = home / "Downloads",
-                        .extensions = {"dmg", "pkg", "zip", "xip", "ipsw", "iso", "deb", "rpm", "appimage", "flatpak",
-                                       "flatpakref", "flatpakrepo", "snap", "run", "bundle", "img", "msi", "exe"}};
+    layout.installerExtensions = {"dmg",  "pkg", "zip",      "xip",     "ipsw",       "iso",
+                                  "deb",  "rpm", "appimage", "flatpak", "flatpakref", "flatpakrepo",
+                                  "snap", "run", "bundle",   "img",     "msi",        "exe"};
     for (const char* folder : {"Downloads", "Desktop", "Documents", "Videos", "Pictures"}) {
         layout.largeFileRoots.push_back(home / folder);
     }
+    for (const char* folder : {"Music", "Public", "Templates"}) {
+        layout.furtherUserFolders.push_back(home / folder);
+    }
+    layout.bases = {
+        .config = environment.config, .data = environment.data, .cache = environment.cache, .state = environment.state};
+    layout.owned = linuxOwnedFolders(environment);
+    layout.countsOnce = true;
     const std::string user = std::to_string(userId);
     layout.trash = {
         .homeFolder = environment.data / "Trash",
@@ -89,6 +90,7 @@ SystemLayout linuxLayout(const LinuxEnvironment& environment, std::uint32_t user
         .volumeForms = {{.folder = fs::path(".Trash") / user, .needsStickyParent = true, .needsRealFolder = true},
                         {.folder = ".Trash-" + user, .needsStickyParent = false, .needsRealFolder = true}},
         .checksOwner = true,
+        .isKnownByName = false,
         .permanentFragments = {}};
     layout.startupCountFolder = environment.config / "autostart";
     layout.backgroundCountFolder = environment.config / "systemd/user";

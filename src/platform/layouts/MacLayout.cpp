@@ -8,10 +8,10 @@ namespace {
 namespace fs = std::filesystem;
 
 RootPattern childrenOf(fs::path folder) {
-    return {.base = std::move(folder), .components = {"*"}};
+    return {.base = std::move(folder), .below = "*", .except = {}};
 }
 RootPattern itself(fs::path path) {
-    return {.base = std::move(path), .components = {}};
+    return {.base = std::move(path), .below = "", .except = {}};
 }
 
 std::vector<JunkCategory> junkCategories(const fs::path& home) {
@@ -25,6 +25,7 @@ std::vector<JunkCategory> junkCategories(const fs::path& home) {
          .risk = CleanupRisk::safe,
          .selected = true,
          .changesByItself = true,
+         .listed = {library / "Caches"},
          .roots = {childrenOf(library / "Caches")}},
         {.title = "系统日志",
          .description = "诊断报告、崩溃日志和旧日志文件",
@@ -34,6 +35,7 @@ std::vector<JunkCategory> junkCategories(const fs::path& home) {
          .risk = CleanupRisk::safe,
          .selected = true,
          .changesByItself = true,
+         .listed = {library / "Logs", library / "Logs/DiagnosticReports"},
          .roots = {childrenOf(library / "Logs"), childrenOf(library / "Logs/DiagnosticReports")}},
         {.title = "开发缓存",
          .description = "Xcode DerivedData、模拟器缓存和旧归档",
@@ -58,24 +60,6 @@ std::vector<std::pair<std::vector<std::string>, std::string>> symbols() {
     };
 }
 
-std::vector<fs::path> protectedPaths(const fs::path& home, const fs::path& root) {
-    std::vector<fs::path> paths;
-    for (const char* folder : {"Desktop", "Documents", "Downloads", "Movies", "Music", "Pictures", "Public", "Library",
-                               "Applications", ".Trash", ".ssh", ".gnupg"}) {
-        paths.push_back(home / folder);
-    }
-    for (const char* folder :
-         {"Caches", "Logs", "Preferences", "Application Support", "Containers", "Group Containers", "LaunchAgents",
-          "Keychains", "Mail", "Messages", "Safari", "Mobile Documents", "CloudStorage", "Developer"}) {
-        paths.push_back(home / "Library" / folder);
-    }
-    for (const char* folder : {"/System", "/Library", "/Users", "/Applications", "/Volumes", "/private", "/usr", "/bin",
-                               "/sbin", "/etc", "/var", "/opt"}) {
-        paths.push_back(underRoot(root, folder));
-    }
-    return paths;
-}
-
 } // namespace
 
 SystemLayout macosLayout(const fs::path& homeFolder, std::uint32_t userId, const fs::path& root) {
@@ -85,7 +69,6 @@ SystemLayout macosLayout(const fs::path& homeFolder, std::uint32_t userId, const
     layout.home = home;
     layout.stateFolder = home / "Library/Application Support/Vellmoor";
     layout.root = root;
-    layout.protectedPaths = protectedPaths(home, root);
     layout.deepScan = {.names = {"node_modules", ".git"},
                        .nameEndings = {},
                        .fragments = {"/Library/Mobile Documents/", "/Library/CloudStorage/"},
@@ -97,7 +80,7 @@ SystemLayout macosLayout(const fs::path& homeFolder, std::uint32_t userId, const
     layout.fileKinds = &FileKinds::common();
     layout.symbols = symbols();
     layout.junk = junkCategories(home);
-    layout.downloads = {.folder = home / "Downloads", .extensions = {"dmg", "pkg", "zip", "xip", "ipsw", "iso"}};
+    layout.installerExtensions = {"dmg", "pkg", "zip", "xip", "ipsw", "iso"};
     for (const char* folder : {"Downloads", "Desktop", "Documents", "Movies", "Pictures"}) {
         layout.largeFileRoots.push_back(home / folder);
     }
@@ -107,6 +90,7 @@ SystemLayout macosLayout(const fs::path& homeFolder, std::uint32_t userId, const
                     .volumePrefix = underRoot(root, "/Volumes/").string(),
                     .volumeForms = {{.folder = fs::path(".Trashes") / std::to_string(userId)}},
                     .checksOwner = false,
+                    .isKnownByName = true,
                     .permanentFragments = {"/.Trash/", "/.Trashes/"}};
     if (!layout.trash.volumePrefix.ends_with('/')) {
         layout.trash.volumePrefix += '/';

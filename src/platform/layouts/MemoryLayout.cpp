@@ -15,7 +15,9 @@ constexpr std::int64_t bytesPerKilobyte = 1024;
 
 /// Labels with their colon: "Active:" is not "Active(anon):" (proc_meminfo(5)).
 MemoryLabels linuxLabels() {
-    return {.free = {"MemFree:"},
+    // Before Linux 3.14 nothing told what is available.
+    return {.free = {"MemAvailable:|MemFree:"},
+            .unused = {"MemFree:"},
             .active = {"Active:"},
             .inactive = {"Inactive:"},
             .wired = {"Unevictable:", "SUnreclaim:", "KernelStack:", "PageTables:", "SecPageTables:", "Percpu:",
@@ -81,6 +83,7 @@ ProcessGrouping linuxGrouping(const LinuxEnvironment& environment, const fs::pat
                           "mono*",     "wine*",       "gjs*",   "lua*",      "php*",  "flatpak",    "snap",
                           "pkexec",    "sudo",        "su",     "electron*", "xdg-*", "gtk-launch", "gio",
                           "systemctl", "systemd-run", "dbus-*", "exo-open"},
+            .terminalServers = {"tmux*", "screen", "zellij*", "dtach", "abduco", "mosh-server"},
             .sharedFolders = sharedFolders(environment, root)};
 }
 
@@ -103,6 +106,7 @@ MemoryLayout macMemoryLayout(const fs::path&, std::uint32_t, const fs::path& roo
     layout.total = {.tool = underRoot(root, "/usr/sbin/sysctl"), .arguments = {"-n", "hw.memsize"}};
     layout.statistics = {.tool = underRoot(root, "/usr/bin/vm_stat"), .arguments = {}};
     layout.labels = {.free = {"Pages free", "Pages speculative"},
+                     .unused = {"Pages free", "Pages speculative"},
                      .active = {"Pages active"},
                      .inactive = {"Pages inactive"},
                      .wired = {"Pages wired down"},
@@ -118,7 +122,8 @@ MemoryLayout macMemoryLayout(const fs::path&, std::uint32_t, const fs::path& roo
     layout.elevation = {.tool = underRoot(root, "/usr/bin/osascript"),
                         .arguments = {"-e", "do shell script \"%@\" with administrator privileges"},
                         .refusals = {"Operation not permitted"},
-                        .cancelPhrase = "User canceled",
+                        // The number is AppleScript's userCanceledErr and stands there in every language.
+                        .cancelPhrases = {"(-128)", "User canceled"},
                         .cancelStatus = std::nullopt};
     return layout;
 }
@@ -139,7 +144,7 @@ MemoryLayout linuxMemoryLayout(const LinuxEnvironment& environment, std::uint32_
                         .arguments = {"--disable-internal-agent", "%@"},
                         .mustExist = true,
                         .refusals = {"Operation not permitted", "permission denied"},
-                        .cancelPhrase = "",
+                        .cancelPhrases = {},
                         .cancelStatus = 126};
     return layout;
 }

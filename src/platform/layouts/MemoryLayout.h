@@ -19,7 +19,8 @@ struct ToolCall {
 /// The labels in the memory statistics whose counts are summed for each figure. "A|B" stands for the first of the
 /// two that the statistics have.
 struct MemoryLabels {
-    std::vector<std::string> free;
+    std::vector<std::string> free;   ///< what programs can still get
+    std::vector<std::string> unused; ///< what holds nothing at all
     std::vector<std::string> active;
     std::vector<std::string> inactive;
     std::vector<std::string> wired;
@@ -44,6 +45,9 @@ struct ProcessGrouping {
     std::vector<std::string> systemSlices;
     /// Programs that only run other programs, by file name (patterns): no application is known by them.
     std::vector<std::string> launchers;
+    /// Programs that hold terminals of their own, by file name (patterns): no part of the application whose control
+    /// group they were started in.
+    std::vector<std::string> terminalServers;
     /// Folders in which programs of many applications lie side by side.
     std::vector<std::filesystem::path> sharedFolders;
 };
@@ -61,7 +65,7 @@ struct PurgeElevation {
     std::vector<std::string> arguments;       ///< "%@" stands for the purge tool; its own arguments follow
     bool mustExist = false;                   ///< without it memory management counts as not installed
     std::vector<std::string> refusals;        ///< phrases of the purge tool that ask for it, in any case
-    std::string cancelPhrase;                 ///< what it prints when the user closes its dialog; empty: nothing
+    std::vector<std::string> cancelPhrases;   ///< what it prints when the user closes its dialog, in any case
     std::optional<std::int32_t> cancelStatus; ///< its status in that case
 };
 

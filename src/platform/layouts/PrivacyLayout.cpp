@@ -50,23 +50,23 @@ Paths joined(std::initializer_list<Paths> parts) {
 // The categories, whose titles and risks every browser shares.
 
 TraceCategory history(std::string_view description, Paths paths) {
-    return {"历史记录", std::string(description), CleanupRisk::high, std::move(paths), {}};
+    return {"历史记录", std::string(description), {}, CleanupRisk::high, std::move(paths), {}};
 }
 
 TraceCategory downloads(std::string_view description, Paths paths) {
-    return {"下载记录", std::string(description), CleanupRisk::cautious, std::move(paths), {}};
+    return {"下载记录", std::string(description), {}, CleanupRisk::cautious, std::move(paths), {}};
 }
 
 TraceCategory cookies(Paths paths) {
-    return {"Cookie", "登录会话和站点 Cookie", CleanupRisk::high, std::move(paths), {}};
+    return {"Cookie", "登录会话和站点 Cookie", {}, CleanupRisk::high, std::move(paths), {}};
 }
 
 TraceCategory cache(Paths paths) {
-    return {"缓存", "网页缓存和可再生资源", CleanupRisk::cautious, std::move(paths), {}};
+    return {"缓存", "网页缓存和可再生资源", {}, CleanupRisk::cautious, std::move(paths), {}};
 }
 
 TraceCategory localStorage(std::string_view description, Paths paths) {
-    return {"本地存储", std::string(description), CleanupRisk::high, std::move(paths), {}};
+    return {"本地存储", std::string(description), {}, CleanupRisk::high, std::move(paths), {}};
 }
 
 constexpr std::string_view historyDatabase = "浏览历史数据库";
@@ -75,27 +75,34 @@ constexpr std::string_view downloadMetadata = "下载元数据和记录";
 constexpr std::string_view siteDatabases = "网站本地数据库和离线数据";
 constexpr std::string_view siteStorage = "站点本地存储、会话和 IndexedDB";
 
-std::vector<TraceCategory> chromiumCategories(Paths cookiePaths, Paths cachePaths) {
+std::vector<TraceCategory> chromiumCategories(Paths cookiePaths, Paths cachePaths, TraceCategory storage) {
     return {
         history(historyDatabase, inProfile({"History", "History-journal"})),
         downloads(downloadMetadata, inProfile({"DownloadMetadata"})),
         cookies(std::move(cookiePaths)),
         cache(std::move(cachePaths)),
-        localStorage(siteStorage, inProfile({"Local Storage", "Session Storage", "IndexedDB"})),
+        std::move(storage),
     };
 }
 
 std::vector<TraceCategory> macChromiumCategories() {
     return chromiumCategories(inProfile({"Network/Cookies", "Network/Cookies-journal"}),
-                              inCache({"Cache", "Cache/Cache_Data", "Code Cache", "GPUCache"}));
+                              inCache({"Cache", "Cache/Cache_Data", "Code Cache", "GPUCache"}),
+                              localStorage(siteStorage, inProfile({"Local Storage", "Session Storage", "IndexedDB"})));
 }
 
-/// On Linux the cookies lie in the profile itself; "Network" is where other systems have them.
+/// On Linux the cookies lie in the profile itself; "Network" is where other systems have them. Databases of extensions
+/// stand beside those of sites and stay; the two storages are one database each for both, which the row says.
 std::vector<TraceCategory> linuxChromiumCategories() {
+    Paths storage = inProfile({"Local Storage", "Session Storage", "IndexedDB/*"});
+    storage.back().except = "chrome-extension_*";
+    TraceCategory row = localStorage(siteStorage, std::move(storage));
+    row.note = "%@（网站与扩展的数据在同一数据库中）";
     return chromiumCategories(inProfile({"Cookies", "Cookies-journal", "Network/Cookies", "Network/Cookies-journal"}),
-                              joined({inCache({"Cache", "Cache/Cache_Data", "Code Cache", "GPUCache"}),
+                              joined({inCache({"Cache", "Code Cache", "GPUCache"}),
                                       inProfile({"GPUCache", "DawnGraphiteCache", "DawnWebGPUCache"}),
-                                      inProfileOutside({"Cache", "Code Cache"})}));
+                                      inProfileOutside({"Cache", "Code Cache"})}),
+                              std::move(row));
 }
 
 /// places.sqlite holds the bookmarks, too, so the history is only shown. Of the site storage, what belongs to
@@ -153,6 +160,8 @@ std::pair<ProfileSearch, std::vector<TraceCategory>> tracesOf(BrowserFamily fami
         return {ProfileSearch::Firefox, firefoxCategories()};
     case BrowserFamily::GnomeWeb:
         return {ProfileSearch::FolderItself, gnomeWebCategories()};
+    case BrowserFamily::Opera:
+        return {ProfileSearch::Opera, linuxChromiumCategories()};
     case BrowserFamily::Chromium:
         break;
     }

@@ -20,12 +20,14 @@ struct TracePath {
     Folder folder = Folder::Profile;
     std::string path;         ///< relative; its last component may be a globMatches pattern
     bool onlyOutside = false; ///< only for a profile outside the place where the browser keeps them by itself
+    std::string except = "";  ///< globMatches pattern; names that the pattern in `path` does not match
 };
 
 /// One kind of trace that a browser leaves.
 struct TraceCategory {
     std::string title;       ///< text key
     std::string description; ///< text key
+    std::string note;        ///< text key, %@ stands for the description; empty: none
     CleanupRisk risk = CleanupRisk::high;
     std::vector<TracePath> paths;
     std::string previewReason; ///< text key, %@ stands for the browser; not empty: shown, never cleaned
@@ -35,6 +37,7 @@ struct TraceCategory {
 enum class ProfileSearch : std::uint8_t {
     FolderItself, ///< it is the one profile, and `cache` its cache folder
     Chromium,     ///< folders that hold a file "Preferences"
+    Opera,        ///< likewise, and the folder itself
     Firefox,      ///< named by profiles.ini, or holding prefs.js
 };
 

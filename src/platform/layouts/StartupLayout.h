@@ -18,6 +18,8 @@ struct StartupFolders {
     StartupKind kind = StartupKind::LaunchAgent;
     std::filesystem::path enabled;
     std::filesystem::path disabled;
+    /// Folders whose file of the same name takes over when the user's own is gone.
+    std::vector<std::filesystem::path> takeoverFolders;
 };
 
 /// State that a desktop saves to restore its windows.
@@ -28,13 +30,12 @@ struct SessionState {
 
 struct StartupLayout {
     std::vector<StartupFolders> folders; ///< in listing order
+    bool filesNameItems = false; ///< items are called as their files are, not as the application that they start
     /// launchctl or systemctl; the first executable one.
     std::vector<std::filesystem::path> loaders;
     bool loaderIsOptional = false;       ///< left out when not installed or without `managerSocket`
     std::filesystem::path managerSocket; ///< of the user's service manager; empty: there is none
-    /// Folders whose entry of the same name starts when the user's own is gone.
-    std::vector<std::filesystem::path> takeoverFolders;
-    std::vector<std::string> desktops; ///< names of the running desktop, the most specific first
+    std::vector<std::string> desktops;   ///< names of the running desktop, the most specific first
 
     std::filesystem::path shownFolder; ///< its children are listed in a row for information
     std::string shownDescription;      ///< text key; %@ stands for shownFolder in display form

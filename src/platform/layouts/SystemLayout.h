@@ -6,6 +6,7 @@
 #include "LargeFileFilters.h"
 #include "layouts/AppLayout.h"
 #include "layouts/MemoryLayout.h"
+#include "layouts/OwnedFolders.h"
 #include "layouts/PermissionLayout.h"
 #include "layouts/PrivacyLayout.h"
 #include "layouts/RootPattern.h"
@@ -43,13 +44,18 @@ struct JunkCategory {
     bool selected = false;
     /// Logs grow and caches are replaced at any time: a clean only compares the disk and the kind.
     bool changesByItself = false;
-    std::vector<RootPattern> roots; ///< their matches, concatenated, never merged
+    /// Folders whose names the row lists: when none of those that exist has one, the row is not shown.
+    std::vector<std::filesystem::path> listed = {};
+    bool countsOnce = false; ///< a root that equals or lies below another is left out; else all are concatenated
+    std::vector<RootPattern> roots;
 };
 
-/// Where the old installers of System Junk are looked for.
-struct DownloadRule {
-    std::filesystem::path folder; ///< used when the platform names no Downloads folder
-    std::vector<std::string> extensions;
+/// The folders of the Base Directory rules; empty where the system has none.
+struct BaseFolders {
+    std::filesystem::path config;
+    std::filesystem::path data;
+    std::filesystem::path cache;
+    std::filesystem::path state;
 };
 
 /// One form of a volume's per-user Trash, relative to the volume.
@@ -66,8 +72,9 @@ struct TrashLayout {
     std::string volumePrefix;    ///< only volumes below it count; empty: as the platform lists them
     std::vector<VolumeTrashForm> volumeForms;
     bool checksOwner = false; ///< a foreign, readable Trash is passed over
-    /// A path is in a Trash, and removed for good, when it contains one of these; empty: only what lies strictly
-    /// below the contents of a known Trash folder.
+    /// A path is in a Trash, and removed for good, when it contains one of permanentFragments; else only what lies
+    /// strictly below the contents of a known Trash folder.
+    bool isKnownByName = false;
     std::vector<std::string> permanentFragments;
 };
 
@@ -76,15 +83,21 @@ struct SystemLayout {
     std::filesystem::path home;
     std::filesystem::path stateFolder; ///< where Vellmoor keeps files of its own
     std::filesystem::path root = "/";  ///< stands for "/" in every absolute path outside the home
-    /// Never a target of a clean, whatever a table says; the home folder and mount points are added by the guard.
+    /// Never a target of a clean, whatever a table says: what the user's settings name. The guard knows the others.
     std::vector<std::filesystem::path> protectedPaths;
     DeepScanRules deepScan;
     const FileKinds* fileKinds = nullptr;
     /// Extension (lower case) and symbol; the first match wins.
     std::vector<std::pair<std::vector<std::string>, std::string>> symbols;
-    std::vector<JunkCategory> junk; ///< user caches, logs, developer caches, in this order
-    DownloadRule downloads;
-    std::vector<std::filesystem::path> largeFileRoots; ///< used where the platform names no folder
+    std::vector<JunkCategory> junk;               ///< user caches, logs, developer caches, in this order
+    std::vector<std::string> installerExtensions; ///< of what counts as a download leftover; lower case
+    /// Downloads, Desktop, Documents, Videos, Pictures: used where the platform names no folder.
+    std::vector<std::filesystem::path> largeFileRoots;
+    std::vector<std::filesystem::path> furtherUserFolders; ///< Music, Public, Templates: likewise
+    BaseFolders bases;
+    std::vector<OwnedFolders> owned; ///< beside the traces of `privacy`
+    /// A Smart Scan counts each path once, and the disk bar what lies on disks only.
+    bool countsOnce = false;
     TrashLayout trash;
     std::filesystem::path startupCountFolder;
     std::filesystem::path backgroundCountFolder;

@@ -9,6 +9,7 @@
 #include <csignal>
 #include <fcntl.h>
 #include <spawn.h>
+#include <string_view>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <utility>
@@ -71,6 +72,27 @@ private:
     posix_spawn_file_actions_t value_{};
 };
 
+// The parent's variables, LC_ALL replaced where the tool is to speak English. They outlive the spawning.
+class Variables {
+public:
+    explicit Variables(Messages messages) {
+        for (char** variable = environ; *variable != nullptr; ++variable) {
+            if (messages == Messages::Inherited || !std::string_view(*variable).starts_with("LC_ALL=")) {
+                pointers_.push_back(*variable);
+            }
+        }
+        if (messages == Messages::English) {
+            pointers_.push_back(english_.data());
+        }
+        pointers_.push_back(nullptr);
+    }
+    [[nodiscard]] char* const* get() const { return pointers_.data(); }
+
+private:
+    std::string english_ = "LC_ALL=C";
+    std::vector<char*> pointers_;
+};
+
 // Both ends above the standard streams: a pipe end that is itself descriptor 1 or 2 would keep its close-on-exec
 // flag when it is put there.
 bool openPipe(Descriptor& readEnd, Descriptor& writeEnd) {
@@ -109,7 +131,7 @@ std::int32_t waitFor(pid_t child) {
     return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
 }
 
-Run run(const Path& tool, const std::vector<std::string>& arguments, Errors errors) {
+Run run(const Path& tool, const std::vector<std::string>& arguments, Errors errors, Messages messages) {
     std::vector<std::string> words{tool.string()};
     words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<char*> pointers;
@@ -125,8 +147,10 @@ Run run(const Path& tool, const std::vector<std::string>& arguments, Errors erro
     }
     const FileActions actions(writeEnd.get(), errors);
     const Attributes attributes;
+    const Variables variables(messages);
     pid_t child = 0;
-    const int error = ::posix_spawn(&child, tool.c_str(), actions.get(), attributes.get(), pointers.data(), environ);
+    const int error =
+        ::posix_spawn(&child, tool.c_str(), actions.get(), attributes.get(), pointers.data(), variables.get());
     writeEnd.close(); // else the reading never ends
     if (error != 0) {
         return {-1, {}, files::reason(error)};
@@ -140,15 +164,15 @@ Run run(const Path& tool, const std::vector<std::string>& arguments, Errors erro
 } // namespace
 
 std::optional<std::string> output(const Path& tool, const std::vector<std::string>& arguments) {
-    Run done = run(tool, arguments, Errors::Dropped);
+    Run done = run(tool, arguments, Errors::Dropped, Messages::Inherited);
     if (done.status != 0 || !texts::isUtf8(done.bytes)) {
         return std::nullopt;
     }
     return std::move(done.bytes);
 }
 
-CommandResult result(const Path& tool, const std::vector<std::string>& arguments) {
-    Run done = run(tool, arguments, Errors::Mixed);
+CommandResult result(const Path& tool, const std::vector<std::string>& arguments, Messages messages) {
+    Run done = run(tool, arguments, Errors::Mixed, messages);
     if (!texts::isUtf8(done.bytes)) {
         done.bytes.clear();
     }

@@ -1,6 +1,8 @@
 #include "Files.h"
 
 #include "Descriptor.h"
+#include "OpenFolders.h"
+#include "Rename.h"
 
 #include <cerrno>
 #include <dirent.h>
@@ -14,11 +16,6 @@
 namespace vellmoor::files {
 namespace {
 
-struct CloseDirectory {
-    void operator()(DIR* directory) const { ::closedir(directory); }
-};
-using DirectoryStream = std::unique_ptr<DIR, CloseDirectory>;
-
 // The kind of an entry; not every file system tells it in the listing.
 unsigned char kindOf(int folder, const dirent& entry) {
     if (entry.d_type != DT_UNKNOWN) {
@@ -29,22 +26,6 @@ unsigned char kindOf(int folder, const dirent& entry) {
         return DT_UNKNOWN;
     }
     return static_cast<unsigned char>(IFTODT(status.st_mode));
-}
-
-// Where the kernel or the file system does not know RENAME_NOREPLACE. A hard link never replaces anything; a
-// renamed folder could replace an empty folder that appears between the test and the move, which loses nothing.
-int moveWithoutReplaceFlag(const Path& from, const Path& to) {
-    struct stat status{};
-    if (::lstat(from.c_str(), &status) != 0) {
-        return errno;
-    }
-    if (!S_ISDIR(status.st_mode) && ::linkat(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), 0) == 0) {
-        return ::unlink(from.c_str()) == 0 ? 0 : errno;
-    }
-    if (existsItself(to)) {
-        return EEXIST;
-    }
-    return ::rename(from.c_str(), to.c_str()) == 0 ? 0 : errno;
 }
 
 } // namespace
@@ -70,7 +51,7 @@ std::optional<FileFacts> facts(const Path& path) {
 
 bool existsItself(const Path& path) {
     struct stat status{};
-    return ::lstat(path.c_str(), &status) == 0;
+    return ::lstat(path.c_str(), &status) == 0 || !meansGone(errno); // what cannot be seen is there
 }
 
 bool existsFollowed(const Path& path) {
@@ -117,13 +98,7 @@ std::expected<std::vector<FolderEntry>, std::string> entries(const Path& folder)
 }
 
 Outcome moveItem(const Path& from, const Path& to) {
-    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) {
-        return {};
-    }
-    if (errno != ENOSYS && errno != EINVAL) {
-        return failure(errno);
-    }
-    const int error = moveWithoutReplaceFlag(from, to);
+    const int error = renameWithoutReplacing(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str());
     return error == 0 ? Outcome() : failure(error);
 }
 
@@ -148,9 +123,10 @@ std::optional<Capacity> capacity(const Path& path) {
         }
         return product;
     };
-    const auto total = bytes(status.f_blocks);
-    const auto available = bytes(status.f_bavail); // not f_bfree: the reserved blocks are not the user's
-    if (!total || !available) {
+    // Without the blocks reserved for root, so that used and available are those of df.
+    const auto total = bytes(status.f_blocks - status.f_bfree + status.f_bavail);
+    const auto available = bytes(status.f_bavail);
+    if (!total || !available || *total == 0) {
         return std::nullopt;
     }
     return Capacity{*total, *available};

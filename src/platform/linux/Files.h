@@ -11,7 +11,8 @@
 namespace vellmoor::files {
 
 std::optional<FileFacts> facts(const Path& path);
-/// A link counts itself, dangling or not.
+/// A link counts itself, dangling or not. What may not be asked about (a closed folder above it) exists, too: only a
+/// path that the system says is missing is missing.
 bool existsItself(const Path& path);
 /// A dangling link does not exist.
 bool existsFollowed(const Path& path);

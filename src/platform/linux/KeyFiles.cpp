@@ -27,9 +27,23 @@ bool isComment(std::string_view line) {
     return line.empty() || line.front() == '#' || line.front() == ';';
 }
 
+/// Whether systemd reads the line; it passes over one that is no assignment, or stands above the first group.
+bool isRead(std::string_view line, bool inGroup) {
+    if (line.starts_with('[')) {
+        return true;
+    }
+    const auto isKeyLetter = [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' || c == '_';
+    };
+    std::string_view key = line.substr(0, line.find('='));
+    key = key.substr(0, key.find_last_not_of(" \t") + 1);
+    return inGroup && line.contains('=') && !key.empty() && std::ranges::all_of(key, isKeyLetter);
+}
+
 // systemd.syntax(7): a backslash at the end of a line stands for a blank; comments in between are left out.
 std::string unitTextAsKeyFile(std::string_view text) {
     std::string out;
+    std::string joined;
     bool continued = false;
     while (!text.empty()) {
         const std::size_t end = std::min(text.find('\n'), text.size());
@@ -42,8 +56,15 @@ std::string unitTextAsKeyFile(std::string_view text) {
         if (continued) {
             line.remove_suffix(1);
         }
-        out += line;
-        out += continued ? ' ' : '\n';
+        joined += line;
+        joined += continued ? ' ' : '\n';
+        if (continued && !text.empty()) {
+            continue;
+        }
+        if (isRead(joined, !out.empty())) {
+            out += joined;
+        }
+        joined.clear();
     }
     return out;
 }

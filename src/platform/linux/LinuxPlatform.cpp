@@ -4,11 +4,13 @@
 #include "Files.h"
 #include "GlibPointers.h"
 #include "KeyFiles.h"
+#include "LinuxTrashSession.h"
 #include "Mounts.h"
 #include "Paths.h"
+#include "PortalTrashSession.h"
 #include "Quit.h"
 #include "TextServices.h"
-#include "TrashRemoval.h"
+#include "UserDirectories.h"
 
 #include <gio/gio.h>
 
@@ -29,9 +31,10 @@ Path accountHome() {
     return error == 0 && found != nullptr ? Path(found->pw_dir) : Path("/");
 }
 
-Path userFolder(GUserDirectory which) {
-    const char* folder = g_get_user_special_dir(which);
-    return folder == nullptr ? Path() : Path(folder);
+// There the home's Trash is not the one that the user sees: only the desktop's own service reaches it.
+bool isInSandbox() {
+    const char* snap = std::getenv("SNAP");
+    return (snap != nullptr && *snap != '\0') || files::existsItself("/.flatpak-info");
 }
 
 } // namespace
@@ -41,7 +44,7 @@ LinuxEnvironment processEnvironment() {
         const char* value = std::getenv(std::string(name).c_str());
         return value == nullptr ? std::nullopt : std::optional<std::string>(value);
     };
-    return linuxEnvironment(lookup, accountHome());
+    return linuxEnvironment(lookup, accountHome(), files::linkTarget("/proc/self/exe").value_or(""));
 }
 
 // Facts
@@ -83,7 +86,8 @@ std::optional<Path> LinuxPlatform::realPath(const Path& path) const {
 }
 
 bool LinuxPlatform::isMountPoint(const Path& path) const {
-    return mounts::isMountPoint(path);
+    const std::optional<Path> real = realPlace(lexicallyStandardized(path));
+    return real && mounts::isMountPoint(*real); // else nothing is there that could be moved
 }
 
 bool LinuxPlatform::isPackage(const Path& /*folder*/) const {
@@ -92,18 +96,9 @@ bool LinuxPlatform::isPackage(const Path& /*folder*/) const {
 
 // Changes
 
-Outcome LinuxPlatform::moveToTrash(const Path& path) const {
-    const glib::Object<GFile> file(g_file_new_for_path(path.c_str()));
-    GError* error = nullptr;
-    if (g_file_trash(file.get(), nullptr, &error)) {
-        return {};
-    }
-    const glib::ErrorPointer owned(error);
-    return std::unexpected(owned ? std::string(owned->message) : files::reason(EIO));
-}
-
-Outcome LinuxPlatform::removeFromTrash(const Path& path, const TrashFolder& trash) const {
-    return vellmoor::removeFromTrash(path, trash);
+std::unique_ptr<TrashSession> LinuxPlatform::trashSession(TrashPlaces places) const {
+    return isInSandbox() ? std::make_unique<PortalTrashSession>(std::move(places))
+                         : std::make_unique<LinuxTrashSession>(std::move(places));
 }
 
 Outcome LinuxPlatform::moveItem(const Path& from, const Path& to) const {
@@ -116,6 +111,10 @@ Outcome LinuxPlatform::createFolder(const Path& folder) const {
 
 Outcome LinuxPlatform::createFile(const Path& path, std::string_view contents) const {
     return files::createFile(path, contents);
+}
+
+Outcome LinuxPlatform::createLink(const Path& path, const Path& target) const {
+    return files::createLink(path, target);
 }
 
 Outcome LinuxPlatform::removeFile(const Path& path) const {
@@ -133,10 +132,10 @@ std::optional<Capacity> LinuxPlatform::capacity(const Path& path) const {
 }
 
 UserFolders LinuxPlatform::userFolders() const {
-    g_reload_user_special_dirs_cache();
-    return {userFolder(G_USER_DIRECTORY_DOWNLOAD), userFolder(G_USER_DIRECTORY_DESKTOP),
-            userFolder(G_USER_DIRECTORY_DOCUMENTS), userFolder(G_USER_DIRECTORY_VIDEOS),
-            userFolder(G_USER_DIRECTORY_PICTURES)};
+    constexpr std::size_t largest = std::size_t{1} << 20;
+    const LinuxEnvironment environment = processEnvironment();
+    const std::optional<std::string> text = files::contents(environment.config / "user-dirs.dirs", largest);
+    return userDirectories(text.value_or(""), environment.home);
 }
 
 std::optional<KeyFile> LinuxPlatform::keyFile(const Path& path) const {
@@ -165,6 +164,10 @@ QuitOutcome LinuxPlatform::requestQuit(const MemoryApp& app) const {
     return quit::request(app);
 }
 
+QuitOutcome LinuxPlatform::endApplication(const MemoryApp& app) const {
+    return quit::end(app);
+}
+
 // Tools
 
 std::optional<std::string> LinuxPlatform::commandOutput(const Path& tool,
@@ -174,6 +177,10 @@ std::optional<std::string> LinuxPlatform::commandOutput(const Path& tool,
 
 CommandResult LinuxPlatform::commandResult(const Path& tool, const std::vector<std::string>& arguments) const {
     return commands::result(tool, arguments);
+}
+
+CommandResult LinuxPlatform::untranslatedResult(const Path& tool, const std::vector<std::string>& arguments) const {
+    return commands::result(tool, arguments, commands::Messages::English);
 }
 
 // Host

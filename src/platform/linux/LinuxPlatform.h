@@ -24,11 +24,11 @@ public:
     [[nodiscard]] bool isMountPoint(const Path& path) const override;
     [[nodiscard]] bool isPackage(const Path& folder) const override;
 
-    [[nodiscard]] Outcome moveToTrash(const Path& path) const override;
-    [[nodiscard]] Outcome removeFromTrash(const Path& path, const TrashFolder& trash) const override;
+    [[nodiscard]] std::unique_ptr<TrashSession> trashSession(TrashPlaces places) const override;
     [[nodiscard]] Outcome moveItem(const Path& from, const Path& to) const override;
     [[nodiscard]] Outcome createFolder(const Path& folder) const override;
     [[nodiscard]] Outcome createFile(const Path& path, std::string_view contents) const override;
+    [[nodiscard]] Outcome createLink(const Path& path, const Path& target) const override;
     [[nodiscard]] Outcome removeFile(const Path& path) const override;
 
     [[nodiscard]] std::vector<Volume> mountedVolumes() const override;
@@ -41,11 +41,14 @@ public:
     [[nodiscard]] std::vector<RunningApplication> runningApplications() const override;
     [[nodiscard]] Path ownPath() const override;
     [[nodiscard]] QuitOutcome requestQuit(const MemoryApp& app) const override;
+    [[nodiscard]] QuitOutcome endApplication(const MemoryApp& app) const override;
 
     [[nodiscard]] std::optional<std::string> commandOutput(const Path& tool,
                                                            const std::vector<std::string>& arguments) const override;
     [[nodiscard]] CommandResult commandResult(const Path& tool,
                                               const std::vector<std::string>& arguments) const override;
+    [[nodiscard]] CommandResult untranslatedResult(const Path& tool,
+                                                   const std::vector<std::string>& arguments) const override;
 
     [[nodiscard]] std::uint32_t userId() const override;
     [[nodiscard]] std::int64_t physicalMemory() const override;

@@ -2,12 +2,18 @@
 
 #include "Files.h"
 #include "GlibPointers.h"
+#include "MountPoints.h"
 
 #include <gio/gunixmounts.h>
 
 #include <algorithm>
 #include <array>
+#include <fcntl.h>
+#include <iterator>
 #include <limits>
+#include <mutex>
+#include <poll.h>
+#include <unistd.h>
 
 namespace vellmoor::mounts {
 namespace {
@@ -27,22 +33,6 @@ bool hasOption(std::string_view options, std::string_view wanted) {
 
 bool mayBlock(std::string_view type) {
     return type.starts_with("fuse.") || std::ranges::find(networkTypes, type) != networkTypes.end();
-}
-
-// proc_pid_mountinfo(5): blanks, tabs, line ends and backslashes are written as a backslash and three octal digits.
-std::string unescaped(std::string_view field) {
-    const auto isOctal = [](char digit) { return digit >= '0' && digit <= '7'; };
-    std::string out;
-    for (std::size_t index = 0; index < field.size(); ++index) {
-        const std::string_view digits = field.substr(index + 1, 3);
-        if (field[index] == '\\' && digits.size() == 3 && std::ranges::all_of(digits, isOctal)) {
-            out += static_cast<char>((digits[0] - '0') * 64 + (digits[1] - '0') * 8 + (digits[2] - '0'));
-            index += 3;
-        } else {
-            out += field[index];
-        }
-    }
-    return out;
 }
 
 std::string text(const char* value) {
@@ -106,28 +96,70 @@ std::vector<Volume> volumesWithTrash(const std::vector<Mount>& all) {
     return volumes;
 }
 
-bool isMountedAt(std::string_view mountinfo, const Path& path) {
-    while (!mountinfo.empty()) {
-        const std::size_t end = std::min(mountinfo.find('\n'), mountinfo.size());
-        std::string_view line = mountinfo.substr(0, end);
-        mountinfo.remove_prefix(std::min(end + 1, mountinfo.size()));
-        for (int field = 0; field < 4; ++field) { // the fifth field is the place
-            line.remove_prefix(std::min(line.find(' ') + 1, line.size()));
-        }
-        if (unescaped(line.substr(0, line.find(' '))) == path.native()) {
-            return true;
-        }
-    }
-    return false;
-}
-
-bool isMountPoint(const Path& path) {
-    const std::optional<Path> real = files::realPlace(path);
-    if (!real) {
-        return false; // nothing there, or nothing that could be moved
-    }
-    const auto mountinfo = files::contents("/proc/self/mountinfo", std::numeric_limits<std::size_t>::max());
-    return !mountinfo || isMountedAt(*mountinfo, *real);
+bool isMountPoint(const Path& real) {
+    static std::mutex alone;
+    static MountTable table;
+    const std::lock_guard lock(alone);
+    return table.isMountPoint(real);
 }
 
 } // namespace vellmoor::mounts
+
+namespace vellmoor {
+
+// The file stays that of the namespace in which it was opened.
+bool MountTable::open() {
+    const std::optional<Path> space = files::linkTarget("/proc/self/ns/mnt");
+    if (!file_ || space != namespace_) {
+        file_ = Descriptor(::open("/proc/self/mountinfo", O_RDONLY | O_CLOEXEC));
+        namespace_ = space;
+        places_.clear();
+    }
+    return bool(file_);
+}
+
+bool MountTable::refresh() {
+    if (!open()) {
+        return false;
+    }
+    pollfd change{.fd = file_.get(), .events = POLLPRI, .revents = 0};
+    if (!places_.empty() && ::poll(&change, 1, 0) == 0) {
+        return true;
+    }
+    const bool rewound = ::lseek(file_.get(), 0, SEEK_SET) == 0;
+    const auto text = rewound ? files::contents(file_.get(), std::numeric_limits<std::size_t>::max()) : std::nullopt;
+    places_.clear();
+    if (text) {
+        std::ranges::move(walk::mountPlaces(*text), std::inserter(places_, places_.end()));
+    }
+    return !places_.empty();
+}
+
+bool MountTable::holdsMount(const Path& real) {
+    if (!refresh() || places_.contains(real.native())) {
+        return true;
+    }
+    const std::string below = real.native() + "/";
+    const auto next = places_.lower_bound(below);
+    return next != places_.end() && next->starts_with(below);
+}
+
+bool MountTable::isMountPoint(const Path& real) {
+    return !refresh() || places_.contains(real.native());
+}
+
+std::optional<Path> MountTable::mountOf(const Path& real) {
+    if (!refresh()) {
+        return std::nullopt;
+    }
+    for (Path folder = real;; folder = folder.parent_path()) {
+        if (places_.contains(folder.native())) {
+            return folder;
+        }
+        if (folder == folder.parent_path()) {
+            return std::nullopt;
+        }
+    }
+}
+
+} // namespace vellmoor

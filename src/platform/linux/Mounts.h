@@ -1,7 +1,10 @@
 #pragma once
 
+#include "Descriptor.h"
 #include "Platform.h"
 
+#include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,10 +27,29 @@ bool mayHoldTrash(const Mount& mount);
 std::vector<Mount> list();
 std::vector<Volume> volumesWithTrash(const std::vector<Mount>& all);
 
-/// Whether something is mounted at `path`, the links above it resolved. When the system does not tell, yes.
-bool isMountPoint(const Path& path);
-
-/// Whether the text of /proc/self/mountinfo names `path` as a mount point.
-bool isMountedAt(std::string_view mountinfo, const Path& path);
+/// Whether something is mounted at `real`, a path without links above it. When the system does not tell, yes.
+bool isMountPoint(const Path& real);
 
 } // namespace vellmoor::mounts
+
+namespace vellmoor {
+
+/// Where something is mounted, in paths without links: read once, and again only when the system reports a change.
+class MountTable {
+public:
+    /// Whether something is mounted at `real` or below it. When the system does not tell, yes.
+    [[nodiscard]] bool holdsMount(const Path& real);
+    [[nodiscard]] bool isMountPoint(const Path& real);
+    /// The mount that `real` lies on; nothing when the system does not tell.
+    [[nodiscard]] std::optional<Path> mountOf(const Path& real);
+
+private:
+    bool open();
+    bool refresh(); ///< whether the places are known
+
+    Descriptor file_;
+    std::optional<Path> namespace_;
+    std::set<std::string> places_;
+};
+
+} // namespace vellmoor

@@ -1,204 +1,148 @@
 #include "Quit.h"
 
+#include "Descriptor.h"
 #include "Files.h"
-#include "GlibPointers.h"
+#include "QuitAction.h"
 #include "XWindows.h"
 
-#include <gio/gio.h>
-
 #include <algorithm>
-#include <charconv>
+#include <array>
+#include <cerrno>
 #include <csignal>
-#include <cstdlib>
 #include <iterator>
-#include <sys/stat.h>
-#include <thread>
+#include <poll.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 namespace vellmoor::quit {
 namespace {
 
 using std::chrono::milliseconds;
+using Clock = std::chrono::steady_clock;
 
-constexpr milliseconds lookAgain{50};
-constexpr std::size_t statLimit = 4096;
+constexpr std::size_t procFileLimit = 65536;
 
-std::optional<Process> processOf(std::int32_t pid) {
-    const std::string folder = "/proc/" + std::to_string(pid);
-    struct stat status{};
-    if (pid <= 1 || pid == ::getpid() || ::stat(folder.c_str(), &status) != 0 || status.st_uid != ::getuid()) {
+/// A process, held so that its number cannot become another's while it is dealt with (pidfd_open(2)).
+struct HeldProcess {
+    ProcessLine line;
+    Descriptor descriptor;
+};
+
+std::string procFile(std::int32_t pid, const char* name) {
+    return "/proc/" + std::to_string(pid) + "/" + name;
+}
+
+/// The process of that number if it is the one that began then, belongs to the user and is neither this one nor 1.
+std::optional<HeldProcess> hold(std::int32_t pid, std::uint64_t started) {
+    if (pid <= 1 || pid == ::getpid()) {
         return std::nullopt;
     }
-    const auto line = files::contents(folder + "/stat", statLimit);
-    return line ? parseStat(*line) : std::nullopt;
+    // Held first and looked at then: what the files say is said of the process that is held.
+    Descriptor descriptor(static_cast<int>(::syscall(SYS_pidfd_open, pid, 0)));
+    const auto status = files::contents(procFile(pid, "status"), procFileLimit);
+    const auto text = files::contents(procFile(pid, "stat"), procFileLimit);
+    std::optional<ProcessLine> line = text ? parseProcessLine(*text) : std::nullopt;
+    if (!descriptor || !line || line->started != started || !status || effectiveUser(*status) != ::geteuid()) {
+        return std::nullopt;
+    }
+    return HeldProcess{std::move(*line), std::move(descriptor)};
 }
 
-bool isAlive(const Process& process) {
-    const auto now = processOf(process.pid);
-    return now && now->started == process.started;
-}
-
-std::vector<Process> living(const std::vector<std::int32_t>& pids) {
-    std::vector<Process> found;
-    for (const std::int32_t pid : pids) {
-        if (const auto process = processOf(pid)) {
-            found.push_back(*process);
+std::vector<HeldProcess> hold(const MemoryApp& app) {
+    std::vector<HeldProcess> held;
+    for (std::size_t i = 0; i < app.pids.size() && i < app.starts.size(); ++i) {
+        if (auto process = hold(app.pids[i], app.starts[i])) {
+            held.push_back(std::move(*process));
         }
     }
-    return found;
+    return held;
 }
 
-// Looks again in short steps: the processes are not our children, so nothing announces their end.
-bool allEnded(const std::vector<Process>& all, milliseconds patience) {
-    const auto deadline = std::chrono::steady_clock::now() + patience;
-    while (std::ranges::any_of(all, isAlive)) {
-        if (std::chrono::steady_clock::now() >= deadline) {
+/// Waits for the end of all. A descriptor of a process can be read once that has ended.
+bool allEnded(const std::vector<HeldProcess>& held, Deadline deadline) {
+    std::vector<pollfd> waiting;
+    for (const HeldProcess& process : held) {
+        waiting.push_back({.fd = process.descriptor.get(), .events = POLLIN, .revents = 0});
+    }
+    while (!waiting.empty()) {
+        const auto left = std::chrono::duration_cast<milliseconds>(deadline - Clock::now());
+        const int ready = ::poll(waiting.data(), waiting.size(), std::max(static_cast<int>(left.count()), 0));
+        if (ready == 0 || (ready < 0 && errno != EINTR)) {
             return false;
         }
-        std::this_thread::sleep_for(lookAgain);
+        std::erase_if(waiting, [](const pollfd& process) { return (process.revents & POLLIN) != 0; });
     }
     return true;
 }
 
-// A connection of its own: the shared one would start a bus where there is none.
-glib::Object<GDBusConnection> sessionBus() {
-    std::string address;
-    if (const char* given = std::getenv("DBUS_SESSION_BUS_ADDRESS"); given != nullptr && *given != '\0') {
-        address = given;
-    } else if (const char* runtime = std::getenv("XDG_RUNTIME_DIR"); runtime != nullptr && *runtime == '/') {
-        const Path socket = Path(runtime) / "bus";
-        if (!files::existsFollowed(socket)) {
-            return nullptr;
-        }
-        const glib::Text escaped(g_dbus_address_escape_value(socket.c_str()));
-        address = std::string("unix:path=") + escaped.get();
-    } else {
-        return nullptr;
-    }
-    constexpr auto flags = static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
-                                                             G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
-    return glib::Object<GDBusConnection>(
-        g_dbus_connection_new_for_address_sync(address.c_str(), flags, nullptr, nullptr, nullptr));
+/// A Flatpak's processes see this file in their root; the numbers by which they call themselves are their sandbox's.
+bool isFlatpak(const HeldProcess& process) {
+    return ::access(procFile(process.line.pid, "root/.flatpak-info").c_str(), F_OK) == 0;
 }
 
-struct Call {
-    const char* name;
-    const char* path;
-    const char* interface;
-    const char* method;
-};
-
-glib::VariantPointer call(GDBusConnection* bus, const Call& what, GVariant* parameters, const char* reply,
-                          milliseconds patience) {
-    const glib::VariantPointer owned(g_variant_ref_sink(parameters));
-    return glib::VariantPointer(g_dbus_connection_call_sync(
-        bus, what.name, what.path, what.interface, what.method, owned.get(), G_VARIANT_TYPE(reply),
-        G_DBUS_CALL_FLAGS_NO_AUTO_START, static_cast<int>(patience.count()), nullptr, nullptr));
-}
-
-bool isOwned(GDBusConnection* bus, const std::string& name, milliseconds patience) {
-    constexpr Call hasOwner{"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "NameHasOwner"};
-    const auto answer = call(bus, hasOwner, g_variant_new("(s)", name.c_str()), "(b)", patience);
-    gboolean owned = FALSE;
-    if (answer) {
-        g_variant_get(answer.get(), "(b)", &owned);
+bool closeWindows(const MemoryApp& app, const std::vector<HeldProcess>& held) {
+    if (std::ranges::any_of(held, isFlatpak)) {
+        return app.bundleIdentifier && xwindows::requestClose(*app.bundleIdentifier);
     }
-    return owned != FALSE;
-}
-
-// Whether the application took the request; one without that action answers an error or nothing.
-bool activateQuitAction(const MemoryApp& app, milliseconds patience) {
-    if (!app.bundleIdentifier || g_dbus_is_name(app.bundleIdentifier->c_str()) == FALSE) {
-        return false;
-    }
-    const std::string& name = *app.bundleIdentifier;
-    const auto bus = sessionBus();
-    if (!bus || !isOwned(bus.get(), name, patience)) {
-        return false;
-    }
-    const std::string path = objectPath(name);
-    if (g_variant_is_object_path(path.c_str()) == FALSE) {
-        return false;
-    }
-    const Call activate{name.c_str(), path.c_str(), "org.freedesktop.Application", "ActivateAction"};
-    GVariant* parameters = g_variant_new("(sava{sv})", "quit", nullptr, nullptr);
-    return call(bus.get(), activate, parameters, "()", patience) != nullptr;
-}
-
-void terminate(const std::vector<Process>& all) {
-    for (const Process& process : mainProcesses(all)) {
-        if (isAlive(process)) {
-            ::kill(process.pid, SIGTERM); // one that may not be asked is found alive afterwards
-        }
-    }
-}
-
-std::vector<std::int32_t> pidsOf(const std::vector<Process>& all) {
     std::vector<std::int32_t> pids;
-    std::ranges::transform(all, std::back_inserter(pids), &Process::pid);
-    return pids;
+    std::ranges::transform(held, std::back_inserter(pids), [](const HeldProcess& process) { return process.line.pid; });
+    return xwindows::requestClose(pids);
+}
+
+/// The programs that only make a Flatpak's sandbox; a signal to them would tear it down around the application.
+bool isWrapper(const ProcessLine& process) {
+    return process.name == "bwrap" || process.name == "xdg-dbus-proxy";
 }
 
 } // namespace
 
 QuitOutcome request(const MemoryApp& app, milliseconds patience) {
-    const std::vector<Process> all = living(app.pids);
-    if (all.empty()) {
+    const Deadline deadline = Clock::now() + patience;
+    const std::vector<HeldProcess> held = hold(app);
+    if (held.empty()) {
         return QuitOutcome::NotRunning;
     }
-    if (activateQuitAction(app, patience) && allEnded(all, patience)) {
-        return QuitOutcome::Requested;
+    const bool isAsked =
+        (app.bundleIdentifier && activateQuitAction(*app.bundleIdentifier, deadline)) || closeWindows(app, held);
+    if (!isAsked) {
+        return allEnded(held, Clock::now()) ? QuitOutcome::NotRunning : QuitOutcome::CannotAsk;
     }
-    if (xwindows::requestClose(pidsOf(all)) && allEnded(all, patience)) {
-        return QuitOutcome::Requested;
-    }
-    terminate(all);
-    return allEnded(all, patience) ? QuitOutcome::Requested : QuitOutcome::NoResponse;
+    return allEnded(held, deadline) ? QuitOutcome::Requested : QuitOutcome::NoResponse;
 }
 
-std::optional<Process> parseStat(std::string_view line) {
-    const std::size_t nameEnd = line.rfind(')'); // the name before may hold anything
-    if (nameEnd == std::string_view::npos) {
-        return std::nullopt;
+QuitOutcome end(const MemoryApp& app, milliseconds patience) {
+    const Deadline deadline = Clock::now() + patience;
+    const std::vector<HeldProcess> held = hold(app);
+    if (held.empty()) {
+        return QuitOutcome::NotRunning;
     }
-    Process process;
-    if (std::from_chars(line.data(), line.data() + nameEnd, process.pid).ec != std::errc()) {
-        return std::nullopt;
+    std::vector<ProcessLine> lines;
+    std::ranges::transform(held, std::back_inserter(lines), &HeldProcess::line);
+    for (const ProcessLine& main : mainProcesses(lines)) {
+        const auto process = std::ranges::find(held, main.pid, [](const HeldProcess& each) { return each.line.pid; });
+        // One that may not be signalled, or has ended meanwhile, is found alive or not afterwards.
+        (void)::syscall(SYS_pidfd_send_signal, process->descriptor.get(), SIGTERM, nullptr, 0);
     }
-    line.remove_prefix(nameEnd + 1);
-    for (int field = 3; !line.empty(); ++field) { // the field after the name is the third
-        line.remove_prefix(std::min(line.find_first_not_of(' '), line.size()));
-        const std::string_view word = line.substr(0, line.find(' '));
-        line.remove_prefix(word.size());
-        const char* end = word.data() + word.size();
-        if (field == 3 && (word == "Z" || word == "X")) {
-            return std::nullopt;
-        }
-        if (field == 4) {
-            std::from_chars(word.data(), end, process.parent);
-        }
-        if (field == 22) {
-            return std::from_chars(word.data(), end, process.started).ec == std::errc() ? std::optional(process)
-                                                                                        : std::nullopt;
-        }
-    }
-    return std::nullopt;
+    return allEnded(held, deadline) ? QuitOutcome::Requested : QuitOutcome::NoResponse;
 }
 
-std::vector<Process> mainProcesses(const std::vector<Process>& all) {
-    std::vector<Process> found;
-    std::ranges::copy_if(all, std::back_inserter(found), [&](const Process& process) {
-        return std::ranges::find(all, process.parent, &Process::pid) == all.end();
-    });
+std::vector<ProcessLine> mainProcesses(const std::vector<ProcessLine>& all) {
+    const auto parentOf = [&](const ProcessLine& process) {
+        return std::ranges::find(all, process.parent, &ProcessLine::pid);
+    };
+    const auto isMain = [&](const ProcessLine& process) {
+        std::size_t steps = 0; // numbers that were used again may form a loop
+        for (auto above = parentOf(process); above != all.end() && steps <= all.size(); above = parentOf(*above)) {
+            if (!isWrapper(*above)) {
+                return false;
+            }
+            ++steps;
+        }
+        return !isWrapper(process);
+    };
+    std::vector<ProcessLine> found;
+    std::ranges::copy_if(all, std::back_inserter(found), isMain);
     return found;
-}
-
-std::string objectPath(std::string_view busName) {
-    std::string path = "/";
-    for (const char character : busName) {
-        path += character == '.' ? '/' : character == '-' ? '_' : character;
-    }
-    return path;
 }
 
 } // namespace vellmoor::quit

@@ -1,12 +1,12 @@
 #include "TreeRemoval.h"
 
 #include "Descriptor.h"
+#include "OpenFolders.h"
 
 #include <cerrno>
 #include <cstdint>
 #include <dirent.h>
 #include <fcntl.h>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <sys/stat.h>
@@ -23,49 +23,8 @@ namespace {
 constexpr std::size_t openFolders = 6;
 constexpr int folderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
 
-struct Identity {
-    std::uint32_t deviceMajor = 0;
-    std::uint32_t deviceMinor = 0;
-    std::uint64_t inode = 0;
-
-    [[nodiscard]] bool sameDevice(const Identity& other) const {
-        return deviceMajor == other.deviceMajor && deviceMinor == other.deviceMinor;
-    }
-    bool operator==(const Identity&) const = default;
-};
-
-struct Facts {
-    Identity identity;
-    std::uint32_t mode = 0;
-    std::uint32_t owner = 0;
-    bool isMountRoot = false;
-};
-
-int readFacts(int folder, const char* name, Facts& facts) {
-    struct statx status{};
-    const int flags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | (*name == '\0' ? AT_EMPTY_PATH : 0);
-    if (::statx(folder, name, flags, STATX_BASIC_STATS, &status) != 0) {
-        return errno;
-    }
-    facts.identity = {status.stx_dev_major, status.stx_dev_minor, status.stx_ino};
-    facts.mode = status.stx_mode;
-    facts.owner = status.stx_uid;
-    facts.isMountRoot = (status.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0; // never set before Linux 5.8
-    return 0;
-}
-
-// Gives the owner all rights on the folder open as `descriptor`, which may be O_PATH (hence through /proc).
-bool makeAccessible(int descriptor) {
-    Facts facts;
-    if (readFacts(descriptor, "", facts) != 0 || !S_ISDIR(facts.mode) || facts.owner != ::geteuid() ||
-        (facts.mode & S_IRWXU) == S_IRWXU) {
-        return false;
-    }
-    const std::string self = "/proc/self/fd/" + std::to_string(descriptor);
-    return ::chmod(self.c_str(), (facts.mode & 07777U) | S_IRWXU) == 0;
-}
-
 // Runs `deed` (0 or errno); when the rights of the folder `descriptor` forbid it, changes them and tries again.
+// Only for folders inside the tree, which are known to be the ones that were meant.
 template <class Deed>
 int withAccess(int descriptor, const Deed& deed) {
     const int error = deed();
@@ -74,7 +33,7 @@ int withAccess(int descriptor, const Deed& deed) {
 
 struct Folder {
     Descriptor descriptor; // closed while far above the current one
-    Identity identity;
+    FileIdentity identity;
     std::string name;                 // in the folder above
     std::vector<std::string> folders; // still to be deleted
 };
@@ -85,18 +44,15 @@ struct Listing {
 };
 
 int list(int folder, Listing& listing) {
-    Descriptor again(::openat(folder, ".", folderFlags)); // with a reading position of its own
+    auto again = reopenForReading(folder); // with a reading position of its own
     if (!again) {
-        return errno;
+        return again.error();
     }
-    struct CloseDirectory {
-        void operator()(DIR* directory) const { ::closedir(directory); }
-    };
-    const std::unique_ptr<DIR, CloseDirectory> directory(::fdopendir(again.get()));
+    const DirectoryStream directory(::fdopendir(again->get()));
     if (!directory) {
         return errno;
     }
-    (void)again.release(); // the stream closes it
+    (void)again->release(); // the stream closes it
     for (;;) {
         errno = 0;
         const dirent* entry = ::readdir(directory.get());
@@ -110,20 +66,28 @@ int list(int folder, Listing& listing) {
     }
 }
 
+bool isSameFolder(const FileIdentity& one, const FileIdentity& other) {
+    return one.device == other.device && one.inode == other.inode;
+}
+
 class TreeRemoval {
 public:
     explicit TreeRemoval(int top) : top_(top) {}
 
-    int run(const char* name) {
-        if (const int error = readFacts(top_, "", topFacts_); error != 0) {
-            return error;
+    int run(const char* name, const FileIdentity& expected) {
+        const auto above = factsAt(top_, "");
+        if (!above) {
+            return above.error();
         }
-        if (const int error = remove(name); error != 0) {
+        device_ = above->identity.device;
+        // Only what is known not to be a folder may be deleted by its name alone.
+        const int error = expected.kind == FileKind::Folder ? enter(name, &expected) : unlink(name, 0);
+        if (error != 0) {
             return error;
         }
         while (!stack_.empty()) {
-            if (const int error = step(); error != 0) {
-                return error;
+            if (const int failed = step(); failed != 0) {
+                return failed;
             }
         }
         return 0;
@@ -142,63 +106,54 @@ private:
         return leave();
     }
 
-    // Something that is a folder is entered, anything else deleted at once.
-    int remove(const char* name) {
-        const int error = unlink(name, 0);
-        return error == EISDIR ? enter(name) : error;
-    }
-
     int unlink(const char* name, int flags) {
         const int folder = current();
-        return withAccess(folder, [&] {
+        const auto deed = [&] {
             // Already gone is as good as deleted.
             return ::unlinkat(folder, name, flags) == 0 || errno == ENOENT ? 0 : errno;
-        });
+        };
+        return stack_.empty() ? deed() : withAccess(folder, deed); // the folder above the tree is not ours to change
     }
 
-    int enter(const char* name) {
+    // Opens the folder as a place first, so that what is looked at, made accessible and read is one and the same.
+    int enter(const char* name, const FileIdentity* expected = nullptr) {
         const int above = current();
-        Facts facts;
-        int error = withAccess(above, [&] { return readFacts(above, name, facts); });
-        if (error != 0) {
+        auto place = openFolder(above, name);
+        if (!place && place.error() == EACCES && !stack_.empty() && makeAccessible(above)) {
+            place = openFolder(above, name);
+        }
+        if (!place) {
+            const int error = place.error();
+            if (error == ENOTDIR || error == ELOOP) { // no folder after all
+                return expected == nullptr ? unlink(name, 0) : ESTALE;
+            }
             return error == ENOENT ? 0 : error;
         }
-        if (!S_ISDIR(facts.mode)) {
-            return unlink(name, 0);
+        const auto facts = factsAt(place->get(), "");
+        if (!facts) {
+            return facts.error();
         }
-        const Identity& outer = stack_.empty() ? topFacts_.identity : stack_.back().identity;
-        if (facts.isMountRoot || !facts.identity.sameDevice(outer)) {
+        if (expected != nullptr && !isSameFolder(facts->identity, *expected)) {
+            return ESTALE; // somebody swapped it
+        }
+        if (facts->isMountRoot || facts->identity.device != device_) {
             return EXDEV;
         }
         Folder folder;
-        folder.identity = facts.identity;
+        folder.identity = facts->identity;
         folder.name = name;
-        error = open(above, name, facts, folder.descriptor);
+        const int error = withAccess(place->get(), [&] {
+            auto open = reopenForReading(place->get());
+            folder.descriptor = open ? std::move(*open) : Descriptor();
+            return open ? 0 : open.error();
+        });
         if (error != 0) {
             return error;
         }
+        place->close();
         stack_.push_back(std::move(folder));
         closeFarAbove();
         return empty();
-    }
-
-    static int open(int above, const char* name, const Facts& expected, Descriptor& result) {
-        result = Descriptor(::openat(above, name, folderFlags));
-        if (!result && errno == EACCES) {
-            const Descriptor closed(::openat(above, name, O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-            if (!closed || !makeAccessible(closed.get())) {
-                return EACCES;
-            }
-            result = Descriptor(::openat(above, name, folderFlags));
-        }
-        if (!result) {
-            return errno;
-        }
-        Facts opened;
-        if (const int error = readFacts(result.get(), "", opened); error != 0) {
-            return error;
-        }
-        return opened.identity == expected.identity ? 0 : ESTALE; // somebody swapped it
     }
 
     // Lists the folder just entered and deletes what is no folder.
@@ -246,11 +201,11 @@ private:
         if (error != 0) {
             return error;
         }
-        Facts facts;
-        if (const int failed = readFacts(above.descriptor.get(), "", facts); failed != 0) {
-            return failed;
+        const auto facts = factsAt(above.descriptor.get(), "");
+        if (!facts) {
+            return facts.error();
         }
-        return facts.identity == above.identity ? 0 : ESTALE; // the tree was moved while we were in it
+        return isSameFolder(facts->identity, above.identity) ? 0 : ESTALE; // the tree was moved while we were in it
     }
 
     void closeFarAbove() {
@@ -260,14 +215,14 @@ private:
     }
 
     int top_;
-    Facts topFacts_;
+    std::uint64_t device_ = 0;
     std::vector<Folder> stack_;
 };
 
 } // namespace
 
-int removeTree(int parent, const char* name) {
-    return TreeRemoval(parent).run(name);
+int removeTree(int parent, const char* name, const FileIdentity& expected) {
+    return TreeRemoval(parent).run(name, expected);
 }
 
 } // namespace vellmoor

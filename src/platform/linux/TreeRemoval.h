@@ -1,11 +1,14 @@
 #pragma once
 
+#include "FileIdentity.h"
+
 namespace vellmoor {
 
 /// Deletes `name` in the folder open as `parent`, with everything below it: no link is followed, no file system
-/// and no mount point is entered. A folder of the user's that forbids it is first made accessible. Any depth, at
-/// most a dozen descriptors. Stops at the first entry that cannot be deleted; 0, or its errno (EXDEV: another file
-/// system or a mount point).
-int removeTree(int parent, const char* name);
+/// and no mount point is entered. `expected` is what has been seen there; another folder of that name is not entered
+/// (ESTALE). A folder of the user's inside that forbids it is made accessible. Any depth, at most a dozen
+/// descriptors. Stops at the first entry that cannot be deleted; 0, or its errno (EXDEV: another file system or a
+/// mount point).
+int removeTree(int parent, const char* name, const FileIdentity& expected);
 
 } // namespace vellmoor

@@ -69,9 +69,33 @@ void askToClose(xcb_connection_t* connection, xcb_window_t root, xcb_window_t wi
                    reinterpret_cast<const char*>(&event));
 }
 
-} // namespace
+std::string lowerCase(std::string_view text) {
+    std::string lower(text);
+    std::ranges::transform(lower, lower.begin(), [](char c) { return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c; });
+    return lower;
+}
 
-bool requestClose(const std::vector<std::int32_t>& pids) {
+// Instance and class, each ended by a NUL (ICCCM, WM_CLASS); toolkits write the identifier into one or the other.
+bool hasClass(xcb_connection_t* connection, xcb_window_t window, const std::string& wanted) {
+    const auto reply = property(connection, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING);
+    if (!reply) {
+        return false;
+    }
+    std::string_view rest(static_cast<const char*>(xcb_get_property_value(reply.get())),
+                          static_cast<std::size_t>(xcb_get_property_value_length(reply.get())));
+    while (!rest.empty()) {
+        const std::string_view name = rest.substr(0, rest.find('\0'));
+        if (lowerCase(name) == wanted) {
+            return true;
+        }
+        rest.remove_prefix(std::min(name.size() + 1, rest.size()));
+    }
+    return false;
+}
+
+// Asks every window to close for which `isWanted` answers true.
+template <class Predicate>
+bool closeEach(Predicate isWanted) {
     if (std::getenv("DISPLAY") == nullptr) {
         return false;
     }
@@ -81,19 +105,15 @@ bool requestClose(const std::vector<std::int32_t>& pids) {
         return false;
     }
     const xcb_atom_t clientList = atom(connection, "_NET_CLIENT_LIST");
-    const xcb_atom_t windowPid = atom(connection, "_NET_WM_PID");
     const xcb_atom_t closeWindow = atom(connection, "_NET_CLOSE_WINDOW");
-    if (clientList == XCB_ATOM_NONE || windowPid == XCB_ATOM_NONE || closeWindow == XCB_ATOM_NONE) {
+    if (clientList == XCB_ATOM_NONE || closeWindow == XCB_ATOM_NONE) {
         return false; // no window manager knows these
     }
     bool asked = false;
     for (auto screen = xcb_setup_roots_iterator(xcb_get_setup(connection)); screen.rem > 0; xcb_screen_next(&screen)) {
         const xcb_window_t root = screen.data->root;
         for (const xcb_window_t window : numbers(connection, root, clientList, XCB_ATOM_WINDOW)) {
-            const auto pid = numbers(connection, window, windowPid, XCB_ATOM_CARDINAL);
-            const bool isWanted =
-                !pid.empty() && std::ranges::find(pids, static_cast<std::int32_t>(pid[0])) != pids.end();
-            if (isWanted && isLocal(connection, window)) {
+            if (isWanted(connection, window) && isLocal(connection, window)) {
                 askToClose(connection, root, window, closeWindow);
                 asked = true;
             }
@@ -103,6 +123,21 @@ bool requestClose(const std::vector<std::int32_t>& pids) {
     const Owned<xcb_get_input_focus_reply_t> done{
         xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr), &std::free};
     return asked;
+}
+
+} // namespace
+
+bool requestClose(const std::vector<std::int32_t>& pids) {
+    return closeEach([&](xcb_connection_t* connection, xcb_window_t window) {
+        const auto pid = numbers(connection, window, atom(connection, "_NET_WM_PID"), XCB_ATOM_CARDINAL);
+        return !pid.empty() && std::ranges::find(pids, static_cast<std::int32_t>(pid[0])) != pids.end();
+    });
+}
+
+bool requestClose(std::string_view windowClass) {
+    return closeEach([wanted = lowerCase(windowClass)](xcb_connection_t* connection, xcb_window_t window) {
+        return !wanted.empty() && hasClass(connection, window, wanted);
+    });
 }
 
 } // namespace vellmoor::xwindows

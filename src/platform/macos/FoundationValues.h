@@ -2,8 +2,10 @@
 // file, objects never do.
 #pragma once
 
-#include "MacFiles.h"
+#include "MacLog.h"
+#include "MacPaths.h"
 #include "Platform.h"
+#include "PosixFiles.h"
 
 #import <Foundation/Foundation.h>
 #include <cerrno>
@@ -47,10 +49,11 @@ inline Path pathOf(NSURL* address) {
     return address == nil ? Path() : standardized(textOf(address.path));
 }
 
-/// A failure in the system's words; they are a whole sentence with the file's name.
-inline Outcome failureOf(NSError* error) {
+/// A failure in the system's words; they are a whole sentence with the file's name. `what` is for the log.
+inline Outcome failureOf(NSError* error, LogCategory category, const char* what) {
     const std::string text = textOf(error.localizedDescription);
-    return std::unexpected(text.empty() ? reason(EIO) : text);
+    logFailure(category, (what + (" in " + textOf(error.domain))).c_str(), error.code, text);
+    return std::unexpected(text.empty() ? files::reason(EIO) : text);
 }
 
 } // namespace vellmoor::mac

@@ -1,105 +1,99 @@
-#include "MacBundles.h"
-
+// Application bundles, packages and launch agents, by Foundation: members of MacPlatform.
 #include "FoundationValues.h"
+#include "MacPlatform.h"
+#include "PropertyValue.h"
 
-#include <array>
-#include <sys/attr.h>
-#include <unistd.h>
-
-namespace vellmoor::mac {
+namespace vellmoor {
 namespace {
+
+using mac::addressOf;
+using mac::textOf;
 
 constexpr std::size_t sizeLimit = 1 << 20;
 
-/// "hasBundle" of the Finder flags, which are two bytes, high one first, at offset 8 of the Finder information.
-constexpr std::size_t flagsOffset = 8;
-constexpr unsigned char hasBundleInHighByte = 0x20;
-
-struct FinderInformation {
-    std::uint32_t length;
-    std::array<unsigned char, 32> bytes;
-};
-
-NSDictionary* dictionaryIn(const Path& propertyList) {
-    // Not read by Foundation, which would wait at a FIFO for ever.
-    const std::optional<std::string> bytes = fileContents(propertyList, sizeLimit);
-    if (!bytes) {
-        return nil;
+/// As far as PropertyValue knows kinds: what is none of them keeps its place only.
+PropertyValue valueOf(id object) {
+    if ([object isKindOfClass:[NSString class]]) {
+        NSString* string = object;
+        return textOf(string);
     }
-    NSData* data = [NSData dataWithBytes:bytes->data() length:bytes->size()];
-    id top = [NSPropertyListSerialization propertyListWithData:data
-                                                       options:NSPropertyListImmutable
-                                                        format:nullptr
-                                                         error:nullptr];
-    return [top isKindOfClass:[NSDictionary class]] ? top : nil;
-}
-
-std::vector<std::string> stringsIn(id object) {
-    std::vector<std::string> strings;
+    if (object == (__bridge id)kCFBooleanTrue) { // identity, not equality: the number 1 equals the Boolean
+        return true;
+    }
     if (![object isKindOfClass:[NSArray class]]) {
-        return strings;
+        return {};
     }
+    std::vector<PropertyValue> elements;
     NSArray* list = object;
     for (id element in list) {
-        std::optional<std::string> string = stringIn(element);
-        if (!string) {
-            return {};
-        }
-        strings.push_back(*std::move(string));
+        elements.push_back(valueOf(element));
     }
-    return strings;
+    return elements;
+}
+
+PropertyDictionary dictionaryOf(NSDictionary* list) {
+    PropertyDictionary values;
+    for (id key in list) {
+        if ([key isKindOfClass:[NSString class]]) {
+            NSString* name = key;
+            values.emplace(textOf(name), valueOf([list objectForKey:name]));
+        }
+    }
+    return values;
 }
 
 } // namespace
 
-bool hasBundleMark(const Path& folder) {
-    attrlist wanted{};
-    wanted.bitmapcount = ATTR_BIT_MAP_COUNT;
-    wanted.commonattr = ATTR_CMN_FNDRINFO;
-    FinderInformation found{};
-    return ::getattrlist(folder.c_str(), &wanted, &found, sizeof found, FSOPT_NOFOLLOW) == 0 &&
-           found.length == sizeof found && (found.bytes[flagsOffset] & hasBundleInHighByte) != 0;
-}
-
-bool isDeclaredPackage(const Path& folder) {
+bool mac::isDeclaredPackage(const Path& folder) {
     @autoreleasepool {
         NSNumber* value = nil;
         return [addressOf(folder) getResourceValue:&value forKey:NSURLIsPackageKey error:nullptr] && value.boolValue;
     }
 }
 
-std::optional<BundleInfo> bundleInfo(const Path& path) {
+// The names are those of the user's language where the bundle has them. A bundle that changes on the disk keeps its
+// names until this process ends.
+std::optional<BundleInfo> MacPlatform::bundleInfo(const Path& bundle) const {
     @autoreleasepool {
-        NSBundle* bundle = [NSBundle bundleWithURL:addressOf(path)];
-        if (bundle == nil) {
+        NSBundle* found = [NSBundle bundleWithURL:addressOf(bundle)];
+        if (found == nil) {
             return std::nullopt;
         }
-        return BundleInfo{.identifier = stringIn(bundle.bundleIdentifier),
-                          .displayName = stringIn([bundle objectForInfoDictionaryKey:@"CFBundleDisplayName"]),
-                          .name = stringIn([bundle objectForInfoDictionaryKey:@"CFBundleName"])};
+        PropertyDictionary names;
+        for (NSString* key in @[ @"CFBundleDisplayName", @"CFBundleName" ]) {
+            names.emplace(textOf(key), valueOf([found objectForInfoDictionaryKey:key]));
+        }
+        names.emplace("CFBundleIdentifier", valueOf(found.bundleIdentifier));
+        return bundleInfoIn(names);
     }
 }
 
-Path ownPath() {
+// This program's bundle, or the folder of its executable when it runs without one.
+Path MacPlatform::ownPath() const {
     @autoreleasepool {
-        return pathOf(NSBundle.mainBundle.bundleURL);
+        return mac::pathOf(NSBundle.mainBundle.bundleURL);
     }
 }
 
-std::optional<LaunchAgent> launchAgent(const Path& propertyList) {
+// Reads XML, binary and old-style property lists of at most 1 MiB.
+std::optional<LaunchAgent> MacPlatform::launchAgent(const Path& propertyList) const {
+    // Not read by Foundation, which would wait at a FIFO for ever.
+    const std::optional<std::string> bytes = fileContents(propertyList, sizeLimit);
+    if (!bytes) {
+        return std::nullopt;
+    }
     @autoreleasepool {
-        NSDictionary* keys = dictionaryIn(propertyList);
-        if (keys == nil) {
+        NSData* data = [NSData dataWithBytes:bytes->data() length:bytes->size()];
+        id top = [NSPropertyListSerialization propertyListWithData:data
+                                                           options:NSPropertyListImmutable
+                                                            format:nullptr
+                                                             error:nullptr];
+        if (![top isKindOfClass:[NSDictionary class]]) {
             return std::nullopt;
         }
-        // Identity, not equality: the number 1 equals the Boolean.
-        const bool runs = [keys objectForKey:@"RunAtLoad"] == (__bridge id)kCFBooleanTrue;
-        return LaunchAgent{.label = stringIn([keys objectForKey:@"Label"]),
-                           .program = stringIn([keys objectForKey:@"Program"]),
-                           .arguments = stringsIn([keys objectForKey:@"ProgramArguments"]),
-                           .hasKeepAlive = [keys objectForKey:@"KeepAlive"] != nil,
-                           .runAtLoad = runs};
+        NSDictionary* keys = top;
+        return launchAgentIn(dictionaryOf(keys));
     }
 }
 
-} // namespace vellmoor::mac
+} // namespace vellmoor

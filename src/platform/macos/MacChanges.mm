@@ -1,55 +1,23 @@
-#include "MacChanges.h"
-
+// Moves outside the Trash, by Foundation, whose sentences the user reads: members of MacPlatform.
 #include "FoundationValues.h"
-#include "Paths.h"
+#include "MacPlatform.h"
 
-#include <cerrno>
+namespace vellmoor {
 
-namespace vellmoor::mac {
-namespace {
+using mac::addressOf;
+using mac::failureOf;
 
-bool reallyLiesIn(const Path& path, const Path& folder) {
-    const std::optional<Path> parent = realPath(path.parent_path());
-    const std::optional<Path> contents = realPath(folder);
-    return parent && contents && isStrictlyBelow(*parent / path.filename(), *contents);
-}
-
-} // namespace
-
-Outcome moveToTrash(const Path& path) {
-    @autoreleasepool {
-        NSError* error = nil;
-        if ([NSFileManager.defaultManager trashItemAtURL:addressOf(path) resultingItemURL:nullptr error:&error]) {
-            return {};
-        }
-        return failureOf(error);
-    }
-}
-
-Outcome removeFromTrash(const Path& path, const TrashFolder& trash) {
-    if (!reallyLiesIn(path, trash.contents)) {
-        return std::unexpected(reason(EPERM));
-    }
-    @autoreleasepool {
-        NSError* error = nil;
-        if ([NSFileManager.defaultManager removeItemAtURL:addressOf(path) error:&error]) {
-            return {};
-        }
-        return failureOf(error);
-    }
-}
-
-Outcome moveItem(const Path& from, const Path& to) {
+Outcome MacPlatform::moveItem(const Path& from, const Path& to) const {
     @autoreleasepool {
         NSError* error = nil;
         if ([NSFileManager.defaultManager moveItemAtURL:addressOf(from) toURL:addressOf(to) error:&error]) {
             return {};
         }
-        return failureOf(error);
+        return failureOf(error, mac::LogCategory::Files, "Moving");
     }
 }
 
-Outcome createFolder(const Path& folder) {
+Outcome MacPlatform::createFolder(const Path& folder) const {
     @autoreleasepool {
         NSError* error = nil;
         if ([NSFileManager.defaultManager createDirectoryAtURL:addressOf(folder)
@@ -58,8 +26,8 @@ Outcome createFolder(const Path& folder) {
                                                          error:&error]) {
             return {};
         }
-        return failureOf(error);
+        return failureOf(error, mac::LogCategory::Files, "Making a folder");
     }
 }
 
-} // namespace vellmoor::mac
+} // namespace vellmoor

@@ -1,11 +1,18 @@
-#include "MacCommands.h"
-
+// Tools as child processes, by NSTask: no shell, the environment and folder of this process, nothing else of it.
+// Both members block until the tool has ended. One that a signal ended answers the signal's number as status.
 #include "FoundationValues.h"
+#include "MacPlatform.h"
 
+#include <cerrno>
 #include <utility>
 
-namespace vellmoor::mac {
+namespace vellmoor {
 namespace {
+
+using mac::addressOf;
+using mac::failureOf;
+using mac::objectOf;
+using mac::textOf;
 
 enum class Errors : std::uint8_t { Dropped, Mixed };
 
@@ -50,7 +57,7 @@ Run finished(NSTask* task, NSPipe* pipe) {
     Run run;
     NSError* error = nil;
     if (![task launchAndReturnError:&error]) {
-        run.errorMessage = failureOf(error).error();
+        run.errorMessage = failureOf(error, mac::LogCategory::Tools, "Starting a tool").error();
         return run;
     }
     // Before the waiting: a tool that prints more than the pipe holds would never end.
@@ -68,7 +75,7 @@ Run runTool(const Path& tool, const std::vector<std::string>& arguments, Errors 
             NSPipe* pipe = [NSPipe pipe];
             NSTask* task = taskOf(tool, arguments, pipe, errors);
             if (task == nil) {
-                run.errorMessage = reason(EILSEQ); // an argument that is no UTF-8
+                run.errorMessage = files::reason(EILSEQ); // an argument that is no UTF-8
                 return run;
             }
             return finished(task, pipe);
@@ -81,16 +88,17 @@ Run runTool(const Path& tool, const std::vector<std::string>& arguments, Errors 
 
 } // namespace
 
-std::optional<std::string> commandOutput(const Path& tool, const std::vector<std::string>& arguments) {
+std::optional<std::string> MacPlatform::commandOutput(const Path& tool,
+                                                      const std::vector<std::string>& arguments) const {
     Run run = runTool(tool, arguments, Errors::Dropped);
     return run.status == 0 ? std::move(run.output) : std::nullopt;
 }
 
-CommandResult commandResult(const Path& tool, const std::vector<std::string>& arguments) {
+CommandResult MacPlatform::commandResult(const Path& tool, const std::vector<std::string>& arguments) const {
     Run run = runTool(tool, arguments, Errors::Mixed);
     return {.status = run.status,
             .output = std::move(run.output).value_or(std::string()),
             .errorMessage = std::move(run.errorMessage)};
 }
 
-} // namespace vellmoor::mac
+} // namespace vellmoor

@@ -1,76 +1,95 @@
-#include "MacFiles.h"
-
+// Facts and small changes of single paths on macOS, in plain POSIX: members of MacPlatform. None of them makes the
+// system fetch a file or folder whose content lies in a cloud only: such a call fails instead.
 #include "Descriptor.h"
-#include "Paths.h"
+#include "MacPaths.h"
+#include "MacPlatform.h"
 #include "PosixFiles.h"
+#include "ThreadPolicy.h"
+#include "macos/AttributeRecord.h"
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
-#include <dirent.h>
 #include <fcntl.h>
 #include <memory>
+#include <span>
+#include <sys/attr.h>
 #include <sys/mount.h>
 #include <sys/param.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace vellmoor::mac {
+namespace vellmoor {
 namespace {
-
-/// While it lives, a call of this thread that would make the system fetch something from a cloud fails instead.
-class NothingIsFetched {
-public:
-    NothingIsFetched() : before_(::getiopolicy_np(IOPOL_TYPE_VFS_MATERIALIZE_DATALESS_FILES, IOPOL_SCOPE_THREAD)) {
-        set(IOPOL_MATERIALIZE_DATALESS_FILES_OFF);
-    }
-    ~NothingIsFetched() { set(before_ < 0 ? IOPOL_MATERIALIZE_DATALESS_FILES_DEFAULT : before_); }
-    NothingIsFetched(const NothingIsFetched&) = delete;
-    NothingIsFetched& operator=(const NothingIsFetched&) = delete;
-
-private:
-    static void set(int policy) {
-        const int before = errno; // the cause of a failure is still to be told
-        (void)::setiopolicy_np(IOPOL_TYPE_VFS_MATERIALIZE_DATALESS_FILES, IOPOL_SCOPE_THREAD, policy);
-        errno = before;
-    }
-    int before_;
-};
-
-struct CloseDirectory {
-    void operator()(DIR* directory) const { ::closedir(directory); }
-};
-using DirectoryStream = std::unique_ptr<DIR, CloseDirectory>;
 
 Descriptor openFolder(const Path& folder) {
     return Descriptor(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC));
 }
 
-FolderEntry entryOf(int folder, const dirent& found) {
+// Halves of files, which macOS keeps on disks of other systems; nobody is ever shown them.
+bool isListed(std::string_view name) {
+    return !name.starts_with("._");
+}
+
+// The facts of an entry whose record does not hold them. One that cannot be asked is shown, as Finder would show it.
+FolderEntry askedEntry(int folder, const walk::AttributeRecord& record) {
     FolderEntry entry;
-    entry.name = found.d_name;
-    auto mode = static_cast<mode_t>(DTTOIF(found.d_type));
+    entry.name = record.name;
     entry.isHidden = entry.name.starts_with('.');
     struct stat status{};
-    // The flag is in no listing. An entry that cannot be asked is shown, as Finder would show it.
-    if ((!entry.isHidden || found.d_type == DT_UNKNOWN) &&
-        ::fstatat(folder, found.d_name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
-        mode = status.st_mode;
+    if (::fstatat(folder, entry.name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0) {
+        entry.isDirectory = S_ISDIR(status.st_mode);
+        entry.isRegularFile = S_ISREG(status.st_mode);
+        entry.isSymlink = S_ISLNK(status.st_mode);
         entry.isHidden = entry.isHidden || (status.st_flags & UF_HIDDEN) != 0;
     }
-    entry.isDirectory = S_ISDIR(mode);
-    entry.isRegularFile = S_ISREG(mode);
-    entry.isSymlink = S_ISLNK(mode);
     return entry;
 }
 
-bool isListed(std::string_view name) {
-    return name != "." && name != ".." && !name.starts_with("._");
+FolderEntry entryOf(int folder, const walk::AttributeRecord& record) {
+    if (!record.hasFacts) {
+        return askedEntry(folder, record);
+    }
+    FolderEntry entry;
+    entry.name = record.name;
+    entry.isDirectory = record.type == walk::AttributeRecord::directory;
+    entry.isRegularFile = record.type == walk::AttributeRecord::regularFile;
+    entry.isSymlink = record.type == walk::AttributeRecord::symbolicLink;
+    entry.isHidden = entry.name.starts_with('.') || (record.flags & UF_HIDDEN) != 0;
+    return entry;
 }
 
-bool hasParentSteps(const Path& path) {
-    return std::ranges::find(path, Path("..")) != path.end();
+/// Adds what one answer of getattrlistbulk holds; false when a part of it makes no sense, so that names are missing.
+bool addEntries(int folder, std::span<const char> buffer, int count, std::vector<FolderEntry>& found) {
+    const walk::RecordsExtent extent = walk::extentOf(buffer, count);
+    bool isWhole = extent.isWhole;
+    for (std::span<const char> records = buffer.first(extent.bytes); !records.empty();) {
+        const auto record = walk::takeRecord(records);
+        isWhole = isWhole && record.has_value();
+        if (record && isListed(record->name)) {
+            found.push_back(entryOf(folder, *record));
+        }
+    }
+    return isWhole;
+}
+
+/// The answer of getattrlist to a question for Finder's information: its own length, then that.
+struct FinderInformation {
+    std::uint32_t length;
+    std::array<unsigned char, 32> bytes;
+};
+static_assert(sizeof(FinderInformation) == 36);
+
+/// Whether Finder marked a folder as a package of its own.
+bool hasBundleMark(const Path& folder) {
+    // Of Finder's flags, which are two bytes, high one first.
+    constexpr std::size_t flagsOffset = 8;
+    constexpr unsigned char hasBundleInHighByte = 0x20;
+    attrlist wanted{};
+    wanted.bitmapcount = ATTR_BIT_MAP_COUNT;
+    wanted.commonattr = ATTR_CMN_FNDRINFO;
+    FinderInformation found{};
+    return ::getattrlist(folder.c_str(), &wanted, &found, sizeof found, FSOPT_NOFOLLOW) == 0 &&
+           found.length == sizeof found && (found.bytes[flagsOffset] & hasBundleInHighByte) != 0;
 }
 
 // The data volume's folders have two names; everybody uses the one without this.
@@ -82,12 +101,8 @@ std::string_view withoutDataVolume(std::string_view path) {
 
 } // namespace
 
-std::string reason(int error) {
-    return files::reason(error);
-}
-
-std::optional<FileFacts> facts(const Path& path) {
-    const NothingIsFetched guard;
+std::optional<FileFacts> MacPlatform::facts(const Path& path) const {
+    const walk::ThreadPolicy nothingIsFetched;
     struct stat status{};
     if (::lstat(path.c_str(), &status) != 0) {
         return std::nullopt;
@@ -106,14 +121,16 @@ std::optional<FileFacts> facts(const Path& path) {
     return facts;
 }
 
-bool exists(const Path& path) {
-    const NothingIsFetched guard;
+// A dangling link does not exist, nor does anything in a folder that privacy protection closes.
+bool MacPlatform::exists(const Path& path) const {
+    const walk::ThreadPolicy nothingIsFetched;
     struct stat status{};
     return ::stat(path.c_str(), &status) == 0;
 }
 
-bool isReadable(const Path& path) {
-    const NothingIsFetched guard;
+// A folder is opened to find out, since privacy protection answers there and nowhere else.
+bool MacPlatform::isReadable(const Path& path) const {
+    const walk::ThreadPolicy nothingIsFetched;
     struct stat status{};
     if (::stat(path.c_str(), &status) != 0 || !files::hasRights(path, R_OK)) {
         return false;
@@ -121,89 +138,62 @@ bool isReadable(const Path& path) {
     return !S_ISDIR(status.st_mode) || bool(openFolder(path));
 }
 
-bool isExecutable(const Path& path) {
-    const NothingIsFetched guard;
+bool MacPlatform::isExecutable(const Path& path) const {
+    const walk::ThreadPolicy nothingIsFetched;
     return files::isExecutable(path);
 }
 
-std::expected<std::vector<FolderEntry>, std::string> entries(const Path& folder) {
-    const NothingIsFetched guard;
-    Descriptor descriptor = openFolder(folder);
+// Names together with their facts, as the walk reads them: no entry costs a call of its own.
+std::expected<std::vector<FolderEntry>, std::string> MacPlatform::entries(const Path& folder) const {
+    constexpr std::size_t batchSize = std::size_t{64} * 1024;
+    const walk::ThreadPolicy nothingIsFetched;
+    const Descriptor descriptor = openFolder(folder);
     if (!descriptor) {
-        return std::unexpected(reason(errno));
+        return std::unexpected(files::reason(errno));
     }
-    const DirectoryStream directory(::fdopendir(descriptor.get()));
-    if (!directory) {
-        return std::unexpected(reason(errno));
-    }
-    const int number = descriptor.release(); // the stream closes it
     std::vector<FolderEntry> found;
+    const auto buffer = std::make_unique_for_overwrite<char[]>(batchSize); // a worker's stack is small
+    attrlist wanted = walk::wantedAttributes(false);
     for (;;) {
-        errno = 0;
-        const dirent* const entry = ::readdir(directory.get());
-        if (entry == nullptr) {
-            break;
+        const int count = ::getattrlistbulk(descriptor.get(), &wanted, buffer.get(), batchSize, 0);
+        if (count == 0) {
+            return found;
         }
-        if (isListed(entry->d_name)) {
-            found.push_back(entryOf(number, *entry));
+        if (count < 0 && errno != EINTR) {
+            return std::unexpected(files::reason(errno));
+        }
+        if (count > 0 && !addEntries(descriptor.get(), {buffer.get(), batchSize}, count, found)) {
+            return std::unexpected(files::reason(EIO));
         }
     }
-    if (errno != 0) {
-        return std::unexpected(reason(errno));
-    }
-    return found;
 }
 
-std::optional<std::string> fileContents(const Path& path, std::size_t limit) {
-    const NothingIsFetched guard;
+std::optional<std::string> MacPlatform::fileContents(const Path& path, std::size_t limit) const {
+    const walk::ThreadPolicy nothingIsFetched;
     return files::contents(path, limit);
 }
 
-std::optional<std::string> fileStart(const Path& path, std::size_t count) {
-    const NothingIsFetched guard;
+std::optional<std::string> MacPlatform::fileStart(const Path& path, std::size_t count) const {
+    const walk::ThreadPolicy nothingIsFetched;
     return files::start(path, count);
 }
 
-std::optional<Path> linkTarget(const Path& path) {
-    const NothingIsFetched guard;
+std::optional<Path> MacPlatform::linkTarget(const Path& path) const {
+    const walk::ThreadPolicy nothingIsFetched;
     return files::linkTarget(path);
 }
 
-Path standardized(const Path& path) {
-    return standardized(path, exists);
+Path MacPlatform::standardized(const Path& path) const {
+    return mac::standardized(path);
 }
 
-// Foundation's rule for standardising a URL. It never shortens to one of the folders that are no links to /private.
-Path standardized(const Path& path, const std::function<bool(const Path&)>& exists) {
-    constexpr std::string_view privateFolder = "/private";
-    constexpr std::array<std::string_view, 12> fixed{"/Applications", "/Library", "/System", "/Users",
-                                                     "/Volumes",      "/bin",     "/cores",  "/dev",
-                                                     "/opt",          "/private", "/sbin",   "/usr"};
-    if (path.is_absolute() && hasParentSteps(path)) {
-        if (const auto real = realPath(path)) {
-            return standardized(*real, exists);
-        }
-    }
-    Path result = lexicallyStandardized(path);
-    if (isStrictlyBelow(result, privateFolder)) {
-        Path rest = result.native().substr(privateFolder.size());
-        const bool isFixed = std::ranges::any_of(
-            fixed, [&](std::string_view folder) { return rest == folder || isStrictlyBelow(rest, folder); });
-        if (!isFixed && exists(rest)) {
-            return rest;
-        }
-    }
-    return result;
+std::optional<Path> MacPlatform::realPath(const Path& path) const {
+    return mac::realPath(path);
 }
 
-std::optional<Path> realPath(const Path& path) {
-    const NothingIsFetched guard;
-    return files::realPath(path);
-}
-
-bool isMountPoint(const Path& path) {
-    const NothingIsFetched guard;
-    const std::optional<Path> real = files::realPlace(path);
+bool MacPlatform::isMountPoint(const Path& path) const {
+    const walk::ThreadPolicy nothingIsFetched;
+    const std::optional<Path> real = realPlace(standardized(path));
     if (!real) {
         return false; // nothing there, or nothing that could be moved
     }
@@ -218,12 +208,21 @@ bool isMountPoint(const Path& path) {
     return withoutDataVolume(mounted.f_mntonname) == withoutDataVolume(real->native());
 }
 
-Outcome createFile(const Path& path, std::string_view contents) {
+bool MacPlatform::isPackage(const Path& folder) const {
+    const walk::ThreadPolicy nothingIsFetched;
+    return hasBundleMark(folder) || packages_.contain(folder);
+}
+
+Outcome MacPlatform::createFile(const Path& path, std::string_view contents) const {
     return files::createFile(path, contents);
 }
 
-Outcome removeFile(const Path& path) {
+Outcome MacPlatform::createLink(const Path& path, const Path& target) const {
+    return files::createLink(path, target);
+}
+
+Outcome MacPlatform::removeFile(const Path& path) const {
     return files::removeFile(path);
 }
 
-} // namespace vellmoor::mac
+} // namespace vellmoor

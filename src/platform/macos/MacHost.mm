@@ -1,26 +1,13 @@
 #include "MacHost.h"
 
 #include "FoundationValues.h"
-
-#include <pthread/qos.h>
+#include "MacPlatform.h"
 
 namespace vellmoor::mac {
 
 Path homeFolder() {
     @autoreleasepool {
         return pathOf(NSFileManager.defaultManager.homeDirectoryForCurrentUser);
-    }
-}
-
-std::int64_t physicalMemory() {
-    @autoreleasepool {
-        return static_cast<std::int64_t>(NSProcessInfo.processInfo.physicalMemory);
-    }
-}
-
-std::optional<std::string> preferredLanguage() {
-    @autoreleasepool {
-        return stringIn(NSLocale.preferredLanguages.firstObject);
     }
 }
 
@@ -40,9 +27,20 @@ void setSetting(const std::string& key, const std::string& value) {
     }
 }
 
-void hurryThisThread() {
-    // It fails only on a thread whose priority was set by hand; that one keeps its own.
-    (void)::pthread_set_qos_class_self_np(QOS_CLASS_USER_INITIATED, 0);
+} // namespace vellmoor::mac
+
+namespace vellmoor {
+
+std::int64_t MacPlatform::physicalMemory() const {
+    @autoreleasepool {
+        return static_cast<std::int64_t>(NSProcessInfo.processInfo.physicalMemory);
+    }
 }
 
-} // namespace vellmoor::mac
+std::optional<std::string> MacPlatform::preferredLanguage() const {
+    @autoreleasepool {
+        return mac::stringIn(NSLocale.preferredLanguages.firstObject);
+    }
+}
+
+} // namespace vellmoor

@@ -1,8 +1,14 @@
 #pragma once
 
-#include "MacBundles.h"
 #include "PackageTypes.h"
 #include "Platform.h"
+
+namespace vellmoor::mac {
+
+/// Whether LaunchServices knows a folder as a package, by its extension or its mark.
+bool isDeclaredPackage(const Path& folder);
+
+} // namespace vellmoor::mac
 
 namespace vellmoor {
 
@@ -24,11 +30,12 @@ public:
     [[nodiscard]] bool isMountPoint(const Path& path) const override;
     [[nodiscard]] bool isPackage(const Path& folder) const override;
 
-    [[nodiscard]] Outcome moveToTrash(const Path& path) const override;
-    [[nodiscard]] Outcome removeFromTrash(const Path& path, const TrashFolder& trash) const override;
+    [[nodiscard]] std::optional<FileIdentity> identity(const Path& path) const override;
+    [[nodiscard]] std::unique_ptr<TrashSession> trashSession(TrashPlaces places) const override;
     [[nodiscard]] Outcome moveItem(const Path& from, const Path& to) const override;
     [[nodiscard]] Outcome createFolder(const Path& folder) const override;
     [[nodiscard]] Outcome createFile(const Path& path, std::string_view contents) const override;
+    [[nodiscard]] Outcome createLink(const Path& path, const Path& target) const override;
     [[nodiscard]] Outcome removeFile(const Path& path) const override;
 
     [[nodiscard]] std::vector<Volume> mountedVolumes() const override;

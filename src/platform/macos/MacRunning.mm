@@ -1,12 +1,18 @@
-#include "MacRunning.h"
-
+// Running applications, by AppKit. The list follows the system only while the main run loop runs; without one it
+// stays as it was at the first call.
 #include "FoundationValues.h"
+#include "MacPlatform.h"
+#include "QuitAnswers.h"
 
 #import <AppKit/AppKit.h>
 
-namespace vellmoor::mac {
+namespace vellmoor {
 
-std::vector<RunningApplication> runningApplications() {
+using mac::pathOf;
+using mac::stringIn;
+using mac::textOf;
+
+std::vector<RunningApplication> MacPlatform::runningApplications() const {
     @autoreleasepool {
         std::vector<RunningApplication> running;
         for (NSRunningApplication* application in NSWorkspace.sharedWorkspace.runningApplications) {
@@ -23,25 +29,21 @@ std::vector<RunningApplication> runningApplications() {
     }
 }
 
-QuitOutcome requestQuit(const Path& bundle) {
+// Asks every process of the bundle at that path; each may still ask its user.
+QuitOutcome MacPlatform::requestQuit(const MemoryApp& app) const {
+    if (!app.path) {
+        return QuitOutcome::NotRunning;
+    }
     @autoreleasepool {
-        const Path wanted = standardized(bundle);
-        bool isRunning = false;
-        bool isSent = false;
+        const Path wanted = mac::standardized(*app.path);
+        std::vector<bool> answers;
         for (NSRunningApplication* application in NSWorkspace.sharedWorkspace.runningApplications) {
-            if (application.terminated || pathOf(application.bundleURL) != wanted) {
-                continue;
-            }
-            isRunning = true;
-            if ([application terminate]) {
-                isSent = true;
+            if (!application.terminated && pathOf(application.bundleURL) == wanted) {
+                answers.push_back([application terminate] == YES);
             }
         }
-        if (!isRunning) {
-            return QuitOutcome::NotRunning;
-        }
-        return isSent ? QuitOutcome::Requested : QuitOutcome::NoResponse;
+        return mac::quitOutcome(answers);
     }
 }
 
-} // namespace vellmoor::mac
+} // namespace vellmoor

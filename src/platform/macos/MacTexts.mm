@@ -1,35 +1,25 @@
-#include "MacTexts.h"
-
+// Texts as the user's language has them, by Foundation: members of MacPlatform. Bytes that are no UTF-8, which no Apple
+// file system has in a name, are compared and folded as ASCII.
+#include "AsciiFolding.h"
 #include "FoundationValues.h"
+#include "MacPlatform.h"
 
-#include <algorithm>
 #include <chrono>
 
-namespace vellmoor::mac {
+namespace vellmoor {
 namespace {
+
+using mac::objectOf;
+using mac::textOf;
 
 NSDate* dateOf(TimePoint time) {
     const std::chrono::duration<double> seconds = time.time_since_epoch();
     return [NSDate dateWithTimeIntervalSince1970:seconds.count()];
 }
 
-char asciiLower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool isAsciiLetterOrDigit(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
-}
-
-std::string asciiLower(std::string_view text) {
-    std::string lower(text);
-    std::ranges::transform(lower, lower.begin(), [](char c) { return asciiLower(c); });
-    return lower;
-}
-
 } // namespace
 
-std::string relativeDate(TimePoint date, TimePoint now, AppLanguage language) {
+std::string MacPlatform::relativeDate(TimePoint date, TimePoint now, AppLanguage language) const {
     @autoreleasepool {
         // One per call: a formatter may not be shared between threads.
         NSRelativeDateTimeFormatter* formatter = [[NSRelativeDateTimeFormatter alloc] init];
@@ -39,7 +29,7 @@ std::string relativeDate(TimePoint date, TimePoint now, AppLanguage language) {
     }
 }
 
-int compareNames(std::string_view a, std::string_view b) {
+int MacPlatform::compareNames(std::string_view a, std::string_view b) const {
     @autoreleasepool {
         NSString* first = objectOf(a);
         NSString* second = objectOf(b);
@@ -50,7 +40,7 @@ int compareNames(std::string_view a, std::string_view b) {
     }
 }
 
-bool containsPhrase(std::string_view text, std::string_view phrase) {
+bool MacPlatform::containsPhrase(std::string_view text, std::string_view phrase) const {
     @autoreleasepool {
         NSString* whole = objectOf(text);
         NSString* part = objectOf(phrase);
@@ -58,26 +48,24 @@ bool containsPhrase(std::string_view text, std::string_view phrase) {
     }
 }
 
-std::string lowerCase(std::string_view text) {
+std::string MacPlatform::lowerCase(std::string_view text) const {
     @autoreleasepool {
         NSString* object = objectOf(text);
-        return object == nil ? asciiLower(text) : textOf(object.lowercaseString);
+        return object == nil ? mac::asciiLower(text) : textOf(object.lowercaseString);
     }
 }
 
-std::string lettersAndDigits(std::string_view text) {
+std::string MacPlatform::lettersAndDigits(std::string_view text) const {
     @autoreleasepool {
         NSString* object = objectOf(text);
         if (object == nil) {
-            std::string kept = asciiLower(text);
-            std::erase_if(kept, [](char c) { return !isAsciiLetterOrDigit(c); });
-            return kept;
+            return mac::asciiLettersAndDigits(text);
         }
         // Letters, marks and numbers, in Unicode's sense.
-        NSCharacterSet* others = NSCharacterSet.alphanumericCharacterSet.invertedSet;
+        NSCharacterSet* others = [NSCharacterSet.alphanumericCharacterSet invertedSet];
         NSArray<NSString*>* parts = [object.lowercaseString componentsSeparatedByCharactersInSet:others];
         return textOf([parts componentsJoinedByString:@""]);
     }
 }
 
-} // namespace vellmoor::mac
+} // namespace vellmoor

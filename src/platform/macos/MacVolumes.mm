@@ -1,10 +1,15 @@
-#include "MacVolumes.h"
-
+// Mounted volumes and their room, by Foundation: members of MacPlatform.
 #include "FoundationValues.h"
+#include "MacPlatform.h"
 
-namespace vellmoor::mac {
+namespace vellmoor {
 
-std::vector<Volume> mountedVolumes() {
+using mac::addressOf;
+using mac::pathOf;
+using mac::textOf;
+
+// Without the system's hidden ones; "/" comes first.
+std::vector<Volume> MacPlatform::mountedVolumes() const {
     @autoreleasepool {
         NSArray<NSURL*>* addresses = [NSFileManager.defaultManager
             mountedVolumeURLsIncludingResourceValuesForKeys:@[ NSURLVolumeNameKey, NSURLVolumeIsBrowsableKey ]
@@ -20,7 +25,9 @@ std::vector<Volume> mountedVolumes() {
     }
 }
 
-std::optional<Capacity> capacity(const Path& path) {
+// Of the volume that holds `path`. Available is what macOS would free for something important; it asks another process,
+// so never on the main thread. 0 available on a volume that is not APFS is what the system says.
+std::optional<Capacity> MacPlatform::capacity(const Path& path) const {
     @autoreleasepool {
         NSDictionary<NSURLResourceKey, id>* values = [addressOf(path)
             resourceValuesForKeys:@[ NSURLVolumeTotalCapacityKey, NSURLVolumeAvailableCapacityForImportantUsageKey ]
@@ -34,4 +41,4 @@ std::optional<Capacity> capacity(const Path& path) {
     }
 }
 
-} // namespace vellmoor::mac
+} // namespace vellmoor

@@ -19,8 +19,9 @@ Sheet {
     signal accepted
 
     function accept(): void {
-        close();
+        // First: without movement closing is over at once, and what it drops would be gone before it is agreed to.
         accepted();
+        close();
     }
 
     onOpened: cancel.forceActiveFocus(Qt.TabFocusReason)

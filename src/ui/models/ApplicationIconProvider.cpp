@@ -1,6 +1,5 @@
 #include "ApplicationIconProvider.h"
 
-#include <QPixmap>
 #include <QUrl>
 
 #include <algorithm>
@@ -13,22 +12,27 @@ constexpr int defaultPixels = 38;
 } // namespace
 
 ApplicationIconProvider::ApplicationIconProvider(Desktop& desktop)
-    : QQuickImageProvider(QQuickImageProvider::Pixmap),
+    : QQuickImageProvider(QQuickImageProvider::Image, desktop.drawsOnAnyThread()
+                                                          ? QQmlImageProviderBase::ForceAsynchronousImageLoading
+                                                          : QQmlImageProviderBase::Flags()),
       desktop_(desktop) {}
 
-QPixmap ApplicationIconProvider::requestPixmap(const QString& id, QSize* size, const QSize& requestedSize) {
+QImage ApplicationIconProvider::requestImage(const QString& id, QSize* size, const QSize& requestedSize) {
     const QByteArray path = QByteArray::fromPercentEncoding(id.toUtf8());
     const int wanted = std::max(requestedSize.width(), requestedSize.height());
-    const QPixmap icon =
-        QPixmap::fromImage(desktop_.applicationIcon(path.toStdString(), wanted > 0 ? wanted : defaultPixels));
+    QImage icon = desktop_.applicationIcon(path.toStdString(), wanted > 0 ? wanted : defaultPixels);
     if (size != nullptr) {
         *size = icon.size();
     }
     return icon;
 }
 
+bool Desktop::hasApplicationIcon(const std::filesystem::path& application) {
+    return !applicationIcon(application, defaultPixels).isNull();
+}
+
 QString applicationIconSource(Desktop& desktop, const std::filesystem::path& application) {
-    if (application.empty() || desktop.applicationIcon(application, defaultPixels).isNull()) {
+    if (application.empty() || !desktop.hasApplicationIcon(application)) {
         return {};
     }
     const QByteArray path = QByteArray::fromStdString(application.string()).toPercentEncoding();

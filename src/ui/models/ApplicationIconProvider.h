@@ -6,11 +6,12 @@
 
 namespace vellmoor {
 
-/// Draws `image://application/PATH` (percent-encoded): the icon of an application as the desktop has it.
+/// Draws `image://application/PATH` (percent-encoded): the icon of an application as the desktop has it; on a thread
+/// of its own where the desktop may be asked there.
 class ApplicationIconProvider final : public QQuickImageProvider {
 public:
     explicit ApplicationIconProvider(Desktop& desktop);
-    QPixmap requestPixmap(const QString& id, QSize* size, const QSize& requestedSize) override;
+    QImage requestImage(const QString& id, QSize* size, const QSize& requestedSize) override;
 
 private:
     Desktop& desktop_;

@@ -25,7 +25,7 @@ QString filesText(std::int64_t files) {
 }
 
 QString amountText(const CleanupItem& item) {
-    const std::string size = byteCountText(item.bytes);
+    const std::string size = item.sizeText();
     switch (item.files) {
     case 0:
         return toQt(size);
@@ -86,7 +86,7 @@ QVariant CleanupListModel::categoryData(const KeyedRow& row, const CleanupItem& 
     case AmountRole:
         return amountText(item);
     case SizeRole:
-        return toQt(byteCountText(item.bytes));
+        return toQt(item.sizeText());
     case SymbolRole:
         return toQt(item.symbol);
     case TintRole:
@@ -154,7 +154,7 @@ QVariant CleanupListModel::targetData(const KeyedRow& row, const CleanupItem& it
     case AmountRole:
         return filesText(target.files);
     case SizeRole:
-        return toQt(byteCountText(target.bytes));
+        return toQt(target.sizeText());
     case ModifiedRole:
         return toQt(target.modified);
     case SymbolRole:

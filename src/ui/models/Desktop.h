@@ -41,6 +41,10 @@ public:
     [[nodiscard]] virtual std::filesystem::path homeFolder() const = 0;
     /// The icon of an application (a bundle or desktop entry), `pixels` wide; null when none can be read.
     [[nodiscard]] virtual QImage applicationIcon(const std::filesystem::path& application, int pixels) = 0;
+    /// Whether there is such an icon; without drawing it where that can be told.
+    [[nodiscard]] virtual bool hasApplicationIcon(const std::filesystem::path& application);
+    /// Whether applicationIcon() may be called on any thread, one at a time.
+    [[nodiscard]] virtual bool drawsOnAnyThread() const { return false; }
     /// The desktop's own picture of a symbol, black on nothing, `pixels` wide and high; null when it has none: then
     /// the embedded one is drawn.
     [[nodiscard]] virtual QImage symbol(const QString& /*name*/, int /*pixels*/) { return {}; }

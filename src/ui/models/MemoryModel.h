@@ -21,6 +21,8 @@ class MemoryModel final : public QObject {
     Q_PROPERTY(QString reclaimable READ reclaimable NOTIFY changed FINAL)
     /// 0 to 1.
     Q_PROPERTY(double usage READ usage NOTIFY changed FINAL)
+    /// Whether the system tells how much of the available memory holds file caches.
+    Q_PROPERTY(bool hasCaches READ hasCaches NOTIFY changed FINAL)
     Q_PROPERTY(QString usageText READ usageText NOTIFY changed FINAL)
     Q_PROPERTY(QString pressure READ pressure NOTIFY changed FINAL)
     /// The name of the tint that says how tight memory is.
@@ -35,6 +37,7 @@ public:
     [[nodiscard]] QString available() const;
     [[nodiscard]] QString reclaimable() const;
     [[nodiscard]] double usage() const { return snapshot().usagePercent() / 100.0; }
+    [[nodiscard]] bool hasCaches() const { return known() && snapshot().fileCacheBytes() > 0; }
     [[nodiscard]] QString usageText() const;
     [[nodiscard]] QString pressure() const;
     [[nodiscard]] QString pressureTint() const;

@@ -129,6 +129,23 @@ private:
     Desktop& desktop_;
 };
 
+/// The parts of the memory bar: programs, file caches where the system tells them, and what is free; empty until a scan
+/// has read the memory.
+class MemoryPartModel final : public vellmoor::RecordListModel {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the window model")
+
+public:
+    explicit MemoryPartModel(CleanerStore& store, QObject* parent = nullptr);
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+
+protected:
+    [[nodiscard]] int recordCount() const override;
+    [[nodiscard]] std::string keyOf(int record) const override;
+};
+
 /// Which folders Vellmoor may read.
 class PermissionListModel final : public vellmoor::RecordListModel {
     Q_OBJECT

@@ -5,6 +5,18 @@
 
 namespace vellmoor {
 
+namespace {
+
+QStringList linesOf(const std::vector<std::string>& texts) {
+    QStringList lines;
+    for (const std::string& text : texts) {
+        lines << toQt(text);
+    }
+    return lines;
+}
+
+} // namespace
+
 ReportModel::ReportModel(CleanerStore& store, QObject* parent) : QObject(parent), store_(store) {
     connect(&store_, &CleanerStore::latestReportChanged, this, &ReportModel::changed);
 }
@@ -56,12 +68,19 @@ QString ReportModel::share() const {
         .arg(report().memoryAfter->usagePercent());
 }
 
+QString ReportModel::caches() const {
+    const std::int64_t before = report().memoryBefore ? report().memoryBefore->fileCacheBytes() : 0;
+    const std::int64_t after = report().memoryAfter ? report().memoryAfter->fileCacheBytes() : 0;
+    return memory() && before > 0 ? localised("文件缓存 %@ → %@", byteCountText(before), byteCountText(after))
+                                  : QString();
+}
+
 QStringList ReportModel::failureLines() const {
-    QStringList lines;
-    for (const std::string& line : report().failures) {
-        lines << toQt(line);
-    }
-    return lines;
+    return linesOf(report().failures);
+}
+
+QStringList ReportModel::noteLines() const {
+    return linesOf(report().notes);
 }
 
 } // namespace vellmoor

@@ -27,7 +27,11 @@ class ReportModel final : public QObject {
     Q_PROPERTY(QString failures READ failures NOTIFY changed FINAL)
     /// The fourth tile: the change of memory use, or how many of the paths were processed.
     Q_PROPERTY(QString share READ share NOTIFY changed FINAL)
+    /// The file caches before and after a memory optimisation; empty where the system tells none.
+    Q_PROPERTY(QString caches READ caches NOTIFY changed FINAL)
     Q_PROPERTY(QStringList failureLines READ failureLines NOTIFY changed FINAL)
+    /// What was kept on purpose, and what else is worth telling.
+    Q_PROPERTY(QStringList noteLines READ noteLines NOTIFY changed FINAL)
 
 public:
     explicit ReportModel(CleanerStore& store, QObject* parent = nullptr);
@@ -45,7 +49,9 @@ public:
     [[nodiscard]] QString processed() const;
     [[nodiscard]] QString failures() const;
     [[nodiscard]] QString share() const;
+    [[nodiscard]] QString caches() const;
     [[nodiscard]] QStringList failureLines() const;
+    [[nodiscard]] QStringList noteLines() const;
 
 Q_SIGNALS:
     void changed();

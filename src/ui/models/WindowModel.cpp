@@ -34,6 +34,8 @@ WindowModel::WindowModel(CleanerStore& store, LanguageManager& languages, Deskto
       startup_(store, desktop),
       memory_(store),
       memoryApps_(store, desktop),
+      memoryParts_(store),
+      question_(store),
       permissions_(store),
       report_(store),
       rootNotice_(desktop.runsAsRoot()) {
@@ -54,14 +56,15 @@ void WindowModel::connectStore() {
     connect(&store_, &CleanerStore::selectionChanged, this, &WindowModel::noteSelectionChange);
     connect(&store_, &CleanerStore::cleanupItemsChanged, this, &WindowModel::selectionChanged);
     connect(&store_, &CleanerStore::permissionHintsChanged, this, &WindowModel::limitationChanged);
-    connect(&store_, &CleanerStore::statusMessageChanged, this, &WindowModel::showOutcome);
+    connect(&question_, &Question::switchAgreed, this, &WindowModel::switchStartupItem);
+    connect(&store_, &CleanerStore::actionFailureChanged, this, &WindowModel::actionFailureChanged);
     connect(&store_, &CleanerStore::isScanningChanged, this, [this] {
         Q_EMIT busyChanged();
         Q_EMIT selectionChanged();
     });
     connect(&store_, &CleanerStore::isCleaningChanged, this, [this] {
         if (!store_.isCleaning()) {
-            changingStartupRow_ = -1;
+            changingStartup_.reset();
         }
         Q_EMIT busyChanged();
         Q_EMIT selectionChanged();
@@ -235,14 +238,6 @@ void WindowModel::closeNotice() {
     Q_EMIT noticeChanged();
 }
 
-/// The outcome of a switched login item and of a quit request, which the store words as its message.
-void WindowModel::showOutcome() {
-    if (awaitsOutcome_ && !store_.isCleaning()) {
-        awaitsOutcome_ = false;
-        showNotice(toQt(store_.statusMessage()), false);
-    }
-}
-
 QString WindowModel::riskSummary() const {
     std::array<int, allCleanupRisks.size()> counts{};
     for (const CleanupItem& item : store_.selectedItems(module_)) {
@@ -256,6 +251,10 @@ QString WindowModel::riskSummary() const {
         }
     }
     return parts.isEmpty() ? QString() : localised("风险级别：%@。", parts.join(localised("，")).toStdString());
+}
+
+QString WindowModel::actionFailure() const {
+    return toQt(store_.actionFailure());
 }
 
 QString WindowModel::limitation() const {
@@ -303,22 +302,18 @@ void WindowModel::setAllSelected(bool selected) {
     store_.setAllSelected(module_, selected);
 }
 
-void WindowModel::switchStartupItem(int row) {
+int WindowModel::changingStartupRow() const {
     const auto& items = store_.startupItems();
-    if (row < 0 || row >= static_cast<int>(items.size()) || store_.isScanning() || store_.isCleaning()) {
-        return;
-    }
-    const StartupItem item = items[static_cast<std::size_t>(row)];
-    changingStartupRow_ = row;
-    awaitsOutcome_ = true;
-    store_.setStartupItem(item, !item.isEnabled);
+    const auto found = std::ranges::find_if(items, [this](const StartupItem& item) {
+        return changingStartup_ && item.plistURL == changingStartup_->plistURL;
+    });
+    return found == items.end() ? -1 : static_cast<int>(found - items.begin());
 }
 
-void WindowModel::quitMemoryApp(int row) {
-    const auto& apps = store_.memoryApps();
-    if (row >= 0 && row < static_cast<int>(apps.size())) {
-        awaitsOutcome_ = true;
-        store_.quitMemoryApp(MemoryApp(apps[static_cast<std::size_t>(row)]));
+void WindowModel::switchStartupItem(const StartupItem& item) {
+    if (!store_.isScanning() && !store_.isCleaning()) {
+        changingStartup_ = item;
+        store_.setStartupItem(item, !item.isEnabled);
     }
 }
 

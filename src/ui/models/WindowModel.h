@@ -6,6 +6,7 @@
 #include "LanguageManager.h"
 #include "LargeFileListModel.h"
 #include "MemoryModel.h"
+#include "Question.h"
 #include "RecordListModels.h"
 #include "ReportModel.h"
 #include "ScanModel.h"
@@ -14,6 +15,8 @@
 #include <QStringList>
 #include <QTimer>
 #include <QtQml/qqmlregistration.h>
+
+#include <optional>
 
 namespace vellmoor {
 
@@ -41,6 +44,8 @@ class WindowModel final : public QObject {
     Q_PROPERTY(vellmoor::StartupListModel* startup READ startup CONSTANT FINAL)
     Q_PROPERTY(vellmoor::MemoryModel* memory READ memory CONSTANT FINAL)
     Q_PROPERTY(vellmoor::MemoryAppListModel* memoryApps READ memoryApps CONSTANT FINAL)
+    Q_PROPERTY(vellmoor::MemoryPartModel* memoryParts READ memoryParts CONSTANT FINAL)
+    Q_PROPERTY(vellmoor::Question* question READ question CONSTANT FINAL)
     Q_PROPERTY(vellmoor::PermissionListModel* permissions READ permissions CONSTANT FINAL)
     Q_PROPERTY(vellmoor::ReportModel* report READ report CONSTANT FINAL)
 
@@ -71,6 +76,8 @@ class WindowModel final : public QObject {
     Q_PROPERTY(bool noticeIsFailure READ noticeIsFailure NOTIFY noticeChanged FINAL)
     /// Whether the window says that it should not run as root; the user may close the notice.
     Q_PROPERTY(bool rootNotice READ rootNotice NOTIFY rootNoticeChanged FINAL)
+    /// Why the last action failed, until the user goes on; empty: it did not.
+    Q_PROPERTY(QString actionFailure READ actionFailure NOTIFY actionFailureChanged FINAL)
     /// The row of the start-up item being changed; -1: none.
     Q_PROPERTY(int changingStartupRow READ changingStartupRow NOTIFY busyChanged FINAL)
 
@@ -95,6 +102,8 @@ public:
     [[nodiscard]] StartupListModel* startup() { return &startup_; }
     [[nodiscard]] MemoryModel* memory() { return &memory_; }
     [[nodiscard]] MemoryAppListModel* memoryApps() { return &memoryApps_; }
+    [[nodiscard]] MemoryPartModel* memoryParts() { return &memoryParts_; }
+    [[nodiscard]] Question* question() { return &question_; }
     [[nodiscard]] PermissionListModel* permissions() { return &permissions_; }
     [[nodiscard]] ReportModel* report() { return &report_; }
 
@@ -120,7 +129,9 @@ public:
     void showNotice(const QString& text, bool isFailure);
     Q_INVOKABLE void closeNotice();
     [[nodiscard]] bool rootNotice() const { return rootNotice_; }
-    [[nodiscard]] int changingStartupRow() const { return changingStartupRow_; }
+    [[nodiscard]] QString actionFailure() const;
+    /// The row of the login item whose change runs; -1: none.
+    [[nodiscard]] int changingStartupRow() const;
 
     /// The scan button: starts a scan of the shown module, or cancels the running one.
     Q_INVOKABLE void scanOrCancel();
@@ -131,10 +142,6 @@ public:
     Q_INVOKABLE void closeReport();
     Q_INVOKABLE void rescanReported();
     Q_INVOKABLE void setAllSelected(bool selected);
-    /// After the user confirmed: switches the start-up item of that row.
-    Q_INVOKABLE void switchStartupItem(int row);
-    /// After the user confirmed.
-    Q_INVOKABLE void quitMemoryApp(int row);
     Q_INVOKABLE void refreshPermissions();
     Q_INVOKABLE void closeRootNotice();
     /// The window became the active one.
@@ -151,6 +158,7 @@ Q_SIGNALS:
     void textsChanged();
     void selectionChanged();
     void busyChanged();
+    void actionFailureChanged();
     void limitationChanged();
     void rootNoticeChanged();
     void noticeChanged();
@@ -162,7 +170,7 @@ private:
     void retranslate();
     [[nodiscard]] QString riskSummary() const;
     [[nodiscard]] std::int64_t selectedBytesForGood() const;
-    void showOutcome();
+    void switchStartupItem(const StartupItem& item);
 
     CleanerStore& store_;
     Desktop& desktop_;
@@ -179,14 +187,15 @@ private:
     StartupListModel startup_;
     MemoryModel memory_;
     MemoryAppListModel memoryApps_;
+    MemoryPartModel memoryParts_;
+    Question question_;
     PermissionListModel permissions_;
     ReportModel report_;
     bool rootNotice_;
-    int changingStartupRow_ = -1;
+    std::optional<StartupItem> changingStartup_;
     bool selectionChangePending_ = false;
     QString notice_;
     bool noticeIsFailure_ = false;
-    bool awaitsOutcome_ = false; ///< the next message tells how an action of the user's went
     QTimer noticeTime_;
 };
 

@@ -16,14 +16,17 @@ import Vellmoor.Theme
 //   cleanupList, emptyState                   the list of the page (startupList on the login items page)
 //   item.N, item.N.toggle, item.N.lock, item.N.expand, item.N.reveal, item.N.status       the Nth listed category
 //   item.N.target.M, item.N.target.M.toggle, item.N.target.M.reveal                       its Mth path
-//   startup.N, startup.N.action, startup.N.reveal, startup.N.status, refreshStartup, loginItemsSettings
+//   startup.N, startup.N.action, startup.N.reveal, startup.N.status, startupFailure,
+//   refreshStartup, loginItemsSettings
 //   memoryApp.N, memoryApp.N.quit, memoryApp.N.monitor, refreshMemory, systemMonitor, pressure, memoryTotal
+//   memoryPart.orange, memoryPart.mint, memoryPart.gray, cachesNote                       programs, file caches, free
 //   selectedText, hiddenSelection, statusMessage, bottomRefresh, previewButton, cleanButton                the bottom bar
 //   details.selectAll, details.deselectAll, details.close, details.done, details.clean, details.summary, detailsList
 //   confirm.accept, confirm.cancel, confirm.message, confirm.part                                  clean and memory
-//   confirmQuit.accept, confirmQuit.cancel; confirmStartup.accept, confirmStartup.cancel
+//   confirmQuit.accept, confirmQuit.cancel; confirmEnd.accept, confirmEnd.cancel, confirmEnd.message
+//   confirmStartup.accept, confirmStartup.cancel
 //   shortcuts, about, overview                                                            further sheets
-//   result.title, result.openTrash, result.rescan, result.done, result.failures, result.noFailures
+//   result.title, result.openTrash, result.rescan, result.done, result.failures, result.noFailures, result.caches
 // Lists are virtual: only rows near the visible part exist. Rows of the sheet's list carry the same names as the
 // page's; look for them below detailsList.
 Item {
@@ -81,8 +84,6 @@ Item {
                 hasColumns: root.hasColumns
                 vm: root.vm
 
-                onChangeAsked: (row, name, enabled) => sheets.askStartup(row, name, enabled)
-                onQuitAsked: (row, name) => sheets.askQuit(row, name)
                 onViewAll: sheets.showDetails(false)
             }
 

@@ -15,8 +15,6 @@ Flickable {
     // Results get the room; so does everything in a low window.
     readonly property bool compact: vm.scan.scanned || height / Metrics.growth < 480
 
-    signal changeAsked(int row, string name, bool enabled)
-    signal quitAsked(int row, string name)
     signal viewAll
 
     readonly property var pageFiles: ({
@@ -97,18 +95,5 @@ Flickable {
 
     FocusFollower {
         view: root
-    }
-
-    Connections {
-        function onChangeAsked(row: int, name: string, enabled: bool): void {
-            root.changeAsked(row, name, enabled);
-        }
-
-        function onQuitAsked(row: int, name: string): void {
-            root.quitAsked(row, name);
-        }
-
-        ignoreUnknownSignals: true
-        target: page.item
     }
 }

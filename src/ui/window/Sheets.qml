@@ -7,6 +7,13 @@ Item {
     id: root
 
     required property WindowModel vm
+    readonly property bool occupied: isOpen(details) || isOpen(confirmation) || isOpen(result)
+    readonly property var questionFiles: ({
+            "quit": "QuitConfirmation.qml",
+            "end": "EndConfirmation.qml",
+            "disable": "StartupConfirmation.qml",
+            "restore": "StartupConfirmation.qml"
+        })
 
     // The paths of a clean; with a button that goes on to it, when it was asked for.
     function showDetails(cleans: bool): void {
@@ -19,19 +26,23 @@ Item {
         open(confirmation, "CleanConfirmation.qml", {});
     }
 
-    function askQuit(row: int, name: string): void {
-        open(confirmation, "QuitConfirmation.qml", {
-                "row": row,
-                "name": name
-            });
+    function isOpen(place: Loader): bool {
+        const sheet = place.item as Sheet;
+        return sheet !== null && sheet.visible;
     }
 
-    function askStartup(row: int, name: string, enabled: bool): void {
-        open(confirmation, "StartupConfirmation.qml", {
-                "row": row,
-                "name": name,
-                "disables": enabled
-            });
+    // A question that comes by itself waits until the user is done with what is open: no button may change under the
+    // hand. One that went away takes its dialog with it.
+    function showQuestion(): void {
+        const question = root.vm.question;
+        const shown = confirmation.item as QuestionDialog;
+        if (shown?.opened && shown.number !== question.number)
+            shown.close();
+        else if (question.kind !== "" && !root.occupied)
+            open(confirmation, questionFiles[question.kind], {
+                    "name": question.name,
+                    "number": question.number
+                });
     }
 
     function showShortcuts(): void {
@@ -51,6 +62,17 @@ Item {
                     "vm": vm
                 }, properties));
         (place.item as Sheet).open();
+    }
+
+    onOccupiedChanged: nextQuestion.restart()
+
+    // When the sheet that has just closed is out of the way.
+    Timer {
+        id: nextQuestion
+
+        interval: 0
+
+        onTriggered: root.showQuestion()
     }
 
     Loader {
@@ -97,5 +119,13 @@ Item {
         }
 
         target: root.vm.report
+    }
+
+    Connections {
+        function onChanged(): void {
+            root.showQuestion();
+        }
+
+        target: root.vm.question
     }
 }

@@ -3,12 +3,26 @@
 #include "Nanoseconds.h"
 
 #include <array>
+#include <cstddef>
 #include <cstring>
 #include <ctime>
 #include <type_traits>
 
 namespace vellmoor::walk {
 namespace {
+
+// The kernel's layout, as <sys/attr.h> and <sys/time.h> of macOS give it. What stands in for that header in tests on
+// Linux is held against the same numbers.
+static_assert(sizeof(attribute_set_t) == 20 && sizeof(attrreference_t) == 8 && sizeof(timespec) == 16);
+static_assert(offsetof(attribute_set_t, commonattr) == 0 && offsetof(attribute_set_t, volattr) == 4 &&
+              offsetof(attribute_set_t, dirattr) == 8 && offsetof(attribute_set_t, fileattr) == 12 &&
+              offsetof(attribute_set_t, forkattr) == 16);
+static_assert(sizeof(attrlist) == 24 && offsetof(attrlist, commonattr) == 4 && ATTR_BIT_MAP_COUNT == 5);
+static_assert(ATTR_CMN_NAME == 0x1 && ATTR_CMN_OBJTYPE == 0x8 && ATTR_CMN_MODTIME == 0x400 &&
+              ATTR_CMN_FNDRINFO == 0x4000 && ATTR_CMN_FLAGS == 0x40000 && ATTR_CMN_ERROR == 0x20000000 &&
+              ATTR_CMN_RETURNED_ATTRS == 0x80000000);
+static_assert(ATTR_DIR_MOUNTSTATUS == 0x4 && DIR_MNTSTATUS_MNTPOINT == 0x1 && DIR_MNTSTATUS_TRIGGER == 0x2);
+static_assert(ATTR_FILE_ALLOCSIZE == 0x4 && ATTR_FILE_DATAALLOCSIZE == 0x400);
 
 constexpr std::size_t headSize = sizeof(std::uint32_t) + sizeof(attribute_set_t);
 constexpr attrgroup_t wantedCommon = ATTR_CMN_RETURNED_ATTRS | ATTR_CMN_ERROR | ATTR_CMN_NAME | ATTR_CMN_OBJTYPE |

@@ -146,103 +146,6 @@ TEST_F(LinuxApplications, ASystemEntryGivesAnAppImageNoId) {
     EXPECT_EQ(application(home, "tool").description, "No obvious leftovers found");
 }
 
-TEST(ReleaseName, LosesExtensionVersionMachineAndSystem) {
-    EXPECT_EQ(releaseName("Obsidian-1.5.3.AppImage"), "Obsidian");
-    EXPECT_EQ(releaseName("nvim-linux-x86_64.appimage"), "nvim");
-    EXPECT_EQ(releaseName("tool_v2.0.1_amd64.AppImage"), "tool");
-    EXPECT_EQ(releaseName("Krita 5.2.2-aarch64.AppImage"), "Krita");
-    EXPECT_EQ(releaseName("Inkscape-1.3rc1-Linux.AppImage"), "Inkscape");
-    EXPECT_EQ(releaseName("Tool-1.2"), "Tool");
-    EXPECT_EQ(releaseName("tool.x86_64"), "tool");
-}
-
-TEST(ReleaseName, KeepsWhatBelongsToTheName) {
-    EXPECT_EQ(releaseName("Paint-3d.AppImage"), "Paint-3d");
-    EXPECT_EQ(releaseName("My-Editor.AppImage"), "My-Editor");
-    EXPECT_EQ(releaseName("1.2.AppImage"), "1.2");
-    EXPECT_EQ(releaseName("linux.AppImage"), "linux");
-    EXPECT_EQ(releaseName("-1.AppImage"), "-1");
-    EXPECT_EQ(releaseName(".AppImage"), ".AppImage");
-}
-
-TEST_F(LinuxApplications, AnAppImageRunsByItsProgramOrByItsVariable) {
-    const Path first = home.file("Applications/First.AppImage");
-    const Path second = home.file("Applications/Second.AppImage");
-    home.file("Applications/Third.AppImage");
-    process(home, 40, first.string());
-    process(home, 41, "/tmp/.mount_abc/AppRun", std::string("A=b\0APPIMAGE=", 13) + second.string() + '\0');
-    EXPECT_FALSE(application(home, "First").isCleanable);
-    EXPECT_FALSE(application(home, "Second").isCleanable);
-    EXPECT_TRUE(application(home, "Third").isCleanable);
-}
-
-// Program folders
-
-TEST_F(LinuxApplications, AFolderWithAnExecutableIsAProgram) {
-    home.script("Applications/one/run.sh", "#!/bin/sh\n");
-    home.script(".local/opt/two/bin/tool", "#!/bin/sh\n");
-    home.script("opt/three/start", "#!/bin/sh\n");
-    home.text("opt/data/readme.txt", "no program");
-    home.script("opt/deep/lib/x/tool", "#!/bin/sh\n");
-    home.script("opt/.hidden/tool", "#!/bin/sh\n");
-    home.link("three", "opt/link");
-    home.script("projects/other/run.sh", "#!/bin/sh\n");
-    EXPECT_THAT(titles(home), UnorderedElementsAre("one", "two", "three"));
-    EXPECT_EQ(application(home, "one").appInfo->bundleIdentifier, std::nullopt);
-}
-
-TEST_F(LinuxApplications, AFolderIntoWhichAnEntryPointsIsThatApplication) {
-    home.script("opt/editor/lib/x/editor", "#!/bin/sh\n");
-    desktopFile(home, ".local/share/applications/org.example.Editor.desktop",
-                "Name=Editor\nExec=" + home.place("opt/editor/lib/x/editor").string() + " %F\n");
-    EXPECT_EQ(application(home, "Editor").targets.front().url, home.place("opt/editor"));
-    EXPECT_THAT(application(home, "Editor").appInfo->bundleIdentifier, Optional(std::string("org.example.Editor")));
-}
-
-TEST_F(LinuxApplications, TryExecAndLinksPointIntoAFolder) {
-    home.script("opt/one/lib/x/one", "#!/bin/sh\n");
-    home.script("opt/two/lib/x/two", "#!/bin/sh\n");
-    home.link("../../opt/two/lib/x/two", ".local/bin/two");
-    desktopFile(home, ".local/share/applications/one.desktop",
-                "Name=One\nExec=sh -c start\nTryExec=" + home.place("opt/one/lib/x/one").string() + "\n");
-    desktopFile(home, ".local/share/applications/two.desktop", "Name=Two\nExec=two\n");
-    EXPECT_THAT(titles(home), UnorderedElementsAre("One", "Two"));
-}
-
-TEST_F(LinuxApplications, AToolboxFolderIsAnApplicationOnlyByAnEntry) {
-    home.script(".local/share/JetBrains/Toolbox/apps/idea/bin/idea.sh", "#!/bin/sh\n");
-    home.script(".local/share/JetBrains/Toolbox/apps/other/bin/other.sh", "#!/bin/sh\n");
-    desktopFile(home, ".local/share/applications/jetbrains-idea.desktop",
-                "Name=IDEA\nExec=" + home.place(".local/share/JetBrains/Toolbox/apps/idea/bin/idea.sh").string() +
-                    "\n");
-    EXPECT_THAT(titles(home), ElementsAre("IDEA"));
-}
-
-TEST_F(LinuxApplications, TheEntryThatMenusShowNamesAnApplication) {
-    const std::string program = home.script("opt/editor/editor", "#!/bin/sh\n").string();
-    desktopFile(home, ".local/share/applications/a-handler.desktop",
-                "Name=Handler\nNoDisplay=true\nExec=" + program + " --url %u\n");
-    desktopFile(home, ".local/share/applications/b.desktop", "Name=Editor\nExec=" + program + "\n");
-    desktopFile(home, ".local/share/applications/c.desktop", "Name=Gone\nHidden=true\nExec=" + program + "\n");
-    EXPECT_THAT(titles(home), ElementsAre("Editor"));
-}
-
-TEST_F(LinuxApplications, AProgramFolderRunsWhenAProcessComesFromIt) {
-    const Path program = home.script("opt/editor/lib/editor", "#!/bin/sh\n");
-    home.script("opt/editor/run", "#!/bin/sh\n");
-    home.script("opt/editor2/run", "#!/bin/sh\n");
-    process(home, 50, program.string() + " (deleted)");
-    EXPECT_FALSE(application(home, "editor").isCleanable);
-    EXPECT_TRUE(application(home, "editor2").isCleanable);
-}
-
-TEST_F(LinuxApplications, ProcessesOfOthersDoNotCount) {
-    const Path program = home.script("opt/editor/run", "#!/bin/sh\n");
-    process(home, 50, program.string());
-    home.text("/proc/50/status", "Uid:\t12345\t12345\t12345\t12345\n");
-    EXPECT_TRUE(application(home, "editor").isCleanable);
-}
-
 // What is not listed
 
 TEST_F(LinuxApplications, EntriesOfSystemProgramsAreNoApplications) {
@@ -257,14 +160,14 @@ TEST_F(LinuxApplications, EntriesOfSystemProgramsAreNoApplications) {
 }
 
 TEST_F(LinuxApplications, ThisProgramIsNotOffered) {
-    home.platform.own = home.script("opt/moor/bin/vellmoor", "#!/bin/sh\n");
+    home.platform.own = elf(home, "opt/moor/bin/vellmoor");
     home.environment.ownAppImage = home.file("Applications/Vellmoor.AppImage").string();
     home.useEnvironment();
     EXPECT_THAT(titles(home), IsEmpty());
 }
 
 TEST_F(LinuxApplications, AFolderThatLeadsToTheSystemIsProtected) {
-    home.script("/opt/system/run", "#!/bin/sh\n");
+    elf(home, "/opt/system/run");
     home.link(home.place("/opt"), "opt");
     EXPECT_THAT(titles(home), IsEmpty());
 }
@@ -316,6 +219,17 @@ TEST_F(LinuxApplications, SystemEntriesCountWhateverTheVariablesName) {
     desktopFile(home, "/usr/share/applications/a.desktop", "Name=A\nExec=a\n");
     desktopFile(home, ".local/share/applications/a.desktop", "Name=A\nExec=a\nHidden=true\n");
     desktopFile(home, "/var/lib/snapd/desktop/applications/s_s.desktop", "Name=S\nExec=s\n");
+    EXPECT_THAT(application(home, "System-managed Apps").description, ::testing::StartsWith("2 apps"));
+}
+
+TEST_F(LinuxApplications, OnlyWhatTheMenusOfThisDesktopShowIsCounted) {
+    home.environment.desktops = {"ubuntu", "GNOME"};
+    home.useEnvironment();
+    desktopFile(home, "/usr/share/applications/a.desktop", "Name=A\nExec=a\n");
+    desktopFile(home, "/usr/share/applications/g.desktop", "Name=G\nExec=g\nOnlyShowIn=GNOME;\n");
+    desktopFile(home, "/usr/share/applications/screensavers/cosmos.desktop", "Name=C\nExec=c\nOnlyShowIn=MATE;\n");
+    desktopFile(home, "/usr/share/applications/n.desktop", "Name=N\nExec=n\nNotShowIn=KDE;GNOME;\n");
+    desktopFile(home, "/usr/share/applications/t.desktop", "Name=T\nExec=t\nTryExec=not-there\n");
     EXPECT_THAT(application(home, "System-managed Apps").description, ::testing::StartsWith("2 apps"));
 }
 

@@ -65,6 +65,12 @@ inline Path bundle(const EngineHome& home, const Path& path, const std::string& 
     return home.place(path);
 }
 
+/// An executable file that begins as ELF files do.
+inline Path elf(const EngineHome& home, const Path& path) {
+    return home.script(path, "\x7F"
+                             "ELF\x02\x01\x01");
+}
+
 inline Path desktopFile(const EngineHome& home, const Path& path, const std::string& keys) {
     return home.text(path, "[Desktop Entry]\nType=Application\n" + keys);
 }

@@ -37,6 +37,16 @@ inline CleanupItem tickedRow(const std::vector<Path>& paths, CleanerModule modul
     return item;
 }
 
+/// The same with what is there now as what the scan saw.
+inline CleanupItem shownRow(const EngineHome& home, const std::vector<Path>& paths,
+                            CleanerModule module = CleanerModule::largeFiles) {
+    CleanupItem item = tickedRow(paths, module);
+    for (CleanupTarget& target : item.targets) {
+        target.identity = home.platform.identity(target.url);
+    }
+    return item;
+}
+
 inline CleanupReport clean(const EngineHome& home, const std::vector<CleanupItem>& items) {
     EngineContext context = home.context();
     return vellmoor::clean(context, items, std::chrono::milliseconds(0));

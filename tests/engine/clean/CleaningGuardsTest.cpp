@@ -1,4 +1,5 @@
 #include "Host.h"
+#include "ProtectedPaths.h"
 #include "clean/CleaningFixture.h"
 
 #include <gmock/gmock.h>
@@ -100,10 +101,12 @@ TEST_P(CleaningGuards, TheHomeAndWhatLiesAboveItAreRefused) {
     EXPECT_EQ(fileText(document), "words");
 }
 
-TEST_P(CleaningGuards, EveryProtectedFolderOfTheLayoutIsRefused) {
+TEST_P(CleaningGuards, EveryProtectedFolderIsRefused) {
     std::vector<Path> folders;
-    for (const Path& path : home.layout.protectedPaths) {
-        folders.push_back(home.folder(path));
+    for (const Path& path : protectedFolders(home.platform, home.layout)) {
+        if (path != home.platform.own) {
+            folders.push_back(home.folder(path));
+        }
     }
     const CleanupReport report = clean(home, folders);
     EXPECT_EQ(report.removedCount, 0);

@@ -54,6 +54,26 @@ TEST_F(MacCleaning, ALinkIntoTheTrashDoesNotMakeAPathLieInIt) {
     EXPECT_TRUE(home.has(".Trash/old"));
 }
 
+TEST_F(MacCleaning, AFolderInTheTrashThatIsSwappedForALinkInTheLastMomentIsNotFollowed) {
+    const Path item = home.text(".Trash/folder/thesis", "old");
+    const Path document = home.text("Documents/thesis", "words");
+    home.platform.beforeChange = [&](Operation, const Path&) {
+        std::filesystem::rename(home.place(".Trash/folder"), home.place("away"));
+        home.link(home.place("Documents"), ".Trash/folder");
+    };
+    const CleanupReport report = clean(home, {item});
+    EXPECT_EQ(report.removedCount, 0);
+    EXPECT_EQ(fileText(document), "words");
+}
+
+TEST_F(MacCleaning, ATrashThatIsALinkToAnotherFolderIsNone) {
+    const Path document = home.text("Documents/thesis", "words");
+    home.link(home.place("Documents"), ".Trash");
+    const CleanupReport report = clean(home, {home.home / ".Trash/thesis"});
+    EXPECT_EQ(report.failedCount, 1);
+    EXPECT_EQ(fileText(document), "words");
+}
+
 class LinuxCleaning : public ::testing::Test {
 protected:
     EngineHome home{System::Linux};

@@ -47,6 +47,23 @@ TEST_P(Cleaning, AnItemInTheTrashIsRemovedForGood) {
     EXPECT_EQ(report.removedCount, 1);
 }
 
+TEST_P(Cleaning, AStopFinishesThePathAtHandAndLeavesTheOthers) {
+    const Path first = home.text("Stuff/a/part", "words").parent_path();
+    const Path second = home.file("Stuff/b");
+    CancelToken stop;
+    home.platform.beforeChange = [&stop](Operation, const Path&) { stop.cancel(); };
+    EngineContext context(home.platform, home.layout, stop, {});
+    const CleanupReport report = vellmoor::clean(
+        context, {tickedRow({first, second}), tickedRow({"/dev/null"}, CleanerModule::memoryOptimization)},
+        std::chrono::milliseconds(0));
+    EXPECT_FALSE(home.has(first));
+    EXPECT_EQ(fileText(trashed("a/part")), "words");
+    EXPECT_TRUE(home.has(second));
+    EXPECT_EQ(report.removedCount, 1);
+    EXPECT_EQ(report.failedCount, 0);
+    EXPECT_FALSE(report.memoryBefore);
+}
+
 TEST_P(Cleaning, TheTimeOfTheReportIsTheEndOfTheClean) {
     const TimePoint before = std::chrono::system_clock::now();
     const CleanupReport report = clean(home, {home.file("Stuff/a")});

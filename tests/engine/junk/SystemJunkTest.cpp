@@ -1,37 +1,22 @@
 #include "junk/SystemJunk.h"
 
-#include "EngineHome.h"
 #include "Paths.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <algorithm>
+#include "junk/JunkFixture.h"
 
 namespace vellmoor {
 namespace {
 
 using test::days;
 using test::EngineHome;
+using test::LinuxJunk;
+using test::names;
+using test::row;
 using test::System;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::UnorderedElementsAre;
-
-const CleanupItem* row(const std::vector<CleanupItem>& items, std::string_view title) {
-    const auto found = std::ranges::find(items, title, &CleanupItem::title);
-    return found == items.end() ? nullptr : &*found;
-}
-
-std::vector<std::string> names(const CleanupItem* item) {
-    std::vector<std::string> out;
-    if (item != nullptr) {
-        std::ranges::transform(item->targets, std::back_inserter(out), &CleanupTarget::name);
-    }
-    return out;
-}
 
 class MacJunk : public ::testing::Test {
 protected:
@@ -172,41 +157,6 @@ TEST_F(MacJunk, NothingIsRemovedByScanning) {
 
 // --- Linux
 
-class LinuxJunk : public ::testing::Test {
-protected:
-    EngineHome home{System::Linux};
-
-    std::vector<CleanupItem> scan() {
-        EngineContext context = home.context();
-        return systemJunkItems(context);
-    }
-    /// Target paths of a row, relative to the home.
-    std::vector<std::string> targets(std::string_view title) {
-        const auto items = scan();
-        std::vector<std::string> out;
-        if (const CleanupItem* item = row(items, title)) {
-            for (const CleanupTarget& target : item->targets) {
-                out.push_back(target.url.lexically_relative(home.home).string());
-            }
-        }
-        return out;
-    }
-    /// Lets a process of the user run that counts under this executable.
-    void run(const Path& executable, int pid = 4242) {
-        const Path proc = Path("/proc") / std::to_string(pid);
-        home.text(proc / "comm", executable.filename().string() + "\n");
-        home.text(proc / "cgroup", "0::/user.slice/user-1000.slice/session-2.scope\n");
-        home.text(proc / "stat", std::to_string(pid) + " (x) S 1 1 1 0 -1 0 0 0 0 0 0 0 0 0 20 0 1 0 1 0 0\n");
-        home.text(proc / "statm", "10 10 10 0 0 0 0\n");
-        home.link(executable, proc / "exe");
-    }
-    void runUnit(const std::string& unit, int pid = 4343) {
-        run("/usr/bin/thing", pid);
-        home.text(Path("/proc") / std::to_string(pid) / "cgroup",
-                  "0::/user.slice/user-1000.slice/user@1000.service/app.slice/" + unit + "\n");
-    }
-};
-
 TEST_F(LinuxJunk, TheDescriptionNamesTheRealCacheFolder) {
     home.file(".cache/thumbnails/a");
     auto items = scan();
@@ -223,10 +173,10 @@ TEST_F(LinuxJunk, TheDescriptionNamesTheRealCacheFolder) {
 
 TEST_F(LinuxJunk, EveryNameThatIsNoCacheStays) {
     for (const char* name :
-         {"rclone",   "sessions",  "keyring-X1",  "ssh",       "gnupg",    "ibus",      "fcitx5", "at-spi",
-          "dconf",    "tracker3",  "localsearch", "evolution", "mu",       "borg",      "restic", "duplicity",
-          "deja-dup", "bash",      "zsh",         "fish",      "vim",      "nvim",      "emacs",  "less",
-          "mc",       "keepassxc", "cliphist",    "wal",       "vellmoor", "vellmoor-x"}) {
+         {"rclone",   "sessions",  "keyring-X1",  "ssh",       "gnupg", "ibus",     "fcitx5",    "at-spi",
+          "dconf",    "tracker3",  "localsearch", "evolution", "mu",    "borg",     "restic",    "duplicity",
+          "deja-dup", "bash",      "zsh",         "fish",      "vim",   "nvim",     "emacs",     "less",
+          "mc",       "keepassxc", "cliphist",    "wal",       "obexd", "vellmoor", "vellmoor-x"}) {
         home.file(Path(".cache") / name / "a");
     }
     for (const char* name : {"thumbnails", "rclone2", "mu2", "walrus", "lesspipe"}) {
@@ -470,6 +420,31 @@ TEST_F(LinuxJunk, TheCacheOfARunningBrowserIsLeftAlone) {
     EXPECT_THAT(targets("User Caches"), ElementsAre(".cache/mozilla"));
 }
 
+TEST_F(LinuxJunk, TheCacheOfEveryRunningBrowserIsLeftAlone) {
+    const std::vector<std::pair<std::string, Path>> browsers{{"mozilla", "/usr/lib/firefox/firefox"},
+                                                             {"google-chrome-beta", "/opt/google/chrome/chrome"},
+                                                             {"chromium", "/usr/lib/chromium/chromium"},
+                                                             {"microsoft-edge-dev", "/opt/microsoft/msedge"},
+                                                             {"BraveSoftware", "/opt/brave.com/brave"},
+                                                             {"vivaldi-snapshot", "/opt/vivaldi/vivaldi-bin"},
+                                                             {"opera-beta", "/usr/lib/opera/opera"},
+                                                             {"librewolf", "/usr/share/librewolf/librewolf"},
+                                                             {"waterfox", "/opt/waterfox/waterfox-bin"},
+                                                             {"zen", "/opt/zen/zen-bin"},
+                                                             {"floorp", "/opt/floorp/floorp"},
+                                                             {"epiphany", "/usr/bin/epiphany"},
+                                                             {"thunderbird", "/usr/lib/thunderbird/thunderbird-bin"}};
+    for (const auto& [cache, program] : browsers) {
+        home.file(".cache/" + cache + "/a");
+    }
+    EXPECT_EQ(targets("User Caches").size(), browsers.size());
+    int pid = 700;
+    for (const auto& [cache, program] : browsers) {
+        run(program, ++pid);
+        EXPECT_THAT(targets("User Caches"), Not(Contains(".cache/" + cache)));
+    }
+}
+
 TEST_F(LinuxJunk, LogsOfTheTableAreFoundAndNothingElse) {
     const std::vector<std::string> wanted{".xsession-errors",
                                           ".xsession-errors.old",
@@ -552,6 +527,14 @@ TEST_F(LinuxJunk, TheDesktopsOwnDownloadFolderIsUsed) {
     home.file("Downloads/old.deb", 4096, days(8));
     home.platform.folders.downloads = home.place("下载");
     EXPECT_THAT(targets("Download Leftovers"), ElementsAre("下载/old.deb"));
+}
+
+TEST_F(LinuxJunk, ASwitchedOffDownloadFolderHasNoLeftovers) {
+    home.file("old.deb", 4096, days(8));
+    for (const Path& folder : {home.home, home.home / "", home.home.parent_path(), Path("/")}) {
+        home.platform.folders.downloads = folder;
+        EXPECT_THAT(targets("Download Leftovers"), IsEmpty()) << folder;
+    }
 }
 
 TEST_F(LinuxJunk, AHomeThatDoesNotExistGivesRowsForInformationOnly) {

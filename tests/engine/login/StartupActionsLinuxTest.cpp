@@ -1,6 +1,7 @@
 #include "ScanSnapshot.h"
 #include "login/StartupEntries.h"
 #include "login/StartupFixture.h"
+#include "login/StartupMasks.h"
 
 namespace vellmoor::test {
 namespace {
@@ -33,6 +34,7 @@ protected:
             const char* name = operation == Operation::MoveItem       ? "move "
                                : operation == Operation::CreateFolder ? "folder "
                                : operation == Operation::CreateFile   ? "create "
+                               : operation == Operation::CreateLink   ? "link "
                                                                       : "remove ";
             steps.push_back(name + path.lexically_relative(home.place(".config")).string());
         };
@@ -53,10 +55,10 @@ TEST_F(LinuxStartupActions, DisablingStopsThenMovesThenReloads) {
     const StartupActionResult result = disable(home, item);
     EXPECT_TRUE(result.succeeded);
     EXPECT_EQ(result.message, "Disabled Tool from launching at login.");
-    EXPECT_THAT(steps, ElementsAre("folder autostart.disabled", "stop", "stop", "move autostart/tool.desktop",
-                                   "daemon-reload"));
-    EXPECT_THAT(calls(home), ElementsAre("--user stop app-tool@autostart.service", "--user stop app-gnome-tool-*.scope",
-                                         "--user daemon-reload"));
+    EXPECT_THAT(steps,
+                ElementsAre("folder autostart.disabled", "stop", "move autostart/tool.desktop", "daemon-reload"));
+    // No scope: it is also that of a program started by hand.
+    EXPECT_THAT(calls(home), ElementsAre("--user stop app-tool@autostart.service", "--user daemon-reload"));
     EXPECT_EQ(contentsOf(disabled / "tool.desktop"), toolText);
     EXPECT_FALSE(home.has(enabled / "tool.desktop"));
 }
@@ -76,7 +78,6 @@ TEST_F(LinuxStartupActions, TheUnitNameIsEscaped) {
     home.text(enabled / "org.foo-bar baz.desktop", toolText);
     EXPECT_TRUE(disable(home, onlyItem(home)).succeeded);
     EXPECT_EQ(calls(home).at(0), R"(--user stop app-org.foo\x2dbar\x20baz@autostart.service)");
-    EXPECT_EQ(calls(home).at(1), R"(--user stop app-gnome-org.foo\x2dbar\x20baz-*.scope)");
 }
 
 TEST(UnitNameEscape, KeepsLettersDigitsColonUnderlineAndDot) {
@@ -126,7 +127,7 @@ TEST_F(LinuxStartupActions, ASystemEntryOfTheSameNameIsMasked) {
     EXPECT_EQ(contentsOf(enabled / "tool.desktop"),
               "[Desktop Entry]\nType=Application\nName=Tool\nHidden=true\nX-Vellmoor-Mask=true\n");
     EXPECT_EQ(contentsOf(disabled / "tool.desktop"), toolText);
-    EXPECT_THAT(steps, ElementsAre("folder autostart.disabled", "stop", "stop", "move autostart/tool.desktop",
+    EXPECT_THAT(steps, ElementsAre("folder autostart.disabled", "stop", "move autostart/tool.desktop",
                                    "create autostart/tool.desktop", "daemon-reload"));
     EXPECT_FALSE(onlyItem(home).isEnabled); // the mask is not listed
 }
@@ -136,7 +137,7 @@ TEST_F(LinuxStartupActions, EveryConfigFolderCounts) {
     home.useEnvironment();
     home.text("/etc/two/autostart/tool.desktop", toolText);
     EXPECT_TRUE(disable(home, tool()).succeeded);
-    EXPECT_TRUE(isAutostartMask(home.platform, enabled / "tool.desktop"));
+    EXPECT_TRUE(isStartupMask(home.platform, StartupKind::Autostart, enabled / "tool.desktop"));
 }
 
 TEST_F(LinuxStartupActions, WithoutASystemEntryNothingIsMasked) {
@@ -224,7 +225,7 @@ TEST_F(LinuxStartupActions, AMaskThatCannotBeRemovedStopsEnabling) {
     home.platform.fail(Operation::RemoveFile, enabled / "tool.desktop", "Operation not permitted");
     const StartupActionResult result = enable(home, onlyItem(home));
     EXPECT_EQ(result.message, "Failed to restore Tool: Operation not permitted");
-    EXPECT_TRUE(isAutostartMask(home.platform, enabled / "tool.desktop"));
+    EXPECT_TRUE(isStartupMask(home.platform, StartupKind::Autostart, enabled / "tool.desktop"));
     EXPECT_EQ(contentsOf(disabled / "tool.desktop"), toolText);
 }
 
@@ -291,12 +292,6 @@ TEST_F(LinuxStartupActions, AServiceThatDoesNotStartAtLoginIsOnlyRestored) {
     const StartupItem item = this->item(disabledServices / "job.service", serviceText);
     EXPECT_TRUE(enable(home, item).succeeded);
     EXPECT_THAT(calls(home), ElementsAre("--user daemon-reload"));
-}
-
-TEST_F(LinuxStartupActions, AServiceIsNeverMasked) {
-    home.text(system / "job.service", serviceText);
-    EXPECT_TRUE(disable(home, item(services / "job.service", serviceText)).succeeded);
-    EXPECT_FALSE(home.has(services / "job.service"));
 }
 
 TEST_F(LinuxStartupActions, AFileNameThatIsNoUnitNameIsNotPassedOn) {

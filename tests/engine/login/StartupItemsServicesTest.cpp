@@ -27,7 +27,7 @@ TEST_F(UserServices, AServiceIsReadFromItsUnitFile) {
                                                     "; a comment\nRestart=on-failure\n\n[Install]\n"
                                                     "WantedBy=default.target\n");
     const StartupItem item = onlyItem(home);
-    EXPECT_EQ(item.id, "sync-files");
+    EXPECT_EQ(item.id, file.string());
     EXPECT_EQ(item.name, "File sync");
     EXPECT_EQ(item.label, "sync-files");
     EXPECT_EQ(item.description, "/usr/bin/sync");
@@ -68,8 +68,9 @@ TEST_F(UserServices, TheApplicationOfTheProgramNamesTheService) {
                                  "[Desktop Entry]\nType=Application\nName=Chat\nExec=chat %U\n");
     service("chat-daemon.service", "[Unit]\nDescription=Daemon\n[Service]\nExecStart=-/usr/bin/chat --daemon\n");
     EXPECT_THAT(onlyItem(home).appURL, Optional(entry));
+    EXPECT_EQ(onlyItem(home).name, "Daemon");
+    service("chat-daemon.service", "[Service]\nExecStart=-/usr/bin/chat --daemon\n");
     EXPECT_EQ(onlyItem(home).name, "Chat");
-    EXPECT_EQ(onlyItem(home).id, "org.x.Chat");
 }
 
 TEST_F(UserServices, ALinkInAWantsOrRequiresFolderStartsIt) {
@@ -132,6 +133,13 @@ TEST_F(UserServices, AutostartEntriesComeBeforeServicesOfTheSameName) {
     home.text(".config/autostart/same.desktop", "[Desktop Entry]\nName=Same\nExec=a\n");
     service("same2.service", "[Unit]\nDescription=Same\n[Service]\nExecStart=/bin/a\n");
     EXPECT_THAT(labels(home), ElementsAre("same", "same2"));
+}
+
+TEST_F(UserServices, LinesThatSystemdPassesOverAreNoReasonToMissAService) {
+    service("a.service", "before any group\nkey=value\n[Unit]\nno assignment here\nDescription=Agent\n= x\n"
+                         "[Service]\nExecStart=/bin/a\nodd key!=1\n");
+    EXPECT_EQ(onlyItem(home).name, "Agent");
+    EXPECT_THAT(onlyItem(home).program, Optional(std::string("/bin/a")));
 }
 
 TEST_F(UserServices, BrokenUnitsArePassedOver) {

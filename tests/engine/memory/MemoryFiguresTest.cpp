@@ -71,6 +71,8 @@ TEST_F(MacMemory, TheFiguresFollowFromThePageCounts) {
     const MemorySnapshot snapshot = memorySnapshot(home.context());
     EXPECT_EQ(snapshot.totalBytes, 17179869184);
     EXPECT_EQ(snapshot.freeBytes, (32768 + 16384) * 16384LL);
+    EXPECT_EQ(snapshot.unusedBytes, snapshot.freeBytes);
+    EXPECT_EQ(snapshot.fileCacheBytes(), 0);
     EXPECT_EQ(snapshot.activeBytes, 262144 * 16384LL);
     EXPECT_EQ(snapshot.wiredBytes, 131072 * 16384LL);
     EXPECT_EQ(snapshot.compressedBytes, 98304 * 16384LL);
@@ -178,14 +180,17 @@ TEST_F(LinuxMemory, TheFiguresFollowFromMeminfoAndZram) {
     addZram("zram0", "1677721600 402653184 419430400 0 430000000 2048 0 12 3\n");
     const MemorySnapshot snapshot = memorySnapshot(home.context());
     EXPECT_EQ(snapshot.totalBytes, 17179869184);
-    EXPECT_EQ(snapshot.freeBytes, 1073741824);
+    EXPECT_EQ(snapshot.freeBytes, 9663676416);
+    EXPECT_EQ(snapshot.unusedBytes, 1073741824);
     EXPECT_EQ(snapshot.activeBytes, 6442450944);
     EXPECT_EQ(snapshot.wiredBytes, 465567744);
     EXPECT_EQ(snapshot.compressedBytes, 419430400);
     EXPECT_EQ(snapshot.cachedBytes, 15837691904);
     EXPECT_EQ(snapshot.reclaimableBytes, 5782435267);
-    EXPECT_EQ(snapshot.usagePercent(), 94);
-    EXPECT_EQ(snapshot.pressureTitle(), "Critical");
+    EXPECT_EQ(snapshot.usedBytes(), 7516192768);
+    EXPECT_EQ(snapshot.fileCacheBytes(), 8589934592);
+    EXPECT_EQ(snapshot.usagePercent(), 44);
+    EXPECT_EQ(snapshot.pressureTitle(), "Good");
 }
 
 TEST_F(LinuxMemory, NoToolIsAsked) {
@@ -193,9 +198,31 @@ TEST_F(LinuxMemory, NoToolIsAsked) {
     EXPECT_THAT(home.platform.invocations(), SizeIs(0));
 }
 
-TEST_F(LinuxMemory, FreeIsWhatNobodyUsesNotWhatIsAvailable) {
-    setMeminfo("MemTotal: 16777216 kB\nMemAvailable: 9000000 kB\n");
-    EXPECT_EQ(memorySnapshot(home.context()).freeBytes, 0);
+TEST_F(LinuxMemory, FreeIsWhatIsAvailableAsOtherToolsSayIt) {
+    setMeminfo("MemTotal: 16777216 kB\nMemFree: 1000000 kB\nMemAvailable: 9000000 kB\n");
+    const MemorySnapshot snapshot = memorySnapshot(home.context());
+    EXPECT_EQ(snapshot.freeBytes, 9000000LL * 1024);
+    EXPECT_EQ(snapshot.unusedBytes, 1000000LL * 1024);
+    EXPECT_EQ(snapshot.fileCacheBytes(), 8000000LL * 1024);
+}
+
+TEST_F(LinuxMemory, KernelsThatDoNotTellWhatIsAvailableTellWhatIsFree) {
+    setMeminfo("MemTotal: 16777216 kB\nMemFree: 1000000 kB\n");
+    const MemorySnapshot snapshot = memorySnapshot(home.context());
+    EXPECT_EQ(snapshot.freeBytes, 1000000LL * 1024);
+    EXPECT_EQ(snapshot.unusedBytes, 1000000LL * 1024);
+    EXPECT_EQ(snapshot.fileCacheBytes(), 0);
+}
+
+TEST_F(LinuxMemory, WhatIsAvailableDoesNotLimitWhatCanBeDropped) {
+    // 3 GiB of 8 are used by programs; 4.5 GiB are file caches, of which 2 GiB stay.
+    setMeminfo("MemTotal: 8388608 kB\nMemFree: 524288 kB\nMemAvailable: 5242880 kB\nActive(file): 4718592 kB\n");
+    EXPECT_EQ(memorySnapshot(home.context()).reclaimableBytes, 5 * gibibyte / 2);
+}
+
+TEST_F(LinuxMemory, WhatIsFilledLimitsWhatCanBeDropped) {
+    setMeminfo("MemTotal: 8388608 kB\nMemFree: 5242880 kB\nMemAvailable: 8388608 kB\nActive(file): 8388608 kB\n");
+    EXPECT_EQ(memorySnapshot(home.context()).reclaimableBytes, gibibyte);
 }
 
 TEST_F(LinuxMemory, AnUnreadableMeminfoLeavesOnlyTheTotal) {

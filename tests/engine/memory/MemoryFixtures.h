@@ -38,7 +38,7 @@ inline constexpr std::string_view appleVmStat = "Mach Virtual Memory Statistics:
 /// /proc/meminfo of a PC with 16 GiB.
 inline constexpr std::string_view linuxMeminfo = "MemTotal:       16777216 kB\n"
                                                  "MemFree:         1048576 kB\n"
-                                                 "MemAvailable:    8912896 kB\n"
+                                                 "MemAvailable:    9437184 kB\n"
                                                  "Buffers:          131072 kB\n"
                                                  "Cached:          7208960 kB\n"
                                                  "SwapCached:            0 kB\n"
@@ -85,7 +85,13 @@ struct FakeProcess {
     std::int64_t pages = 1000; ///< resident
     std::string comm;
     std::int64_t user = -1; ///< -1: the user of the tests
+    std::uint64_t started = 100;
+    std::int32_t terminal = 0; ///< the controlling one, as the kernel numbers it
+    std::string arguments;     ///< separated by "|"
 };
+
+/// The first window of a terminal (major 136, minor 0).
+inline constexpr std::int32_t pseudoTerminal = 34816;
 
 inline void addProcess(const EngineHome& home, const FakeProcess& process) {
     const Path folder = Path("/proc") / std::to_string(process.pid);
@@ -94,6 +100,13 @@ inline void addProcess(const EngineHome& home, const FakeProcess& process) {
     home.text(folder / "status", "Name:\t" + process.comm + "\nPid:\t" + std::to_string(process.pid) + "\nPPid:\t" +
                                      std::to_string(process.parent) + "\nUid:\t" + user + "\t" + user + "\t" + user +
                                      "\t" + user + "\n");
+    home.text(folder / "stat", std::to_string(process.pid) + " (" + process.comm + ") S " +
+                                   std::to_string(process.parent) + " 1 1 " + std::to_string(process.terminal) +
+                                   " -1 4194560 1 2 3 4 5 6 7 8 20 0 1 0 " + std::to_string(process.started) +
+                                   " 1000 200\n");
+    std::string arguments = process.arguments;
+    std::ranges::replace(arguments, '|', '\0');
+    home.text(folder / "cmdline", arguments);
     if (!process.comm.empty()) {
         home.text(folder / "comm", process.comm + "\n");
     }

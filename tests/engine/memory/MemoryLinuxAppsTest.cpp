@@ -30,6 +30,11 @@ protected:
                          "[Desktop Entry]\nType=Application\nName=" + name + "\nExec=" + exec + "\n" + more);
     }
     void addProgram(const Path& path) { home.script(path, "#!/bin/sh\n"); }
+    /// One that the kernel runs as it is.
+    void addBinary(const Path& path) {
+        home.script(path, "\x7f"
+                          "ELF");
+    }
     void add(FakeProcess process) { addProcess(home, process); }
     std::string unit(std::string_view name) { return userUnit(home, name); }
     std::vector<MemoryApp> apps() {
@@ -91,7 +96,7 @@ TEST_F(LinuxApps, AFlatpakASnapAndAKdeServiceAreFoundByTheirUnits) {
     EXPECT_THAT(names(), ElementsAre("Firefox", "Chromium", "Chrome"));
 }
 
-TEST_F(LinuxApps, AnIdentifierWithoutEntryIsNamedAfterItselfAndShowsItsProgram) {
+TEST_F(LinuxApps, AnIdentifierWithoutEntryThatSpeaksOfItsProgramNamesIt) {
     add({.pid = 10, .exe = "/opt/thing/thing", .group = unit("app-gnome-com.example.some_thing-1.scope")});
     const std::vector<MemoryApp> found = apps();
     ASSERT_THAT(found, SizeIs(1));
@@ -141,8 +146,12 @@ TEST_F(LinuxApps, AnAutostartFileStandsForTheInstalledEntryOfItsName) {
 
 TEST_F(LinuxApps, AnAppImageWithoutEntryStandsForItself) {
     const std::string image = home.script("Applications/Krita-5.2-x86_64.AppImage", "x").string();
-    add({.pid = 10, .exe = "/tmp/.mount_KritaX/usr/bin/krita", .environment = "APPIMAGE=" + image + "|"});
-    add({.pid = 11, .exe = "/tmp/.mount_KritaX/usr/bin/helper", .environment = "APPIMAGE=" + image + "|"});
+    add({.pid = 10,
+         .exe = "/tmp/.mount_KritaX/usr/bin/krita",
+         .environment = "APPIMAGE=" + image + "|APPDIR=/tmp/.mount_KritaX|"});
+    add({.pid = 11,
+         .exe = "/tmp/.mount_KritaX/usr/bin/helper",
+         .environment = "APPIMAGE=" + image + "|APPDIR=/tmp/.mount_KritaX|"});
     const std::vector<MemoryApp> found = apps();
     ASSERT_THAT(found, SizeIs(1));
     EXPECT_EQ(found[0].id, image);
@@ -156,7 +165,9 @@ TEST_F(LinuxApps, AnAppImageWithoutEntryStandsForItself) {
 TEST_F(LinuxApps, AnAppImageWithAnEntryIsThatEntry) {
     const std::string image = home.script("Applications/Krita.AppImage", "x").string();
     const Path entry = addEntry("krita", "Krita", image + " %F");
-    add({.pid = 10, .exe = "/tmp/.mount_KritaX/usr/bin/krita", .environment = "APPIMAGE=" + image + "|"});
+    add({.pid = 10,
+         .exe = "/tmp/.mount_KritaX/usr/bin/krita",
+         .environment = "APPIMAGE=" + image + "|APPDIR=/tmp/.mount_KritaX|"});
     EXPECT_THAT(apps(), ElementsAre(Field(&MemoryApp::id, entry.string())));
 }
 
@@ -360,7 +371,7 @@ TEST_F(LinuxApps, ItsOwnAppImageIsDropped) {
     home.useEnvironment();
     add({.pid = 10,
          .exe = "/tmp/.mount_Vellmoor/AppRun",
-         .environment = "APPIMAGE=" + home.environment.ownAppImage + "|"});
+         .environment = "APPIMAGE=" + home.environment.ownAppImage + "|APPDIR=/tmp/.mount_Vellmoor|"});
     EXPECT_THAT(apps(), IsEmpty());
 }
 
@@ -384,14 +395,34 @@ TEST_F(LinuxApps, AnApplicationWithoutMemoryIsDropped) {
     EXPECT_THAT(apps(), IsEmpty());
 }
 
-TEST_F(LinuxApps, TheProcessesOfNowAreAskedToQuit) {
+TEST_F(LinuxApps, TheProcessesThatWereShownAndStillAreItsOwnAreAskedToQuit) {
+    addEntry("org.example.One", "One", "one");
+    const std::string scope = unit("app-gnome-org.example.One-10.scope");
+    add({.pid = 10, .group = scope, .pages = 10});
+    add({.pid = 11, .group = scope, .pages = 10});
+    add({.pid = 12, .group = scope, .pages = 10, .started = 300});
+    const std::vector<MemoryApp> found = apps();
+    ASSERT_THAT(found, SizeIs(1));
+    EXPECT_THAT(found[0].starts, ElementsAre(100U, 100U, 300U));
+    std::filesystem::remove_all(home.place("/proc/11"));
+    std::filesystem::remove_all(home.place("/proc/12"));
+    add({.pid = 12, .group = scope, .pages = 10, .started = 900}); // another one, with the number of the old
+    add({.pid = 13, .group = scope, .pages = 10});                 // a second instance, with content of its own
+    EngineContext context = home.context();
+    const MemoryApp living = withLivingProcesses(context, found[0]);
+    EXPECT_THAT(living.pids, ElementsAre(10));
+    EXPECT_THAT(living.starts, ElementsAre(100U));
+}
+
+TEST_F(LinuxApps, AnApplicationThatWasStartedAnewIsNotTheOneThatWasShown) {
     addEntry("org.example.One", "One", "one");
     add({.pid = 10, .group = unit("app-gnome-org.example.One-10.scope"), .pages = 10});
     const std::vector<MemoryApp> found = apps();
     ASSERT_THAT(found, SizeIs(1));
-    add({.pid = 12, .group = unit("app-gnome-org.example.One-12.scope"), .pages = 10});
+    std::filesystem::remove_all(home.place("/proc/10"));
+    add({.pid = 20, .group = unit("app-gnome-org.example.One-20.scope"), .pages = 10, .started = 900});
     EngineContext context = home.context();
-    EXPECT_THAT(withCurrentProcesses(context, found[0]).pids, ElementsAre(10, 12));
+    EXPECT_THAT(withLivingProcesses(context, found[0]).pids, IsEmpty());
 }
 
 TEST_F(LinuxApps, ANumberThatBelongsToAnotherProcessByNowIsNotAsked) {
@@ -403,7 +434,7 @@ TEST_F(LinuxApps, ANumberThatBelongsToAnotherProcessByNowIsNotAsked) {
     std::filesystem::remove_all(home.place("/proc/10"));
     add({.pid = 10, .group = unit("app-gnome-org.example.Two-10.scope"), .pages = 10});
     EngineContext context = home.context();
-    const MemoryApp current = withCurrentProcesses(context, found[0]);
+    const MemoryApp current = withLivingProcesses(context, found[0]);
     EXPECT_EQ(current.id, found[0].id);
     EXPECT_THAT(current.pids, IsEmpty());
 }

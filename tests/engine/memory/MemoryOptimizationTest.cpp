@@ -90,6 +90,21 @@ TEST_F(MacPurge, AClosedPasswordDialogIsACancellation) {
     expectFailure("Admin authorization cancelled, memory optimization not performed.");
 }
 
+TEST_F(MacPurge, AClosedPasswordDialogIsKnownByItsNumberInEveryLanguage) {
+    setPurge(refusal, 1);
+    for (const char* said :
+         {"0:59: execution error: 用户已取消。 (-128)\n", "0:59: execution error: Abgebrochen. (-128)\n"}) {
+        setScript(said, 1);
+        expectFailure("Admin authorization cancelled, memory optimization not performed.");
+    }
+}
+
+TEST_F(MacPurge, AnotherErrorNumberIsNoCancellation) {
+    setPurge(refusal, 1);
+    setScript("0:59: execution error: -128 is not the number (-1280)\n", 1);
+    expectFailure("0:59: execution error: -128 is not the number (-1280)");
+}
+
 TEST_F(MacPurge, WhatTheDialogSaidIsShownOnOneLine) {
     setPurge(refusal, 1);
     setScript("\n execution error:\nThe administrator user name or password was incorrect. \n", 1);
@@ -263,6 +278,14 @@ TEST_F(LinuxPurge, ARefusedSysctlRunsAgainThroughPkexec) {
     EXPECT_EQ(home.platform.invocations().at(1),
               (Invocation{home.place("/usr/bin/pkexec"),
                           {"--disable-internal-agent", sysctl.string(), "-q", "-w", "vm.drop_caches=3"}}));
+}
+
+TEST_F(LinuxPurge, SysctlsRefusalIsAskedForInEnglish) {
+    setSysctl("sysctl: permission denied on key \"vm.drop_caches\"\n", 1);
+    setPkexec("", 0);
+    EXPECT_TRUE(optimize().succeeded);
+    EXPECT_TRUE(home.platform.ranUntranslated(home.place("/usr/sbin/sysctl")));
+    EXPECT_FALSE(home.platform.ranUntranslated(home.place("/usr/bin/pkexec"))); // its words are for the user
 }
 
 TEST_F(LinuxPurge, AReadOnlyProcIsAnOrdinaryFailure) {

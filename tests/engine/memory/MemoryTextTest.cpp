@@ -1,5 +1,6 @@
 #include "memory/MemoryText.h"
 
+#include "ProcessLine.h"
 #include "memory/MemoryFixtures.h"
 
 #include <gmock/gmock.h>

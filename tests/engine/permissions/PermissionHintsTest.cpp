@@ -229,6 +229,15 @@ TEST(LinuxPermissionHints, TheFirstUnreadableFolderIsTheOneToLookAt) {
     EXPECT_EQ(unreadable(home), home.home / ".config/chromium");
 }
 
+TEST(LinuxPermissionHints, AFolderBelowAClosedOneIsNotTakenForMissing) {
+    const EngineHome home(System::Linux);
+    home.folder(".mozilla/firefox");
+    home.setMode(".mozilla", 0);
+    const ScopedUnprivileged unprivileged;
+    EXPECT_FALSE(hint(home, "Browser Data").isGranted);
+    EXPECT_EQ(unreadable(home), home.home / ".mozilla");
+}
+
 TEST(LinuxPermissionHints, AnUnreadableHomeIsTheFolderToLookAt) {
     const EngineHome home(System::Linux);
     home.setMode(home.home, 0);

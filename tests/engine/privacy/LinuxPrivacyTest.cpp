@@ -1,4 +1,5 @@
 // Every browser in every packaging: where its rows come from and when it counts as running.
+#include "ScopedUnprivileged.h"
 #include "privacy/PrivacyFixture.h"
 
 #include <gmock/gmock.h>
@@ -60,6 +61,7 @@ std::vector<BrowserPlace> chromiumPlaces() {
     native("Chromium", Tint::blue, "chromium", "/usr/lib/chromium/chromium");
     native("Chromium", Tint::blue, "chromium", "/usr/lib/chromium-browser/chromium-browser");
     flatpak("Chromium", Tint::blue, "org.chromium.Chromium", "chromium");
+    flatpak("Chromium", Tint::blue, "io.github.ungoogled_software.ungoogled_chromium", "chromium");
     snap("Chromium", Tint::blue, "chromium", "common/chromium", "common/.cache/chromium");
     native("Edge", Tint::indigo, "microsoft-edge", "/opt/microsoft/msedge/msedge");
     native("Edge", Tint::indigo, "microsoft-edge-beta", "/opt/microsoft/msedge-beta/msedge-beta");
@@ -108,9 +110,35 @@ std::vector<BrowserPlace> firefoxPlaces() {
     return places;
 }
 
+/// The other browsers of Firefox's family.
+std::vector<BrowserPlace> firefoxKin() {
+    std::vector<BrowserPlace> places;
+    const auto add = [&](const char* name, Tint tint, const std::string& id, const std::string& flatpak,
+                         const std::vector<std::string>& folders) {
+        for (const std::string& folder : folders) {
+            for (const std::string& exe : {id, id + "-bin"}) {
+                places.push_back(
+                    {name, tint, Family::Firefox, folder, ".cache/" + id, "/opt/" + id + "/" + exe, noUnit});
+            }
+        }
+        const std::string base = ".var/app/" + flatpak + "/";
+        places.push_back({std::string(name) + " (Flatpak)", tint, Family::Firefox, base + "." + id,
+                          base + "cache/" + id, "/app/lib/" + id, flatpakUnit(flatpak)});
+    };
+    add("LibreWolf", Tint::teal, "librewolf", "io.gitlab.librewolf-community",
+        {".librewolf", ".config/librewolf/librewolf"});
+    add("Waterfox", Tint::blue, "waterfox", "net.waterfox.waterfox", {".waterfox"});
+    add("Zen", Tint::indigo, "zen", "app.zen_browser.zen", {".zen", ".config/zen"});
+    add("Floorp", Tint::pink, "floorp", "one.ablaze.floorp", {".floorp"});
+    return places;
+}
+
 std::vector<BrowserPlace> allPlaces() {
     std::vector<BrowserPlace> places = firefoxPlaces();
     for (BrowserPlace& place : chromiumPlaces()) {
+        places.push_back(std::move(place));
+    }
+    for (BrowserPlace& place : firefoxKin()) {
         places.push_back(std::move(place));
     }
     const std::string flatpak = ".var/app/org.gnome.Epiphany/";
@@ -201,11 +229,12 @@ TEST(LinuxPrivacy, BrowsersComeInTableOrderAndEachNativeFlatpakSnap) {
             browsers.push_back(title.substr(0, title.size() - 8));
         }
     }
-    EXPECT_THAT(browsers,
-                ElementsAre("Firefox", "Firefox (Flatpak)", "Firefox (Snap)", "Chrome", "Chrome (Flatpak)", "Chromium",
-                            "Chromium (Flatpak)", "Chromium (Snap)", "Edge", "Edge (Flatpak)", "Brave",
-                            "Brave (Flatpak)", "Brave (Snap)", "Vivaldi", "Vivaldi (Flatpak)", "Vivaldi (Snap)",
-                            "Opera", "Opera (Flatpak)", "Opera (Snap)", "GNOME Web", "GNOME Web (Flatpak)"));
+    EXPECT_THAT(browsers, ElementsAre("Firefox", "Firefox (Flatpak)", "Firefox (Snap)", "Chrome", "Chrome (Flatpak)",
+                                      "Chromium", "Chromium (Flatpak)", "Chromium (Snap)", "Edge", "Edge (Flatpak)",
+                                      "Brave", "Brave (Flatpak)", "Brave (Snap)", "Vivaldi", "Vivaldi (Flatpak)",
+                                      "Vivaldi (Snap)", "Opera", "Opera (Flatpak)", "Opera (Snap)", "LibreWolf",
+                                      "LibreWolf (Flatpak)", "Waterfox", "Waterfox (Flatpak)", "Zen", "Zen (Flatpak)",
+                                      "Floorp", "Floorp (Flatpak)", "GNOME Web", "GNOME Web (Flatpak)"));
 }
 
 TEST(LinuxPrivacy, AHomeWithoutBrowsersHasNoRows) {
@@ -244,6 +273,44 @@ TEST(LinuxPrivacy, ARunningSnapLeavesTheNativeBrowserCleanable) {
     const auto rows = privacyRows(home);
     EXPECT_TRUE(rowOf(rows, "Firefox Cookies").isCleanable);
     EXPECT_FALSE(rowOf(rows, "Firefox (Snap) Cookies").isCleanable);
+}
+
+// Folders that cannot be read
+
+TEST(LinuxPrivacy, ABrowserWhoseFolderIsClosedIsNamedInsteadOfVanishing) {
+    const EngineHome home(System::Linux);
+    makeFiles(home, below(".mozilla/firefox/a.default", {"prefs.js", "cookies.sqlite"}));
+    home.setMode(".mozilla", 0);
+    const ScopedUnprivileged unprivileged;
+    const auto rows = privacyRows(home);
+    ASSERT_THAT(titles(rows), ElementsAre("Firefox access limited"));
+    EXPECT_EQ(rows[0].description, "Unable to read Firefox's profile. Check its permissions");
+    EXPECT_EQ(rows[0].risk, CleanupRisk::previewOnly);
+    EXPECT_FALSE(rows[0].isCleanable);
+    EXPECT_THAT(targetPaths(home, rows[0]), ElementsAre(".mozilla"));
+}
+
+TEST(LinuxPrivacy, TheClosedFolderItselfIsTheTarget) {
+    const EngineHome home(System::Linux);
+    home.file(".config/BraveSoftware/Brave-Browser/Default/Preferences");
+    home.setMode(".config/BraveSoftware/Brave-Browser", 0);
+    const ScopedUnprivileged unprivileged;
+    EXPECT_THAT(targetsOf(home, "Brave access limited"), ElementsAre(".config/BraveSoftware/Brave-Browser"));
+}
+
+TEST(LinuxPrivacy, AClosedFolderThatBrowsersShareAccusesNone) {
+    const EngineHome home(System::Linux);
+    home.file(".config/chromium/Default/Preferences");
+    home.setMode(".config", 0);
+    const ScopedUnprivileged unprivileged;
+    EXPECT_THAT(privacyRows(home), IsEmpty());
+}
+
+TEST(LinuxPrivacy, ADanglingLinkIsNoClosedFolder) {
+    const EngineHome home(System::Linux);
+    home.folder(".config");
+    home.link("nowhere", ".config/chromium");
+    EXPECT_THAT(privacyRows(home), IsEmpty());
 }
 
 TEST(LinuxPrivacy, TheUsersOwnBaseFoldersCount) {

@@ -57,7 +57,7 @@ protected:
 std::vector<CategoryRow> chromiumRows() {
     const std::string profile = ".config/google-chrome/Default";
     const std::string cache = ".cache/google-chrome/Default";
-    std::vector<std::string> caches = below(cache, {"Cache", "Cache/Cache_Data", "Code Cache", "GPUCache"});
+    std::vector<std::string> caches = below(cache, {"Cache", "Code Cache", "GPUCache"});
     for (const std::string& path : below(profile, {"GPUCache", "DawnGraphiteCache", "DawnWebGPUCache"})) {
         caches.push_back(path);
     }
@@ -69,8 +69,11 @@ std::vector<CategoryRow> chromiumRows() {
         {"Chrome Cookies", "Login sessions and site cookies, unchecked by default", CleanupRisk::high,
          below(profile, {"Cookies", "Cookies-journal", "Network/Cookies", "Network/Cookies-journal"})},
         {"Chrome Cache", "Web cache and regenerable resources, unchecked by default", CleanupRisk::cautious, caches},
-        {"Chrome Local Storage", "Site local storage, sessions and IndexedDB, unchecked by default", CleanupRisk::high,
-         below(profile, {"Local Storage", "Session Storage", "IndexedDB"})},
+        {"Chrome Local Storage",
+         "Site local storage, sessions and IndexedDB (sites and extensions share one database), unchecked by default",
+         CleanupRisk::high,
+         below(profile, {"Local Storage", "Session Storage", "IndexedDB/http_localhost_8080.indexeddb.blob",
+                         "IndexedDB/https_example.org_0.indexeddb.leveldb"})},
     };
 }
 
@@ -232,13 +235,31 @@ TEST(ChromiumProfiles, ALinkedProfileIsNotFollowed) {
     EXPECT_THAT(privacyRows(home), IsEmpty());
 }
 
+TEST(ChromiumProfiles, OnlyOperaKeepsOneInTheUserDataFolderItself) {
+    const EngineHome home(System::Linux);
+    makeFiles(home, {".config/google-chrome/Preferences", ".config/google-chrome/History",
+                     ".config/vivaldi/Preferences", ".config/vivaldi/History"});
+    EXPECT_THAT(privacyRows(home), IsEmpty());
+}
+
+TEST(ChromiumProfiles, DatabasesOfExtensionsAreLeftOut) {
+    const EngineHome home(System::Linux);
+    const std::string databases = ".config/chromium/Default/IndexedDB/";
+    makeFiles(home, {".config/chromium/Default/Preferences",
+                     databases + "chrome-extension_cjpalhdlnbpafiamejdnhcphjbkeiagm_0.indexeddb.leveldb/000003.log"});
+    EXPECT_THAT(privacyRows(home), IsEmpty());
+    home.file(databases + "https_example.org_0.indexeddb.leveldb/000003.log");
+    EXPECT_THAT(targetsOf(home, "Chromium Local Storage"),
+                ElementsAre(databases + "https_example.org_0.indexeddb.leveldb"));
+}
+
 TEST(ChromiumProfiles, OperaMayKeepItInTheUserDataFolderItself) {
     const EngineHome home(System::Linux);
     makeFiles(home, {".config/opera/Preferences", ".config/opera/History", ".cache/opera/Cache/Cache_Data/f_000001",
                      ".config/opera/Default/Preferences", ".config/opera/Default/History"});
     EXPECT_THAT(targetsOf(home, "Opera History"),
                 ElementsAre(".config/opera/History", ".config/opera/Default/History"));
-    EXPECT_THAT(targetsOf(home, "Opera Cache"), ElementsAre(".cache/opera/Cache", ".cache/opera/Cache/Cache_Data"));
+    EXPECT_THAT(targetsOf(home, "Opera Cache"), ElementsAre(".cache/opera/Cache"));
 }
 
 // Profiles of Firefox

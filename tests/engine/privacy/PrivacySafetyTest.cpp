@@ -273,7 +273,7 @@ TEST_P(BrowserHome, EveryTraceIsReached) {
 TEST_P(BrowserHome, NoTargetIsRefusedAsProtected) {
     ASSERT_THAT(all_, Not(IsEmpty()));
     for (const Path& target : all_) {
-        EXPECT_EQ(refusalReason(home_.platform, home_.layout, target), std::nullopt) << target;
+        EXPECT_EQ(PathGuard(home_.platform, home_.layout).refusalReason(target), std::nullopt) << target;
     }
 }
 

@@ -107,6 +107,27 @@ TEST(ControlGroups, AShellInATerminalIsNotTheTerminal) {
     EXPECT_TRUE(answer.isTerminalChild);
 }
 
+TEST(ControlGroups, EveryScopeThatATerminalMakesIsOne) {
+    for (const char* scope : {"vte-spawn-1.scope", "ptyxis-spawn-1.scope", "tmux-spawn-1.scope"}) {
+        EXPECT_TRUE(groupApplication(inManager("app.slice/" + std::string(scope)), 1000).isTerminalChild) << scope;
+    }
+    EXPECT_FALSE(groupApplication(inManager("app.slice/vte-spawn-1.service"), 1000).isTerminalChild);
+}
+
+TEST(ControlGroups, TellWhereTheIdentifierStands) {
+    const GroupApplication own = groupApplication(inManager("app.slice/app-gnome-gedit-5.scope"), 1000);
+    EXPECT_TRUE(own.isInnermost);
+    EXPECT_TRUE(own.isInScope);
+    EXPECT_FALSE(own.isBusName);
+    const GroupApplication tab =
+        groupApplication(inManager("app.slice/app-org.kde.konsole-5.scope/tab(7).scope"), 1000);
+    EXPECT_FALSE(tab.isInnermost);
+    EXPECT_TRUE(tab.isInScope);
+    const GroupApplication service = groupApplication(inManager("app.slice/dbus-:1.2-org.gnome.Maps@0.service"), 1000);
+    EXPECT_TRUE(service.isBusName);
+    EXPECT_FALSE(service.isInScope);
+}
+
 TEST(ControlGroups, TheTerminalItselfIsFoundByItsSlice) {
     const GroupApplication answer =
         groupApplication(inManager("app.slice/app-org.gnome.Terminal.slice/gnome-terminal-server.service"), 1000);
@@ -122,6 +143,10 @@ TEST(ControlGroups, AGroupIsBelowASliceByWholeComponents) {
 
 TEST(ControlGroups, AFlatpakIsKnownByItsScope) {
     EXPECT_EQ(groupFlatpak(inManager("app.slice/app-flatpak-org.mozilla.firefox-31.scope")), "org.mozilla.firefox");
+    EXPECT_EQ(groupFlatpak(inManager("app.slice/app-flatpak-io.gitlab.librewolf\\x2dcommunity-31.scope")),
+              "io.gitlab.librewolf-community");
+    EXPECT_EQ(groupFlatpak(inManager("app.slice/app-flatpak-io.gitlab.librewolf-community-31.scope")),
+              "io.gitlab.librewolf-community");
     EXPECT_EQ(groupFlatpak(inManager("app.slice/app-gnome-org.gnome.Epiphany-4242.scope")), "");
     EXPECT_EQ(groupFlatpak(inManager("app.slice/app-flatpak-org.mozilla.firefox.scope")), "");
 }

@@ -132,6 +132,14 @@ TEST_F(LinuxProcessTable, ASnapOutsideItsScopeIsKnownByItsProgram) {
     EXPECT_THAT(names(), UnorderedElementsAre("snap:chromium", "snap:brave"));
 }
 
+TEST_F(LinuxProcessTable, AProgramStartedFromATerminalThatIsASnapCountsAsItself) {
+    addProcess(home, {.pid = 10,
+                      .exe = "/usr/lib/firefox/firefox",
+                      .group = userUnit(home, "snap.ghostty.ghostty-8b7c2d8e-0a4f-4d53-9f2a-6c1b8f0e7d21.scope"),
+                      .comm = "firefox"});
+    EXPECT_THAT(names(), UnorderedElementsAre("snap:ghostty", "firefox"));
+}
+
 TEST_F(LinuxProcessTable, ProcessesOfOtherUsersDoNotCount) {
     addProcess(home, {.pid = 10, .exe = "/usr/bin/chromium", .comm = "chromium", .user = 4711});
     EXPECT_THAT(names(), IsEmpty());
@@ -172,18 +180,18 @@ TEST_F(LinuxProcessTable, AMissingProcFolderHasNoProcesses) {
     EXPECT_THAT(samples(), IsEmpty());
 }
 
-TEST_F(LinuxProcessTable, SamplesAreAscendingWithResidentBytesAndProgram) {
-    addProcess(home, {.pid = 200, .exe = "/usr/bin/b", .pages = 3});
-    addProcess(home, {.pid = 30, .exe = "/usr/bin/a b", .pages = 5});
-    EXPECT_THAT(samples(), ElementsAre(ProcessMemorySample{30, 5 * 4096, home.place("/usr/bin/a b").string()},
-                                       ProcessMemorySample{200, 3 * 4096, home.place("/usr/bin/b").string()}));
+TEST_F(LinuxProcessTable, SamplesAreAscendingWithResidentBytesProgramAndStart) {
+    addProcess(home, {.pid = 200, .exe = "/usr/bin/b", .pages = 3, .started = 77});
+    addProcess(home, {.pid = 30, .exe = "/usr/bin/a b", .pages = 5, .started = 88});
+    EXPECT_THAT(samples(), ElementsAre(ProcessMemorySample{30, 5 * 4096, home.place("/usr/bin/a b").string(), 88},
+                                       ProcessMemorySample{200, 3 * 4096, home.place("/usr/bin/b").string(), 77}));
 }
 
 TEST_F(LinuxProcessTable, AProcessWithoutProgramOrReadableSizeIsHandled) {
     addProcess(home, {.pid = 10, .pages = 2});
     addProcess(home, {.pid = 11, .exe = "/usr/bin/gone"});
     std::filesystem::remove(home.place("/proc/11/statm"));
-    EXPECT_THAT(samples(), ElementsAre(ProcessMemorySample{10, 2 * 4096, ""}));
+    EXPECT_THAT(samples(), ElementsAre(ProcessMemorySample{10, 2 * 4096, "", 100}));
 }
 
 TEST_F(LinuxProcessTable, AProgramInTheHomeKeepsItsPath) {

@@ -1,6 +1,7 @@
 // No rule of the privacy and junk tables can name a protected path, whatever lies on the disk: the rules themselves
 // are tried against every protected path and every folder above one.
-#include "Glob.h"
+#include "Host.h"
+#include "ProtectedPaths.h"
 #include "layouts/LinuxEnvironment.h"
 #include "layouts/SystemLayout.h"
 
@@ -19,59 +20,39 @@ using testing::IsEmpty;
 using testing::SizeIs;
 using Path = std::filesystem::path;
 
-bool isWildcard(const std::string& component) {
-    return component.find_first_of("*#|") != std::string::npos;
-}
-
-bool mayBe(const RootPattern& rule, const std::string& component, const std::string& name) {
-    if (component == "@current") {
+bool mayBe(const RootPattern& rule, const RootComponent& component, const std::string& name) {
+    if (component.names == "@current") {
         return true;
     }
-    if (!isWildcard(component)) {
-        return component == name;
-    }
-    const bool hidden = name.starts_with('.') && !rule.hiddenToo;
-    const bool excepted =
-        std::ranges::any_of(rule.except, [&](const std::string& pattern) { return globMatchesAny(pattern, name); });
-    return !hidden && !excepted && globMatchesAny(component, name);
+    return component.isWildcard() ? admits(rule, component, name) : component.names == name;
 }
 
 /// Whether the rule names `path` when everything that it asks for exists.
 bool couldName(const RootPattern& rule, const Path& path) {
+    const std::vector<RootComponent> levels = components(rule);
     std::vector<std::string> names;
     Path above = path;
-    for (std::size_t level = 0; level < rule.components.size(); ++level) {
+    for (std::size_t level = 0; level < levels.size(); ++level) {
         names.insert(names.begin(), above.filename().string());
         above = above.parent_path();
     }
-    return above == rule.base &&
-           std::ranges::equal(rule.components, names,
-                              [&](const auto& component, const auto& name) { return mayBe(rule, component, name); });
+    return above == rule.base && std::ranges::equal(levels, names, [&](const auto& component, const auto& name) {
+               return mayBe(rule, component, name);
+           });
 }
 
 /// The protected paths, the home folder, and all folders above them.
 std::set<Path> guardedPaths(const SystemLayout& layout) {
     std::set<Path> guarded;
-    std::vector<Path> paths = layout.protectedPaths;
-    paths.push_back(layout.home);
-    for (Path path : paths) {
+    for (Path path : protectedFolders(hostPlatform(), layout)) {
         for (; guarded.insert(path).second && path.has_relative_path(); path = path.parent_path()) {
         }
     }
     return guarded;
 }
 
-/// `trace` below `base`, or below each of its children.
-RootPattern traceRule(const Path& base, const std::string& trace, bool inChildren) {
-    RootPattern rule{.base = base, .components = {}};
-    if (inChildren) {
-        rule.components.emplace_back("*");
-    }
-    for (const Path& component : Path(trace)) {
-        rule.components.push_back(component.string());
-    }
-    rule.hiddenToo = true;
-    return rule;
+RootPattern rule(const Path& base, const std::string& below) {
+    return {.base = base, .below = below, .except = {}};
 }
 
 std::vector<RootPattern> privacyRules(const PrivacyLayout& layout) {
@@ -81,9 +62,9 @@ std::vector<RootPattern> privacyRules(const PrivacyLayout& layout) {
             for (const TraceCategory& category : browser.categories) {
                 for (const TracePath& trace : category.paths) {
                     const Path& base = trace.folder == TracePath::Folder::Profile ? folder.userData : folder.cache;
-                    rules.push_back(traceRule(base, trace.path, false));
+                    rules.push_back(rule(base, trace.path));
                     if (browser.search != ProfileSearch::FolderItself) {
-                        rules.push_back(traceRule(base, trace.path, true));
+                        rules.push_back(rule(base, "*/" + trace.path));
                     }
                 }
             }
@@ -97,8 +78,8 @@ std::vector<RootPattern> junkRules(const SystemLayout& layout) {
     for (const JunkCategory& category : layout.junk) {
         rules.insert(rules.end(), category.roots.begin(), category.roots.end());
     }
-    for (const std::string& extension : layout.downloads.extensions) {
-        rules.push_back({.base = layout.downloads.folder, .components = {"*." + extension}});
+    for (const std::string& extension : layout.installerExtensions) {
+        rules.push_back(rule(layout.largeFileRoots.front(), "*." + extension));
     }
     return rules;
 }
@@ -149,20 +130,19 @@ TEST_P(ProtectedRules, NoJunkRuleNamesAProtectedPath) {
 
 TEST_P(ProtectedRules, ARuleThatDidWouldBeFound) {
     const Path& home = GetParam().layout.home;
-    const RootPattern everythingInHome{.base = home, .components = {"*"}};
-    const RootPattern homeItself{.base = home, .components = {}};
-    const RootPattern above{.base = home.parent_path().parent_path(), .components = {"home|Users"}};
+    const RootPattern everythingInHome = rule(home, "*");
+    const RootPattern homeItself = rule(home, "");
+    const RootPattern above = rule(home.parent_path().parent_path(), "home|Users");
     EXPECT_GE(hits(GetParam().layout, {everythingInHome}).size(), 5U);
     EXPECT_THAT(hits(GetParam().layout, {homeItself}), SizeIs(1));
-    EXPECT_THAT(hits(GetParam().layout, {above}), SizeIs(1));
+    EXPECT_THAT(hits(GetParam().layout, {above}), SizeIs(2)); // the homes' folders of both systems
 }
 
 TEST_P(ProtectedRules, NearMissesAreNotTakenForAHit) {
     const Path& home = GetParam().layout.home;
-    const RootPattern longer{.base = home, .components = {"Documents2"}};
-    const RootPattern deeper{.base = home / "Documents", .components = {"*"}};
-    const RootPattern hidden{.base = home, .components = {"*"}, .except = {"*"}};
-    EXPECT_THAT(hits(GetParam().layout, {longer, deeper, hidden}), IsEmpty());
+    RootPattern nothing = rule(home, "*");
+    nothing.except = {"*"};
+    EXPECT_THAT(hits(GetParam().layout, {rule(home, "Documents2"), rule(home / "Documents", "*"), nothing}), IsEmpty());
 }
 
 INSTANTIATE_TEST_SUITE_P(Layouts, ProtectedRules,

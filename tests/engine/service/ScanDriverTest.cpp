@@ -119,6 +119,32 @@ TEST_P(ScanDriver, MissingFoldersCountZero) {
     EXPECT_EQ(snapshot.privacyCount, 0);
 }
 
+/// The bytes in the disk bar's part that could be cleaned.
+std::string cleanablePart(const ScanSnapshot& snapshot) {
+    return snapshot.storageSegments.at(1).value;
+}
+
+TEST_P(ScanDriver, ASmartScanCountsEachPathOnceOnLinuxAndAsSpecifiedOnMacOS) {
+    const bool mac = GetParam() == System::Mac;
+    home.file("Downloads/a.zip", std::int64_t{300} << 20, test::days(9)); // a leftover, and a large file
+    const ScanSnapshot snapshot = run(CleanerModule::smartScan);
+    EXPECT_EQ(countedOnce(snapshot.cleanupItems).size(), snapshot.cleanupItems.size() - (mac ? 0 : 1));
+    if (!mac) {
+        EXPECT_EQ(cleanablePart(snapshot), "314.6 MB");
+    }
+}
+
+TEST_P(ScanDriver, ASingleScanMarksNothing) {
+    home.file("Downloads/a.zip", std::int64_t{300} << 20, test::days(9));
+    for (const CleanerModule module : {CleanerModule::systemJunk, CleanerModule::largeFiles}) {
+        for (const CleanupItem& item : run(module).cleanupItems) {
+            for (const CleanupTarget& target : item.targets) {
+                EXPECT_FALSE(target.isCovered);
+            }
+        }
+    }
+}
+
 TEST_P(ScanDriver, TheDiskBarHasThreeSegments) {
     home.platform.diskCapacity = Capacity{.totalBytes = 1'000'000'000'000, .availableBytes = 400'000'000'000};
     const EngineContext context = home.context();

@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
@@ -184,6 +185,31 @@ TEST_F(ShutDownJourney, ACleanThatWasConfirmedIsFinishedBeforeTheProgramEnds) {
     }
     const auto trashed = tree(".local/share/Trash/files");
     EXPECT_EQ(trashed.size(), std::size_t{folders} * (filesInEach + 1)) << "nothing was lost on the way";
+    EXPECT_TRUE(has("Documents/letter.txt"));
+}
+
+TEST_F(ShutDownJourney, ASessionThatEndsDuringACleanWaitsForThePathAtHandOnly) {
+    constexpr int many = 3'000;
+    for (int folder = 0; folder < many; ++folder) {
+        makeFile(".cache/small-" + std::to_string(folder) + "/part", 10);
+    }
+    runThrough([](QQuickWindow& window) {
+        ASSERT_TRUE(click(window, "sidebar.systemJunk"));
+        ASSERT_TRUE(click(window, "scanButton"));
+        ASSERT_TRUE(click(window, "cleanButton"));
+        ASSERT_TRUE(click(window, "confirm.accept"));
+        EXPECT_EQ(textOf(window, "cleanButton"), tr("清理中..."));
+        ::raise(SIGTERM);
+    });
+    int moved = 0;
+    for (int folder = 0; folder < many; ++folder) {
+        const std::string name = "small-" + std::to_string(folder);
+        const bool isThere = has(".cache/" + name + "/part");
+        EXPECT_NE(isThere, has(".local/share/Trash/files/" + name + "/part")) << name << " is in two places or none";
+        EXPECT_NE(isThere, isTrashed(name)) << name;
+        moved += isThere ? 0 : 1;
+    }
+    EXPECT_LT(moved, many) << "it went on although the session ended";
     EXPECT_TRUE(has("Documents/letter.txt"));
 }
 

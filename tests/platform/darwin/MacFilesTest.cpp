@@ -1,7 +1,7 @@
 // Facts of single paths as macOS tells them. The folders are real, flags and mounts come from tests/support/darwin.
-#include "MacFiles.h"
-
 #include "DarwinSystem.h"
+#include "MacPaths.h"
+#include "MacPlatform.h"
 #include "PosixFiles.h"
 #include "ScopedUnprivileged.h"
 #include "TemporaryFolder.h"
@@ -30,6 +30,8 @@ using ::testing::UnorderedElementsAre;
 
 constexpr std::uint32_t hiddenFlag = 0x8000; // UF_HIDDEN
 
+const MacPlatform platform{};
+
 std::string contentOf(const Path& path) {
     std::ifstream file(path);
     return {std::istreambuf_iterator<char>(file), {}};
@@ -50,7 +52,7 @@ TEST(MacFiles, FactsOfAFileAreThoseOfItsBlocks) {
     const Path file = folder.file("file", 100'000);
     const TimePoint moment = TimePoint(1'700'000'000s) + 123'456us;
     folder.setModified("file", moment);
-    const auto facts = mac::facts(file);
+    const auto facts = platform.facts(file);
     ASSERT_TRUE(facts);
     EXPECT_TRUE(facts->isRegularFile);
     EXPECT_FALSE(facts->isDirectory || facts->isSymlink || facts->isSticky);
@@ -67,22 +69,22 @@ TEST(MacFiles, FactsOfAFileAreThoseOfItsBlocks) {
 TEST(MacFiles, FactsOfALinkAreThoseOfTheLinkItself) {
     const TemporaryFolder folder;
     folder.file("target", 100'000);
-    const auto facts = mac::facts(folder.link("target", "link"));
+    const auto facts = platform.facts(folder.link("target", "link"));
     ASSERT_TRUE(facts);
     EXPECT_TRUE(facts->isSymlink);
     EXPECT_FALSE(facts->isRegularFile);
     EXPECT_LT(facts->allocatedBytes, 8192);
-    EXPECT_TRUE(mac::facts(folder.link("nowhere", "dangling")));
-    EXPECT_FALSE(mac::facts(folder / "missing"));
+    EXPECT_TRUE(platform.facts(folder.link("nowhere", "dangling")));
+    EXPECT_FALSE(platform.facts(folder / "missing"));
 }
 
 TEST(MacFiles, AStickyFolderIsToldFromAnOrdinaryOne) {
     const TemporaryFolder folder;
     folder.folder("sticky");
     folder.setMode("sticky", 01777);
-    EXPECT_TRUE(mac::facts(folder / "sticky")->isSticky);
-    EXPECT_TRUE(mac::facts(folder / "sticky")->isDirectory);
-    EXPECT_FALSE(mac::facts(folder.folder("plain"))->isSticky);
+    EXPECT_TRUE(platform.facts(folder / "sticky")->isSticky);
+    EXPECT_TRUE(platform.facts(folder / "sticky")->isDirectory);
+    EXPECT_FALSE(platform.facts(folder.folder("plain"))->isSticky);
 }
 
 TEST(MacFiles, ATimeBeyondAllCalendarsCanStillBeReckonedWith) {
@@ -98,12 +100,12 @@ TEST(MacFiles, ATimeBeyondAllCalendarsCanStillBeReckonedWith) {
 TEST(MacFiles, OnlyWhatALinkLeadsToExists) {
     const TemporaryFolder folder;
     folder.file("target");
-    EXPECT_TRUE(mac::exists(folder / "target"));
-    EXPECT_TRUE(mac::exists(folder.link("target", "link")));
-    EXPECT_FALSE(mac::exists(folder.link("nowhere", "dangling")));
-    EXPECT_FALSE(mac::exists(folder / "missing"));
-    EXPECT_FALSE(mac::exists(folder / "target/below"));
-    EXPECT_FALSE(mac::exists(""));
+    EXPECT_TRUE(platform.exists(folder / "target"));
+    EXPECT_TRUE(platform.exists(folder.link("target", "link")));
+    EXPECT_FALSE(platform.exists(folder.link("nowhere", "dangling")));
+    EXPECT_FALSE(platform.exists(folder / "missing"));
+    EXPECT_FALSE(platform.exists(folder / "target/below"));
+    EXPECT_FALSE(platform.exists(""));
 }
 
 TEST(MacFiles, WhatIsClosedIsNotReadable) {
@@ -115,32 +117,32 @@ TEST(MacFiles, WhatIsClosedIsNotReadable) {
     folder.setMode("closed", 0);
     folder.setMode("closed folder", 0);
     const ScopedUnprivileged unprivileged;
-    EXPECT_TRUE(mac::isReadable(folder / "open"));
-    EXPECT_TRUE(mac::isReadable(folder / "open folder"));
-    EXPECT_TRUE(mac::isReadable(folder.link("open folder", "link")));
-    EXPECT_FALSE(mac::isReadable(folder / "closed"));
-    EXPECT_FALSE(mac::isReadable(folder / "closed folder"));
-    EXPECT_FALSE(mac::isReadable(folder / "closed folder/inside"));
-    EXPECT_FALSE(mac::isReadable(folder / "missing"));
-    EXPECT_FALSE(mac::isReadable(folder.link("nowhere", "dangling")));
+    EXPECT_TRUE(platform.isReadable(folder / "open"));
+    EXPECT_TRUE(platform.isReadable(folder / "open folder"));
+    EXPECT_TRUE(platform.isReadable(folder.link("open folder", "link")));
+    EXPECT_FALSE(platform.isReadable(folder / "closed"));
+    EXPECT_FALSE(platform.isReadable(folder / "closed folder"));
+    EXPECT_FALSE(platform.isReadable(folder / "closed folder/inside"));
+    EXPECT_FALSE(platform.isReadable(folder / "missing"));
+    EXPECT_FALSE(platform.isReadable(folder.link("nowhere", "dangling")));
 }
 
 TEST(MacFiles, AReadableFifoDoesNotBlock) {
     const TemporaryFolder folder;
     const Path fifo = folder.fifo("fifo");
-    EXPECT_TRUE(mac::isReadable(fifo));
-    EXPECT_EQ(mac::fileContents(fifo, 10), std::nullopt);
-    EXPECT_EQ(mac::fileStart(fifo, 10), std::nullopt);
-    EXPECT_FALSE(mac::entries(fifo));
+    EXPECT_TRUE(platform.isReadable(fifo));
+    EXPECT_EQ(platform.fileContents(fifo, 10), std::nullopt);
+    EXPECT_EQ(platform.fileStart(fifo, 10), std::nullopt);
+    EXPECT_FALSE(platform.entries(fifo));
 }
 
 TEST(MacFiles, OnlyAProgramIsExecutable) {
     const TemporaryFolder folder;
     folder.file("tool");
-    EXPECT_FALSE(mac::isExecutable(folder / "tool"));
+    EXPECT_FALSE(platform.isExecutable(folder / "tool"));
     folder.setMode("tool", 0755);
-    EXPECT_TRUE(mac::isExecutable(folder / "tool"));
-    EXPECT_FALSE(mac::isExecutable(folder / "missing"));
+    EXPECT_TRUE(platform.isExecutable(folder / "tool"));
+    EXPECT_FALSE(platform.isExecutable(folder / "missing"));
 }
 
 TEST(MacFiles, AListingTellsTypesAndHiddenNames) {
@@ -151,7 +153,7 @@ TEST(MacFiles, AListingTellsTypesAndHiddenNames) {
     folder.fifo("fifo");
     folder.file(".hidden file");
     folder.folder(".hidden folder");
-    const auto entries = mac::entries(folder.path());
+    const auto entries = platform.entries(folder.path());
     ASSERT_TRUE(entries);
     EXPECT_EQ(entries->size(), 6U);
     EXPECT_THAT(names(*entries, &FolderEntry::isDirectory), UnorderedElementsAre("folder", ".hidden folder"));
@@ -167,7 +169,7 @@ TEST(MacFiles, AListingTellsWhatFinderHides) {
     DarwinTraits traits;
     traits.flags = {{"Library", hiddenFlag | 1}, {"shown", 1}};
     const DarwinSystem darwin(traits);
-    const auto entries = mac::entries(folder.path());
+    const auto entries = platform.entries(folder.path());
     ASSERT_TRUE(entries);
     EXPECT_THAT(names(*entries, &FolderEntry::isHidden), UnorderedElementsAre("Library"));
     EXPECT_THAT(names(*entries, &FolderEntry::isDirectory), UnorderedElementsAre("Library"));
@@ -178,13 +180,60 @@ TEST(MacFiles, AnEntryThatCannotBeAskedIsListedAsShown) {
     folder.file("file");
     folder.folder("folder");
     DarwinTraits traits;
-    traits.statErrors = {{"file", EPERM}, {"folder", EPERM}};
+    traits.entryErrors = {{"file", EPERM}, {"folder", EPERM}};
+    traits.statErrors = {{"file", EPERM}};
     const DarwinSystem darwin(traits);
-    const auto entries = mac::entries(folder.path());
+    const auto entries = platform.entries(folder.path());
     ASSERT_TRUE(entries);
-    EXPECT_THAT(names(*entries, &FolderEntry::isRegularFile), UnorderedElementsAre("file"));
+    EXPECT_THAT(names(*entries), UnorderedElementsAre("file", "folder"));
+    EXPECT_THAT(names(*entries, &FolderEntry::isRegularFile), IsEmpty()); // nobody could tell
     EXPECT_THAT(names(*entries, &FolderEntry::isDirectory), UnorderedElementsAre("folder"));
     EXPECT_THAT(names(*entries, &FolderEntry::isHidden), IsEmpty());
+}
+
+TEST(MacFiles, NoListedEntryCostsACallOfItsOwn) {
+    const TemporaryFolder folder;
+    folder.file("file");
+    folder.folder("folder");
+    folder.link("file", "link");
+    const DarwinSystem darwin({});
+    EXPECT_EQ(platform.entries(folder.path())->size(), 3U);
+    EXPECT_THAT(darwin.statted(), IsEmpty());
+}
+
+TEST(MacFiles, AFolderWithManyEntriesIsListedToItsEnd) {
+    const TemporaryFolder folder;
+    for (int i = 0; i < 500; ++i) {
+        folder.file(std::to_string(i));
+    }
+    const DarwinSystem darwin({.batchBytes = 1000, .padding = 3});
+    EXPECT_EQ(names(*platform.entries(folder.path())).size(), 500U);
+}
+
+TEST(MacFiles, AFolderThatBreaksOffWhileItIsListedFails) {
+    const TemporaryFolder folder;
+    for (int i = 0; i < 50; ++i) {
+        folder.file(std::to_string(i));
+    }
+    DarwinTraits traits{.batchBytes = 1000};
+    traits.failure = [](const std::string&, unsigned batches) { return batches > 0 ? EIO : 0; };
+    {
+        const DarwinSystem darwin(traits);
+        EXPECT_EQ(platform.entries(folder.path()).error(), files::reason(EIO));
+    }
+    traits.failure = {};
+    traits.damage = [](std::span<char> batch, int&) { std::fill(batch.begin(), batch.end(), '\0'); };
+    const DarwinSystem darwin(traits);
+    EXPECT_EQ(platform.entries(folder.path()).error(), files::reason(EIO));
+}
+
+TEST(MacFiles, AMountPointIsListedLikeAnyFolder) {
+    const TemporaryFolder folder;
+    folder.folder("disk");
+    DarwinTraits traits;
+    traits.mountStatus = {{"disk", 1}};
+    const DarwinSystem darwin(traits);
+    EXPECT_THAT(names(*platform.entries(folder.path()), &FolderEntry::isDirectory), UnorderedElementsAre("disk"));
 }
 
 TEST(MacFiles, AListingLeavesHalvesOfFilesOut) {
@@ -193,7 +242,7 @@ TEST(MacFiles, AListingLeavesHalvesOfFilesOut) {
     folder.file("._file");
     folder.file("._");
     folder.file(".x");
-    const auto entries = mac::entries(folder.path());
+    const auto entries = platform.entries(folder.path());
     ASSERT_TRUE(entries);
     EXPECT_THAT(names(*entries), UnorderedElementsAre("file", ".x"));
 }
@@ -203,39 +252,39 @@ TEST(MacFiles, AListingFollowsALinkAndSaysWhyItFails) {
     folder.file("folder/inside");
     folder.folder("closed");
     folder.setMode("closed", 0);
-    EXPECT_EQ(mac::entries(folder.link("folder", "link"))->size(), 1U);
-    EXPECT_EQ(mac::entries(folder / "missing").error(), mac::reason(ENOENT));
-    EXPECT_EQ(mac::entries(folder / "folder/inside").error(), mac::reason(ENOTDIR));
+    EXPECT_EQ(platform.entries(folder.link("folder", "link"))->size(), 1U);
+    EXPECT_EQ(platform.entries(folder / "missing").error(), files::reason(ENOENT));
+    EXPECT_EQ(platform.entries(folder / "folder/inside").error(), files::reason(ENOTDIR));
     const ScopedUnprivileged unprivileged;
-    EXPECT_EQ(mac::entries(folder / "closed").error(), mac::reason(EACCES));
+    EXPECT_EQ(platform.entries(folder / "closed").error(), files::reason(EACCES));
 }
 
 TEST(MacFiles, NamesThatAreNotUtf8AreListedByteForByte) {
     const TemporaryFolder folder;
     folder.file("\xff\xfe");
-    EXPECT_THAT(names(*mac::entries(folder.path())), UnorderedElementsAre("\xff\xfe"));
+    EXPECT_THAT(names(*platform.entries(folder.path())), UnorderedElementsAre("\xff\xfe"));
 }
 
 TEST(MacFiles, ContentsAndStartAreThoseOfAFile) {
     const TemporaryFolder folder;
     const Path file = folder.text("file", "contents");
-    EXPECT_THAT(mac::fileContents(file, 8), Optional(std::string("contents")));
-    EXPECT_EQ(mac::fileContents(file, 7), std::nullopt);
-    EXPECT_THAT(mac::fileStart(file, 3), Optional(std::string("con")));
-    EXPECT_THAT(mac::fileStart(file, 100), Optional(std::string("contents")));
-    EXPECT_EQ(mac::fileStart(folder.link("file", "link"), 3), std::nullopt);
-    EXPECT_EQ(mac::fileContents(folder.path(), 8), std::nullopt);
-    EXPECT_EQ(mac::fileContents(folder / "missing", 8), std::nullopt);
+    EXPECT_THAT(platform.fileContents(file, 8), Optional(std::string("contents")));
+    EXPECT_EQ(platform.fileContents(file, 7), std::nullopt);
+    EXPECT_THAT(platform.fileStart(file, 3), Optional(std::string("con")));
+    EXPECT_THAT(platform.fileStart(file, 100), Optional(std::string("contents")));
+    EXPECT_EQ(platform.fileStart(folder.link("file", "link"), 3), std::nullopt);
+    EXPECT_EQ(platform.fileContents(folder.path(), 8), std::nullopt);
+    EXPECT_EQ(platform.fileContents(folder / "missing", 8), std::nullopt);
 }
 
 TEST(MacFiles, ALinksTextAndAPathWithoutLinksAreTold) {
     const TemporaryFolder folder;
     folder.file("folder/file");
     folder.link("folder", "link");
-    EXPECT_THAT(mac::linkTarget(folder / "link"), Optional(Path("folder")));
-    EXPECT_EQ(mac::linkTarget(folder / "folder"), std::nullopt);
-    EXPECT_THAT(mac::realPath(folder / "link/file"), Optional(folder / "folder/file"));
-    EXPECT_EQ(mac::realPath(folder / "link/missing"), std::nullopt);
+    EXPECT_THAT(platform.linkTarget(folder / "link"), Optional(Path("folder")));
+    EXPECT_EQ(platform.linkTarget(folder / "folder"), std::nullopt);
+    EXPECT_THAT(platform.realPath(folder / "link/file"), Optional(folder / "folder/file"));
+    EXPECT_EQ(platform.realPath(folder / "link/missing"), std::nullopt);
 }
 
 // Every call that could reach into a folder of a cloud is made so that nothing is fetched, and the thread is as
@@ -245,14 +294,14 @@ TEST(MacFiles, NothingIsFetchedFromACloud) {
     folder.file("folder/file");
     const DarwinSystem darwin({});
     ASSERT_TRUE(test::threadMayFetch());
-    EXPECT_TRUE(mac::facts(folder / "folder"));
-    EXPECT_TRUE(mac::exists(folder / "folder/file"));
-    EXPECT_TRUE(mac::isReadable(folder / "folder"));
-    EXPECT_EQ(mac::entries(folder / "folder")->size(), 1U);
-    EXPECT_TRUE(mac::fileContents(folder / "folder/file", 10));
-    EXPECT_TRUE(mac::fileStart(folder / "folder/file", 10));
-    EXPECT_FALSE(mac::isMountPoint(folder / "folder"));
-    EXPECT_GE(darwin.statted().size(), 6U);
+    EXPECT_TRUE(platform.facts(folder / "folder"));
+    EXPECT_TRUE(platform.exists(folder / "folder/file"));
+    EXPECT_TRUE(platform.isReadable(folder / "folder"));
+    EXPECT_EQ(platform.entries(folder / "folder")->size(), 1U);
+    EXPECT_TRUE(platform.fileContents(folder / "folder/file", 10));
+    EXPECT_TRUE(platform.fileStart(folder / "folder/file", 10));
+    EXPECT_FALSE(platform.isMountPoint(folder / "folder"));
+    EXPECT_GE(darwin.statted().size(), 5U);
     EXPECT_EQ(darwin.unguardedCalls(), 0U);
     EXPECT_TRUE(test::threadMayFetch());
 }
@@ -266,30 +315,30 @@ TEST(MacFiles, AMountPointIsToldFromAnOrdinaryFolder) {
     DarwinTraits traits;
     traits.mounts = {"/", (folder / "disk").native(), (folder / "data/disk").native()};
     const DarwinSystem darwin(traits);
-    EXPECT_TRUE(mac::isMountPoint(folder / "disk"));
-    EXPECT_TRUE(mac::isMountPoint(folder / "here/disk"));
-    EXPECT_TRUE(mac::isMountPoint("/"));
-    EXPECT_FALSE(mac::isMountPoint(folder / "link")); // itself it is none
-    EXPECT_FALSE(mac::isMountPoint(folder.link("nowhere", "dangling")));
-    EXPECT_FALSE(mac::isMountPoint(folder / "disk/inside"));
-    EXPECT_FALSE(mac::isMountPoint(folder / "data"));
-    EXPECT_FALSE(mac::isMountPoint(folder.path()));
-    EXPECT_FALSE(mac::isMountPoint(folder / "missing"));
+    EXPECT_TRUE(platform.isMountPoint(folder / "disk"));
+    EXPECT_TRUE(platform.isMountPoint(folder / "here/disk"));
+    EXPECT_TRUE(platform.isMountPoint("/"));
+    EXPECT_FALSE(platform.isMountPoint(folder / "link")); // itself it is none
+    EXPECT_FALSE(platform.isMountPoint(folder.link("nowhere", "dangling")));
+    EXPECT_FALSE(platform.isMountPoint(folder / "disk/inside"));
+    EXPECT_FALSE(platform.isMountPoint(folder / "data"));
+    EXPECT_FALSE(platform.isMountPoint(folder.path()));
+    EXPECT_FALSE(platform.isMountPoint(folder / "missing"));
 }
 
 TEST(MacFiles, AFileIsCreatedOnceAndRemoved) {
     const TemporaryFolder folder;
     folder.folder("folder");
-    EXPECT_TRUE(mac::createFile(folder / "file", "text"));
+    EXPECT_TRUE(platform.createFile(folder / "file", "text"));
     EXPECT_EQ(contentOf(folder / "file"), "text");
-    EXPECT_EQ(mac::createFile(folder / "file", "other").error(), mac::reason(EEXIST));
-    EXPECT_EQ(mac::createFile(folder.link("nowhere", "link"), "other").error(), mac::reason(EEXIST));
+    EXPECT_EQ(platform.createFile(folder / "file", "other").error(), files::reason(EEXIST));
+    EXPECT_EQ(platform.createFile(folder.link("nowhere", "link"), "other").error(), files::reason(EEXIST));
     EXPECT_EQ(contentOf(folder / "file"), "text");
-    EXPECT_TRUE(mac::removeFile(folder / "file"));
-    EXPECT_FALSE(mac::exists(folder / "file"));
-    EXPECT_FALSE(mac::removeFile(folder / "folder"));
-    EXPECT_TRUE(mac::exists(folder / "folder"));
-    EXPECT_TRUE(mac::removeFile(folder / "link"));
+    EXPECT_TRUE(platform.removeFile(folder / "file"));
+    EXPECT_FALSE(platform.exists(folder / "file"));
+    EXPECT_FALSE(platform.removeFile(folder / "folder"));
+    EXPECT_TRUE(platform.exists(folder / "folder"));
+    EXPECT_TRUE(platform.removeFile(folder / "link"));
 }
 
 /// A system of which these paths exist.

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <iterator>
 #include <set>
 #include <string>
 
@@ -14,7 +15,6 @@ namespace vellmoor {
 namespace {
 
 using testing::AllOf;
-using testing::Contains;
 using testing::Each;
 using testing::ElementsAre;
 using testing::Field;
@@ -26,7 +26,7 @@ const LinuxEnvironment environment = linuxEnvironmentOf("/home/u");
 
 std::vector<RootPattern> crashReportsBelow(const std::string& folder) {
     std::vector<RootPattern> patterns = browserCrashReports(environment);
-    std::erase_if(patterns, [&](const RootPattern& pattern) { return pattern.base != folder + "/Crash Reports"; });
+    std::erase_if(patterns, [&](const RootPattern& pattern) { return pattern.base != folder; });
     return patterns;
 }
 
@@ -57,7 +57,7 @@ TEST(LinuxBrowsers, NoUserDataFolderBelongsToTwoBrowsers) {
 TEST(LinuxBrowsers, AFlatpakIsKnownByItsIdOnly) {
     for (const LinuxBrowser& browser : linuxBrowsers(environment)) {
         if (browser.name.ends_with(" (Flatpak)")) {
-            EXPECT_THAT(browser.tokens, ElementsAre(StartsWith("flatpak:"))) << browser.name;
+            EXPECT_THAT(browser.tokens, Each(StartsWith("flatpak:"))) << browser.name;
         }
     }
 }
@@ -70,33 +70,54 @@ TEST(LinuxBrowsers, ASnapIsKnownByItsNameOnly) {
     }
 }
 
-TEST(LinuxBrowsers, TheCacheNamesOfEveryNativeBrowserAreKnown) {
-    std::vector<std::string> names;
-    for (const BusyNames& busy : browserCacheNames()) {
-        names.insert(names.end(), busy.names.begin(), busy.names.end());
-    }
-    EXPECT_THAT(names, ElementsAre("mozilla", "google-chrome*", "chromium", "microsoft-edge*", "BraveSoftware",
-                                   "vivaldi*", "opera*", "epiphany"));
+/// What is owned directly below the folder by the name of the child.
+std::vector<OwnedFolders> ownedChildren(const std::filesystem::path& folder) {
+    std::vector<OwnedFolders> owned = linuxOwnedFolders(environment);
+    std::erase_if(owned, [&](const OwnedFolders& one) { return one.folder != folder || one.names.empty(); });
+    return owned;
 }
 
-TEST(LinuxBrowsers, ACacheNameIsInUseWhileItsNativeBrowserRuns) {
-    EXPECT_THAT(browserCacheNames(),
-                Contains(AllOf(Field(&BusyNames::names, ElementsAre("mozilla")),
-                               Field(&BusyNames::owners, ElementsAre("firefox", "firefox-esr", "firefox-bin")))));
+TEST(LinuxBrowsers, TheCacheNamesOfEveryNativeBrowserAreKnown) {
+    std::vector<std::string> names;
+    std::ranges::transform(ownedChildren("/home/u/.cache"), std::back_inserter(names), &OwnedFolders::names);
+    EXPECT_THAT(names,
+                ElementsAre("mozilla", "google-chrome*", "chromium", "microsoft-edge*", "BraveSoftware", "vivaldi*",
+                            "opera*", "librewolf", "waterfox", "zen", "floorp", "epiphany", "thunderbird"));
+}
+
+TEST(LinuxBrowsers, ThunderbirdUsesItsCacheInEveryPackaging) {
+    const OwnedFolders cache = ownedChildren("/home/u/.cache").back();
+    EXPECT_EQ(cache.owner, "Thunderbird");
+    EXPECT_THAT(cache.tokens,
+                ElementsAre("thunderbird", "thunderbird-bin", "flatpak:org.mozilla.Thunderbird", "snap:thunderbird"));
+}
+
+TEST(LinuxBrowsers, FlatpaksAndSnapsUseTheirOwnFolders) {
+    EXPECT_THAT(ownedChildren("/home/u/.var/app"), ElementsAre(Field(&OwnedFolders::tokens, ElementsAre("flatpak:"))));
+    EXPECT_THAT(ownedChildren("/home/u/snap"), ElementsAre(Field(&OwnedFolders::tokens, ElementsAre("snap:"))));
+    EXPECT_THAT(ownedChildren("/home/u/.snap/data"), ElementsAre(Field(&OwnedFolders::tokens, ElementsAre("snap:"))));
+}
+
+TEST(LinuxBrowsers, UngoogledChromiumIsAChromiumFlatpak) {
+    const std::vector<LinuxBrowser> browsers = linuxBrowsers(environment);
+    const auto chromium = std::ranges::find(browsers, "Chromium (Flatpak)", &LinuxBrowser::name);
+    ASSERT_NE(chromium, browsers.end());
+    EXPECT_THAT(chromium->tokens, ElementsAre("flatpak:org.chromium.Chromium",
+                                              "flatpak:io.github.ungoogled_software.ungoogled_chromium"));
 }
 
 TEST(LinuxBrowsers, FirefoxReportsAreThoseThatWaitOrWereSent) {
-    const auto patterns = crashReportsBelow("/home/u/.mozilla/firefox");
-    ASSERT_EQ(patterns.size(), 1U);
-    EXPECT_THAT(patterns[0].components, ElementsAre("pending|submitted", "*"));
-    EXPECT_THAT(patterns[0].owners, Contains("firefox"));
+    for (const char* folder : {"/home/u/.mozilla/firefox", "/home/u/.librewolf"}) {
+        const auto patterns = crashReportsBelow(folder);
+        ASSERT_EQ(patterns.size(), 1U);
+        EXPECT_EQ(patterns[0].below, "Crash Reports/pending|submitted/*");
+    }
 }
 
 TEST(LinuxBrowsers, ChromiumReportsAreThoseOfItsFourFolders) {
     const auto patterns = crashReportsBelow("/home/u/.var/app/com.google.Chrome/config/google-chrome");
     ASSERT_EQ(patterns.size(), 1U);
-    EXPECT_THAT(patterns[0].components, ElementsAre("completed|pending|new|attachments", "*"));
-    EXPECT_THAT(patterns[0].owners, ElementsAre("flatpak:com.google.Chrome"));
+    EXPECT_EQ(patterns[0].below, "Crash Reports/completed|pending|new|attachments/*");
 }
 
 TEST(LinuxBrowsers, GnomeWebKeepsNoCrashReports) {

@@ -11,12 +11,12 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using Variables = std::map<std::string, std::string, std::less<>>;
 
-LinuxEnvironment read(const Variables& variables) {
+LinuxEnvironment read(const Variables& variables, const std::filesystem::path& ownProgram = "/usr/bin/vellmoor") {
     const auto lookup = [&](std::string_view name) -> std::optional<std::string> {
         const auto found = variables.find(name);
         return found == variables.end() ? std::nullopt : std::optional(found->second);
     };
-    return linuxEnvironment(lookup, "/home/account");
+    return linuxEnvironment(lookup, "/home/account", ownProgram);
 }
 
 TEST(LinuxEnvironment, WithoutVariablesHasTheDefaults) {
@@ -43,19 +43,18 @@ TEST(LinuxEnvironment, AHomeIsTakenLexically) {
     EXPECT_EQ(read({{"HOME", "/home/user/"}}).config, "/home/user/.config");
 }
 
-TEST(LinuxEnvironment, ABaseFolderThatHoldsTheHomeCountsAsUnset) {
-    for (const char* folder : {"/home/user", "/home/user/", "/home", "/"}) {
+TEST(LinuxEnvironment, ABaseFolderIsUsedAsSetEvenWhereItHoldsTheHome) {
+    for (const char* folder : {"/home/user", "/home"}) {
         const LinuxEnvironment environment = read({{"HOME", "/home/user"},
                                                    {"XDG_CONFIG_HOME", folder},
                                                    {"XDG_CACHE_HOME", folder},
                                                    {"XDG_DATA_HOME", folder},
                                                    {"XDG_STATE_HOME", folder}});
-        EXPECT_EQ(environment.config, "/home/user/.config") << folder;
-        EXPECT_EQ(environment.cache, "/home/user/.cache") << folder;
-        EXPECT_EQ(environment.data, "/home/user/.local/share") << folder;
-        EXPECT_EQ(environment.state, "/home/user/.local/state") << folder;
+        EXPECT_EQ(environment.config, folder);
+        EXPECT_EQ(environment.cache, folder);
+        EXPECT_EQ(environment.data, folder);
+        EXPECT_EQ(environment.state, folder);
     }
-    EXPECT_EQ(read({{"HOME", "/home/user"}, {"XDG_CACHE_HOME", "/home/user2"}}).cache, "/home/user2");
 }
 
 TEST(LinuxEnvironment, EmptyAndRelativeBaseFoldersCountAsUnset) {
@@ -70,6 +69,20 @@ TEST(LinuxEnvironment, EmptyAndRelativeBaseFoldersCountAsUnset) {
     EXPECT_EQ(environment.data, "/home/user/.local/share");
     EXPECT_EQ(environment.state, "/home/user/.local/state");
     EXPECT_EQ(environment.runtime, "");
+}
+
+TEST(LinuxEnvironment, AnAppImageIsOursWhenOurProgramLiesInItsMount) {
+    const Variables variables{{"APPIMAGE", "/home/user/Vellmoor.AppImage"}, {"APPDIR", "/tmp/.mount_x"}};
+    EXPECT_EQ(read(variables, "/tmp/.mount_x/usr/bin/vellmoor").ownAppImage, "/home/user/Vellmoor.AppImage");
+    EXPECT_EQ(read(variables, "/usr/bin/vellmoor").ownAppImage, "");
+    EXPECT_EQ(read(variables, "/tmp/.mount_xy/vellmoor").ownAppImage, "");
+    EXPECT_EQ(read({{"APPIMAGE", "/home/user/Other.AppImage"}}).ownAppImage, "");
+}
+
+TEST(LinuxEnvironment, ThePathHasItsAbsolutePartsOnly) {
+    EXPECT_THAT(read({{"PATH", "/usr/bin:bin::./x:/opt/tool/bin/"}}).programPath,
+                ElementsAre("/usr/bin", "/opt/tool/bin"));
+    EXPECT_THAT(read({}).programPath, IsEmpty());
 }
 
 TEST(LinuxEnvironment, AbsoluteBaseFoldersAreUsed) {
@@ -90,6 +103,12 @@ TEST(LinuxEnvironment, ToolFoldersNeedAnAbsoluteValueAndKeepTheDefault) {
     EXPECT_THAT(environment.toolFolder("CARGO_HOME", "/opt/cargo"), ElementsAre("/opt/cargo"));
     EXPECT_THAT(environment.toolFolder("GOPATH", "/home/account/go"), ElementsAre("/home/account/go"));
     EXPECT_THAT(environment.toolFolder("GOCACHE", "/x"), ElementsAre("/x"));
+}
+
+TEST(LinuxEnvironment, OfSeveralGoFoldersTheFirstUsableOneCounts) {
+    EXPECT_THAT(read({{"GOPATH", "go:/fast/go:/slow/go"}}).toolFolder("GOPATH", "/home/account/go"),
+                ElementsAre("/fast/go", "/home/account/go"));
+    EXPECT_FALSE(read({{"GOPATH", ":go:"}}).toolFolders.contains("GOPATH"));
 }
 
 TEST(LinuxEnvironment, DesktopNamesAreSeparatedByColons) {

@@ -6,6 +6,7 @@
 #include <array>
 #include <cerrno>
 #include <climits>
+#include <cstdarg>
 #include <cstddef>
 #include <cstring>
 #include <dirent.h>
@@ -15,6 +16,7 @@
 #include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace vellmoor::test {
 namespace {
@@ -31,9 +33,19 @@ struct State {
 std::mutex mutex;
 std::optional<State> state;
 const DarwinTraits plain;
+std::vector<std::string> logged;
 
 constexpr int mayFetch = 0, mayNotFetch = 1;
+constexpr int typeOfFetching = 3, scopeOfThread = 1; // IOPOL_TYPE_VFS_MATERIALIZE_DATALESS_FILES, IOPOL_SCOPE_THREAD
 thread_local int policy = mayFetch;
+
+constexpr int doNotWait = 2;               // MNT_NOWAIT
+constexpr unsigned ordinaryUrgency = 0x15; // QOS_CLASS_DEFAULT
+thread_local unsigned urgency = ordinaryUrgency;
+
+// What the kernel writes, as its public headers declare it; where one of these does not hold, the tests over this
+// stand-in show nothing of a Mac.
+static_assert(sizeof(attribute_set_t) == 20 && sizeof(attrreference_t) == 8 && sizeof(timespec) == 16);
 
 const DarwinTraits& traits() {
     return state ? state->traits : plain;
@@ -259,8 +271,17 @@ std::multiset<std::string> DarwinSystem::statted() const {
     return state->statted;
 }
 
+std::vector<std::string> takeLog() {
+    const std::lock_guard lock(mutex);
+    return std::exchange(logged, {});
+}
+
 bool threadMayFetch() {
     return policy == mayFetch;
+}
+
+unsigned urgencyOfThread() {
+    return urgency;
 }
 
 } // namespace vellmoor::test
@@ -310,8 +331,44 @@ int darwin_statfs(const char* path, struct darwin_statfs* facts) {
     return 0;
 }
 
-int darwin_getfsstat(struct darwin_statfs* list, int bytes, int /*mode*/) {
+struct darwin_log {
+    std::string name;
+};
+
+darwin_log_t darwin_log_create(const char* subsystem, const char* category) {
+    return new darwin_log{std::string(subsystem) + "/" + category}; // as there: it is never given back
+}
+
+// Texts ("s") and numbers ("ld") only, each with its kind of openness.
+void darwin_log_error(darwin_log_t log, const char* format, ...) {
+    std::string line = log->name + ": ";
+    va_list arguments;
+    va_start(arguments, format);
+    for (std::string_view rest = format; !rest.empty();) {
+        if (!rest.starts_with("%{")) {
+            line += rest.front();
+            rest.remove_prefix(1);
+            continue;
+        }
+        const bool isPublic = rest.starts_with("%{public}");
+        rest.remove_prefix(rest.find('}') + 1);
+        const bool isText = rest.starts_with("s");
+        const std::string value = isText ? va_arg(arguments, const char*) : std::to_string(va_arg(arguments, long));
+        line += isPublic ? value : "<private>";
+        rest.remove_prefix(isText ? 1 : 2);
+    }
+    va_end(arguments);
     const std::lock_guard lock(mutex);
+    logged.push_back(line);
+}
+
+// Waiting for what a dead server would say is an error here.
+int darwin_getfsstat(struct darwin_statfs* list, int bytes, int mode) {
+    const std::lock_guard lock(mutex);
+    if (mode != doNotWait) {
+        errno = EINVAL;
+        return -1;
+    }
     const auto& mounts = traits().mounts;
     const std::size_t room = list == nullptr ? mounts.size() : static_cast<std::size_t>(bytes) / sizeof *list;
     const std::size_t count = std::min(room, mounts.size());
@@ -339,11 +396,61 @@ int darwin_getattrlistbulk(int fd, void* wanted, void* buffer, std::size_t size,
                 std::span(static_cast<char*>(buffer), std::min(size, traits().batchBytes)));
 }
 
-int darwin_getiopolicy_np(int /*type*/, int /*scope*/) {
+// A policy of another type, or of the whole process, is not the one that is wanted: asking for it changes nothing.
+int darwin_getiopolicy_np(int type, int scope) {
+    if (type != typeOfFetching || scope != scopeOfThread) {
+        errno = EINVAL;
+        return -1;
+    }
     return policy;
 }
 
-int darwin_setiopolicy_np(int /*type*/, int /*scope*/, int value) {
+int darwin_setiopolicy_np(int type, int scope, int value) {
+    if (type != typeOfFetching || scope != scopeOfThread || (value != mayFetch && value != mayNotFetch)) {
+        errno = EINVAL;
+        return -1;
+    }
     policy = value;
+    return 0;
+}
+
+// Finder's information only, which is all that is ever asked of a single path.
+int darwin_getattrlist(const char* path, void* wanted, void* buffer, std::size_t size, unsigned options) {
+    const auto& list = *static_cast<const attrlist*>(wanted);
+    struct stat facts{};
+    const bool follows = (options & FSOPT_NOFOLLOW) == 0;
+    if ((follows ? ::stat(path, &facts) : ::lstat(path, &facts)) != 0) {
+        return -1;
+    }
+    if (list.bitmapcount != ATTR_BIT_MAP_COUNT || list.commonattr != ATTR_CMN_FNDRINFO || list.dirattr != 0) {
+        errno = EINVAL;
+        return -1;
+    }
+    struct {
+        std::uint32_t length;
+        std::array<unsigned char, 32> finderInfo;
+    } answer{};
+    static_assert(sizeof answer == 36);
+    std::array<char, PATH_MAX> resolved{};
+    const char* const asked = follows ? ::realpath(path, resolved.data()) : path;
+    const std::lock_guard lock(mutex);
+    noteCall();
+    answer.length = sizeof answer;
+    const bool isMarked = asked != nullptr && traits().bundles.contains(lastComponent(asked));
+    answer.finderInfo[8] = isMarked && !S_ISLNK(facts.st_mode) ? 0x20 : 0;
+    std::memcpy(buffer, &answer, std::min(size, sizeof answer));
+    return 0;
+}
+
+unsigned darwin_qos_class_self() {
+    return urgency;
+}
+
+int darwin_pthread_set_qos_class_self_np(unsigned qosClass, int relativePriority) {
+    constexpr std::array<unsigned, 5> known{0x21, 0x19, ordinaryUrgency, 0x11, 0x09};
+    if (std::ranges::find(known, qosClass) == known.end() || relativePriority > 0 || relativePriority < -15) {
+        return EINVAL;
+    }
+    urgency = qosClass;
     return 0;
 }

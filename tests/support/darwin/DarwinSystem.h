@@ -48,7 +48,13 @@ public:
     [[nodiscard]] std::multiset<std::string> statted() const;
 };
 
+/// The lines of the system's log as others see them: what is not public is "<private>". They are taken away by it.
+std::vector<std::string> takeLog();
+
 /// Whether this thread may fetch what lies in a cloud, as every thread may from its start.
 bool threadMayFetch();
+
+/// This thread's quality-of-service class; QOS_CLASS_DEFAULT (0x15) from its start.
+unsigned urgencyOfThread();
 
 } // namespace vellmoor::test

@@ -1,10 +1,12 @@
 #include "PropertyLists.h"
 
 #include "Files.h"
+#include "PropertyValue.h"
 
 #include <plist/plist.h>
 
 #include <cstdlib>
+#include <initializer_list>
 #include <memory>
 #include <string>
 #include <vector>
@@ -30,43 +32,40 @@ PlistPointer readDictionary(const Path& path) {
     return list && plist_get_node_type(list.get()) == PLIST_DICT ? std::move(list) : nullptr;
 }
 
-std::optional<std::string> text(plist_t node) {
-    if (node == nullptr || plist_get_node_type(node) != PLIST_STRING) {
-        return std::nullopt;
+PropertyValue valueOf(plist_t node) {
+    switch (plist_get_node_type(node)) {
+    case PLIST_STRING: {
+        // Not plist_get_string_val: it aborts on a text with a zero byte.
+        std::uint64_t length = 0;
+        const char* text = plist_get_string_ptr(node, &length);
+        return text == nullptr ? PropertyValue() : PropertyValue(std::string(text, length));
     }
-    // Not plist_get_string_val: it aborts on a text with a zero byte.
-    std::uint64_t length = 0;
-    const char* value = plist_get_string_ptr(node, &length);
-    return value == nullptr ? std::nullopt : std::optional<std::string>(std::in_place, value, length);
-}
-
-std::optional<std::string> text(plist_t dictionary, const char* key) {
-    return text(plist_dict_get_item(dictionary, key));
-}
-
-bool isTrue(plist_t node) {
-    if (node == nullptr || plist_get_node_type(node) != PLIST_BOOLEAN) {
-        return false;
+    case PLIST_BOOLEAN: {
+        std::uint8_t value = 0;
+        plist_get_bool_val(node, &value);
+        return value != 0 ? PropertyValue(true) : PropertyValue();
     }
-    std::uint8_t value = 0;
-    plist_get_bool_val(node, &value);
-    return value != 0;
-}
-
-// One element that is no text makes the whole list count as absent.
-std::vector<std::string> texts(plist_t node) {
-    std::vector<std::string> found;
-    if (node == nullptr || plist_get_node_type(node) != PLIST_ARRAY) {
-        return found;
-    }
-    for (std::uint32_t index = 0; index < plist_array_get_size(node); ++index) {
-        std::optional<std::string> element = text(plist_array_get_item(node, index));
-        if (!element) {
-            return {};
+    case PLIST_ARRAY: {
+        std::vector<PropertyValue> elements;
+        for (std::uint32_t index = 0; index < plist_array_get_size(node); ++index) {
+            elements.push_back(valueOf(plist_array_get_item(node, index)));
         }
-        found.push_back(*std::move(element));
+        return elements;
     }
-    return found;
+    default:
+        return {};
+    }
+}
+
+// The values of these keys that are there.
+PropertyDictionary valuesOf(plist_t dictionary, std::initializer_list<const char*> keys) {
+    PropertyDictionary values;
+    for (const char* key : keys) {
+        if (plist_t node = plist_dict_get_item(dictionary, key); node != nullptr) {
+            values.emplace(key, valueOf(node));
+        }
+    }
+    return values;
 }
 
 } // namespace
@@ -80,8 +79,7 @@ std::optional<BundleInfo> readBundleInfo(const Path& bundle) {
     if (!list) {
         return BundleInfo{};
     }
-    return BundleInfo{text(list.get(), "CFBundleIdentifier"), text(list.get(), "CFBundleDisplayName"),
-                      text(list.get(), "CFBundleName")};
+    return bundleInfoIn(valuesOf(list.get(), {"CFBundleIdentifier", "CFBundleDisplayName", "CFBundleName"}));
 }
 
 std::optional<LaunchAgent> readLaunchAgent(const Path& propertyList) {
@@ -89,13 +87,7 @@ std::optional<LaunchAgent> readLaunchAgent(const Path& propertyList) {
     if (!list) {
         return std::nullopt;
     }
-    LaunchAgent agent;
-    agent.label = text(list.get(), "Label");
-    agent.program = text(list.get(), "Program");
-    agent.arguments = texts(plist_dict_get_item(list.get(), "ProgramArguments"));
-    agent.hasKeepAlive = plist_dict_get_item(list.get(), "KeepAlive") != nullptr;
-    agent.runAtLoad = isTrue(plist_dict_get_item(list.get(), "RunAtLoad"));
-    return agent;
+    return launchAgentIn(valuesOf(list.get(), {"Label", "Program", "ProgramArguments", "KeepAlive", "RunAtLoad"}));
 }
 
 std::string binaryPropertyList(const std::string& xml) {

@@ -60,6 +60,15 @@ TEST(VolumeLabel, TheLinkThatLeadsToTheDeviceIsTheLabelWithItsEscapesUndone) {
     EXPECT_EQ(labelOf(device, folder / "missing"), std::nullopt);
 }
 
+TEST(VolumeLabel, ItIsReadOfTheSystemBelowTheRoot) {
+    const test::TemporaryFolder root;
+    const std::filesystem::path device = root.file("dev/sda1");
+    root.link("../../sda1", "dev/disk/by-label/Spare");
+    root.text("proc/self/mountinfo", "22 1 8:1 / / rw - ext4 " + device.string() + " rw\n");
+    EXPECT_EQ(volumeLabelOf(root.path(), root.path()), "Spare");
+    EXPECT_EQ(volumeLabelOf(root.path(), root / "another"), std::nullopt);
+}
+
 TEST(DesktopTools, TheRunningDesktopsMonitorComesFirstAndOnce) {
     const auto monitors = systemMonitors({"XFCE"});
     EXPECT_EQ(monitors.front(), "xfce4-taskmanager");

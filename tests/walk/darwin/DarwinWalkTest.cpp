@@ -1,4 +1,5 @@
 // What is macOS's own in a walk. The system's calls come from tests/support/darwin, the folders are real.
+#include "DarwinAbi.h"
 #include "DarwinSystem.h"
 #include "Recorder.h"
 #include "TemporaryFolder.h"
@@ -10,6 +11,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <cstring>
+#include <map>
 #include <mutex>
 #include <sys/stat.h>
 #include <thread>
@@ -93,9 +95,28 @@ TEST(DarwinWalk, NoEntryCostsACallOfItsOwn) {
     home.fifo("pipe");
     const DarwinSystem darwin({});
     Recorder recorder(home.path());
-    record(recorder, home.path());
+    (void)record(recorder, home.path());
     EXPECT_EQ(recorder.visits, 4U);
     EXPECT_THAT(darwin.statted(), ElementsAre("", "")); // each folder that was opened
+}
+
+TEST(DarwinWalk, EveryHelperIsAsUrgentAsTheThreadThatWalks) {
+    const TemporaryFolder home;
+    fill(home);
+    std::mutex lock;
+    std::map<unsigned, unsigned> urgencies; // how many visits had which
+    std::thread([&] {
+        darwin_pthread_set_qos_class_self_np(0x19, 0); // QOS_CLASS_USER_INITIATED
+        Recorder recorder(home.path());
+        recorder.onEntry = [&](const Entry&) {
+            const std::scoped_lock guard(lock);
+            ++urgencies[vellmoor::test::urgencyOfThread()];
+            return Action::Continue;
+        };
+        (void)record(recorder, home.path(), 4);
+    }).join();
+    ASSERT_EQ(urgencies.size(), 1U);
+    EXPECT_EQ(urgencies.begin()->first, 0x19U);
 }
 
 TEST(DarwinWalk, WhatIsMarkedHiddenIsNeitherVisitedNorEntered) {
@@ -112,7 +133,7 @@ TEST(DarwinWalk, WhatIsMarkedHiddenIsNeitherVisitedNorEntered) {
     Options options;
     options.skipHidden = false;
     Recorder everything(home.path());
-    walk(home.path(), options, everything);
+    EXPECT_EQ(walk(home.path(), options, everything), Outcome::Complete);
     EXPECT_EQ(everything.visits, 5U);
 }
 
@@ -198,7 +219,7 @@ TEST(DarwinWalk, NoThreadOfTheWalkMayFetchAndTheCallersMayAgainAfterwards) {
     Recorder recorder(home.path());
     {
         const ThreadPolicy outer;
-        record(recorder, home.path(), 1);
+        (void)record(recorder, home.path(), 1);
         EXPECT_FALSE(threadMayFetch()); // as it was
     }
 }

@@ -165,7 +165,7 @@ std::string visitsWithALateMount(const TemporaryFolder& home, const std::string&
         }
         return Action::Continue;
     };
-    record(recorder, home.path(), 1);
+    (void)record(recorder, home.path(), 1);
     return error == 0 ? joined(recorder.all()) : std::strerror(error);
 }
 

@@ -13,6 +13,8 @@ namespace {
 
 using ::testing::IsEmpty;
 using ::testing::UnorderedElementsAre;
+using vellmoor::test::AlmostNoDescriptors;
+using vellmoor::test::openDescriptors;
 using vellmoor::test::ScopedUnprivileged;
 using vellmoor::test::TemporaryFolder;
 
@@ -25,7 +27,7 @@ TEST(WalkCalls, FactsAreAskedForOnceAndOnlyForFilesAndFolders) {
     home.file(".hidden");
     Recorder recorder(home.path());
     const SystemCalls calls;
-    record(recorder, home.path());
+    (void)record(recorder, home.path());
     EXPECT_EQ(recorder.visits, 5U);
     EXPECT_THAT(calls.names(), UnorderedElementsAre("file", "folder", "inner"));
 }
@@ -37,7 +39,7 @@ TEST(WalkCalls, AFileSystemThatTellsNoTypesGivesTheSameVisits) {
     home.link("folder", "link");
     home.fifo("pipe");
     Recorder plain(home.path());
-    record(plain, home.path());
+    (void)record(plain, home.path());
     Recorder unknown(home.path());
     const SystemCalls calls;
     SystemCalls::hideTypes();
@@ -81,7 +83,7 @@ TEST(WalkCalls, NoDescriptorStaysOpen) {
     for (const Action action : {Action::Continue, Action::Prune, Action::Stop}) {
         Recorder recorder(home.path());
         recorder.onEntry = [&](const Entry& entry) { return entry.depth == 2 ? action : Action::Continue; };
-        record(recorder, home.path(), 4);
+        (void)record(recorder, home.path(), 4);
         EXPECT_EQ(openDescriptors(), before);
     }
 }

@@ -10,5 +10,5 @@ set(CMAKE_OBJCXX_COMPILE_OBJECT
   "<CMAKE_OBJCXX_COMPILER> <DEFINES> <INCLUDES> -x objective-c++ <FLAGS> -o <OBJECT> -c <SOURCE>"
   "<CMAKE_OBJCXX_COMPILER> <DEFINES> <INCLUDES> -x objective-c++ <FLAGS> --analyze -Xclang -analyzer-output=text -Xclang -analyzer-werror -Xclang -analyzer-checker=osx,nullability -o <OBJECT>.text <SOURCE>")
 foreach(language CXX OBJCXX)
-  set(CMAKE_${language}_LINK_EXECUTABLE "${CMAKE_CURRENT_LIST_DIR}/../stand-ins/link.py -o <TARGET> <OBJECTS> <LINK_LIBRARIES>")
+  set(CMAKE_${language}_LINK_EXECUTABLE "${CMAKE_CURRENT_LIST_DIR}/../stand-ins/link.py --names ${VELLMOOR_MACOS_SDK}/names -o <TARGET> <OBJECTS> <LINK_LIBRARIES>")
 endforeach()

@@ -1,7 +1,9 @@
 #!/usr/bin/env python3
 """Stands in for the linker of a Mac: looks whether every symbol of the program's own is defined by its objects and
-libraries, and writes an empty program. What Qt, libc++ and the frameworks define cannot be seen here.
-usage: link.py -o PROGRAM OBJECT... LIBRARY..."""
+libraries and every class and function of Apple's by a framework that is linked, and writes an empty program. What Qt and
+libc++ define cannot be seen here.
+usage: link.py --names FOLDER -o PROGRAM OBJECT... LIBRARY..."""
+import pathlib
 import re
 import shlex
 import struct
@@ -10,6 +12,32 @@ import sys
 UNDEFINED, EXTERNAL = 0x0, 0x1
 # A function in no namespace is Qt's (qHash, qt_assert), or one of the tests or of generated code.
 OWN = re.compile(r"^__Z.*8vellmoor|^__Z\d+(?=\D)(?!q(?!ml_register_types_(?!Qt))|Q[A-Z])")
+
+
+FRAMEWORKS = ("Foundation", "AppKit", "CoreGraphics", "CoreFoundation", "CoreServices", "ApplicationServices")
+BROUGHT_ALONG = {"CoreFoundation": "Foundation"}  # Foundation passes its symbols on
+
+
+def homes_of(names):
+    """The frameworks that the description of the SDK names for each symbol."""
+    homes = {}
+    for framework in FRAMEWORKS:
+        text = (names / f"{framework}.d.ts").read_text(encoding="utf-8")
+        for kind, name in re.findall(r"^declare (class|function|const|let|var) (\w+)", text, re.M):
+            homes.setdefault(f"_OBJC_CLASS_$_{name}" if kind == "class" else f"_{name}", set()).add(framework)
+    return homes
+
+
+def unlinked(wanted, defined, linked, names):
+    """(symbol, its framework) of what no framework on the command line has."""
+    homes = homes_of(names)
+    for name in sorted(wanted):
+        symbol = name.replace("_OBJC_METACLASS_$_", "_OBJC_CLASS_$_")
+        if name in defined or symbol == "_OBJC_CLASS_$_NSObject" or not (symbol in homes or symbol.startswith("_OBJC_CLASS_$_")):
+            continue
+        found = homes.get(symbol, set())
+        if not any(home in linked or BROUGHT_ALONG.get(home) in linked for home in found):
+            yield name, " or ".join(sorted(found)) or "a framework that the check does not know"
 
 
 def objects_of(path):
@@ -52,16 +80,17 @@ def symbols_of(where, data):
 
 def main():
     arguments = sys.argv[1:]
-    if len(arguments) < 3 or arguments[0] != "-o":
+    if len(arguments) < 5 or arguments[0] != "--names" or arguments[2] != "-o":
         raise SystemExit(__doc__)
-    program, inputs = arguments[1], []
-    for item in arguments[2:]:
+    names, program, inputs = pathlib.Path(arguments[1]), arguments[3], []
+    for item in arguments[4:]:
         inputs += shlex.split(open(item[1:], encoding="utf-8").read()) if item.startswith("@") else [item]
     defined, wanted, unknown = set(), {}, []
-    skip = False
+    skip, linked = False, set()
     for item in inputs:
         if skip:
             skip = False
+            linked.add(item)
         elif item == "-framework":
             skip = True
         elif item.endswith((".o", ".a")) and not item.startswith("/usr/"):
@@ -78,7 +107,10 @@ def main():
         print(f"{program}: no definition of {name}, which {wanted[name]} uses")
     for item in unknown:
         print(f"{program}: there is no library {item} on a Mac")
-    if missing or unknown:
+    strangers = list(unlinked(wanted, defined, linked, names))
+    for name, framework in strangers:
+        print(f"{program}: {name.removeprefix('_OBJC_CLASS_$_')} is in {framework}, which is not linked")
+    if missing or unknown or strangers:
         raise SystemExit(1)
     open(program, "w").close()
 

@@ -1,5 +1,6 @@
 #include "HostSession.h"
 
+#include "FolderVariables.h"
 #include "LinuxPlatform.h"
 #include "layouts/LinuxEnvironment.h"
 
@@ -18,6 +19,7 @@ std::expected<bool, std::string> isForReal(const Arguments& /*arguments*/, Layou
 }
 
 Session openHost(const Arguments& arguments) {
+    unsetUnusableFolders();
     Session session;
     session.platform = std::make_unique<LinuxPlatform>();
     session.layout = linuxLayout(arguments.home ? linuxEnvironmentOf(*arguments.home) : processEnvironment(),

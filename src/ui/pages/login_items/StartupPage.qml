@@ -14,8 +14,6 @@ GlassPanel {
     required property WindowModel vm
     readonly property bool updating: vm.changingStartupRow >= 0
 
-    signal changeAsked(int row, string name, bool enabled)
-
     ColumnLayout {
         anchors.bottomMargin: 1
         anchors.fill: parent
@@ -56,6 +54,33 @@ GlassPanel {
             spoken: true
             text: root.updating ? L.tr("正在更新启动项...") : L.tr("禁用后会移到 LaunchAgents.disabled，可随时恢复")
             wrapMode: Text.Wrap
+        }
+
+        RowLayout {
+            id: failure
+
+            Accessible.name: root.vm.actionFailure
+            Accessible.role: Accessible.AlertMessage
+            Layout.fillWidth: true
+            Layout.leftMargin: 4
+            objectName: "startupFailure"
+            spacing: 8
+            visible: root.vm.actionFailure !== ""
+
+            Symbol {
+                Layout.alignment: Qt.AlignTop
+                color: Colors.red
+                name: "exclamationmark.triangle.fill"
+                size: 16
+            }
+
+            BodyText {
+                Layout.fillWidth: true
+                elide: Text.ElideNone
+                objectName: "startupFailure.text"
+                text: root.vm.actionFailure
+                wrapMode: Text.Wrap
+            }
         }
 
         Rectangle {
@@ -108,7 +133,7 @@ GlassPanel {
                 locked: root.vm.scan.scanning || root.vm.scan.cleaning
                 width: ListView.view.width - 10
 
-                onChangeAsked: root.changeAsked(index, name, startsEnabled)
+                onChangeAsked: root.vm.question.askStartup(index)
                 onRevealAsked: root.vm.startup.reveal(index)
             }
             footer: Item {

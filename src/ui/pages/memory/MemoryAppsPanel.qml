@@ -12,8 +12,6 @@ GlassPanel {
 
     required property WindowModel vm
 
-    signal quitAsked(int row, string name)
-
     implicitHeight: content.implicitHeight + 18
 
     ColumnLayout {
@@ -66,7 +64,7 @@ GlassPanel {
                 Layout.fillWidth: true
 
                 onMonitorAsked: root.vm.openSystemMonitor()
-                onQuitAsked: root.quitAsked(index, name)
+                onQuitAsked: root.vm.question.askQuit(index)
             }
         }
 

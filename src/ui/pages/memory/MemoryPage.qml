@@ -14,11 +14,10 @@ ScrollColumn {
 
     required property WindowModel vm
 
-    signal quitAsked(int row, string name)
-
     MemoryStatusPanel {
         Layout.fillWidth: true
         memory: root.vm.memory
+        parts: root.vm.memoryParts
     }
 
     GlassPanel {
@@ -62,7 +61,5 @@ ScrollColumn {
     MemoryAppsPanel {
         Layout.fillWidth: true
         vm: root.vm
-
-        onQuitAsked: (row, name) => root.quitAsked(row, name)
     }
 }

@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 import Vellmoor.Controls
+import Vellmoor.Lists
 import Vellmoor.Models
 import Vellmoor.Theme
 
@@ -9,6 +10,7 @@ GlassPanel {
     id: root
 
     required property MemoryModel memory
+    required property MemoryPartModel parts
 
     implicitHeight: content.implicitHeight + 24
 
@@ -76,6 +78,56 @@ GlassPanel {
                     value: root.memory.reclaimable
                 }
             }
+        }
+
+        PartsBar {
+            Layout.fillWidth: true
+            part: "memoryPart"
+            segments: root.parts
+            visible: root.memory.known
+        }
+
+        Flow {
+            Layout.fillWidth: true
+            spacing: Metrics.wideGap
+            visible: root.memory.known
+
+            Repeater {
+                model: root.parts
+
+                Row {
+                    id: entry
+
+                    required property string title
+                    required property string value
+                    required property string tint
+
+                    spacing: 6
+
+                    Rectangle {
+                        anchors.verticalCenter: parent.verticalCenter
+                        color: Colors.tint(entry.tint)
+                        height: 8
+                        radius: 4
+                        width: 8
+                    }
+
+                    Caption {
+                        elide: Text.ElideNone
+                        text: entry.title + " " + entry.value
+                    }
+                }
+            }
+        }
+
+        Caption {
+            Layout.fillWidth: true
+            elide: Text.ElideNone
+            objectName: "cachesNote"
+            spoken: true
+            text: L.tr("文件缓存，程序需要内存时会自动归还")
+            visible: root.memory.hasCaches
+            wrapMode: Text.Wrap
         }
     }
 }

@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 import Vellmoor.Controls
+import Vellmoor.Lists
 import Vellmoor.Models
 import Vellmoor.Theme
 
@@ -36,7 +37,7 @@ GlassPanel {
             text: root.vm.scan.diskSummary
         }
 
-        StorageBar {
+        PartsBar {
             Layout.fillWidth: true
             opacity: root.vm.scan.scanned ? 1 : 0.35
             segments: root.vm.segments

@@ -11,7 +11,7 @@ Sheet {
     required property WindowModel vm
     readonly property ReportModel report: vm.report
 
-    wantedHeight: report.failed ? 540 : 480
+    wantedHeight: report.failed || report.noteLines.length > 0 ? 540 : 480
     objectName: "result"
     title: report.title
     wantedWidth: 720

@@ -1,3 +1,4 @@
+// qmllint disable unqualified
 import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
@@ -5,7 +6,7 @@ import Vellmoor.Controls
 import Vellmoor.Models
 import Vellmoor.Theme
 
-// Why paths failed, or that none did.
+// Why paths failed or were kept, or that none did.
 Rectangle {
     id: root
 
@@ -15,26 +16,34 @@ Rectangle {
     color: Colors.popup
     radius: Metrics.rowRadius
 
-    ColumnLayout {
-        anchors.fill: parent
-        anchors.margins: 14
+    // Lines under a heading, as many as there is room for.
+    component Lines: ColumnLayout {
+        id: lines
+
+        property alias listName: list.objectName
+        required property var model
+        required property string symbol
+        required property color tint
+        required property string title
+
         spacing: Metrics.gap
-        visible: root.report.failed
+        visible: list.count > 0
 
         Subheading {
-            text: L.tr("失败原因")
+            text: lines.title
         }
 
         ListView {
-            Accessible.name: L.tr("失败原因")
+            id: list
+
+            Accessible.name: lines.title
             Accessible.role: Accessible.List
             Layout.fillHeight: true
             Layout.fillWidth: true
             activeFocusOnTab: true
             boundsBehavior: Flickable.StopAtBounds
             clip: true
-            model: root.report.failureLines
-            objectName: "result.failures"
+            model: lines.model
             spacing: 6
 
             T.ScrollBar.vertical: ScrollLine {
@@ -52,14 +61,14 @@ Rectangle {
                 Symbol {
                     Layout.alignment: Qt.AlignTop
                     Layout.topMargin: 2
-                    color: Colors.red
-                    name: "xmark.circle"
+                    color: lines.tint
+                    name: lines.symbol
                     size: 14
                 }
 
                 BodyText {
                     Layout.fillWidth: true
-                    color: Colors.ink(Colors.red)
+                    color: Colors.ink(lines.tint)
                     elide: Text.ElideNone
                     text: line.modelData
                     wrapMode: Text.Wrap
@@ -68,10 +77,33 @@ Rectangle {
         }
     }
 
+    ColumnLayout {
+        anchors.fill: parent
+        anchors.margins: 14
+        spacing: 14
+        visible: root.report.failed || root.report.noteLines.length > 0
+
+        Lines {
+            listName: "result.failures"
+            model: root.report.failureLines
+            symbol: "xmark.circle"
+            tint: Colors.red
+            title: L.tr("失败原因")
+        }
+
+        Lines {
+            listName: "result.notes"
+            model: root.report.noteLines
+            symbol: "exclamationmark.triangle.fill"
+            tint: Colors.orange
+            title: L.tr("已保留及提示")
+        }
+    }
+
     Column {
         anchors.centerIn: parent
         spacing: 6
-        visible: !root.report.failed
+        visible: !root.report.failed && root.report.noteLines.length === 0
         width: parent.width - 28
 
         SymbolTile {
@@ -94,7 +126,27 @@ Rectangle {
             horizontalAlignment: Text.AlignHCenter
             spoken: true
             text: L.tr("选中项目已按确认执行。")
+            visible: root.report.caches === ""
             width: parent.width
+        }
+
+        BodyText {
+            color: Colors.vmSecondaryText
+            horizontalAlignment: Text.AlignHCenter
+            objectName: "result.caches"
+            spoken: true
+            text: root.report.caches
+            visible: text !== ""
+            width: parent.width
+        }
+
+        Caption {
+            horizontalAlignment: Text.AlignHCenter
+            spoken: true
+            text: L.tr("文件缓存，程序需要内存时会自动归还")
+            visible: root.report.caches !== ""
+            width: parent.width
+            wrapMode: Text.Wrap
         }
     }
 }

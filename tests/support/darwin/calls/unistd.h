@@ -4,3 +4,4 @@
 #include_next <unistd.h>
 
 #define getattrlistbulk darwin_getattrlistbulk
+#define getattrlist darwin_getattrlist

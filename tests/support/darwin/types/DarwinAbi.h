@@ -32,3 +32,10 @@ int darwin_getfsstat(struct darwin_statfs* list, int bytes, int mode);
 int darwin_getattrlistbulk(int fd, void* wanted, void* buffer, std::size_t size, std::uint64_t options);
 int darwin_getiopolicy_np(int type, int scope);
 int darwin_setiopolicy_np(int type, int scope, int policy);
+int darwin_getattrlist(const char* path, void* wanted, void* buffer, std::size_t size, unsigned options);
+unsigned darwin_qos_class_self();
+int darwin_pthread_set_qos_class_self_np(unsigned qosClass, int relativePriority);
+
+using darwin_log_t = const struct darwin_log*;
+darwin_log_t darwin_log_create(const char* subsystem, const char* category);
+void darwin_log_error(darwin_log_t log, const char* format, ...);

@@ -17,17 +17,20 @@ typedef NS_ENUM(NSInteger, NSApplicationActivationPolicy) {
     NSApplicationActivationPolicyAccessory
 };
 @interface NSApplication : NSResponder
-@property(class, readonly, strong) __kindof NSApplication* sharedApplication;
 @property(nullable, readonly, strong) NSEvent* currentEvent;
-@property(readonly, copy) NSArray<NSWindow*>* windows;
 @property(nullable, strong) NSMenu* mainMenu;
-@property(readonly, getter=isActive) BOOL active;
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)activationPolicy;
 - (void)activate API_AVAILABLE(macos(14.0));
 - (void)activateIgnoringOtherApps:(BOOL)flag;
 - (void)unhide:(nullable id)sender;
 - (void)terminate:(nullable id)sender;
 - (BOOL)sendAction:(SEL)action to:(nullable id)target from:(nullable id)sender;
+@end
+typedef NSInteger NSModalResponse;
+@interface NSAlert : NSObject
+@property(copy) NSString* messageText;
+@property(copy) NSString* informativeText;
+- (NSModalResponse)runModal;
 @end
 FOUNDATION_EXPORT __kindof NSApplication* _Null_unspecified NSApp;
 FOUNDATION_EXPORT NSNotificationName NSApplicationDidFinishLaunchingNotification;

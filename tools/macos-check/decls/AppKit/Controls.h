@@ -53,7 +53,6 @@ FOUNDATION_EXPORT const CGFloat NSSquareStatusItemLength;
 @property(nullable, strong) NSMenu* submenu;
 @property(nullable, strong) id representedObject;
 @property(nullable, weak) id target;
-@property(getter=isEnabled) BOOL enabled;
 + (NSMenuItem*)separatorItem;
 @end
 @interface NSMenu : NSObject <NSCopying>

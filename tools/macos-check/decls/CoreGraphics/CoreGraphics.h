@@ -31,5 +31,5 @@ CF_EXPORT const CFStringRef kCGColorSpaceSRGB;
 CF_EXPORT CGColorSpaceRef CGColorSpaceCreateWithName(CFStringRef name);
 CF_EXPORT void CGColorSpaceRelease(CGColorSpaceRef space);
 CF_EXPORT CGContextRef CGBitmapContextCreate(void* data, size_t width, size_t height, size_t bitsPerComponent,
-                                             size_t bytesPerRow, CGColorSpaceRef space, uint32_t bitmapInfo);
+                                             size_t bytesPerRow, CGColorSpaceRef space, CGBitmapInfo bitmapInfo);
 CF_EXPORT void CGContextRelease(CGContextRef c);

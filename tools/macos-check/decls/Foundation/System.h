@@ -16,7 +16,6 @@ NS_ASSUME_NONNULL_BEGIN
 @interface NSTask : NSObject
 @property(nullable, copy) NSURL* executableURL API_AVAILABLE(macos(10.13));
 @property(nullable, copy) NSArray<NSString*>* arguments;
-@property(nullable, copy) NSDictionary<NSString*, NSString*>* environment;
 @property(nullable, retain) id standardOutput;
 @property(nullable, retain) id standardError;
 @property(readonly) int terminationStatus;
@@ -24,10 +23,15 @@ NS_ASSUME_NONNULL_BEGIN
 - (void)waitUntilExit;
 @end
 
+typedef NS_OPTIONS(uint64_t, NSActivityOptions) {
+    NSActivityIdleSystemSleepDisabled = (1ULL << 20),
+    NSActivityUserInitiated = (0x00FFFFFFULL | NSActivityIdleSystemSleepDisabled)
+};
 @interface NSProcessInfo : NSObject
 @property(class, readonly, strong) NSProcessInfo* processInfo;
 @property(readonly) unsigned long long physicalMemory;
-@property(readonly, copy) NSDictionary<NSString*, NSString*>* environment;
+- (id<NSObject>)beginActivityWithOptions:(NSActivityOptions)options reason:(NSString*)reason API_AVAILABLE(macos(10.9));
+- (void)endActivity:(id<NSObject>)activity API_AVAILABLE(macos(10.9));
 @end
 
 @interface NSUserDefaults : NSObject
@@ -57,6 +61,7 @@ typedef NSString* NSNotificationName;
             andSelector:(SEL)handleEventSelector
           forEventClass:(AEEventClass)eventClass
              andEventID:(AEEventID)eventID;
+- (void)removeEventHandlerForEventClass:(AEEventClass)eventClass andEventID:(AEEventID)eventID;
 @end
 
 @interface NSLocale : NSObject <NSCopying, NSSecureCoding>

@@ -32,7 +32,6 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 @end
 
 @interface NSValue : NSObject <NSCopying, NSSecureCoding>
-@property(readonly) const char* objCType NS_RETURNS_INNER_POINTER;
 @end
 @interface NSNumber : NSValue
 @property(readonly) BOOL boolValue;
@@ -42,12 +41,13 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 @end
 
 @interface NSDate : NSObject <NSCopying, NSSecureCoding>
-@property(readonly) NSTimeInterval timeIntervalSince1970;
 + (instancetype)date;
 + (instancetype)dateWithTimeIntervalSince1970:(NSTimeInterval)secs;
 @end
 
 typedef NSString* NSErrorDomain;
+FOUNDATION_EXPORT NSErrorDomain const NSCocoaErrorDomain;
+enum : NSInteger { NSFileWriteOutOfSpaceError = 640, NSFileWriteVolumeReadOnlyError = 642 };
 @interface NSError : NSObject <NSCopying, NSSecureCoding>
 @property(readonly, copy) NSErrorDomain domain;
 @property(readonly) NSInteger code;
@@ -58,17 +58,10 @@ typedef NSString* NSErrorDomain;
 @property(nullable, readonly, copy) NSString* reason;
 @end
 
-typedef NS_OPTIONS(NSUInteger, NSDataReadingOptions) {
-    NSDataReadingMappedIfSafe = 1UL << 0,
-    NSDataReadingUncached = 1UL << 1
-};
 @interface NSData : NSObject <NSCopying, NSSecureCoding>
 @property(readonly) NSUInteger length;
 @property(nullable, readonly) const void* bytes NS_RETURNS_INNER_POINTER;
 + (instancetype)dataWithBytes:(nullable const void*)bytes length:(NSUInteger)length;
-+ (nullable instancetype)dataWithContentsOfURL:(NSURL*)url
-                                       options:(NSDataReadingOptions)readOptionsMask
-                                         error:(NSError* _Nullable* _Nullable)errorPtr;
 @end
 
 NS_ASSUME_NONNULL_END

@@ -1,0 +1,271 @@
+#include "clean/CleanRun.h"
+
+#include "CheckedMath.h"
+#include "Paths.h"
+#include "PosixFiles.h"
+#include "applications/AppUninstaller.h"
+#include "memory/Memory.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <iterator>
+#include <thread>
+#include <utility>
+
+namespace vellmoor {
+namespace {
+
+constexpr std::size_t mostFailureLines = 5;
+constexpr std::size_t mostNotes = 50; // the outcomes have them all
+constexpr std::chrono::seconds askAgain{1};
+
+/// Whether the system might take `url` for something else than `standard`: a relative one depends on the current
+/// folder, and ".." leads elsewhere behind a link.
+bool isAmbiguous(const Platform& platform, const Path& url, const Path& standard) {
+    if (!url.is_absolute()) {
+        return true;
+    }
+    const bool climbs = std::ranges::find(url, Path("..")) != url.end();
+    return climbs && platform.realPlace(url) != platform.realPlace(standard);
+}
+
+/// The folders that the rules themselves open through links: users move whole folders to other disks.
+std::vector<Path> anchors(const EngineContext& context, const PathGuard& guard) {
+    std::vector<Path> all = guard.folders();
+    for (const JunkCategory& category : context.layout().junk) {
+        std::ranges::transform(category.roots, std::back_inserter(all), &RootPattern::base);
+    }
+    for (const BrowserTraces& browser : context.layout().privacy.browsers) {
+        for (const BrowserFolder& folder : browser.folders) {
+            all.insert(all.end(), {folder.userData, folder.cache});
+        }
+    }
+    std::erase_if(all, [](const Path& path) { return !path.is_absolute(); });
+    return all;
+}
+
+TrashPlaces placesOf(const EngineContext& context, const TrashedPaths& trashed, const PathGuard& guard) {
+    const TrashLayout& layout = context.layout().trash;
+    return {.home = homeTrash(layout),
+            .known = trashed.folders(),
+            .volumeForms = layout.volumeForms,
+            .anchors = anchors(context, guard)};
+}
+
+std::string line(const Path& path, const std::string& reason) {
+    return displayName(path) + ": " + reason;
+}
+
+} // namespace
+
+CleanRun::CleanRun(EngineContext& context, std::chrono::milliseconds settle)
+    : context_(context),
+      platform_(context.platform()),
+      settle_(settle),
+      guard_(platform_, context.layout()),
+      trashed_(TrashedPaths::of(context)),
+      session_(platform_.trashSession(placesOf(context, *trashed_, guard_))),
+      owners_(context) {}
+
+CleanupReport CleanRun::run(const CleanPlan& plan) {
+    report_.attemptedCount = plan.attempted;
+    report_.freedBytes = plan.estimate;
+    for (const CleanPlan::Row& row : plan.rows) {
+        if (row.item.module == CleanerModule::memoryOptimization) {
+            if (!context_.isCancelled()) {
+                optimize(row);
+            }
+        } else {
+            cleanRow(row);
+        }
+    }
+    session_->finish();
+    const bool moved = std::ranges::any_of(
+        report_.outcomes, [](const CleanupOutcome& outcome) { return outcome.fate == CleanupFate::Trashed; });
+    if (moved && !session_->seesNotes()) {
+        report_.notes.push_back(L::tr("项目由系统移到废纸篓，无法检查其回收记录"));
+    }
+    return std::move(report_);
+}
+
+void CleanRun::optimize(const CleanPlan::Row& row) {
+    report_.memoryBefore = memorySnapshot(context_);
+    MemoryOptimization result = optimizeMemory(context_);
+    if (result.succeeded) {
+        ++report_.removedCount;
+        report_.processedBytes = checkedAdd(report_.processedBytes, row.item.selectedBytes());
+        std::this_thread::sleep_for(settle_);
+    } else {
+        fail(std::move(result.message));
+    }
+    report_.memoryAfter = memorySnapshot(context_);
+}
+
+void CleanRun::cleanRow(const CleanPlan::Row& row) {
+    rowKept_.reset();
+    askedApplication_.reset();
+    owners_.refresh();
+    for (const CleanupTarget& target : row.targets) {
+        Answer answer = remove(row, target);
+        const bool stays = answer.fate == CleanupFate::Kept || answer.fate == CleanupFate::Failed;
+        if (isBody(row.item, target) && stays) {
+            rowKept_ = answer.reason; // what it has left behind is still in use
+        }
+        record(target, std::move(answer));
+    }
+}
+
+CleanRun::Answer CleanRun::remove(const CleanPlan::Row& row, const CleanupTarget& target) {
+    if (ended_ || context_.isCancelled()) { // what is at hand is finished first
+        return {.fate = CleanupFate::Untried, .reason = "", .place = {}, .note = ""};
+    }
+    const Path path = platform_.standardized(target.url);
+    std::optional<std::string> reason = refusal(target, path);
+    if (reason && !platform_.exists(path)) {
+        return {.fate = CleanupFate::Vanished, .reason = "", .place = {}, .note = ""};
+    }
+    if (reason) {
+        return {.fate = CleanupFate::Failed, .reason = std::move(*reason), .place = {}, .note = ""};
+    }
+    if (!rowKept_) {
+        if (const std::optional<std::string> user = runningUser(row, path)) {
+            std::string kept = L::tr("%@ 正在运行，已保留", *user);
+            if (row.item.module != CleanerModule::systemJunk) { // its rows hold the folders of many applications
+                rowKept_ = std::move(kept);
+            } else {
+                return {.fate = CleanupFate::Kept, .reason = std::move(kept), .place = {}, .note = ""};
+            }
+        }
+    }
+    if (rowKept_) {
+        const bool isThere = platform_.exists(path);
+        return {
+            .fate = isThere ? CleanupFate::Kept : CleanupFate::Vanished, .reason = *rowKept_, .place = {}, .note = ""};
+    }
+    return removeExisting(target, path);
+}
+
+/// The application that uses the path now, if one runs: asked at the start of a row and again each second.
+std::optional<std::string> CleanRun::runningUser(const CleanPlan::Row& row, const Path& path) {
+    if (row.item.appInfo) {
+        const auto now = std::chrono::steady_clock::now();
+        if (!askedApplication_ || now - *askedApplication_ >= askAgain) {
+            askedApplication_ = now;
+            if (applicationRuns(context_, row.item)) {
+                return row.item.title;
+            }
+        }
+        return std::nullopt;
+    }
+    const bool isAsked = row.item.module == CleanerModule::privacy || row.item.module == CleanerModule::systemJunk;
+    return isAsked ? owners_.ownerOf(path) : std::nullopt;
+}
+
+std::optional<std::string> CleanRun::refusal(const CleanupTarget& target, const Path& path) const {
+    return isAmbiguous(platform_, target.url, path) ? files::reason(EINVAL) : guard_.refusalReason(path);
+}
+
+/// Decides how one target is removed, and does it. A failed move to the Trash stays a failure: nothing is deleted in
+/// its place.
+CleanRun::Answer CleanRun::removeExisting(const CleanupTarget& target, const Path& path) {
+    if (isFlatpakBody(context_, path)) {
+        return removeFlatpak(target, path);
+    }
+    RemovalRequest request{.path = path, .identity = target.identity, .sameness = target.sameness};
+    const std::optional<Path> real = platform_.realPlace(path);
+    const auto trashed = real ? trashed_->find(path, *real) : std::nullopt;
+    if (!trashed && trashed_->names(path) && platform_.exists(path)) {
+        // A link leads out of the Trash, to something of the user's.
+        return {.fate = CleanupFate::Failed, .reason = files::reason(ELOOP), .place = {}, .note = ""};
+    }
+    if (trashed) {
+        request.path = trashed->path;
+    }
+    Removal removal = trashed ? session_->removeFromTrash(request, trashed->trash) : session_->moveToTrash(request);
+    const auto answer = [&](CleanupFate fate, std::string reason, bool endsClean = false) {
+        return Answer{.fate = fate,
+                      .reason = std::move(reason),
+                      .place = std::move(removal.place),
+                      .endsClean = endsClean,
+                      .note = removal.noteRemains ? L::tr("已移除，但其回收记录仍保留") : ""};
+    };
+    switch (removal.result) {
+    case RemovalResult::Done:
+        return answer(trashed ? CleanupFate::Removed : CleanupFate::Trashed, "");
+    case RemovalResult::Vanished:
+        return answer(CleanupFate::Vanished, "");
+    case RemovalResult::Changed:
+        return answer(CleanupFate::Kept, L::tr("自扫描后已更改，已保留"));
+    case RemovalResult::HoldsMount:
+        return answer(CleanupFate::Kept, L::tr("其中有挂载点，已保留"));
+    case RemovalResult::NoTrash:
+        return answer(CleanupFate::Failed, L::tr("此磁盘没有废纸篓"));
+    case RemovalResult::DiskFull:
+        return answer(CleanupFate::Failed, trashed ? removal.reason : L::tr("此磁盘已满，请先清空废纸篓"), true);
+    case RemovalResult::ReadOnly:
+        return answer(CleanupFate::Failed, removal.reason, true);
+    case RemovalResult::Failed:
+        break;
+    }
+    return answer(CleanupFate::Failed, removal.reason);
+}
+
+CleanRun::Answer CleanRun::removeFlatpak(const CleanupTarget& target, const Path& path) {
+    const std::optional<FileIdentity> found = platform_.identity(path);
+    if (target.identity && found && !isSame(*target.identity, *found, target.sameness)) {
+        return {.fate = CleanupFate::Kept, .reason = L::tr("自扫描后已更改，已保留"), .place = {}, .note = ""};
+    }
+    if (!platform_.exists(path)) {
+        return {.fate = CleanupFate::Vanished, .reason = "", .place = {}, .note = ""};
+    }
+    Outcome outcome = uninstallFlatpak(context_, path);
+    if (!outcome) {
+        return {.fate = CleanupFate::Failed, .reason = std::move(outcome.error()), .place = {}, .note = ""};
+    }
+    return {.fate = CleanupFate::Removed, .reason = "", .place = {}, .note = ""};
+}
+
+void CleanRun::record(const CleanupTarget& target, Answer answer) {
+    switch (answer.fate) {
+    case CleanupFate::Trashed:
+    case CleanupFate::Removed:
+        ++report_.removedCount;
+        report_.processedBytes = checkedAdd(report_.processedBytes, target.bytes);
+        break;
+    case CleanupFate::Kept:
+        ++report_.keptCount;
+        note(line(target.url, answer.reason));
+        break;
+    case CleanupFate::Failed:
+        fail(line(target.url, answer.reason));
+        break;
+    case CleanupFate::Vanished:
+    case CleanupFate::Untried:
+        break;
+    }
+    if (!answer.note.empty()) {
+        note(line(target.url, answer.note));
+    }
+    ended_ = ended_ || answer.endsClean;
+    report_.outcomes.push_back({.path = target.url,
+                                .fate = answer.fate,
+                                .place = std::move(answer.place),
+                                .bytes = target.bytes,
+                                .identity = target.identity,
+                                .reason = std::move(answer.reason)});
+}
+
+void CleanRun::note(std::string line) {
+    if (report_.notes.size() < mostNotes) {
+        report_.notes.push_back(std::move(line));
+    }
+}
+
+void CleanRun::fail(std::string line) {
+    ++report_.failedCount;
+    if (report_.failures.size() < mostFailureLines) {
+        report_.failures.push_back(std::move(line));
+    }
+}
+
+} // namespace vellmoor

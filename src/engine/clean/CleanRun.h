@@ -1,0 +1,60 @@
+#pragma once
+
+#include "CleanupReport.h"
+#include "ProtectedPaths.h"
+#include "TrashSession.h"
+#include "clean/CleanPlan.h"
+#include "clean/RunningOwners.h"
+#include "clean/TrashedPaths.h"
+#include "scan/EngineContext.h"
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace vellmoor {
+
+/// One clean: takes row after row of a plan and writes down what becomes of each target.
+class CleanRun {
+public:
+    /// `settle` is the wait before the second memory reading.
+    CleanRun(EngineContext& context, std::chrono::milliseconds settle);
+
+    CleanupReport run(const CleanPlan& plan);
+
+private:
+    /// What became of one target, before it is counted.
+    struct Answer {
+        CleanupFate fate = CleanupFate::Removed;
+        std::string reason;
+        Path place;
+        bool endsClean = false;
+        std::string note;
+    };
+
+    void optimize(const CleanPlan::Row& row);
+    void cleanRow(const CleanPlan::Row& row);
+    Answer remove(const CleanPlan::Row& row, const CleanupTarget& target);
+    Answer removeExisting(const CleanupTarget& target, const Path& path);
+    Answer removeFlatpak(const CleanupTarget& target, const Path& path);
+    [[nodiscard]] std::optional<std::string> runningUser(const CleanPlan::Row& row, const Path& path);
+    [[nodiscard]] std::optional<std::string> refusal(const CleanupTarget& target, const Path& path) const;
+    void record(const CleanupTarget& target, Answer answer);
+    void note(std::string line);
+    void fail(std::string line);
+
+    EngineContext& context_;
+    const Platform& platform_;
+    std::chrono::milliseconds settle_;
+    PathGuard guard_;
+    std::unique_ptr<const TrashedPaths> trashed_;
+    std::unique_ptr<TrashSession> session_;
+    RunningOwners owners_;
+    std::optional<std::string> rowKept_; ///< why the rest of the current row stays
+    std::optional<std::chrono::steady_clock::time_point> askedApplication_;
+    bool ended_ = false; ///< the disk takes nothing more
+    CleanupReport report_;
+};
+
+} // namespace vellmoor

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "Mounts.h"
+#include "OpenFolders.h"
+#include "TrashDirectory.h"
+#include "TrashSession.h"
+
+#include <expected>
+#include <map>
+#include <memory>
+
+namespace vellmoor {
+
+/// Moves into a Trash and removes out of it by own code, after the Trash specification 1.0: the restore note stands
+/// before the item moves, the item is compared after it moved, and a stranger goes back.
+class LinuxTrashSession : public TrashSession {
+public:
+    explicit LinuxTrashSession(TrashPlaces places);
+
+    [[nodiscard]] Removal moveToTrash(const RemovalRequest& request) override;
+    [[nodiscard]] Removal removeFromTrash(const RemovalRequest& request, const TrashFolder& trash) override;
+    void finish() override;
+
+protected:
+    /// What speaks against acting on the item, as it is seen now: the facts, or the answer.
+    std::expected<EntryFacts, Removal> inspect(const RemovalRequest& request, int folder, const Path& real);
+    Parents parents_;
+
+private:
+    /// A Trash, or why there is none: an errno, 0 for a disk that takes none.
+    using Found = std::expected<TrashDirectory*, int>;
+    Found trashFor(const Parents::Parent& parent, Path& base);
+    Found homeTrash();
+    Found volumeTrash(const Path& mount, std::uint64_t device);
+    static std::expected<Descriptor, int> makeVolumeTrash(int mount, const VolumeTrashForm& form);
+    Removal moveInto(TrashDirectory& trash, const Path& base, const Parents::Parent& parent,
+                     const RemovalRequest& request, const EntryFacts& seen);
+    Removal takeOut(TrashDirectory& trash, int folder, const RemovalRequest& request, const EntryFacts& seen);
+
+    TrashPlaces places_;
+    MountTable mounts_;
+    std::map<Path, std::unique_ptr<TrashDirectory>> known_; ///< by the Trash folder's path
+    std::map<Path, Found> volumes_;                         ///< by the mount's path
+    std::optional<Found> home_;
+    std::uint64_t homeDevice_ = 0; ///< of the home's Trash, or of the place where it would be made
+};
+
+} // namespace vellmoor

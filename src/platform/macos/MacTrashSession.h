@@ -1,0 +1,28 @@
+#pragma once
+
+#include "TrashSession.h"
+
+namespace vellmoor {
+
+/// The Trash by Foundation, which chooses the folder. An item is compared before it moves and where it lies then; a
+/// stranger goes back.
+class MacTrashSession final : public TrashSession {
+public:
+    /// `platform` must outlive it.
+    explicit MacTrashSession(const Platform& platform) : platform_(platform) {}
+
+    /// Fails where the volume has no Trash, which many network shares have not.
+    [[nodiscard]] Removal moveToTrash(const RemovalRequest& request) override;
+    /// Refused unless the path really lies below the Trash folder, whatever links lie on the way. Links inside are
+    /// removed, never followed; the first thing that cannot be removed ends it.
+    [[nodiscard]] Removal removeFromTrash(const RemovalRequest& request, const TrashFolder& trash) override;
+    void finish() override {}
+
+private:
+    [[nodiscard]] std::optional<RemovalResult> objection(const RemovalRequest& request) const;
+    [[nodiscard]] Removal returned(const Path& place, const Path& path) const;
+
+    const Platform& platform_;
+};
+
+} // namespace vellmoor

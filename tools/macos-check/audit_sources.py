@@ -1,0 +1,127 @@
+#!/usr/bin/env python3
+"""Reads what the compiler lets pass in the sources of the Mac's side: selectors in texts that no class has, a function
+that sends messages without a pool of its own, AppKit outside the window's side, declarations that nothing uses.
+usage: audit_sources.py SDK-FOLDER ROOT"""
+import pathlib
+import re
+import sys
+
+from sdk_names import Sdk
+
+HERE = pathlib.Path(__file__).resolve().parent
+# Workers may call these of AppKit: its documentation says so.
+FOR_EVERY_THREAD = {"NSWorkspace", "NSRunningApplication"}
+# The compiler makes calls of them: literals, loops.
+BY_COMPILER = {"NSConstantString", "arrayWithObjects", "dictionaryWithObjects", "countByEnumeratingWithState", "numberWithBool",
+               "numberWithInt", "objectForKeyedSubscript", "objectAtIndexedSubscript"}
+MESSAGE = re.compile(r"\[[A-Za-z_][\w.]*(?: alloc\])? ?\w+|\bNS[A-Z]\w*\.\w|\bNS[A-Z]\w*\* ?\w+ =")
+
+
+def without_comments(text):
+    """The same text, lines and columns kept, without comments."""
+    blank = lambda found: found[0] if found[0][0] in "\"'" else re.sub(r"[^\n]", " ", found[0])
+    return re.sub(r'"(?:[^"\\\n]|\\.)*"|\'(?:[^\'\\\n]|\\.)*\'|//[^\n]*|/\*.*?\*/', blank, text, flags=re.S)
+
+
+def functions_of(text):
+    """(first line, name, body) of each function at the left margin that others may call: what stands in a namespace
+    without a name runs in its caller's pool, a method of an AppKit object in AppKit's."""
+    lines, at, hidden = text.split("\n"), 0, 0
+    while at < len(lines):
+        line = lines[at]
+        if line.startswith(("namespace {", "@implementation", "@interface")):
+            hidden += 1
+        elif line.startswith(("} // namespace", "@end")) and "vellmoor" not in line:
+            hidden = max(0, hidden - 1)
+        elif re.match(r"[A-Za-z].*\(", line) and not line.startswith(("namespace", "using", "static_assert", "template")):
+            end = at
+            while end < len(lines) and not lines[end].startswith("}") and not (end == at and line.rstrip().endswith(("}", ";"))):
+                end += 1
+            name = re.search(r"([\w:~]+)\(", line)
+            if not hidden and end > at and name:
+                yield at + 1, name[1], "\n".join(lines[at:end])
+            at = end
+        at += 1
+
+
+def native_sources(root):
+    for folder in ("src/platform/macos", "src/app/macos", "src/walk/macos"):
+        yield from sorted((root / folder).glob("*"))
+
+
+def selector_faults(root, sdk):
+    """A text such as "performClose:" is sent as a message: some class must have it, with one argument."""
+    known = {member[1:] for _, members in sdk.classes.values() for member, kind in members.items()
+             if kind.arguments is not None and len(kind.arguments) == 1}
+    for source in sorted((root / "src/app/macos").glob("*")):
+        for number, line in enumerate(without_comments(source.read_text(encoding="utf-8")).split("\n"), 1):
+            for name in re.findall(r'"([a-z][A-Za-z]*):"', line):
+                if name not in known:
+                    yield f"{source.relative_to(root)}:{number}: no class has a method {name}:"
+
+
+def pool_faults(root):
+    for source in native_sources(root):
+        if source.suffix != ".mm":
+            continue
+        for number, name, body in functions_of(without_comments(source.read_text(encoding="utf-8"))):
+            if MESSAGE.search(body) and "@autoreleasepool" not in body:
+                yield f"{source.relative_to(root)}:{number}: {name} sends messages without a pool of its own"
+
+
+def window_faults(root, names):
+    """Classes of AppKit belong to the main thread, where the platform's functions are not called."""
+    for source in sorted((root / "src/platform/macos").glob("*")):
+        for number, line in enumerate(without_comments(source.read_text(encoding="utf-8")).split("\n"), 1):
+            for name in re.findall(r"\bNS[A-Z]\w+", line):
+                if name in names and name not in FOR_EVERY_THREAD:
+                    yield f"{source.relative_to(root)}:{number}: {name} belongs to the window's side, in src/app/macos"
+
+
+def window_names(sdk_folder):
+    read = lambda name: set(re.findall(r"^declare (?:class|const|function) (\w+)",
+                                       (sdk_folder / "names" / f"{name}.d.ts").read_text(encoding="utf-8"), re.M))
+    return read("AppKit") - read("Foundation")
+
+
+def declared_names(text):
+    """The first parts of selectors, properties, functions, constants and enumerators of a header."""
+    text = re.sub(r"API_\w+\([^;]*?\)\)|NS_RETURNS_INNER_POINTER", "", without_comments(text))
+    text = re.sub(r"^#.*$", "", text, flags=re.M)
+    for found in re.finditer(r"^@property(\([^)]*\))?[^;]*?(\w+)\s*;", text, re.M):
+        getter = re.search(r"getter=(\w+)", found[1] or "")
+        yield found[2], ({found[2], getter[1]} if getter else {found[2], "set" + found[2][0].upper() + found[2][1:]})
+    for found in re.finditer(r"^[-+] \([^;]*?\)\s*(\w+)\s*[:;]", text, re.M):
+        yield found[1], {found[1]}
+    for found in re.finditer(r"^(?:FOUNDATION_EXPORT|CF_EXPORT)[^;(]*?(\w+)\s*[(;]", text, re.M):
+        yield found[1], {found[1]}
+    for found in re.finditer(r"^@interface (\w+) ?:", text, re.M):
+        yield found[1], {found[1]}
+
+
+def unused_faults(root):
+    used = "\n".join(without_comments(path.read_text(encoding="utf-8"))
+                     for folder in ("src", "tests") for path in (root / folder).rglob("*")
+                     if path.suffix in (".mm", ".h", ".cpp") and "macos" in path.parts)
+    headers = sorted((root / "tools/macos-check/decls").rglob("*.h"))
+    inside = "\n".join(header.read_text(encoding="utf-8") for header in headers)
+    words = set(re.findall(r"\w+", used))
+    for header in headers:
+        for name, spellings in declared_names(header.read_text(encoding="utf-8")):
+            is_type = name[:2] in ("NS", "CG") and len(re.findall(rf"\b{name}\b", inside)) > 1
+            if not spellings & (words | BY_COMPILER) and not is_type:
+                yield f"decls/{header.relative_to(root / 'tools/macos-check/decls')}: nothing uses {name}"
+
+
+def main():
+    if len(sys.argv) != 3:
+        raise SystemExit(__doc__)
+    sdk_folder, root = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2])
+    sdk = Sdk(sdk_folder / "names")
+    faults = [*selector_faults(root, sdk), *pool_faults(root), *window_faults(root, window_names(sdk_folder)), *unused_faults(root)]
+    for fault in faults:
+        print(fault, file=sys.stderr)
+    raise SystemExit(bool(faults))
+
+
+main()
