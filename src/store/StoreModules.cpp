@@ -96,10 +96,39 @@ void CleanerStore::State::persistShownResults() {
     }
 }
 
+void CleanerStore::State::showOwnResults() {
+    if (shownModule == activeModule) {
+        return;
+    }
+    persistShownResults();
+    if (const auto cached = cachedStates.find(activeModule); cached != cachedStates.end()) {
+        apply(cached->second);
+    } else {
+        applyNotScannedState(activeModule);
+    }
+}
+
+/// What was found anew in a module is no longer what Smart Scan found there: cleaned rows must not be offered again.
+void CleanerStore::State::renewInSmartScan(const CachedModuleState& fresh, CleanerModule module) {
+    const auto smart = cachedStates.find(CleanerModule::smartScan);
+    if (smart == cachedStates.end()) {
+        return;
+    }
+    std::vector<CleanupItem>& items = smart->second.cleanupItems;
+    const auto ofModule = [module](const CleanupItem& item) { return item.module == module; };
+    const auto place = std::ranges::find_if(items, ofModule) - items.begin();
+    std::erase_if(items, ofModule);
+    items.insert(items.begin() + place, fresh.cleanupItems.begin(), fresh.cleanupItems.end());
+    if (module == CleanerModule::largeFiles) {
+        smart->second.fileCandidates = fresh.fileCandidates;
+    }
+}
+
 void CleanerStore::State::cache(const ScanSnapshot& snapshot, CleanerModule scannedModule) {
     const bool isSmartScan = scannedModule == CleanerModule::smartScan;
     const CachedModuleState whole{snapshot, clock(), isSmartScan ? L::tr("智能扫描") : L::tr("单独扫描")};
     if (!isSmartScan) {
+        renewInSmartScan(whole, scannedModule);
         cachedStates.insert_or_assign(scannedModule, whole);
         return;
     }

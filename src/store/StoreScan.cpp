@@ -92,12 +92,19 @@ void CleanerStore::State::completeScan(const ScanSnapshot& snapshot, CleanerModu
     set(scanStage, L::tr("扫描完成"), Stage);
     set(isScanning, false, Scanning);
     scanToken.reset();
-    const auto result = cachedStates.find(activeModule);
     const bool concernsActiveModule = activeModule == module || module == CleanerModule::smartScan;
-    if (result == cachedStates.end() || !concernsActiveModule) {
+    if (!concernsActiveModule && shownModule != module) {
+        persistShownResults(); // the ticks of the page that is shown
+    }
+    const auto result = cachedStates.find(activeModule);
+    if (result == cachedStates.end()) {
+        applyNotScannedState(activeModule);
         return;
     }
     apply(result->second);
+    if (!concernsActiveModule) {
+        return; // that page says where its own results come from, no longer what is being scanned
+    }
     const std::string cleanable = byteCountText(store.cleanableBytes(activeModule));
     set(statusMessage, scanCompletionMessage(cleanable, activeModule), Status);
 }
@@ -122,6 +129,7 @@ void CleanerStore::State::failScan(const std::string& cause, std::uint64_t gener
         return;
     }
     const Update update(*this);
+    showOwnResults();
     set(scanProgress, 0.0, Progress);
     set(scanStage, {}, Stage);
     set(isScanning, false, Scanning);
@@ -141,6 +149,7 @@ void CleanerStore::State::invalidateCurrentScan() {
 
 void CleanerStore::State::finishCancelledScan() {
     const Update update(*this);
+    showOwnResults();
     set(scanProgress, 0.0, Progress);
     set(scanStage, {}, Stage);
     set(isScanning, false, Scanning);

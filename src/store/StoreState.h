@@ -79,6 +79,9 @@ struct CleanerStore::State {
     void apply(const CachedModuleState& state);
     void applyNotScannedState(CleanerModule module);
     void persistShownResults();
+    /// After a scan that brought nothing: no other module's results stay under the active one's name.
+    void showOwnResults();
+    void renewInSmartScan(const CachedModuleState& fresh, CleanerModule module);
     void cache(const ScanSnapshot& snapshot, CleanerModule scannedModule);
     [[nodiscard]] std::string relativeScanLabel(TimePoint date) const;
     static std::vector<FileCandidate> fileCandidates(const std::vector<CleanupItem>& items);

@@ -80,7 +80,7 @@ TEST_F(CleanJourney, CancellingTheConfirmationChangesNothing) {
     open();
     show(CleanerModule::systemJunk);
     scan();
-    click(QStringLiteral("cleanButton"));
+    askClean();
     click(QStringLiteral("confirm.cancel"));
     EXPECT_FALSE(store->isCleaning());
     EXPECT_FALSE(store->latestReport().has_value());

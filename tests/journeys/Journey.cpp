@@ -151,8 +151,15 @@ void Journey::scan() {
     waitFor("the end of the scan", [&] { return !store->isScanning() && store->scanProgress() == 1.0; });
 }
 
-void Journey::clean() {
+void Journey::askClean() {
     click(QStringLiteral("cleanButton"));
+    if (window->model().previewsClean()) {
+        click(QStringLiteral("details.clean"));
+    }
+}
+
+void Journey::clean() {
+    askClean();
     click(QStringLiteral("confirm.accept"));
     waitForReport();
 }

@@ -38,6 +38,7 @@ public:
     bool asRoot = false;
 
     void reveal(const fs::path& path) override { asked.push_back("reveal " + path.string()); }
+    void openFolder(const fs::path& folder) override { asked.push_back("folder " + folder.string()); }
     void openHome() override { asked.emplace_back("home"); }
     void openTrash() override { asked.emplace_back("trash"); }
     void openSystemMonitor() override { asked.emplace_back("monitor"); }
@@ -47,7 +48,7 @@ public:
     [[nodiscard]] std::string volumeLabel() const override { return layout_.volumeLabel; }
     [[nodiscard]] fs::path homeFolder() const override { return layout_.home; }
     [[nodiscard]] QImage applicationIcon(const fs::path&, int) override { return {}; }
-    [[nodiscard]] bool prefersReducedMotion() const override { return true; }
+    [[nodiscard]] DesktopLook look() const override { return {.reducedMotion = true}; }
     [[nodiscard]] bool runsAsRoot() const override { return asRoot; }
 
 private:
@@ -74,6 +75,8 @@ protected:
     void show(CleanerModule module);
     /// Presses the scan button of the shown module and waits for the end of the scan.
     void scan();
+    /// Goes to the question before a clean.
+    void askClean();
     /// Presses the main button, confirms, and waits for the report and for the scan after it.
     void clean();
     void waitForReport();

@@ -77,9 +77,17 @@ protected:
         EXPECT_EQ(focused(), question + QStringLiteral(".accept"));
         press(Qt::Key_Return);
     }
-    void cleanByKeys() {
+    void askCleanByKeys() {
         tabTo(QStringLiteral("cleanButton"));
         press(Qt::Key_Return);
+        if (window->model().previewsClean()) {
+            waitFor("the paths", [&] { return isShown(QStringLiteral("details.clean")); });
+            tabTo(QStringLiteral("details.clean"));
+            press(Qt::Key_Return);
+        }
+    }
+    void cleanByKeys() {
+        askCleanByKeys();
         accept(QStringLiteral("confirm"));
         waitForReport();
         EXPECT_EQ(store->latestReport()->failedCount, 0);
@@ -293,13 +301,14 @@ TEST_P(KeyboardJourney, EscapeAndReturnAnswerAQuestionWithNo) {
     goTo(CleanerModule::systemJunk);
     scanByKey();
     for (const Qt::Key answer : {Qt::Key_Escape, Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
-        tabTo(QStringLiteral("cleanButton"));
-        press(Qt::Key_Return);
+        askCleanByKeys();
         waitForFocus(QStringLiteral("confirm.cancel"));
         press(answer);
-        waitForFocus(QStringLiteral("cleanButton")); // the keyboard is where it was
+        waitForFocus(QStringLiteral("details.clean")); // the keyboard is where it was
         EXPECT_FALSE(isShown(QStringLiteral("confirm.accept")));
         EXPECT_FALSE(store->isCleaning());
+        press(Qt::Key_Escape);
+        waitForFocus(QStringLiteral("cleanButton"));
     }
     EXPECT_EQ(tree(), before);
 }
@@ -309,8 +318,7 @@ TEST_P(KeyboardJourney, ControlAndReturnAcceptAndTheArrowsChooseTheAnswer) {
     open();
     goTo(CleanerModule::systemJunk);
     scanByKey();
-    tabTo(QStringLiteral("cleanButton"));
-    press(Qt::Key_Return);
+    askCleanByKeys();
     waitForFocus(QStringLiteral("confirm.cancel"));
     press(Qt::Key_Right);
     EXPECT_EQ(focused(), QStringLiteral("confirm.accept"));
@@ -327,13 +335,15 @@ TEST_P(KeyboardJourney, AnOpenQuestionHoldsBackTheKeyThatScans) {
     open();
     goTo(CleanerModule::systemJunk);
     scanByKey();
-    tabTo(QStringLiteral("cleanButton"));
-    press(Qt::Key_Return);
+    askCleanByKeys();
     waitForFocus(QStringLiteral("confirm.cancel"));
     press(Qt::Key_R, Qt::ControlModifier);
     EXPECT_FALSE(store->isScanning());
     EXPECT_EQ(service->ended().size(), 1U);
     press(Qt::Key_Escape);
+    waitForFocus(QStringLiteral("details.clean"));
+    press(Qt::Key_Escape);
+    waitForFocus(QStringLiteral("cleanButton"));
     scanByKey();
     waitFor("the second scan", [&] { return service->ended().size() == 2; });
 }

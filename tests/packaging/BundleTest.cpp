@@ -111,7 +111,7 @@ TEST_F(InfoPlist, KeepsTheProgramAliveWithoutAWindow) {
 }
 
 TEST_F(InfoPlist, AsksForALightSharpWindow) {
-    EXPECT_EQ(flag("NSRequiresAquaSystemAppearance"), true);
+    EXPECT_EQ(flag("NSRequiresAquaSystemAppearance"), false);
     EXPECT_EQ(flag("NSHighResolutionCapable"), true);
 }
 

@@ -56,6 +56,7 @@ public:
         return name == "sparkles" ? pictureOf(pixels, {0, 0, 0, 255}) : Picture{};
     }
     [[nodiscard]] bool reducesMotion() const override { return true; }
+    [[nodiscard]] bool increasesContrast() const override { return true; }
 
     std::set<std::string> known; ///< addresses that something takes
     std::vector<std::string> asked;

@@ -16,7 +16,10 @@ PictureSession::PictureSession(const PictureFrame& frame)
         [](CleanerModule module, const ProgressCallback&, const CancelToken&) { return sample::snapshot(module); });
     service_->setHints(sample::grantedHints());
     driver_ = std::make_unique<WindowDriver>(service_, desktop_, frame.language);
-    driver_->main().window().resize(frame.size);
+    driver_->resize(frame.size);
+    driver_->main().appearance().setChoice(frame.theme);
+    driver_->main().appearance().follow(
+        {.highContrast = frame.highContrast, .reducedMotion = true, .textScale = frame.textScale});
     driver_->main().model().activated();
 }
 

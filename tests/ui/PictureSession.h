@@ -17,6 +17,9 @@ struct PictureFrame {
     std::filesystem::path folder;
     AppLanguage language = AppLanguage::english;
     QSize size; ///< of the window, in device-independent pixels
+    QString theme = QStringLiteral("light");
+    double textScale = 1;
+    bool highContrast = false;
 
     /// FOLDER/NAME-LANGUAGE.png
     [[nodiscard]] std::filesystem::path file(const std::string& name) const;

@@ -118,6 +118,10 @@ bool takeUnfolded(const PictureFrame& frame) {
 
 } // namespace
 
+bool takePicturesOfResults(const PictureFrame& frame) {
+    return takeResults(frame);
+}
+
 bool takePicturesOfPages(const PictureFrame& frame) {
     bool done = takeBeforeScan(frame);
     done &= takeResults(frame);

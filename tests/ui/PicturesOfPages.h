@@ -9,6 +9,9 @@ namespace vellmoor {
 /// a picture failed.
 bool takePicturesOfPages(const PictureFrame& frame);
 
+/// Every page with its result, and nothing else.
+bool takePicturesOfResults(const PictureFrame& frame);
+
 /// Pages whose texts and figures go to the limits. False when a picture failed.
 bool takePicturesOfExtremes(const PictureFrame& frame);
 

@@ -18,7 +18,9 @@ bool takeDetails(const PictureFrame& frame) {
 bool takeConfirmations(const PictureFrame& frame) {
     PictureSession session(frame);
     session.showScanned(CleanerModule::smartScan);
-    bool done = session.takeAfterClick("cleanButton", "confirm-clean") && session.click("confirm.cancel");
+    bool done = session.takeAfterClick("cleanButton", "details-clean") &&
+                session.takeAfterClick("details.clean", "confirm-clean") && session.click("confirm.cancel") &&
+                session.click("details.done");
     session.driver().show(CleanerModule::memoryOptimization);
     done &= session.takeAfterClick("cleanButton", "confirm-memory") && session.click("confirm.cancel");
     done &= session.takeAfterClick("memoryApp.0.quit", "confirm-quit") && session.click("confirmQuit.cancel");

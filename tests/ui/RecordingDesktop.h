@@ -4,7 +4,11 @@
 #include "KnownSymbols.h"
 
 #include <filesystem>
+#include <functional>
+#include <map>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vellmoor {
@@ -13,6 +17,7 @@ namespace vellmoor {
 class RecordingDesktop final : public Desktop {
 public:
     void reveal(const std::filesystem::path& path) override { revealed.push_back(path); }
+    void openFolder(const std::filesystem::path& folder) override { folders.push_back(folder); }
     void openHome() override { asked.emplace_back("home"); }
     void openTrash() override { asked.emplace_back("trash"); }
     void openSystemMonitor() override { asked.emplace_back("monitor"); }
@@ -23,14 +28,30 @@ public:
     [[nodiscard]] std::filesystem::path homeFolder() const override { return home; }
     [[nodiscard]] QImage applicationIcon(const std::filesystem::path&, int) override { return {}; }
     [[nodiscard]] QImage symbol(const QString& name, int pixels) override { return systemSymbol(name, pixels); }
-    [[nodiscard]] bool prefersReducedMotion() const override { return true; }
+    [[nodiscard]] DesktopLook look() const override { return look_; }
+    [[nodiscard]] std::optional<std::string> remembered(std::string_view name) const override {
+        const auto found = memory.find(name);
+        return found == memory.end() ? std::nullopt : std::optional(found->second);
+    }
+    void remember(std::string_view name, const std::string& value) override { memory[std::string(name)] = value; }
+    /// The desktop's look is another from now on.
+    void setLook(const DesktopLook& look) {
+        look_ = look;
+        tellLookChanged();
+    }
+    void fail(std::string_view key) const { tellFailure(key); }
     [[nodiscard]] bool runsAsRoot() const override { return asRoot; }
 
     std::vector<std::filesystem::path> revealed;
+    std::vector<std::filesystem::path> folders;
     std::vector<std::string> asked;
+    std::map<std::string, std::string, std::less<>> memory;
     std::string label = "系统磁盘";
     std::filesystem::path home = "/home/anna";
     bool asRoot = false;
+
+private:
+    DesktopLook look_{.reducedMotion = true};
 };
 
 } // namespace vellmoor

@@ -343,7 +343,7 @@ ScanSnapshot snapshot(CleanerModule module) {
                             segment("可清理", 38 * gigabyte, 0.07, Tint::green),
                             segment("可用", 122 * gigabyte, 0.24, Tint::gray)};
     scan.diskSummary = L::tr("%@ / %@ 已使用", byteCountText(390 * gigabyte), byteCountText(512 * gigabyte));
-    scan.startupCount = 5;
+    scan.startupCount = 4;
     scan.backgroundCount = 3;
     scan.privacyCount = 4;
     scan.memorySnapshot = memoryState();

@@ -9,7 +9,7 @@ INSTANTIATE_IN_BOTH_LANGUAGES(SheetsTest);
 
 TEST_P(SheetsTest, CancellingTheConfirmationCleansNothing) {
     openScanned(CleanerModule::systemJunk);
-    ASSERT_TRUE(window().click(QStringLiteral("cleanButton")));
+    askClean();
     ASSERT_TRUE(window().click(QStringLiteral("confirm.cancel")));
     EXPECT_FALSE(isVisible("confirm.accept"));
     EXPECT_THAT(service().cleans(), ::testing::IsEmpty());
@@ -17,7 +17,7 @@ TEST_P(SheetsTest, CancellingTheConfirmationCleansNothing) {
 
 TEST_P(SheetsTest, EscapeCancelsTheConfirmation) {
     openScanned(CleanerModule::systemJunk);
-    ASSERT_TRUE(window().click(QStringLiteral("cleanButton")));
+    askClean();
     window().press(Qt::Key_Escape);
     EXPECT_FALSE(isVisible("confirm.accept"));
     EXPECT_THAT(service().cleans(), ::testing::IsEmpty());
@@ -25,10 +25,10 @@ TEST_P(SheetsTest, EscapeCancelsTheConfirmation) {
 
 TEST_P(SheetsTest, ReturnInTheConfirmationCancelsUnlessTheUserMovedToTheAction) {
     openScanned(CleanerModule::systemJunk);
-    ASSERT_TRUE(window().click(QStringLiteral("cleanButton")));
+    askClean();
     window().press(Qt::Key_Return);
     EXPECT_THAT(service().cleans(), ::testing::IsEmpty());
-    ASSERT_TRUE(window().click(QStringLiteral("cleanButton")));
+    askClean();
     window().press(Qt::Key_Tab);
     window().press(Qt::Key_Return);
     waitUntilIdle();
@@ -38,7 +38,7 @@ TEST_P(SheetsTest, ReturnInTheConfirmationCancelsUnlessTheUserMovedToTheAction) 
 TEST_P(SheetsTest, TheConfirmationNamesTheSelectionAndItsRisks) {
     openScanned(CleanerModule::systemJunk);
     window().click(QStringLiteral("item.2.toggle"));
-    ASSERT_TRUE(window().click(QStringLiteral("cleanButton")));
+    askClean();
     const std::string risks = L::tr("风险级别：%@。", L::tr("%@ %d 项", L::tr("安全"), 2) + L::tr("，") +
                                                           L::tr("%@ %d 项", L::tr("谨慎"), 1));
     EXPECT_EQ(text("confirm.message").toStdString(),
@@ -48,7 +48,7 @@ TEST_P(SheetsTest, TheConfirmationNamesTheSelectionAndItsRisks) {
 
 TEST_P(SheetsTest, TheMemoryConfirmationNamesTheReclaimableMemory) {
     openScanned(CleanerModule::memoryOptimization);
-    ASSERT_TRUE(window().click(QStringLiteral("cleanButton")));
+    askClean();
     EXPECT_EQ(text("confirm.message"),
               tr("将请求 macOS 释放预计可释放的文件缓存并整理内存压力；系统可能会要求管理员授权。当前预计可释放 %@。",
                  std::string("2.74 GB")));
@@ -75,7 +75,7 @@ TEST_P(SheetsTest, WhileACleanRunsNeitherScanNorCleanCanStart) {
         return sample::cleanReport();
     });
     openScanned(CleanerModule::systemJunk);
-    ASSERT_TRUE(window().click(QStringLiteral("cleanButton")));
+    askClean();
     ASSERT_TRUE(window().click(QStringLiteral("confirm.accept")));
     EXPECT_EQ(text("cleanButton"), tr("清理中..."));
     EXPECT_FALSE(isEnabled("cleanButton"));

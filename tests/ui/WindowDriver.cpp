@@ -11,6 +11,8 @@
 namespace vellmoor {
 namespace {
 
+constexpr QSize usualSize{1080, 720};
+
 LanguageSetting fixedLanguage(AppLanguage language) {
     return {.read = [language] { return std::optional(std::string(rawValue(language))); },
             .write = [](const std::string&) {}};
@@ -49,13 +51,18 @@ QQuickItem* findItem(QQuickItem* root, const QString& objectName) {
 
 WindowDriver::WindowDriver(std::shared_ptr<CleanerService> service, Desktop& desktop, AppLanguage language)
     : languages_(fixedLanguage(language), std::nullopt),
-      store_(std::move(service), [] { return std::chrono::system_clock::now(); }) {
+      store_(std::move(service), [] { return std::chrono::system_clock::now(); }),
+      sources_(qEnvironmentVariable("VELLMOOR_QML_SOURCES")) {
+    if (qEnvironmentVariableIsSet("VELLMOOR_QML_SOURCES")) {
+        engine_.addUrlInterceptor(&sources_);
+    }
     auto loaded = loadMainWindow(engine_, store_, languages_, desktop);
     if (!loaded) {
         std::fprintf(stderr, "%s\n", loaded.error().c_str());
         return;
     }
     window_ = std::move(*loaded);
+    resize(usualSize); // the screen of a platform without a display is smaller
     window_->window().show();
     window_->window().requestActivate();
     QCoreApplication::processEvents();
@@ -67,6 +74,11 @@ bool WindowDriver::waitFor(const std::function<bool()>& done, int seconds) {
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 50);
     }
     return done();
+}
+
+void WindowDriver::resize(QSize size) {
+    window_->window().setMinimumSize(size.boundedTo(window_->window().minimumSize()));
+    window_->window().resize(size);
 }
 
 void WindowDriver::show(CleanerModule module) {

@@ -4,6 +4,7 @@
 #include "Desktop.h"
 #include "LanguageManager.h"
 #include "MainWindow.h"
+#include "SourceViews.h"
 
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -26,6 +27,8 @@ public:
     [[nodiscard]] MainWindow& main() { return *window_; }
     /// Runs the event loop until `done`, at most `seconds`; whether it came to be.
     bool waitFor(const std::function<bool()>& done, int seconds = 120);
+    /// Whatever the screen has room for.
+    void resize(QSize size);
     void show(CleanerModule module);
     /// Scans the shown module to its end.
     void scan();
@@ -45,6 +48,7 @@ public:
 private:
     LanguageManager languages_;
     CleanerStore store_;
+    SourceViews sources_; ///< with VELLMOOR_QML_SOURCES=src/ui, for looking at changed views
     QQmlEngine engine_;
     std::unique_ptr<MainWindow> window_;
 };

@@ -56,8 +56,15 @@ void WindowTest::openScanned(CleanerModule module) {
     driver_->settle();
 }
 
-void WindowTest::cleanConfirmed() {
+void WindowTest::askClean() {
     ASSERT_TRUE(window().click(QStringLiteral("cleanButton")));
+    if (window().main().model().previewsClean()) {
+        ASSERT_TRUE(window().click(QStringLiteral("details.clean")));
+    }
+}
+
+void WindowTest::cleanConfirmed() {
+    askClean();
     ASSERT_TRUE(window().click(QStringLiteral("confirm.accept")));
     waitUntilIdle();
 }

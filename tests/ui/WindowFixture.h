@@ -32,6 +32,8 @@ protected:
     [[nodiscard]] RecordingDesktop& desktop() { return desktop_; }
     /// Opens the page of `module` and scans it to the end.
     void openScanned(CleanerModule module);
+    /// Goes to the question before a clean: over the sheet of its paths, where that comes first.
+    void askClean();
     /// Confirms a clean of the selection and waits for its report and the scan after it.
     void cleanConfirmed();
     void waitUntilIdle();

@@ -2,7 +2,8 @@
 //
 //   vellmoor-pictures --out DIR              over scripted scan results
 //   vellmoor-pictures --out DIR --home HOME  over the real engine on HOME, which it only reads
-// With --size WIDTHxHEIGHT in a window of that size. QT_SCALE_FACTOR=2 draws at 200 %.
+// With --size WIDTHxHEIGHT in a window of that size, with --theme, --text-scale and --high-contrast as the desktop
+// would ask for it. QT_SCALE_FACTOR=2 draws at 200 %. VELLMOOR_QML_SOURCES=src/ui draws the views of that folder.
 #include "PicturesOfHome.h"
 #include "PicturesOfPages.h"
 #include "PicturesOfSheets.h"
@@ -22,11 +23,19 @@ std::optional<QSize> sizeOf(const QString& text) {
     return parts.size() == 2 && !size.isEmpty() ? std::optional(size) : std::nullopt;
 }
 
-bool takePicturesOfSamples(const std::filesystem::path& out, QSize size) {
+bool takePicturesOfSamples(const vellmoor::PictureFrame& wanted, const QString& only) {
     vellmoor::L::setTextSet(vellmoor::TextSet::Linux);
     bool done = true;
     for (const vellmoor::AppLanguage language : vellmoor::allAppLanguages) {
-        const vellmoor::PictureFrame frame{out, language, size};
+        if (!only.isEmpty() && vellmoor::appLanguage(only.toStdString()) != language) {
+            continue;
+        }
+        vellmoor::PictureFrame frame = wanted;
+        frame.language = language;
+        if (!only.isEmpty()) {
+            done &= vellmoor::takePicturesOfResults(frame);
+            continue;
+        }
         done &= vellmoor::takePicturesOfPages(frame);
         done &= vellmoor::takePicturesOfSheets(frame);
         done &= vellmoor::takePicturesOfExtremes(frame);
@@ -47,6 +56,13 @@ int main(int argc, char* argv[]) {
     parser.addOption({QStringLiteral("home"), QStringLiteral("Home folder to scan."), QStringLiteral("DIR")});
     parser.addOption({QStringLiteral("size"), QStringLiteral("Size of the window."), QStringLiteral("WIDTHxHEIGHT"),
                       QStringLiteral("1080x720")});
+    parser.addOption(
+        {QStringLiteral("theme"), QStringLiteral("light or dark."), QStringLiteral("NAME"), QStringLiteral("light")});
+    parser.addOption({QStringLiteral("text-scale"), QStringLiteral("What text is multiplied by, 0.8 to 2."),
+                      QStringLiteral("FACTOR"), QStringLiteral("1")});
+    parser.addOption({QStringLiteral("high-contrast"), QStringLiteral("The theme of high contrast.")});
+    parser.addOption({QStringLiteral("only"), QStringLiteral("Only the results of every module, in one language."),
+                      QStringLiteral("zh|en")});
     parser.addHelpOption();
     parser.process(application);
     const std::optional<QSize> size = sizeOf(parser.value(QStringLiteral("size")));
@@ -56,8 +72,13 @@ int main(int argc, char* argv[]) {
     }
     const std::filesystem::path out = parser.value(QStringLiteral("out")).toStdString();
     std::filesystem::create_directories(out);
+    const vellmoor::PictureFrame frame{.folder = out,
+                                       .size = *size,
+                                       .theme = parser.value(QStringLiteral("theme")),
+                                       .textScale = parser.value(QStringLiteral("text-scale")).toDouble(),
+                                       .highContrast = parser.isSet(QStringLiteral("high-contrast"))};
     const bool done = parser.isSet(QStringLiteral("home"))
                           ? vellmoor::takePicturesOfHome(parser.value(QStringLiteral("home")).toStdString(), out)
-                          : takePicturesOfSamples(out, *size);
+                          : takePicturesOfSamples(frame, parser.value(QStringLiteral("only")));
     return done ? 0 : 1;
 }

@@ -4,6 +4,7 @@
 #include "LanguageManager.h"
 #include "LinuxDesktop.h"
 #include "LinuxPlatform.h"
+#include "LookWatcher.h"
 #include "MainWindow.h"
 #include "Renderer.h"
 #include "SingleInstance.h"
@@ -38,6 +39,7 @@ constexpr std::chrono::milliseconds framePatience{250};
 
 void nameApplication() {
     QApplication::setApplicationName(QStringLiteral("Vellmoor"));
+    QApplication::setApplicationVersion(QStringLiteral(VELLMOOR_VERSION));
     QApplication::setOrganizationName(QStringLiteral("Vellmoor"));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.vellmoor.Vellmoor"));
     QApplication::setQuitOnLastWindowClosed(false);
@@ -58,12 +60,15 @@ void setIconLater(QQuickWindow& window) {
 
 /// Everything behind the views, in the order in which it is needed; it is taken down the other way round.
 struct Parts {
-    explicit Parts(const std::filesystem::path& root) : layout(linuxLayout(environment, platform.userId(), root)) {}
+    Parts(const LookWatcher& watcher, const std::filesystem::path& root)
+        : looks(watcher),
+          layout(linuxLayout(environment, platform.userId(), root)) {}
 
+    const LookWatcher& looks;
     LinuxEnvironment environment = processEnvironment();
     LinuxPlatform platform;
     SystemLayout layout;
-    LinuxDesktop desktop{platform, layout, environment};
+    LinuxDesktop desktop{platform, layout, environment, looks};
     LanguageManager languages{LanguageSetting::userDefaults(), platform.preferredLanguage()};
     CleanerStore store{std::make_shared<SystemCleanerService>(platform, layout),
                        [] { return std::chrono::system_clock::now(); }};
@@ -123,8 +128,9 @@ void finishPathAtExit() {
 }
 
 int runWindow(SingleInstance& instance, const std::filesystem::path& root) {
+    const LookWatcher looks(QDBusConnection::sessionBus(), processEnvironment().config);
     std::optional<Parts> parts; // outlives the window
-    MainWindow main;
+    MainWindow main(windowStart(looks.look(), rememberedSetting(themeSetting), rememberedSetting(sizeSetting)));
     StatusBarController status(main.window());
     setIconLater(main.window());
     QObject::connect(&instance, &SingleInstance::activated, &status, &StatusBarController::showMainWindow);
@@ -139,7 +145,7 @@ int runWindow(SingleInstance& instance, const std::filesystem::path& root) {
     const QObject start;
     const auto fill = [&] {
         if (!parts) {
-            fillWindow(main, parts.emplace(root));
+            fillWindow(main, parts.emplace(looks, root));
             workingStore = &parts->store;
             std::atexit(&finishPathAtExit);
             status.install();

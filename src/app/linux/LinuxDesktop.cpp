@@ -11,6 +11,7 @@
 #include <QPixmap>
 #include <QProcess>
 #include <QProcessEnvironment>
+#include <QSettings>
 #include <QStandardPaths>
 #include <QStringList>
 
@@ -59,21 +60,45 @@ bool start(const DesktopCommand& tool) {
     return process.startDetached();
 }
 
+QString settingKey(std::string_view name) {
+    return QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
+}
+
 } // namespace
 
-LinuxDesktop::LinuxDesktop(const Platform& platform, const SystemLayout& layout, LinuxEnvironment environment)
+std::optional<std::string> rememberedSetting(std::string_view name) {
+    const QSettings settings;
+    const QString key = settingKey(name);
+    return settings.contains(key) ? std::optional(settings.value(key).toString().toStdString()) : std::nullopt;
+}
+
+LinuxDesktop::LinuxDesktop(const Platform& platform, const SystemLayout& layout, LinuxEnvironment environment,
+                           const LookWatcher& looks)
     : platform_(platform),
       layout_(layout),
       environment_(std::move(environment)),
-      volumeLabel_(volumeLabelOf(environment_.home, layout.root).value_or(layout.volumeLabel)) {}
+      looks_(looks),
+      volumeLabel_(volumeLabelOf(environment_.home, layout.root).value_or(layout.volumeLabel)) {
+    QObject::connect(&looks, &LookWatcher::changed, &lookConnection_, [this] { tellLookChanged(); });
+}
 
 void LinuxDesktop::reveal(const std::filesystem::path& path) {
     askFileManager(QStringLiteral("ShowItems"), fileUri(path),
-                   [folder = path.parent_path()] { launchUri(fileUri(folder)); });
+                   [this, folder = path.parent_path()] { openPlace(folder); });
+}
+
+void LinuxDesktop::openPlace(const std::filesystem::path& place) const {
+    if (!launchUri(fileUri(place))) {
+        tellFailure("文件管理器没有打开。");
+    }
+}
+
+void LinuxDesktop::openFolder(const std::filesystem::path& folder) {
+    openPlace(folder);
 }
 
 void LinuxDesktop::openHome() {
-    launchUri(fileUri(environment_.home));
+    openPlace(environment_.home);
 }
 
 void LinuxDesktop::openTrash() {
@@ -82,16 +107,18 @@ void LinuxDesktop::openTrash() {
         return;
     }
     askFileManager(QStringLiteral("ShowFolders"), trash,
-                   [files = layout_.trash.homeFolder / layout_.trash.contents] { launchUri(fileUri(files)); });
+                   [this, files = layout_.trash.homeFolder / layout_.trash.contents] { openPlace(files); });
 }
 
 void LinuxDesktop::openSystemMonitor() {
-    std::ranges::any_of(systemMonitors(environment_.desktops), launchDesktopEntry);
+    if (!std::ranges::any_of(systemMonitors(environment_.desktops), launchDesktopEntry)) {
+        tellFailure("没有找到系统监视器。");
+    }
 }
 
 void LinuxDesktop::openLoginItemsSettings() {
     if (!std::ranges::any_of(loginItemsSettings(environment_.desktops), start)) {
-        launchUri(fileUri(environment_.config / "autostart"));
+        openPlace(environment_.config / "autostart");
     }
 }
 
@@ -100,8 +127,9 @@ void LinuxDesktop::openPermissionSettings() {
         return;
     }
     const std::string folder = fileUri(firstUnreadableFolder());
-    askFileManager(QStringLiteral("ShowItemProperties"), folder,
-                   [folder] { askFileManager(QStringLiteral("ShowItems"), folder, [] {}); });
+    askFileManager(QStringLiteral("ShowItemProperties"), folder, [this, folder] {
+        askFileManager(QStringLiteral("ShowItems"), folder, [this] { tellFailure("文件管理器没有打开。"); });
+    });
 }
 
 Confinement LinuxDesktop::confinement() const {
@@ -144,8 +172,18 @@ QIcon LinuxDesktop::iconOf(const std::filesystem::path& application) const {
     return name.starts_with('/') ? QIcon(QString::fromStdString(name)) : QIcon::fromTheme(QString::fromStdString(name));
 }
 
-bool LinuxDesktop::prefersReducedMotion() const {
-    return !desktopAnimates();
+DesktopLook LinuxDesktop::look() const {
+    DesktopLook look = looks_.look();
+    look.reducedMotion = look.reducedMotion || !desktopAnimates();
+    return look;
+}
+
+std::optional<std::string> LinuxDesktop::remembered(std::string_view name) const {
+    return rememberedSetting(name);
+}
+
+void LinuxDesktop::remember(std::string_view name, const std::string& value) {
+    QSettings().setValue(settingKey(name), QString::fromStdString(value));
 }
 
 bool LinuxDesktop::runsAsRoot() const {

@@ -2,23 +2,30 @@
 
 #include "Desktop.h"
 #include "DesktopTools.h"
+#include "LookWatcher.h"
 #include "Platform.h"
 #include "layouts/LinuxEnvironment.h"
 #include "layouts/SystemLayout.h"
 
 #include <QIcon>
+#include <QObject>
 
 #include <map>
 #include <vector>
 
 namespace vellmoor {
 
+/// In the program's own settings; nothing when it was never remembered.
+std::optional<std::string> rememberedSetting(std::string_view name);
+
 /// The freedesktop.org desktop that the program runs in. What it is given must outlive it.
 class LinuxDesktop final : public Desktop {
 public:
-    LinuxDesktop(const Platform& platform, const SystemLayout& layout, LinuxEnvironment environment);
+    LinuxDesktop(const Platform& platform, const SystemLayout& layout, LinuxEnvironment environment,
+                 const LookWatcher& looks);
 
     void reveal(const std::filesystem::path& path) override;
+    void openFolder(const std::filesystem::path& folder) override;
     void openHome() override;
     void openTrash() override;
     void openSystemMonitor() override;
@@ -28,10 +35,13 @@ public:
     [[nodiscard]] std::string volumeLabel() const override { return volumeLabel_; }
     [[nodiscard]] std::filesystem::path homeFolder() const override { return environment_.home; }
     [[nodiscard]] QImage applicationIcon(const std::filesystem::path& application, int pixels) override;
-    [[nodiscard]] bool prefersReducedMotion() const override;
+    [[nodiscard]] DesktopLook look() const override;
+    [[nodiscard]] std::optional<std::string> remembered(std::string_view name) const override;
+    void remember(std::string_view name, const std::string& value) override;
     [[nodiscard]] bool runsAsRoot() const override;
 
 private:
+    void openPlace(const std::filesystem::path& place) const;
     [[nodiscard]] QIcon iconOf(const std::filesystem::path& application) const;
     [[nodiscard]] Confinement confinement() const;
     [[nodiscard]] std::filesystem::path firstUnreadableFolder() const;
@@ -39,7 +49,9 @@ private:
     const Platform& platform_;
     const SystemLayout& layout_;
     LinuxEnvironment environment_;
+    const LookWatcher& looks_;
     std::string volumeLabel_;
+    QObject lookConnection_;
     std::map<std::filesystem::path, QIcon> icons_; ///< of applications asked for so far
 };
 

@@ -13,6 +13,7 @@ public:
     [[nodiscard]] Picture fileIcon(const std::filesystem::path& path, int pixels) override;
     [[nodiscard]] Picture symbol(const std::string& name, int pixels) override;
     [[nodiscard]] bool reducesMotion() const override;
+    [[nodiscard]] bool increasesContrast() const override;
 };
 
 } // namespace vellmoor

@@ -99,4 +99,10 @@ bool AppKitWorkspace::reducesMotion() const {
     }
 }
 
+bool AppKitWorkspace::increasesContrast() const {
+    @autoreleasepool {
+        return NSWorkspace.sharedWorkspace.accessibilityDisplayShouldIncreaseContrast;
+    }
+}
+
 } // namespace vellmoor

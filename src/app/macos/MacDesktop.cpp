@@ -2,6 +2,9 @@
 
 #include "SystemPlaces.h"
 
+#include <QGuiApplication>
+#include <QPalette>
+#include <QSettings>
 #include <QString>
 
 #include <algorithm>
@@ -36,7 +39,36 @@ QImage imageOf(const Picture& picture) {
 MacDesktop::MacDesktop(const Platform& platform, const SystemLayout& layout, Workspace& workspace)
     : platform_(platform),
       layout_(layout),
-      workspace_(workspace) {}
+      workspace_(workspace) {
+    QObject::connect(qGuiApp, &QGuiApplication::paletteChanged, &paletteConnection_, [this] { tellLookChanged(); });
+}
+
+DesktopLook MacDesktop::look() const {
+    constexpr int halfLight = 128;
+    constexpr double systemPoints = 13; // the system's font has this size on every Mac
+    return {.dark = QGuiApplication::palette().color(QPalette::Window).lightness() < halfLight,
+            .highContrast = workspace_.increasesContrast(),
+            .reducedMotion = workspace_.reducesMotion(),
+            .smallestUsualPoints = systemPoints,
+            .largestUsualPoints = systemPoints};
+}
+
+std::optional<std::string> MacDesktop::remembered(std::string_view name) const {
+    const QSettings settings;
+    const QString key = QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
+    return settings.contains(key) ? std::optional(settings.value(key).toString().toStdString()) : std::nullopt;
+}
+
+void MacDesktop::remember(std::string_view name, const std::string& value) {
+    QSettings().setValue(QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())),
+                         QString::fromStdString(value));
+}
+
+void MacDesktop::openFolder(const std::filesystem::path& folder) {
+    if (!workspace_.openFile(folder)) {
+        tellFailure("文件管理器没有打开。");
+    }
+}
 
 void MacDesktop::reveal(const std::filesystem::path& path) {
     workspace_.reveal(path);

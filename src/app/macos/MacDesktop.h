@@ -5,6 +5,8 @@
 #include "Workspace.h"
 #include "layouts/SystemLayout.h"
 
+#include <QObject>
+
 #include <map>
 #include <mutex>
 #include <utility>
@@ -20,6 +22,7 @@ public:
     MacDesktop(const Platform& platform, const SystemLayout& layout, Workspace& workspace);
 
     void reveal(const std::filesystem::path& path) override;
+    void openFolder(const std::filesystem::path& folder) override;
     void openHome() override;
     void openTrash() override;
     void openSystemMonitor() override;
@@ -32,14 +35,16 @@ public:
     [[nodiscard]] bool hasApplicationIcon(const std::filesystem::path& application) override;
     [[nodiscard]] bool drawsOnAnyThread() const override { return true; }
     [[nodiscard]] QImage symbol(const QString& name, int pixels) override;
-    [[nodiscard]] bool prefersReducedMotion() const override { return workspace_.reducesMotion(); }
-    /// The system's font has this size on every Mac.
-    [[nodiscard]] double usualTextPoints() const override { return 13; }
+    /// Dark when the palette is, which Qt keeps as the effective appearance has it.
+    [[nodiscard]] DesktopLook look() const override;
+    [[nodiscard]] std::optional<std::string> remembered(std::string_view name) const override;
+    void remember(std::string_view name, const std::string& value) override;
 
 private:
     const Platform& platform_;
     const SystemLayout& layout_;
     Workspace& workspace_;
+    QObject paletteConnection_;
     std::mutex lock_;                                               ///< of the icons, which are drawn one at a time
     std::map<std::pair<std::filesystem::path, int>, QImage> icons_; ///< of applications asked for so far
 };

@@ -45,6 +45,7 @@ public:
     /// A symbol of the system in black, inside `pixels` by `pixels`; empty for an unknown name.
     [[nodiscard]] virtual Picture symbol(const std::string& name, int pixels) = 0;
     [[nodiscard]] virtual bool reducesMotion() const = 0;
+    [[nodiscard]] virtual bool increasesContrast() const = 0;
 };
 
 } // namespace vellmoor

@@ -15,7 +15,7 @@ Rectangle {
     Accessible.name: text
     Accessible.role: Accessible.StaticText
 
-    color: Colors.faint(tint, 0.14)
+    color: Colors.tile(tint)
     implicitHeight: Math.max(18, label.implicitHeight + 4)
     implicitWidth: content.implicitWidth + 14
     radius: height / 2
@@ -30,7 +30,7 @@ Rectangle {
             anchors.verticalCenter: parent.verticalCenter
             color: Colors.ink(root.tint)
             name: root.symbol
-            size: 10
+            size: 11
             visible: root.symbol !== ""
         }
 

@@ -13,6 +13,8 @@ Sheet {
     property string symbol: "exclamationmark.triangle.fill"
     property color tint: Colors.orange
     property bool destructive: false
+    // Further lines under the message.
+    property var parts: []
 
     signal accepted
 
@@ -23,7 +25,7 @@ Sheet {
     }
 
     onOpened: cancel.forceActiveFocus(Qt.TabFocusReason)
-    width: 440
+    wantedWidth: Metrics.grown(440)
 
     contentItem: ColumnLayout {
         spacing: Metrics.wideGap
@@ -58,6 +60,21 @@ Sheet {
                     spoken: true
                     text: root.message
                     wrapMode: Text.Wrap
+                }
+
+                Repeater {
+                    model: root.parts
+
+                    BodyText {
+                        required property string modelData
+
+                        Layout.fillWidth: true
+                        font.weight: Font.DemiBold
+                        objectName: root.objectName + ".part"
+                        spoken: true
+                        text: modelData
+                        wrapMode: Text.Wrap
+                    }
                 }
             }
         }

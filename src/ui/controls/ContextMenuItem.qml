@@ -8,14 +8,17 @@ T.MenuItem {
 
     Accessible.name: text
     Accessible.onPressAction: triggered()
-    implicitHeight: 30
+    height: visible ? implicitHeight : 0
+    implicitHeight: Metrics.rowButton + 2
     implicitWidth: 188
 
     background: Rectangle {
-        color: root.highlighted ? Colors.faint(Colors.cyan, 0.12) : Colors.clear
+        color: root.highlighted ? Colors.tile(Colors.cyan) : Colors.clear
         radius: Metrics.smallRadius
     }
     contentItem: BodyText {
+        color: root.enabled ? Colors.vmText : Colors.gray
+        font.weight: root.font.bold ? Font.DemiBold : Font.Normal
         leftPadding: 10
         rightPadding: 10
         text: root.text

@@ -12,10 +12,10 @@ T.ItemDelegate {
             root.clicked();
     }
     Accessible.selected: checked
-    implicitHeight: 30
+    implicitHeight: Metrics.rowButton + 2
 
     background: Rectangle {
-        color: root.highlighted || root.hovered ? Colors.faint(Colors.cyan, 0.12) : Colors.clear
+        color: root.highlighted || root.hovered ? Colors.tile(Colors.cyan) : Colors.clear
         radius: Metrics.smallRadius
     }
     contentItem: BodyText {

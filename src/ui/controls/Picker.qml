@@ -12,7 +12,7 @@ T.ComboBox {
     Accessible.onPressAction: popup.visible ? popup.close() : popup.open()
     focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
     implicitHeight: Metrics.rowButton
-    implicitWidth: 116
+    implicitWidth: Metrics.grown(116)
 
     background: Rectangle {
         border.color: Colors.vmLine
@@ -25,7 +25,7 @@ T.ComboBox {
         }
     }
     contentItem: BodyText {
-        font.pixelSize: Type.caption + 1
+        font.pixelSize: Type.body
         leftPadding: 12
         rightPadding: 26
         text: root.displayText
@@ -46,7 +46,7 @@ T.ComboBox {
     indicator: Symbol {
         color: Colors.vmSecondaryText
         name: "chevron.down"
-        size: 10
+        size: 11
         x: root.width - width - 11
         y: (root.height - height) / 2
     }

@@ -1,51 +1,32 @@
 import QtQuick
-import QtQuick.Templates as T
 import Vellmoor.Theme
 
 // PrimaryActionStyle: the main actions.
-T.Button {
+Pressable {
     id: root
 
     property string symbol
     property bool destructive: false
-    readonly property color base: destructive ? Colors.red : Colors.cyan
+    readonly property color base: destructive ? Colors.danger : Colors.primary
+    readonly property color lit: destructive ? Colors.dangerHover : Colors.primaryHover
+    readonly property color ink: enabled ? Colors.onAccent : Colors.vmSecondaryText
 
-    Accessible.focusable: enabled
-    Accessible.name: text
-    Accessible.onPressAction: {
-        if (root.enabled)
-            root.clicked();
-    }
-    focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
     implicitHeight: Metrics.button
     implicitWidth: Math.max(96, label.implicitWidth + 40)
-    opacity: enabled ? 1 : 0.45
 
     background: Item {
         SoftShadow {
             color: Colors.faint(root.base, root.pressed ? 0.16 : 0.28)
             radius: Metrics.button / 2
             reach: 12
-            visible: root.enabled
+            visible: root.enabled && !Colors.strong
         }
 
         Rectangle {
             anchors.fill: parent
-            color: Colors.groundMiddle
+            border.color: root.enabled ? Colors.clear : Colors.vmLine
+            color: !root.enabled ? Colors.track : root.hovered || root.pressed ? root.lit : root.base
             radius: height / 2
-        }
-
-        Rectangle {
-            anchors.fill: parent
-            color: root.hovered && !root.pressed ? Colors.faint(root.base, 0.88) : Colors.faint(root.base, 0.78)
-            radius: height / 2
-        }
-
-        Rectangle {
-            anchors.fill: parent
-            color: Colors.softButtonPressed
-            radius: height / 2
-            visible: root.pressed
         }
 
         FocusRing {
@@ -64,14 +45,14 @@ T.Button {
 
             Symbol {
                 anchors.verticalCenter: parent.verticalCenter
-                color: Colors.onAccent
+                color: root.ink
                 name: root.symbol
                 size: 14
                 visible: root.symbol !== ""
             }
 
             Text {
-                color: Colors.onAccent
+                color: root.ink
                 font.family: Type.family
                 font.pixelSize: Type.button
                 font.weight: Font.DemiBold
@@ -80,6 +61,4 @@ T.Button {
             }
         }
     }
-    Keys.onEnterPressed: root.clicked()
-    Keys.onReturnPressed: root.clicked()
 }

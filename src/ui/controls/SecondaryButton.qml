@@ -1,25 +1,16 @@
 import QtQuick
-import QtQuick.Templates as T
 import Vellmoor.Theme
 
 // The quiet button beside a primary one, and the small actions of panels.
-T.Button {
+Pressable {
     id: root
 
     property string symbol
     property bool compact: false
-    property color ink: Colors.vmText
+    property color ink: enabled ? Colors.vmText : Colors.gray
 
-    Accessible.focusable: enabled
-    Accessible.name: text
-    Accessible.onPressAction: {
-        if (root.enabled)
-            root.clicked();
-    }
-    focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
     implicitHeight: compact ? Metrics.rowButton : Metrics.button
-    implicitWidth: label.implicitWidth + (compact ? 20 : 32)
-    opacity: enabled ? 1 : 0.45
+    implicitWidth: text === "" ? implicitHeight : label.implicitWidth + (compact ? 20 : 32)
 
     background: Rectangle {
         border.color: Colors.vmLine
@@ -56,9 +47,8 @@ T.Button {
                 font.weight: Font.Medium
                 text: root.text
                 textFormat: Text.PlainText
+                visible: text !== ""
             }
         }
     }
-    Keys.onEnterPressed: root.clicked()
-    Keys.onReturnPressed: root.clicked()
 }

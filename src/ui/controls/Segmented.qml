@@ -15,7 +15,7 @@ Rectangle {
     signal chosen(string value)
 
     color: Colors.field
-    implicitHeight: 30
+    implicitHeight: Metrics.rowButton + 2
     implicitWidth: row.implicitWidth + 4
     radius: height / 2
 
@@ -55,11 +55,11 @@ Rectangle {
                         segment.clicked();
                 }
                 checked: isCurrent
-                focusPolicy: isCurrent ? Qt.StrongFocus : Qt.ClickFocus
+                focusPolicy: isCurrent || activeFocus ? Qt.StrongFocus : Qt.ClickFocus // Qt minds losing it under the keyboard
                 height: root.height - 4
                 objectName: root.name + "." + modelData.value
                 text: modelData.title
-                width: title.implicitWidth + 24
+                width: title.implicitWidth + 16
 
                 background: Rectangle {
                     border.color: segment.isCurrent ? Colors.vmLine : Colors.clear
@@ -77,7 +77,7 @@ Rectangle {
 
                         anchors.centerIn: parent
                         color: segment.isCurrent ? Colors.vmText : Colors.vmSecondaryText
-                        font.pixelSize: Type.caption + 1
+                        font.pixelSize: Type.body
                         font.weight: segment.isCurrent ? Font.DemiBold : Font.Normal
                         text: segment.text
                     }

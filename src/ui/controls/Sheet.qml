@@ -11,14 +11,21 @@ T.Popup {
     property Item before: null
     property bool wasMarked: false
 
-    anchors.centerIn: T.Overlay.overlay
+    // What it would like to be; the window may have less.
+    property real wantedHeight: implicitHeight
+    property real wantedWidth: implicitWidth
+    readonly property Item overlay: T.Overlay.overlay
+
+    anchors.centerIn: overlay
     closePolicy: T.Popup.CloseOnEscape
     dim: true
     focus: true
+    height: Math.min(wantedHeight, overlay ? overlay.height - 24 : wantedHeight)
     implicitHeight: contentHeight + topPadding + bottomPadding
     implicitWidth: contentWidth + leftPadding + rightPadding
     modal: true
-    padding: 24
+    padding: overlay && overlay.height < 600 ? 16 : 24
+    width: Math.min(wantedWidth, overlay ? overlay.width - 24 : wantedWidth)
 
     onAboutToShow: {
         before = parent.Window.activeFocusItem;

@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Templates as T
 import Vellmoor.Theme
 
 // SoftIconButtonStyle: one symbol, named by its help text.
-T.Button {
+Pressable {
     id: root
 
     required property string symbol
@@ -11,16 +10,9 @@ T.Button {
     property int size: Metrics.iconButton
     property color ink: Colors.vmText
 
-    Accessible.focusable: enabled
     Accessible.name: help
-    Accessible.onPressAction: {
-        if (root.enabled)
-            root.clicked();
-    }
-    focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
     implicitHeight: size
     implicitWidth: size
-    opacity: enabled ? 1 : 0.4
 
     background: Rectangle {
         color: root.pressed ? Colors.softButtonPressed : (root.flat && !root.hovered ? Colors.clear : Colors.softButton)
@@ -34,13 +26,11 @@ T.Button {
     contentItem: Item {
         Symbol {
             anchors.centerIn: parent
-            color: root.ink
+            color: root.enabled ? root.ink : Colors.gray
             name: root.symbol
-            size: root.size > Metrics.rowButton ? 15 : 13
+            size: 15
         }
     }
-    Keys.onEnterPressed: root.clicked()
-    Keys.onReturnPressed: root.clicked()
 
     HelpTip {
         shown: root.hovered

@@ -10,21 +10,34 @@ Rectangle {
     required property string value
     required property color tint
     required property string symbol
+    property bool compact: false
+    property string help
+    // Not a figure yet.
+    property bool muted: false
 
     Accessible.name: title + " " + value
     Accessible.role: Accessible.StaticText
     border.color: Colors.vmLine
     color: Colors.softButton
-    implicitHeight: 40
+    implicitHeight: compact ? Metrics.rowButton : Metrics.grown(40)
     implicitWidth: row.implicitWidth + 24
     radius: height / 2
+
+    HoverHandler {
+        id: hover
+    }
+
+    HelpTip {
+        shown: hover.hovered
+        text: root.help
+    }
 
     RowLayout {
         id: row
 
         anchors.fill: parent
-        anchors.leftMargin: 14
-        anchors.rightMargin: 14
+        anchors.leftMargin: root.compact ? 10 : 14
+        anchors.rightMargin: root.compact ? 10 : 14
         spacing: Metrics.gap
 
         Symbol {
@@ -40,8 +53,8 @@ Rectangle {
 
         BodyText {
             Layout.maximumWidth: root.width * 0.6
-            color: Colors.ink(root.tint)
-            font.weight: Font.DemiBold
+            color: root.muted ? Colors.vmSecondaryText : Colors.ink(root.tint)
+            font.weight: root.muted ? Font.Normal : Font.DemiBold
             text: root.value
         }
     }

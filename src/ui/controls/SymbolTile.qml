@@ -9,14 +9,17 @@ Item {
     property string icon
     property color tint: Colors.gray
     property int size: Metrics.tile
+    // Where there is no room for more, it keeps its size.
+    property bool grows: true
+    readonly property int drawn: grows ? Metrics.grown(size) : size
 
-    implicitHeight: size
-    implicitWidth: size
+    implicitHeight: drawn
+    implicitWidth: drawn
 
     Rectangle {
         anchors.fill: parent
-        color: Colors.faint(root.tint, 0.14)
-        radius: Math.round(root.size * 0.28)
+        color: Colors.tile(root.tint)
+        radius: Math.round(root.drawn * 0.28)
         visible: root.icon === ""
     }
 
@@ -24,15 +27,15 @@ Item {
         anchors.centerIn: parent
         color: root.tint
         name: root.icon === "" ? root.symbol : ""
-        size: Math.round(root.size * 0.5)
+        size: Math.round(root.drawn / Metrics.growth * 0.5)
         visible: root.icon === ""
     }
 
     Image {
         anchors.fill: parent
         source: root.icon
-        sourceSize.height: root.size
-        sourceSize.width: root.size
+        sourceSize.height: root.drawn
+        sourceSize.width: root.drawn
         visible: root.icon !== ""
     }
 }

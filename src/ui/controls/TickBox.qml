@@ -10,6 +10,8 @@ T.CheckBox {
     property bool partial: false
     property int size: Metrics.tickBox
 
+    Accessible.checkStateMixed: ticked && partial
+    Accessible.checked: ticked && !partial
     Accessible.focusable: enabled
     Accessible.name: text
     Accessible.onPressAction: {
@@ -22,16 +24,16 @@ T.CheckBox {
     }
     checkState: !ticked ? Qt.Unchecked : partial ? Qt.PartiallyChecked : Qt.Checked
     focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
-    implicitHeight: size
-    implicitWidth: size
+    implicitHeight: Metrics.grown(size)
+    implicitWidth: implicitHeight
     nextCheckState: () => checkState
     opacity: enabled ? 1 : 0.4
     tristate: true
 
     background: Rectangle {
-        border.color: root.ticked ? Colors.clear : (root.hovered ? Colors.cyan : Colors.gray)
-        border.width: root.ticked ? 0 : 1
-        color: root.ticked ? Colors.cyan : Colors.softButton
+        border.color: root.hovered ? Colors.focus : Colors.edge
+        border.width: root.ticked && !Colors.dark ? 0 : 1
+        color: root.ticked ? Colors.primary : Colors.softButton
         radius: 6
 
         Behavior on color  {

@@ -25,6 +25,7 @@ FocusScope {
     required property bool running
     required property string bundle
     required property string leftovers
+    required property string path
     // Where a list has the keyboard, its keys do what the row's buttons do, and the buttons are passed over.
     property bool hasKeys: true
     readonly property int focusPolicy: hasKeys ? Qt.StrongFocus : Qt.ClickFocus

@@ -12,12 +12,12 @@ RowFrame {
     required property CleanupListModel rows
 
     Accessible.checkable: row.cleanable
-    Accessible.checked: row.ticked
+    Accessible.checked: row.ticked && !row.partial
     Accessible.description: row.detail
-    Accessible.name: row.title + " " + row.size + " " + row.riskTitle
+    Accessible.name: row.title + " " + row.size + " " + row.riskTitle + (row.expandable ? " " + (row.expanded ? L.tr("已展开") : L.tr("已折叠")) : "")
     Accessible.role: Accessible.ListItem
-    help: heading.truncated ? row.title : ""
-    implicitHeight: Math.max(64, line.implicitHeight + 18)
+    help: heading.truncated ? row.title + "\n" + row.detail : description.truncated ? row.detail : ""
+    implicitHeight: Math.max(54, line.implicitHeight + 12)
 
     onTapped: rows.toggleExpanded(row.index)
 
@@ -25,8 +25,8 @@ RowFrame {
         id: line
 
         anchors.fill: parent
-        anchors.leftMargin: 12
-        anchors.rightMargin: 6
+        anchors.leftMargin: 10
+        anchors.rightMargin: 4
         spacing: 10
 
         RowTick {
@@ -41,7 +41,7 @@ RowFrame {
 
         ColumnLayout {
             Layout.fillWidth: true
-            spacing: 3
+            spacing: 2
 
             RowLayout {
                 spacing: Metrics.gap
@@ -55,7 +55,6 @@ RowFrame {
                 }
 
                 BodyText {
-                    font.pixelSize: Type.caption + 1
                     font.weight: Font.Medium
                     text: root.row.amount
                 }
@@ -65,8 +64,10 @@ RowFrame {
                 spacing: Metrics.gap
 
                 Caption {
+                    id: description
+
                     Layout.fillWidth: true
-                    maximumLineCount: 3
+                    maximumLineCount: 2
                     text: root.row.detail
                     wrapMode: Text.Wrap
                 }

@@ -19,10 +19,9 @@ RowFrame {
     Accessible.role: Accessible.ListItem
     border.width: 0
     color: hovered ? Colors.rowHover : Colors.clear
-    help: heading.truncated ? row.title : ""
-    implicitHeight: Math.max(46, line.implicitHeight + 10)
+    help: heading.truncated || location.truncated ? row.path : ""
+    implicitHeight: Math.max(42, line.implicitHeight + 8)
 
-    onMenuAsked: menu.popup()
     onTapped: rows.toggle(row.index)
 
     RowLayout {
@@ -63,6 +62,8 @@ RowFrame {
             }
 
             Caption {
+                id: location
+
                 Layout.fillWidth: true
                 elide: Text.ElideMiddle
                 text: root.row.modified === "" ? root.row.detail : root.row.detail + " · " + root.row.modified
@@ -70,7 +71,7 @@ RowFrame {
         }
 
         BodyText {
-            font.pixelSize: Type.caption + 1
+            font.pixelSize: Type.body
             font.weight: Font.Medium
             text: root.row.size
         }
@@ -79,12 +80,5 @@ RowFrame {
             row: root.row
             rows: root.rows
         }
-    }
-
-    RowMenu {
-        id: menu
-
-        row: root.row
-        rows: root.rows
     }
 }

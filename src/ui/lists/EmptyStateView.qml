@@ -10,22 +10,38 @@ Column {
     required property bool isScanning
     // Inside a small panel.
     property bool small: false
+    // There is something, but a filter hides it.
+    property bool filtered: false
+
+    signal showAll
 
     spacing: small ? Metrics.gap : Metrics.wideGap
 
     SymbolTile {
         anchors.horizontalCenter: parent.horizontalCenter
-        size: root.small ? 44 : 64
+        size: root.small ? 32 : 56
         symbol: root.isScanning ? "waveform" : "tray"
         tint: root.isScanning ? Colors.cyan : Colors.gray
     }
 
     BodyText {
         color: Colors.vmSecondaryText
+        elide: Text.ElideNone
         horizontalAlignment: Text.AlignHCenter
         objectName: "emptyState"
         spoken: true
-        text: root.isScanning ? L.tr("正在读取文件系统...") : L.tr("暂无结果")
+        text: root.isScanning ? L.tr("正在读取文件系统...") : root.filtered ? L.tr("筛选隐藏了全部项目") : L.tr("暂无结果")
         width: root.width
+        wrapMode: Text.Wrap
+    }
+
+    SecondaryButton {
+        anchors.horizontalCenter: parent.horizontalCenter
+        compact: true
+        objectName: "showAll"
+        text: L.tr("显示全部")
+        visible: root.filtered && !root.isScanning
+
+        onClicked: root.showAll()
     }
 }

@@ -56,8 +56,11 @@ FocusScope {
     EmptyStateView {
         anchors.centerIn: parent
         anchors.horizontalCenterOffset: -5
+        filtered: root.rows.hidesAll
         isScanning: root.scanning
         visible: !root.filled
         width: parent.width - 10
+
+        onShowAll: root.rows.showAll()
     }
 }

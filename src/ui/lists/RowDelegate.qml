@@ -9,7 +9,6 @@ CleanupRoles {
     required property CleanupListModel rows
     property url category: Qt.resolvedUrl("CleanupRow.qml")
     readonly property url file: isTarget ? Qt.resolvedUrl("CleanupTargetRow.qml") : category
-
     property bool ready: false
 
     function fill(): void {
@@ -19,9 +18,17 @@ CleanupRoles {
             });
     }
 
+    // Opens the row's menu for the keyboard.
+    function openMenu(): void {
+        menu.popupBelow(loader.item as Item);
+    }
+
     // A row kept for later use is no row: it takes neither the keyboard nor a screen reader.
     ListView.onPooled: visible = false
-    ListView.onReused: visible = true
+    ListView.onReused: {
+        visible = true;
+        opacity = 1;
+    }
     implicitHeight: loader.height
     objectName: name
 
@@ -45,5 +52,21 @@ CleanupRoles {
 
         focus: true
         width: root.width
+    }
+
+    Connections {
+        function onMenuAsked(): void {
+            menu.popup();
+        }
+
+        ignoreUnknownSignals: true
+        target: loader.item
+    }
+
+    RowMenu {
+        id: menu
+
+        row: root
+        rows: root.rows
     }
 }

@@ -2,21 +2,30 @@ import QtQuick
 import Vellmoor.Controls
 import Vellmoor.Models
 
-// A row's menu, loaded when it is first asked for.
+// A row's menu, loaded when it is first asked for. A row that would have nothing in it has none.
 Loader {
     id: root
 
     required property CleanupRoles row
     required property CleanupListModel rows
-    // The menu's file.
-    property url menu: Qt.resolvedUrl("RevealMenu.qml")
+    readonly property bool useful: row.path !== "" || row.bundle !== ""
 
-    function popup(): void {
+    function load(): ContextMenu {
         if (!item)
-            setSource(menu, {
+            setSource(Qt.resolvedUrl("RevealMenu.qml"), {
                     "row": row,
                     "rows": rows
                 });
-        (item as ContextMenu).popup();
+        return item as ContextMenu;
+    }
+
+    function popup(): void {
+        if (useful)
+            load().popup();
+    }
+
+    function popupBelow(place: Item): void {
+        if (useful)
+            load().popup(place, 40, place.height - 8);
     }
 }

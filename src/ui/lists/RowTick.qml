@@ -11,8 +11,8 @@ Item {
     required property CleanupListModel rows
     property int size: Metrics.tickBox
 
-    implicitHeight: size
-    implicitWidth: size
+    implicitHeight: Metrics.grown(size)
+    implicitWidth: implicitHeight
 
     TickBox {
         focusPolicy: root.row.focusPolicy

@@ -1,38 +1,52 @@
 #include "CleanupListModel.h"
 
-#include "ApplicationIconProvider.h"
 #include "ByteCount.h"
-#include "FileKindLook.h"
 #include "QtText.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QMetaObject>
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace vellmoor {
 namespace {
 
-QString filesText(std::int64_t files) {
-    return files == 1 ? localised("1 个文件") : localised("%d 个文件", files);
+constexpr std::array<QLatin1String, 4> orders{QLatin1String("given"), QLatin1String("size"), QLatin1String("name"),
+                                              QLatin1String("date")};
+
+/// A category is the same one after another scan when it has the same name, and is a file or application of the same
+/// path.
+std::string keyOf(const CleanupItem& item) {
+    std::string key = std::string(rawValue(item.module)) + '\n' + item.title;
+    if (item.appInfo) {
+        key += '\n' + item.appInfo->appPath;
+    } else if (item.module == CleanerModule::largeFiles && !item.targets.empty()) {
+        key += '\n' + item.targets.front().url.native();
+    }
+    return key;
 }
 
-QString amountText(const CleanupItem& item) {
-    const std::string size = item.sizeText();
-    switch (item.files) {
-    case 0:
-        return toQt(size);
-    case 1:
-        return filesText(1) + QStringLiteral(" · ") + toQt(size);
-    default:
-        return localised("%d 文件 · %@", item.files, size);
+/// Makes a key different from those before it.
+std::string distinct(std::string key, std::map<std::string, int>& seen) {
+    const int before = seen[key]++;
+    return before == 0 ? std::move(key) : key + '\n' + std::to_string(before);
+}
+
+std::optional<TimePoint> newest(const CleanupItem& item) {
+    std::optional<TimePoint> found;
+    for (const CleanupTarget& target : item.targets) {
+        found = std::max(found, target.modifiedAt); // none is less than any
     }
+    return found;
 }
 
 } // namespace
 
 CleanupListModel::CleanupListModel(CleanerStore& store, Desktop& desktop, QObject* parent)
-    : QAbstractListModel(parent),
+    : KeyedListModel(parent),
       store_(store),
       desktop_(desktop) {
     connect(&store_, &CleanerStore::cleanupItemsChanged, this, [this] { rebuild(); });
@@ -40,27 +54,23 @@ CleanupListModel::CleanupListModel(CleanerStore& store, Desktop& desktop, QObjec
     rebuild();
 }
 
-int CleanupListModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(rows_.size());
-}
-
-QHash<int, QByteArray> CleanupListModel::roleNames() const {
-    return {{NameRole, "name"},         {IsTargetRole, "isTarget"},     {TitleRole, "title"},
-            {DetailRole, "detail"},     {AmountRole, "amount"},         {SizeRole, "size"},
-            {ModifiedRole, "modified"}, {SymbolRole, "symbol"},         {TintRole, "tint"},
-            {RiskRole, "risk"},         {RiskTitleRole, "riskTitle"},   {CleanableRole, "cleanable"},
-            {TickedRole, "ticked"},     {PartialRole, "partial"},       {ExpandedRole, "expanded"},
-            {LastRole, "last"},         {ExpandableRole, "expandable"}, {KindRole, "kind"},
-            {IconRole, "icon"},         {KindSymbolRole, "kindSymbol"}, {RunningRole, "running"},
-            {BundleRole, "bundle"},     {LeftoversRole, "leftovers"}};
-}
-
 void CleanupListModel::setModule(CleanerModule module) {
     if (module_ != module) {
         module_ = module;
         flipped_.clear();
-        rebuild();
+        applyChoice();
     }
+}
+
+const CleanupListModel::Choice& CleanupListModel::choice() const {
+    static const Choice none;
+    const auto found = choices_.find(module_);
+    return found == choices_.end() ? none : found->second;
+}
+
+void CleanupListModel::applyChoice() {
+    rebuild();
+    Q_EMIT filterChanged();
 }
 
 int CleanupListModel::selectedCount() const {
@@ -70,181 +80,145 @@ int CleanupListModel::selectedCount() const {
 }
 
 QString CleanupListModel::filter() const {
-    return toQt(rawValue(filter_));
+    return toQt(rawValue(choice().filter));
 }
 
 void CleanupListModel::setFilter(const QString& filter) {
     const auto wanted = std::ranges::find(allCleanupFilters, filter, [](CleanupFilter f) { return toQt(rawValue(f)); });
-    if (wanted == allCleanupFilters.end() || *wanted == filter_) {
-        return;
+    if (wanted != allCleanupFilters.end() && *wanted != choice().filter) {
+        choices_[module_].filter = *wanted;
+        applyChoice();
     }
-    filter_ = *wanted;
-    rebuild();
-    Q_EMIT filterChanged();
+}
+
+void CleanupListModel::setSearch(const QString& search) {
+    if (search != choice().search) {
+        choices_[module_].search = search;
+        applyChoice();
+    }
+}
+
+QString CleanupListModel::order() const {
+    return orders.at(static_cast<std::size_t>(choice().order));
+}
+
+void CleanupListModel::setOrder(const QString& order) {
+    const auto* const wanted = std::ranges::find(orders, order);
+    if (wanted != orders.end() && order != this->order()) {
+        choices_[module_].order = static_cast<Order>(wanted - orders.begin());
+        applyChoice();
+    }
+}
+
+bool CleanupListModel::hidesAll() const {
+    return indices_.empty() && !store_.itemIndices(module_, CleanupFilter::all).empty();
+}
+
+QString CleanupListModel::hiddenSelection() const {
+    std::int64_t hidden = store_.selectedBytes(module_);
+    for (const int index : indices_) {
+        hidden -= store_.cleanupItems().at(static_cast<std::size_t>(index)).selectedBytes();
+    }
+    return hidden > 0 ? localised("%@ 被筛选隐藏", byteCountText(hidden)) : QString();
+}
+
+void CleanupListModel::showAll() {
+    choices_[module_].filter = CleanupFilter::all;
+    choices_[module_].search.clear();
+    applyChoice();
 }
 
 std::vector<int> CleanupListModel::listedItems() const {
-    return store_.itemIndices(module_, filter_);
+    return store_.itemIndices(module_, choice().filter);
+}
+
+bool CleanupListModel::finds(const CleanupItem& item) const {
+    const auto contains = [&](const std::string& text) {
+        return toQt(text).contains(choice().search, Qt::CaseInsensitive);
+    };
+    return contains(item.title) || contains(item.description) ||
+           std::ranges::any_of(item.targets,
+                               [&](const CleanupTarget& target) { return contains(target.url.native()); });
+}
+
+std::vector<int> CleanupListModel::chosenItems() const {
+    std::vector<int> chosen = listedItems();
+    const auto& items = store_.cleanupItems();
+    if (!choice().search.isEmpty()) {
+        std::erase_if(chosen, [&](int index) { return !finds(items.at(static_cast<std::size_t>(index))); });
+    }
+    putInOrder(chosen);
+    return chosen;
+}
+
+void CleanupListModel::putInOrder(std::vector<int>& indices) const {
+    const auto item = [this](int index) -> const CleanupItem& {
+        return store_.cleanupItems().at(static_cast<std::size_t>(index));
+    };
+    switch (choice().order) {
+    case Order::given:
+        break;
+    case Order::size:
+        std::ranges::stable_sort(indices, std::ranges::greater(), [&](int index) { return item(index).bytes; });
+        break;
+    case Order::name:
+        std::ranges::stable_sort(indices, [&](int a, int b) {
+            return QString::localeAwareCompare(toQt(item(a).title), toQt(item(b).title)) < 0;
+        });
+        break;
+    case Order::date:
+        std::ranges::stable_sort(indices, std::ranges::greater(), [&](int index) { return newest(item(index)); });
+        break;
+    }
 }
 
 void CleanupListModel::rebuild() {
-    beginResetModel();
-    indices_ = listedItems();
-    rows_.clear();
-    for (int position = 0; position < itemCount(); ++position) {
-        const Row row{position, -1};
-        rows_.push_back(row);
-        const CleanupItem& item = itemAt(row);
-        const int paths = isExpanded(item) ? static_cast<int>(item.targets.size()) : 0;
-        for (int target = 0; target < paths; ++target) {
-            rows_.push_back({position, target});
-        }
-    }
+    indices_ = chosenItems();
     changedItems_.clear();
-    endResetModel();
+    setRows(wantedRows());
     Q_EMIT summaryChanged();
 }
 
-const CleanupItem& CleanupListModel::itemAt(const Row& row) const {
-    return store_.cleanupItems().at(static_cast<std::size_t>(indices_.at(static_cast<std::size_t>(row.position))));
+std::vector<KeyedRow> CleanupListModel::wantedRows() const {
+    std::vector<KeyedRow> wanted;
+    std::map<std::string, int> seen;
+    for (int position = 0; position < itemCount(); ++position) {
+        const KeyedRow head{.key = distinct(keyOf(itemOf({.record = position})), seen), .record = position};
+        wanted.push_back(head);
+        if (isExpanded(head.key)) {
+            addPaths(wanted, head);
+        }
+    }
+    return wanted;
 }
 
-const CleanupListModel::Row* CleanupListModel::rowAt(int row) const {
-    return row >= 0 && row < static_cast<int>(rows_.size()) ? &rows_[static_cast<std::size_t>(row)] : nullptr;
-}
-
-bool CleanupListModel::isExpanded(const CleanupItem& item) const {
-    return initiallyExpanded_ != flipped_.contains(item.id);
-}
-
-QVariant CleanupListModel::data(const QModelIndex& index, int role) const {
-    const Row* row = rowAt(index.row());
-    if (row == nullptr) {
-        return {};
-    }
-    const CleanupItem& item = itemAt(*row);
-    if (role == IsTargetRole) {
-        return row->target >= 0;
-    }
-    if (role == LastRole) {
-        return index.row() + 1 == rowCount();
-    }
-    if (role == CleanableRole) {
-        return item.isCleanable;
-    }
-    if (role == RiskRole) {
-        return toQt(rawValue(item.risk));
-    }
-    if (role == RiskTitleRole) {
-        return toQt(vellmoor::title(item.risk));
-    }
-    return row->target >= 0 ? targetData(*row, item, role) : categoryData(*row, item, role);
-}
-
-QVariant CleanupListModel::categoryData(const Row& row, const CleanupItem& item, int role) const {
-    switch (role) {
-    case NameRole:
-        return QStringLiteral("item.%1").arg(row.position);
-    case TitleRole:
-        return toQt(item.title);
-    case DetailRole:
-        return toQt(item.description);
-    case AmountRole:
-        return amountText(item);
-    case SizeRole:
-        return toQt(item.sizeText());
-    case SymbolRole:
-        return toQt(item.symbol);
-    case TintRole:
-        return toQt(tintName(item.tint));
-    case TickedRole:
-        return item.isCleanable && item.isSelected;
-    case PartialRole:
-        return item.isSelected && std::cmp_less(item.selectedTargetCount(), item.targets.size());
-    case ExpandedRole:
-        return isExpanded(item);
-    case ExpandableRole:
-        return !item.targets.empty();
-    case ModifiedRole:
-    case KindRole:
-    case KindSymbolRole:
-        return fileData(item, role);
-    default:
-        return appData(item, role);
+void CleanupListModel::addPaths(std::vector<KeyedRow>& wanted, const KeyedRow& head) const {
+    std::map<std::string, int> seen;
+    int part = 0;
+    for (const CleanupTarget& target : itemOf(head).targets) {
+        wanted.push_back(
+            {.key = head.key + '\n' + distinct(target.url.native(), seen), .record = head.record, .part = part++});
     }
 }
 
-QVariant CleanupListModel::fileData(const CleanupItem& item, int role) const {
-    if (item.targets.empty()) {
-        return QString();
-    }
-    const CleanupTarget& file = item.targets.front();
-    if (role == ModifiedRole) {
-        return file.modifiedAt ? toQt(file.modified) : localised("未知");
-    }
-    const LargeFileKindFilter kind = fileKind(file.url, fileKinds());
-    return role == KindSymbolRole ? kindSymbol(kind) : kindTitle(kind);
+const CleanupItem& CleanupListModel::itemOf(const KeyedRow& row) const {
+    return store_.cleanupItems().at(static_cast<std::size_t>(indices_.at(static_cast<std::size_t>(row.record))));
 }
 
-QVariant CleanupListModel::appData(const CleanupItem& item, int role) const {
-    if (!item.appInfo) {
-        return role == RunningRole ? QVariant(false) : QVariant(QString());
-    }
-    switch (role) {
-    case IconRole:
-        return applicationIconSource(desktop_, item.appInfo->appPath);
-    case RunningRole:
-        return item.appInfo->isRunning;
-    case BundleRole:
-        return item.appInfo->bundleIdentifier ? toQt(*item.appInfo->bundleIdentifier) : localised("未读取到 Bundle ID");
-    case LeftoversRole:
-        return localised("%d 个残留", item.appInfo->residualCount);
-    default:
-        return {};
-    }
-}
-
-QVariant CleanupListModel::targetData(const Row& row, const CleanupItem& item, int role) const {
-    const CleanupTarget& target = item.targets.at(static_cast<std::size_t>(row.target));
-    switch (role) {
-    case NameRole:
-        return QStringLiteral("item.%1.target.%2").arg(row.position).arg(row.target);
-    case TitleRole:
-        return toQt(target.name);
-    case DetailRole:
-        return toQt(target.location);
-    case AmountRole:
-        return filesText(target.files);
-    case SizeRole:
-        return toQt(target.sizeText());
-    case ModifiedRole:
-        return toQt(target.modified);
-    case SymbolRole:
-        return toQt(target.symbol);
-    case TintRole:
-        return toQt(tintName(item.tint));
-    case TickedRole:
-        return item.isCleanable && target.isSelected;
-    case PartialRole:
-    case ExpandedRole:
-    case ExpandableRole:
-    case RunningRole:
-        return false;
-    default:
-        return QString();
-    }
+bool CleanupListModel::isExpanded(const std::string& key) const {
+    return initiallyExpanded_ != flipped_.contains(key);
 }
 
 void CleanupListModel::toggle(int row) {
-    const Row* found = rowAt(row);
-    if (found == nullptr || !itemAt(*found).isCleanable) {
+    const KeyedRow* found = rowAt(row);
+    if (found == nullptr || !itemOf(*found).isCleanable) {
         return;
     }
-    const CleanupItem& item = itemAt(*found);
-    const int index = indices_.at(static_cast<std::size_t>(found->position));
-    if (found->target >= 0) {
-        store_.setTargetSelected(index, found->target,
-                                 !item.targets.at(static_cast<std::size_t>(found->target)).isSelected);
+    const CleanupItem& item = itemOf(*found);
+    const int index = indices_.at(static_cast<std::size_t>(found->record));
+    if (found->part >= 0) {
+        store_.setTargetSelected(index, found->part,
+                                 !item.targets.at(static_cast<std::size_t>(found->part)).isSelected);
         return;
     }
     const bool partial = std::cmp_less(item.selectedTargetCount(), item.targets.size());
@@ -252,44 +226,28 @@ void CleanupListModel::toggle(int row) {
 }
 
 void CleanupListModel::toggleExpanded(int row) {
-    const Row* found = rowAt(row);
+    const KeyedRow* found = rowAt(row);
     if (found != nullptr) {
-        setExpanded(row, found->target < 0 && !isExpanded(itemAt(*found)));
+        setExpanded(row, found->part < 0 && !isExpanded(found->key));
     }
 }
 
+int CleanupListModel::headOf(int row) const {
+    const KeyedRow* found = rowAt(row);
+    return found == nullptr || found->part < 0 ? row : row - found->part - 1;
+}
+
 void CleanupListModel::setExpanded(int row, bool expanded) {
-    const Row* found = rowAt(row);
-    if (found == nullptr) {
-        return;
-    }
-    const int position = found->position;
-    const int head = found->target < 0 ? row : row - found->target - 1;
-    const CleanupItem& item = itemAt({position, -1});
-    const int paths = static_cast<int>(item.targets.size());
-    if (isExpanded(item) == expanded || paths == 0) {
+    const KeyedRow* head = rowAt(headOf(row));
+    if (head == nullptr || itemOf(*head).targets.empty() || isExpanded(head->key) == expanded) {
         return;
     }
     if (expanded == initiallyExpanded_) {
-        flipped_.erase(item.id);
+        flipped_.erase(head->key);
     } else {
-        flipped_.insert(item.id);
+        flipped_.insert(head->key);
     }
-    const auto first = rows_.begin() + head + 1;
-    if (expanded) {
-        beginInsertRows({}, head + 1, head + paths);
-        std::vector<Row> added;
-        for (int target = 0; target < paths; ++target) {
-            added.push_back({position, target});
-        }
-        rows_.insert(first, added.begin(), added.end());
-        endInsertRows();
-    } else {
-        beginRemoveRows({}, head + 1, head + paths);
-        rows_.erase(first, first + paths);
-        endRemoveRows();
-    }
-    Q_EMIT dataChanged(index(head), index(head), {ExpandedRole, LastRole});
+    setRows(wantedRows());
 }
 
 void CleanupListModel::setAllSelected(bool selected) {
@@ -298,16 +256,47 @@ void CleanupListModel::setAllSelected(bool selected) {
     store_.setItemsSelected(listed, selected);
 }
 
+const CleanupTarget* CleanupListModel::pathOf(int row) const {
+    const KeyedRow* found = rowAt(row);
+    const std::size_t part = found == nullptr || found->part < 0 ? 0 : static_cast<std::size_t>(found->part);
+    return found != nullptr && part < itemOf(*found).targets.size() ? &itemOf(*found).targets[part] : nullptr;
+}
+
 void CleanupListModel::reveal(int row) {
-    const Row* found = rowAt(row);
+    if (const CleanupTarget* path = pathOf(row)) {
+        desktop_.reveal(path->url);
+    }
+}
+
+void CleanupListModel::openFolder(int row) {
+    if (const CleanupTarget* path = pathOf(row)) {
+        desktop_.openFolder(path->url.parent_path());
+    }
+}
+
+void CleanupListModel::copyPath(int row) {
+    const KeyedRow* found = rowAt(row);
     if (found == nullptr) {
         return;
     }
-    const CleanupItem& item = itemAt(*found);
-    const std::size_t target = found->target < 0 ? 0 : static_cast<std::size_t>(found->target);
-    if (target < item.targets.size()) {
-        desktop_.reveal(item.targets[target].url);
+    QStringList paths;
+    for (const CleanupTarget& target : itemOf(*found).targets) {
+        paths << toQt(target.url.native());
     }
+    if (found->part >= 0) {
+        paths = QStringList{paths.at(found->part)};
+    }
+    QGuiApplication::clipboard()->setText(paths.join(QLatin1Char('\n')));
+}
+
+int CleanupListModel::rowStartingWith(const QString& prefix, int after) const {
+    for (int step = 1; step <= rowCount(); ++step) {
+        const int row = (std::max(after, -1) + step) % rowCount();
+        if (data(index(row), TitleRole).toString().startsWith(prefix, Qt::CaseInsensitive)) {
+            return row;
+        }
+    }
+    return -1;
 }
 
 void CleanupListModel::noteSelectionChange(int itemIndex) {
@@ -323,25 +312,17 @@ void CleanupListModel::publishSelectionChanges() {
     if (changed.empty()) {
         return; // the list was rebuilt meanwhile
     }
-    if (filter_ == CleanupFilter::selected) {
+    if (choice().filter == CleanupFilter::selected) {
         rebuild();
         return;
     }
-    for (int position = 0; position < itemCount(); ++position) {
-        if (changed.contains(indices_[static_cast<std::size_t>(position)])) {
-            const int head = rowOfItem(position);
-            const CleanupItem& item = itemAt({position, -1});
-            const int paths = isExpanded(item) ? static_cast<int>(item.targets.size()) : 0;
-            Q_EMIT dataChanged(index(head), index(head + paths), {TickedRole, PartialRole});
+    for (int row = 0; row < rowCount(); ++row) {
+        const KeyedRow* found = rowAt(row);
+        if (found != nullptr && changed.contains(indices_.at(static_cast<std::size_t>(found->record)))) {
+            Q_EMIT dataChanged(index(row), index(row), {TickedRole, PartialRole});
         }
     }
     Q_EMIT summaryChanged();
-}
-
-int CleanupListModel::rowOfItem(int position) const {
-    const auto found =
-        std::ranges::find_if(rows_, [&](const Row& row) { return row.position == position && row.target < 0; });
-    return static_cast<int>(found - rows_.begin());
 }
 
 } // namespace vellmoor

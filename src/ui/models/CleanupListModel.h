@@ -2,18 +2,20 @@
 
 #include "CleanerStore.h"
 #include "Desktop.h"
+#include "KeyedListModel.h"
 
-#include <QAbstractListModel>
 #include <QtQml/qqmlregistration.h>
 
+#include <map>
 #include <set>
+#include <string>
 #include <vector>
 
 namespace vellmoor {
 
 /// The categories of a module as one flat list: each category's row, followed by its paths' rows while it is
 /// unfolded. Flat, so that a view of ten thousand paths draws only what is visible.
-class CleanupListModel : public QAbstractListModel {
+class CleanupListModel : public KeyedListModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the window model")
@@ -23,6 +25,14 @@ class CleanupListModel : public QAbstractListModel {
     Q_PROPERTY(int selectedCount READ selectedCount NOTIFY summaryChanged FINAL)
     /// The raw value of the CleanupFilter: "all", "recommended" or "selected".
     Q_PROPERTY(QString filter READ filter WRITE setFilter NOTIFY filterChanged FINAL)
+    /// Only categories whose name, description or paths contain it; empty: all.
+    Q_PROPERTY(QString search READ search WRITE setSearch NOTIFY filterChanged FINAL)
+    /// "given", "size", "name" or "date".
+    Q_PROPERTY(QString order READ order WRITE setOrder NOTIFY filterChanged FINAL)
+    /// There are categories, but filter and search hide them all.
+    Q_PROPERTY(bool hidesAll READ hidesAll NOTIFY summaryChanged FINAL)
+    /// What is ticked and hidden, such as "755 MB hidden by the filter"; empty when nothing is.
+    Q_PROPERTY(QString hiddenSelection READ hiddenSelection NOTIFY summaryChanged FINAL)
 
 public:
     enum Role : std::uint16_t {
@@ -49,14 +59,15 @@ public:
         RunningRole,
         BundleRole,
         LeftoversRole,
+        PathRole, ///< what can be shown in the file manager; empty for what is no file
     };
 
     CleanupListModel(CleanerStore& store, Desktop& desktop, QObject* parent = nullptr);
 
-    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 
+    /// Each module has a filter, a search and an order of its own.
     void setModule(CleanerModule module);
     /// Reads the store's array again.
     void rebuild();
@@ -66,6 +77,14 @@ public:
     [[nodiscard]] int selectedCount() const;
     [[nodiscard]] QString filter() const;
     void setFilter(const QString& filter);
+    [[nodiscard]] QString search() const { return choice().search; }
+    void setSearch(const QString& search);
+    [[nodiscard]] QString order() const;
+    void setOrder(const QString& order);
+    [[nodiscard]] bool hidesAll() const;
+    [[nodiscard]] QString hiddenSelection() const;
+    /// Takes filter and search away.
+    Q_INVOKABLE virtual void showAll();
 
     /// Flips the tick of a row; a half-ticked category becomes fully ticked.
     Q_INVOKABLE void toggle(int row);
@@ -76,6 +95,13 @@ public:
     Q_INVOKABLE void setAllSelected(bool selected);
     /// Shows the row's path in the file manager; for a category its first path.
     Q_INVOKABLE void reveal(int row);
+    Q_INVOKABLE void openFolder(int row);
+    /// Puts the row's path on the clipboard; for a category all its paths, a line each.
+    Q_INVOKABLE void copyPath(int row);
+    /// The row of the category that a row belongs to.
+    Q_INVOKABLE [[nodiscard]] int headOf(int row) const;
+    /// The next row after `after`, round the end, whose name begins with `prefix`; -1: none.
+    Q_INVOKABLE [[nodiscard]] int rowStartingWith(const QString& prefix, int after) const;
 
 Q_SIGNALS:
     void summaryChanged();
@@ -89,29 +115,38 @@ protected:
     [[nodiscard]] const FileKinds& fileKinds() const { return desktop_.fileKinds(); }
 
 private:
-    struct Row {
-        int position = 0; ///< in indices_
-        int target = -1;  ///< -1: the category itself
+    enum class Order : std::uint8_t { given, size, name, date };
+    /// What the user chose to see of a module.
+    struct Choice {
+        CleanupFilter filter = CleanupFilter::all;
+        QString search;
+        Order order = Order::given;
     };
-    [[nodiscard]] const CleanupItem& itemAt(const Row& row) const;
-    [[nodiscard]] const Row* rowAt(int row) const;
-    [[nodiscard]] bool isExpanded(const CleanupItem& item) const;
-    [[nodiscard]] QVariant categoryData(const Row& row, const CleanupItem& item, int role) const;
+    [[nodiscard]] const Choice& choice() const;
+    [[nodiscard]] std::vector<int> chosenItems() const;
+    void putInOrder(std::vector<int>& indices) const;
+    [[nodiscard]] bool finds(const CleanupItem& item) const;
+    void applyChoice();
+    [[nodiscard]] std::vector<KeyedRow> wantedRows() const;
+    void addPaths(std::vector<KeyedRow>& wanted, const KeyedRow& head) const;
+    [[nodiscard]] const CleanupItem& itemOf(const KeyedRow& row) const;
+    [[nodiscard]] bool isExpanded(const std::string& key) const;
+    /// The row's own path, or the first of its category; null when it has none.
+    [[nodiscard]] const CleanupTarget* pathOf(int row) const;
+    [[nodiscard]] QVariant categoryData(const KeyedRow& row, const CleanupItem& item, int role) const;
     [[nodiscard]] QVariant appData(const CleanupItem& item, int role) const;
     [[nodiscard]] QVariant fileData(const CleanupItem& item, int role) const;
-    [[nodiscard]] QVariant targetData(const Row& row, const CleanupItem& item, int role) const;
-    [[nodiscard]] int rowOfItem(int position) const;
+    [[nodiscard]] QVariant targetData(const KeyedRow& row, const CleanupItem& item, int role) const;
     void noteSelectionChange(int itemIndex);
     void publishSelectionChanges();
 
     CleanerStore& store_;
     Desktop& desktop_;
     CleanerModule module_ = CleanerModule::smartScan;
-    CleanupFilter filter_ = CleanupFilter::all;
-    std::vector<int> indices_;
-    std::vector<Row> rows_;
-    /// Categories that the user folded or unfolded against the initial state.
-    std::set<Uuid> flipped_;
+    std::map<CleanerModule, Choice> choices_;
+    std::vector<int> indices_; ///< of the listed categories in the store's array
+    /// Keys of the categories that the user folded or unfolded against the initial state.
+    std::set<std::string> flipped_;
     bool initiallyExpanded_ = false;
     std::set<int> changedItems_; ///< whose ticks changed since the last publication
 };

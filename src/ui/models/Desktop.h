@@ -1,16 +1,22 @@
 #pragma once
 
+#include "DesktopLook.h"
 #include "LargeFileFilters.h"
 
 #include <QImage>
 #include <QString>
 
 #include <filesystem>
+#include <functional>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
 
 namespace vellmoor {
 
-/// What the window asks of the desktop around it. Actions that the desktop cannot do are passed over in silence.
+/// What the window asks of the desktop around it. An action that the desktop could not do is told to the
+/// listener, later for those that another program answers.
 class Desktop {
 public:
     Desktop() = default;
@@ -20,6 +26,7 @@ public:
 
     /// Shows a path, selected, in the file manager.
     virtual void reveal(const std::filesystem::path& path) = 0;
+    virtual void openFolder(const std::filesystem::path& folder) = 0;
     virtual void openHome() = 0;
     virtual void openTrash() = 0;
     virtual void openSystemMonitor() = 0;
@@ -41,12 +48,34 @@ public:
     /// The desktop's own picture of a symbol, black on nothing, `pixels` wide and high; null when it has none: then
     /// the embedded one is drawn.
     [[nodiscard]] virtual QImage symbol(const QString& /*name*/, int /*pixels*/) { return {}; }
-    /// Whether the desktop asks for less movement.
-    [[nodiscard]] virtual bool prefersReducedMotion() const = 0;
+    /// How programs are to look now.
+    [[nodiscard]] virtual DesktopLook look() const = 0;
     /// Whether the program runs as root: it then looks at root's home and not at that of the person at the screen.
     [[nodiscard]] virtual bool runsAsRoot() const { return false; }
-    /// The size of interface text for users who asked for nothing else; more is a wish for larger text.
-    [[nodiscard]] virtual double usualTextPoints() const { return 11; } // desktops here have 9 to 11
+    /// What the window remembers from one start to the next, by name; nothing unless the desktop keeps it.
+    [[nodiscard]] virtual std::optional<std::string> remembered(std::string_view /*name*/) const { return {}; }
+    virtual void remember(std::string_view /*name*/, const std::string& /*value*/) {}
+
+    /// `changed` is called whenever look() may answer something else.
+    void whenLookChanges(std::function<void()> changed) { lookChanged_ = std::move(changed); }
+    /// `failed` is called with the key of a text that says what did not work.
+    void whenActionFails(std::function<void(std::string_view key)> failed) { actionFailed_ = std::move(failed); }
+
+protected:
+    void tellLookChanged() const {
+        if (lookChanged_) {
+            lookChanged_();
+        }
+    }
+    void tellFailure(std::string_view key) const {
+        if (actionFailed_) {
+            actionFailed_(key);
+        }
+    }
+
+private:
+    std::function<void()> lookChanged_;
+    std::function<void(std::string_view)> actionFailed_;
 };
 
 } // namespace vellmoor

@@ -11,4 +11,13 @@ QtObject {
     function tr1(key: string, argument: string): string {
         return Texts.revision >= 0 ? Texts.text1(key, argument) : "";
     }
+
+    // A number of things, with its digits grouped; "one" is the text for exactly one.
+    function count(many: string, one: string, number: int): string {
+        return Texts.revision >= 0 ? Texts.countText(many, one, number) : "";
+    }
+
+    function items(number: int): string {
+        return L.count("%d 项", "1 项", number);
+    }
 }

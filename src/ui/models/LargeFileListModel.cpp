@@ -43,6 +43,13 @@ QStringList LargeFileListModel::ageTitles() const {
     return titles;
 }
 
+void LargeFileListModel::showAll() {
+    kind_ = LargeFileKindFilter::all;
+    age_ = LargeFileAgeFilter::all;
+    Q_EMIT filtersChanged();
+    CleanupListModel::showAll();
+}
+
 std::vector<int> LargeFileListModel::listedItems() const {
     std::vector<int> listed = store().itemIndices(module(), CleanupFilter::all);
     const TimePoint now = std::chrono::system_clock::now();

@@ -27,6 +27,8 @@ public:
     [[nodiscard]] QStringList kindTitles() const;
     [[nodiscard]] QStringList ageTitles() const;
 
+    void showAll() override;
+
 Q_SIGNALS:
     void filtersChanged();
     void languageChanged();

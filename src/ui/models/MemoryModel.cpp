@@ -35,7 +35,7 @@ QString MemoryModel::amount(std::int64_t bytes) const {
 }
 
 QString MemoryModel::usageText() const {
-    return known() ? QStringLiteral("%1%").arg(snapshot().usagePercent()) : QString(unknown);
+    return known() ? percentText(usage()) : QString(unknown);
 }
 
 QString MemoryModel::pressure() const {

@@ -8,6 +8,8 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
+#include <utility>
 
 namespace vellmoor {
 namespace {
@@ -34,10 +36,11 @@ enum Role : std::uint16_t {
     RecommendationRole,
 };
 
+/// Null where there is no record, or no longer.
 template <class Record>
-const Record* recordAt(const std::vector<Record>& records, const QModelIndex& index) {
-    const bool inside = index.row() >= 0 && index.row() < static_cast<int>(records.size());
-    return inside ? &records[static_cast<std::size_t>(index.row())] : nullptr;
+const Record* recordAt(const std::vector<Record>& records, const KeyedRow* row) {
+    const bool inside = row != nullptr && row->record < static_cast<int>(records.size());
+    return inside ? &records[static_cast<std::size_t>(row->record)] : nullptr;
 }
 
 struct PlaceholderSegment {
@@ -67,9 +70,29 @@ QVariant placeholderData(int row, int role) {
 } // namespace
 
 void RecordListModel::reload() {
-    beginResetModel();
-    endResetModel();
+    std::vector<KeyedRow> fresh;
+    std::map<std::string, int> seen;
+    for (int record = 0; record < recordCount(); ++record) {
+        std::string key = keyOf(record);
+        if (const int before = seen[key]++; before > 0) {
+            key += '\n' + std::to_string(before);
+        }
+        fresh.push_back({.key = std::move(key), .record = record});
+    }
+    setRows(fresh);
     Q_EMIT countChanged();
+}
+
+ModuleListModel::ModuleListModel(CleanerStore& store, QObject* parent) : RecordListModel(store, parent) {
+    reload();
+}
+
+int ModuleListModel::recordCount() const {
+    return static_cast<int>(allCleanerModules.size());
+}
+
+std::string ModuleListModel::keyOf(int record) const {
+    return std::string(rawValue(allCleanerModules.at(static_cast<std::size_t>(record))));
 }
 
 QVariant ModuleListModel::data(const QModelIndex& index, int role) const {
@@ -97,18 +120,25 @@ QHash<int, QByteArray> ModuleListModel::roleNames() const {
 
 StorageSegmentModel::StorageSegmentModel(CleanerStore& store, QObject* parent) : RecordListModel(store, parent) {
     connect(&store, &CleanerStore::storageSegmentsChanged, this, &StorageSegmentModel::reload);
+    reload();
 }
 
-int StorageSegmentModel::count() const {
+int StorageSegmentModel::recordCount() const {
     const std::size_t read = store().storageSegments().size();
     return static_cast<int>(read == 0 ? placeholders.size() : read);
 }
 
+/// The parts keep their places: their widths move from one reading to the next.
+std::string StorageSegmentModel::keyOf(int record) const {
+    return std::to_string(record);
+}
+
 QVariant StorageSegmentModel::data(const QModelIndex& index, int role) const {
-    if (store().storageSegments().empty() && index.row() >= 0 && index.row() < count()) {
-        return placeholderData(index.row(), role);
+    const KeyedRow* row = rowAt(index.row());
+    if (row != nullptr && store().storageSegments().empty() && row->record < static_cast<int>(placeholders.size())) {
+        return placeholderData(row->record, role);
     }
-    const StorageSegment* segment = recordAt(store().storageSegments(), index);
+    const StorageSegment* segment = recordAt(store().storageSegments(), row);
     if (segment == nullptr) {
         return {};
     }
@@ -132,10 +162,19 @@ QHash<int, QByteArray> StorageSegmentModel::roleNames() const {
 
 FileCandidateModel::FileCandidateModel(CleanerStore& store, QObject* parent) : RecordListModel(store, parent) {
     connect(&store, &CleanerStore::fileCandidatesChanged, this, &FileCandidateModel::reload);
+    reload();
+}
+
+int FileCandidateModel::recordCount() const {
+    return static_cast<int>(store().fileCandidates().size());
+}
+
+std::string FileCandidateModel::keyOf(int record) const {
+    return store().fileCandidates().at(static_cast<std::size_t>(record)).url.native();
 }
 
 QVariant FileCandidateModel::data(const QModelIndex& index, int role) const {
-    const FileCandidate* file = recordAt(store().fileCandidates(), index);
+    const FileCandidate* file = recordAt(store().fileCandidates(), rowAt(index.row()));
     if (file == nullptr) {
         return {};
     }
@@ -167,14 +206,23 @@ StartupListModel::StartupListModel(CleanerStore& store, Desktop& desktop, QObjec
     : RecordListModel(store, parent),
       desktop_(desktop) {
     connect(&store, &CleanerStore::startupItemsChanged, this, &StartupListModel::reload);
+    reload();
 }
 
 int StartupListModel::enabledCount() const {
     return static_cast<int>(std::ranges::count_if(store().startupItems(), &StartupItem::isEnabled));
 }
 
+int StartupListModel::recordCount() const {
+    return static_cast<int>(store().startupItems().size());
+}
+
+std::string StartupListModel::keyOf(int record) const {
+    return store().startupItems().at(static_cast<std::size_t>(record)).plistURL.native();
+}
+
 QVariant StartupListModel::data(const QModelIndex& index, int role) const {
-    const StartupItem* item = recordAt(store().startupItems(), index);
+    const StartupItem* item = recordAt(store().startupItems(), rowAt(index.row()));
     if (item == nullptr) {
         return {};
     }
@@ -204,7 +252,7 @@ QHash<int, QByteArray> StartupListModel::roleNames() const {
 }
 
 void StartupListModel::reveal(int row) {
-    if (const StartupItem* item = recordAt(store().startupItems(), index(row))) {
+    if (const StartupItem* item = recordAt(store().startupItems(), rowAt(row))) {
         desktop_.reveal(item->plistURL);
     }
 }
@@ -213,10 +261,19 @@ MemoryAppListModel::MemoryAppListModel(CleanerStore& store, Desktop& desktop, QO
     : RecordListModel(store, parent),
       desktop_(desktop) {
     connect(&store, &CleanerStore::memoryAppsChanged, this, &MemoryAppListModel::reload);
+    reload();
+}
+
+int MemoryAppListModel::recordCount() const {
+    return static_cast<int>(store().memoryApps().size());
+}
+
+std::string MemoryAppListModel::keyOf(int record) const {
+    return store().memoryApps().at(static_cast<std::size_t>(record)).id;
 }
 
 QVariant MemoryAppListModel::data(const QModelIndex& index, int role) const {
-    const MemoryApp* app = recordAt(store().memoryApps(), index);
+    const MemoryApp* app = recordAt(store().memoryApps(), rowAt(index.row()));
     if (app == nullptr) {
         return {};
     }
@@ -224,7 +281,7 @@ QVariant MemoryAppListModel::data(const QModelIndex& index, int role) const {
     case NameRole:
         return toQt(app->name);
     case ProcessesRole:
-        return localised("%d 个进程", app->processCount);
+        return countText("%d 个进程", "1 个进程", app->processCount);
     case MemoryRole:
         return toQt(byteCountText(app->bytes));
     case IconRole:
@@ -262,15 +319,21 @@ std::vector<MemoryPart> memoryParts(const MemorySnapshot& memory) {
 
 MemoryPartModel::MemoryPartModel(CleanerStore& store, QObject* parent) : RecordListModel(store, parent) {
     connect(&store, &CleanerStore::memorySnapshotChanged, this, &MemoryPartModel::reload);
+    reload();
 }
 
-int MemoryPartModel::count() const {
+int MemoryPartModel::recordCount() const {
     return static_cast<int>(memoryParts(store().memorySnapshot()).size());
+}
+
+/// A part keeps its place by its colour: its width moves from one reading to the next.
+std::string MemoryPartModel::keyOf(int record) const {
+    return std::string(tintName(memoryParts(store().memorySnapshot()).at(static_cast<std::size_t>(record)).tint));
 }
 
 QVariant MemoryPartModel::data(const QModelIndex& index, int role) const {
     const std::vector<MemoryPart> parts = memoryParts(store().memorySnapshot());
-    const MemoryPart* part = recordAt(parts, index);
+    const MemoryPart* part = recordAt(parts, rowAt(index.row()));
     if (part == nullptr) {
         return {};
     }
@@ -296,10 +359,19 @@ QHash<int, QByteArray> MemoryPartModel::roleNames() const {
 
 PermissionListModel::PermissionListModel(CleanerStore& store, QObject* parent) : RecordListModel(store, parent) {
     connect(&store, &CleanerStore::permissionHintsChanged, this, &PermissionListModel::reload);
+    reload();
+}
+
+int PermissionListModel::recordCount() const {
+    return static_cast<int>(store().permissionHints().size());
+}
+
+std::string PermissionListModel::keyOf(int record) const {
+    return store().permissionHints().at(static_cast<std::size_t>(record)).title;
 }
 
 QVariant PermissionListModel::data(const QModelIndex& index, int role) const {
-    const PermissionHint* hint = recordAt(store().permissionHints(), index);
+    const PermissionHint* hint = recordAt(store().permissionHints(), rowAt(index.row()));
     if (hint == nullptr) {
         return {};
     }

@@ -3,25 +3,24 @@
 
 #include "CleanerStore.h"
 #include "Desktop.h"
+#include "KeyedListModel.h"
 
-#include <QAbstractListModel>
 #include <QtQml/qqmlregistration.h>
+
+#include <string>
 
 namespace vellmoor {
 
-/// A list of one row per record, reset as a whole when its array changes.
-class RecordListModel : public QAbstractListModel {
+/// A list of one row per record.
+class RecordListModel : public KeyedListModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("a base")
     Q_PROPERTY(int count READ count NOTIFY countChanged FINAL)
 
 public:
-    explicit RecordListModel(CleanerStore& store, QObject* parent = nullptr)
-        : QAbstractListModel(parent),
-          store_(store) {}
-    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : count(); }
-    [[nodiscard]] virtual int count() const = 0;
+    explicit RecordListModel(CleanerStore& store, QObject* parent = nullptr) : KeyedListModel(parent), store_(store) {}
+    [[nodiscard]] int count() const { return rowCount(); }
     /// Reads the array again.
     void reload();
 
@@ -30,6 +29,9 @@ Q_SIGNALS:
 
 protected:
     [[nodiscard]] const CleanerStore& store() const { return store_; }
+    [[nodiscard]] virtual int recordCount() const = 0;
+    /// What the record is, whatever its place; the same key twice is told apart by the base.
+    [[nodiscard]] virtual std::string keyOf(int record) const = 0;
 
 private:
     CleanerStore& store_;
@@ -44,10 +46,13 @@ class ModuleListModel final : public vellmoor::RecordListModel {
     QML_UNCREATABLE("made by the window model")
 
 public:
-    explicit ModuleListModel(CleanerStore& store, QObject* parent = nullptr) : RecordListModel(store, parent) {}
-    [[nodiscard]] int count() const override { return static_cast<int>(allCleanerModules.size()); }
+    explicit ModuleListModel(CleanerStore& store, QObject* parent = nullptr);
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+
+protected:
+    [[nodiscard]] int recordCount() const override;
+    [[nodiscard]] std::string keyOf(int record) const override;
 };
 
 /// The parts of the disk bar; placeholders while the store has none.
@@ -58,9 +63,12 @@ class StorageSegmentModel final : public vellmoor::RecordListModel {
 
 public:
     explicit StorageSegmentModel(CleanerStore& store, QObject* parent = nullptr);
-    [[nodiscard]] int count() const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+
+protected:
+    [[nodiscard]] int recordCount() const override;
+    [[nodiscard]] std::string keyOf(int record) const override;
 };
 
 /// The largest files of the last scan, for reading only.
@@ -71,9 +79,12 @@ class FileCandidateModel final : public vellmoor::RecordListModel {
 
 public:
     explicit FileCandidateModel(CleanerStore& store, QObject* parent = nullptr);
-    [[nodiscard]] int count() const override { return static_cast<int>(store().fileCandidates().size()); }
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+
+protected:
+    [[nodiscard]] int recordCount() const override;
+    [[nodiscard]] std::string keyOf(int record) const override;
 };
 
 /// What starts at login.
@@ -85,12 +96,15 @@ class StartupListModel final : public vellmoor::RecordListModel {
 
 public:
     StartupListModel(CleanerStore& store, Desktop& desktop, QObject* parent = nullptr);
-    [[nodiscard]] int count() const override { return static_cast<int>(store().startupItems().size()); }
     [[nodiscard]] int enabledCount() const;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
     /// Shows the item's configuration in the file manager.
     Q_INVOKABLE void reveal(int row);
+
+protected:
+    [[nodiscard]] int recordCount() const override;
+    [[nodiscard]] std::string keyOf(int record) const override;
 
 private:
     Desktop& desktop_;
@@ -104,9 +118,12 @@ class MemoryAppListModel final : public vellmoor::RecordListModel {
 
 public:
     MemoryAppListModel(CleanerStore& store, Desktop& desktop, QObject* parent = nullptr);
-    [[nodiscard]] int count() const override { return static_cast<int>(store().memoryApps().size()); }
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+
+protected:
+    [[nodiscard]] int recordCount() const override;
+    [[nodiscard]] std::string keyOf(int record) const override;
 
 private:
     Desktop& desktop_;
@@ -121,9 +138,12 @@ class MemoryPartModel final : public vellmoor::RecordListModel {
 
 public:
     explicit MemoryPartModel(CleanerStore& store, QObject* parent = nullptr);
-    [[nodiscard]] int count() const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+
+protected:
+    [[nodiscard]] int recordCount() const override;
+    [[nodiscard]] std::string keyOf(int record) const override;
 };
 
 /// Which folders Vellmoor may read.
@@ -134,9 +154,12 @@ class PermissionListModel final : public vellmoor::RecordListModel {
 
 public:
     explicit PermissionListModel(CleanerStore& store, QObject* parent = nullptr);
-    [[nodiscard]] int count() const override { return static_cast<int>(store().permissionHints().size()); }
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+
+protected:
+    [[nodiscard]] int recordCount() const override;
+    [[nodiscard]] std::string keyOf(int record) const override;
 };
 
 } // namespace vellmoor

@@ -49,11 +49,11 @@ QString ReportModel::freed() const {
 }
 
 QString ReportModel::processed() const {
-    return localised("%d 项", report().removedCount);
+    return countText("%d 项", "1 项", report().removedCount);
 }
 
 QString ReportModel::failures() const {
-    return localised("%d 项", report().failedCount);
+    return countText("%d 项", "1 项", report().failedCount);
 }
 
 QString ReportModel::share() const {

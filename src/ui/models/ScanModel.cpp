@@ -4,6 +4,9 @@
 #include "ModuleLook.h"
 #include "QtText.h"
 
+#include <QMetaObject>
+#include <QStringList>
+
 namespace vellmoor {
 
 ScanModel::ScanModel(CleanerStore& store, QObject* parent) : QObject(parent), store_(store) {
@@ -13,7 +16,9 @@ ScanModel::ScanModel(CleanerStore& store, QObject* parent) : QObject(parent), st
             scannedModule_ = store_.activeModule();
         }
         Q_EMIT changed();
+        announceStartOrEnd();
     });
+    connect(&store_, &CleanerStore::scanProgressChanged, this, &ScanModel::announceQuarter);
     notify(&CleanerStore::isCleaningChanged);
     notify(&CleanerStore::scanProgressChanged);
     notify(&CleanerStore::scanStageChanged);
@@ -27,6 +32,42 @@ ScanModel::ScanModel(CleanerStore& store, QObject* parent) : QObject(parent), st
 void ScanModel::setModule(CleanerModule module) {
     module_ = module;
     Q_EMIT changed();
+}
+
+void ScanModel::announceStartOrEnd() {
+    announcedQuarters_ = 0;
+    if (scanning()) {
+        Q_EMIT announced(title());
+        return;
+    }
+    // The message of the end is set together with it, and told after it.
+    QMetaObject::invokeMethod(this, [this] { Q_EMIT announced(status()); }, Qt::QueuedConnection);
+}
+
+void ScanModel::announceQuarter() {
+    const int quarters = static_cast<int>(progress() * 4);
+    if (scanning() && quarters > announcedQuarters_ && quarters < 4) {
+        announcedQuarters_ = quarters;
+        Q_EMIT announced(title() + QLatin1Char(' ') + progressText());
+    }
+}
+
+QString ScanModel::progressText() const {
+    return percentText(progress());
+}
+
+QString ScanModel::findings() const {
+    if (!scanned() || itemCount() == 0) {
+        return {};
+    }
+    QStringList parts;
+    if (module_ == CleanerModule::smartScan) {
+        if (const std::int64_t memory = store_.cleanableBytes(CleanerModule::memoryOptimization); memory > 0) {
+            parts << localised("其中内存 %@", byteCountText(memory));
+        }
+    }
+    parts << localised("已选择 %@", byteCountText(store_.selectedBytes(module_)));
+    return parts.join(QStringLiteral(" · "));
 }
 
 QString ScanModel::stage() const {

@@ -19,6 +19,12 @@ class ScanModel final : public QObject {
     Q_PROPERTY(bool scanned READ scanned NOTIFY changed FINAL)
     /// 0 to 1.
     Q_PROPERTY(double progress READ progress NOTIFY changed FINAL)
+    /// Such as "42%".
+    Q_PROPERTY(QString progressText READ progressText NOTIFY changed FINAL)
+    /// Whether a scan can start now.
+    Q_PROPERTY(bool ready READ ready NOTIFY changed FINAL)
+    /// What the headline's figure is made of: how much is memory, how much is ticked; empty without a figure.
+    Q_PROPERTY(QString findings READ findings NOTIFY changed FINAL)
     Q_PROPERTY(QString stage READ stage NOTIFY changed FINAL)
     Q_PROPERTY(QString status READ status NOTIFY changed FINAL)
     Q_PROPERTY(QString lastScan READ lastScan NOTIFY changed FINAL)
@@ -43,6 +49,9 @@ public:
     [[nodiscard]] bool cleaning() const { return store_.isCleaning(); }
     [[nodiscard]] bool scanned() const { return store_.hasResult(module_); }
     [[nodiscard]] double progress() const { return store_.scanProgress(); }
+    [[nodiscard]] QString progressText() const;
+    [[nodiscard]] bool ready() const { return !scanning() && !cleaning(); }
+    [[nodiscard]] QString findings() const;
     [[nodiscard]] QString stage() const;
     [[nodiscard]] QString status() const;
     [[nodiscard]] QString lastScan() const;
@@ -60,11 +69,16 @@ public:
 
 Q_SIGNALS:
     void changed();
+    /// For those who hear what they do not see: a scan began, went on by a quarter, or ended.
+    void announced(const QString& text);
 
 private:
+    void announceStartOrEnd();
+    void announceQuarter();
     CleanerStore& store_;
     CleanerModule module_ = CleanerModule::smartScan;
     CleanerModule scannedModule_ = CleanerModule::smartScan; ///< the one that the running scan looks at
+    int announcedQuarters_ = 0;
 };
 
 } // namespace vellmoor

@@ -1,5 +1,7 @@
 #include "Texts.h"
 
+#include "QtText.h"
+
 #include <QQmlEngine>
 #include <QVariant>
 
@@ -39,6 +41,10 @@ QString Texts::text(const QString& key) const {
 
 QString Texts::text1(const QString& key, const QString& argument) const {
     return QString::fromStdString(L::tr(key.toStdString(), argument.toStdString()));
+}
+
+QString Texts::countText(const QString& many, const QString& one, int count) const {
+    return vellmoor::countText(many.toStdString(), one.toStdString(), count);
 }
 
 void Texts::switchLanguage() {

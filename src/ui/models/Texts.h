@@ -30,6 +30,8 @@ public:
     [[nodiscard]] QString language() const;
     Q_INVOKABLE [[nodiscard]] QString text(const QString& key) const;
     Q_INVOKABLE [[nodiscard]] QString text1(const QString& key, const QString& argument) const;
+    /// The text of a number of things; `one` is that for exactly one.
+    Q_INVOKABLE [[nodiscard]] QString countText(const QString& many, const QString& one, int count) const;
     /// Changes the language of the whole window to the other one.
     Q_INVOKABLE void switchLanguage();
 

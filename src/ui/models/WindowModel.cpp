@@ -8,8 +8,14 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 
 namespace vellmoor {
+namespace {
+
+constexpr std::chrono::seconds noticeDuration{8};
+
+} // namespace
 
 WindowModel::WindowModel(CleanerStore& store, LanguageManager& languages, Desktop& desktop, QObject* parent)
     : QObject(parent),
@@ -36,6 +42,9 @@ WindowModel::WindowModel(CleanerStore& store, LanguageManager& languages, Deskto
     memoryItems_.setModule(CleanerModule::memoryOptimization);
     startupExtras_.setModule(CleanerModule::performance);
     details_.setInitiallyExpanded(true);
+    noticeTime_.setSingleShot(true);
+    noticeTime_.setInterval(noticeDuration);
+    connect(&noticeTime_, &QTimer::timeout, this, &WindowModel::closeNotice);
     connectStore();
     connect(&languages, &LanguageManager::languageChanged, this, &WindowModel::retranslate);
     follow(module_);
@@ -102,6 +111,7 @@ void WindowModel::noteSelectionChange() {
             [this] {
                 selectionChangePending_ = false;
                 Q_EMIT selectionChanged();
+                Q_EMIT scan_.changed();
             },
             Qt::QueuedConnection);
     }
@@ -188,6 +198,44 @@ QString WindowModel::confirmationMessage() const {
     }
     return localised("普通项目会移到废纸篓；废纸篓中的项目会被永久删除。当前选择 %@。%@",
                      byteCountText(store_.selectedBytes(module_)), riskSummary().toStdString());
+}
+
+std::int64_t WindowModel::selectedBytesForGood() const {
+    std::int64_t bytes = 0;
+    for (const CleanupItem& item : store_.selectedItems(module_)) {
+        bytes += item.module == CleanerModule::trash ? item.selectedBytes() : 0;
+    }
+    return bytes;
+}
+
+bool WindowModel::removesForGood() const {
+    return previewsClean() && selectedBytesForGood() > 0;
+}
+
+QStringList WindowModel::confirmationParts() const {
+    if (!removesForGood()) {
+        return {};
+    }
+    const std::int64_t forGood = selectedBytesForGood();
+    const std::int64_t toTrash = store_.selectedBytes(module_) - forGood;
+    QStringList parts;
+    if (toTrash > 0) {
+        parts << localised("移到废纸篓：%@", byteCountText(toTrash));
+    }
+    parts << localised("永久删除，无法恢复：%@", byteCountText(forGood));
+    return parts;
+}
+
+void WindowModel::showNotice(const QString& text, bool isFailure) {
+    notice_ = text;
+    noticeIsFailure_ = isFailure;
+    noticeTime_.start();
+    Q_EMIT noticeChanged();
+}
+
+void WindowModel::closeNotice() {
+    notice_.clear();
+    Q_EMIT noticeChanged();
 }
 
 QString WindowModel::riskSummary() const {

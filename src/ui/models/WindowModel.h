@@ -12,6 +12,8 @@
 #include "ScanModel.h"
 
 #include <QObject>
+#include <QStringList>
+#include <QTimer>
 #include <QtQml/qqmlregistration.h>
 
 #include <optional>
@@ -63,6 +65,15 @@ class WindowModel final : public QObject {
     Q_PROPERTY(QString confirmationMessage READ confirmationMessage NOTIFY selectionChanged FINAL)
     /// The banner's text; empty when nothing limits the shown module.
     Q_PROPERTY(QString limitation READ limitation NOTIFY limitationChanged FINAL)
+    /// What the confirmation adds, a line each: what goes to the Trash, and what goes for good.
+    Q_PROPERTY(QStringList confirmationParts READ confirmationParts NOTIFY selectionChanged FINAL)
+    /// Whether a clean of the selection removes anything for good.
+    Q_PROPERTY(bool removesForGood READ removesForGood NOTIFY selectionChanged FINAL)
+    /// Whether a clean shows its paths first: all but that of memory do.
+    Q_PROPERTY(bool previewsClean READ previewsClean NOTIFY moduleChanged FINAL)
+    /// The outcome of an action, for a while; empty when there is none.
+    Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged FINAL)
+    Q_PROPERTY(bool noticeIsFailure READ noticeIsFailure NOTIFY noticeChanged FINAL)
     /// Whether the window says that it should not run as root; the user may close the notice.
     Q_PROPERTY(bool rootNotice READ rootNotice NOTIFY rootNoticeChanged FINAL)
     /// Why the last action failed, until the user goes on; empty: it did not.
@@ -109,6 +120,14 @@ public:
     [[nodiscard]] QString confirmationTitle() const;
     [[nodiscard]] QString confirmationMessage() const;
     [[nodiscard]] QString limitation() const;
+    [[nodiscard]] QStringList confirmationParts() const;
+    [[nodiscard]] bool removesForGood() const;
+    [[nodiscard]] bool previewsClean() const { return module_ != CleanerModule::memoryOptimization; }
+    [[nodiscard]] QString notice() const { return notice_; }
+    [[nodiscard]] bool noticeIsFailure() const { return noticeIsFailure_; }
+    /// Shows a line over the page until it is closed, or for 8 seconds.
+    void showNotice(const QString& text, bool isFailure);
+    Q_INVOKABLE void closeNotice();
     [[nodiscard]] bool rootNotice() const { return rootNotice_; }
     [[nodiscard]] QString actionFailure() const;
     /// The row of the login item whose change runs; -1: none.
@@ -142,6 +161,7 @@ Q_SIGNALS:
     void actionFailureChanged();
     void limitationChanged();
     void rootNoticeChanged();
+    void noticeChanged();
 
 private:
     void connectStore();
@@ -149,6 +169,7 @@ private:
     void noteSelectionChange();
     void retranslate();
     [[nodiscard]] QString riskSummary() const;
+    [[nodiscard]] std::int64_t selectedBytesForGood() const;
     void switchStartupItem(const StartupItem& item);
 
     CleanerStore& store_;
@@ -173,6 +194,9 @@ private:
     bool rootNotice_;
     std::optional<StartupItem> changingStartup_;
     bool selectionChangePending_ = false;
+    QString notice_;
+    bool noticeIsFailure_ = false;
+    QTimer noticeTime_;
 };
 
 } // namespace vellmoor

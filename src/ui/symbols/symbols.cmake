@@ -7,6 +7,7 @@ set(VELLMOOR_SYMBOLS
   arrow.down.doc=file-earmark-arrow-down
   arrow.triangle.2.circlepath=arrow-repeat
   chart.line.uptrend.xyaxis=graph-up-arrow
+  arrow.up.arrow.down=arrow-down-up
   checkmark=check-lg
   checkmark.circle=check-circle
   checkmark.circle.fill=check-circle-fill
@@ -15,6 +16,7 @@ set(VELLMOOR_SYMBOLS
   chevron.down=chevron-down
   chevron.up=chevron-up
   circle.hexagongrid=browser-chrome
+  circle.lefthalf.filled=circle-half
   clock=clock
   clock.arrow.circlepath=clock-history
   doc=file-earmark
@@ -35,14 +37,17 @@ set(VELLMOOR_SYMBOLS
   hammer=hammer
   hand.raised=shield-lock
   house=house
+  info.circle=info-circle
   internaldrive=hdd
   list.bullet=list-ul
+  keyboard=keyboard
   lock=lock
   lock.open.fill=unlock-fill
   lock.trianglebadge.exclamationmark=file-earmark-lock
   magnifyingglass=search
   memorychip=memory
   message=chat
+  moon=moon
   minus=dash-lg
   opticaldiscdrive=disc
   paintbrush=brush
@@ -55,9 +60,11 @@ set(VELLMOOR_SYMBOLS
   safari=compass
   shield=shield
   shippingbox=box-seam
+  sidebar.right=layout-sidebar-reverse
   sparkles=stars
   square.grid.2x2=grid
   trash=trash3
+  sun.max=sun
   tray=inbox
   waveform=soundwave
   waveform.path.ecg=activity

@@ -4,45 +4,66 @@ import Vellmoor.Controls
 import Vellmoor.Models
 import Vellmoor.Theme
 
-// What is selected, what is going on, and the module's main action.
+// What is selected, what is going on, and the module's main action, on one line.
 GlassPanel {
     id: root
 
     required property WindowModel vm
+    readonly property CleanupListModel list: vm.module === "largeFiles" ? vm.largeFiles : vm.items
 
     signal cleanAsked
     signal previewAsked
 
-    implicitHeight: Metrics.bottomBarHeight
+    implicitHeight: Math.max(Metrics.bottomBarHeight, line.implicitHeight + 12)
 
     RowLayout {
+        id: line
+
         anchors.fill: parent
         anchors.leftMargin: 18
-        anchors.rightMargin: 12
-        spacing: 10
+        anchors.rightMargin: 10
+        spacing: Metrics.gap
 
         ColumnLayout {
             spacing: 0
 
-            Subheading {
-                Accessible.role: Accessible.StaticText
-                Layout.fillWidth: true
-                objectName: "selectedText"
-                text: root.vm.selectedText
+            RowLayout {
+                spacing: Metrics.gap
+
+                Subheading {
+                    Accessible.role: Accessible.StaticText
+                    objectName: "selectedText"
+                    text: root.vm.selectedText
+                }
+
+                Badge {
+                    objectName: "hiddenSelection"
+                    spoken: true
+                    text: root.list.hiddenSelection
+                    tint: Colors.orange
+                    visible: text !== ""
+                }
             }
 
             Caption {
                 Layout.fillWidth: true
-                maximumLineCount: 2
                 objectName: "statusMessage"
                 spoken: true
                 text: root.vm.scan.status
-                wrapMode: Text.Wrap
+
+                HoverHandler {
+                    id: hover
+                }
+
+                HelpTip {
+                    shown: hover.hovered && parent.truncated
+                    text: root.vm.scan.status
+                }
             }
         }
 
         SoftIconButton {
-            enabled: root.vm.canScan && !root.vm.scan.scanning
+            enabled: root.vm.scan.ready
             help: L.tr("刷新")
             objectName: "bottomRefresh"
             size: Metrics.button
@@ -62,9 +83,9 @@ GlassPanel {
 
         PrimaryButton {
             enabled: root.vm.canClean
-            implicitWidth: 132
+            implicitWidth: Math.max(132, implicitContentWidth + 40)
             objectName: "cleanButton"
-            symbol: root.vm.module === "memoryOptimization" ? "sparkles" : "trash"
+            symbol: root.vm.previewsClean ? "trash" : "sparkles"
             text: root.vm.scan.cleaning ? root.vm.cleanBusyTitle : root.vm.cleanTitle
 
             onClicked: root.cleanAsked()
@@ -72,7 +93,7 @@ GlassPanel {
     }
 
     ProgressLine {
-        Accessible.name: root.vm.scan.title + " " + Math.round(value * 100) + "%"
+        Accessible.name: root.vm.scan.title + " " + root.vm.scan.progressText
         Accessible.role: Accessible.ProgressBar
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 1

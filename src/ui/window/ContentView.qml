@@ -5,11 +5,13 @@ import Vellmoor.Theme
 
 // The root view: the sidebar, the shown module's page, and the keys of the whole window.
 // Object names that tests and tools may rely on:
-//   sidebar.MODULE, languageSwitch            the sidebar (MODULE is the raw value, e.g. sidebar.systemJunk)
-//   refreshButton, homeButton                 the top bar
+//   sidebar.MODULE, languageSwitch, themeSwitch, aboutButton   the sidebar (MODULE: the raw value, e.g. systemJunk)
+//   refreshButton, homeButton, overviewButton the top bar; the last in windows without a second column
+//   notice, notice.close, announcer           the outcome of an action; what is only told to screen readers
 //   scanButton, headerTitle, ringUnit         the header
 //   rootNotice, rootNotice.text, rootNotice.close   the notice of a program that runs as root
 //   limitation, openSettings                  the permission banner
+//   searchButton, searchField, clearSearch, sortButton, sort.ORDER, showAll                the list's header
 //   filter.all, filter.recommended, filter.selected; kindFilter, ageFilter, selectFiltered, deselectFiltered
 //   cleanupList, emptyState                   the list of the page (startupList on the login items page)
 //   item.N, item.N.toggle, item.N.lock, item.N.expand, item.N.reveal, item.N.status       the Nth listed category
@@ -18,11 +20,12 @@ import Vellmoor.Theme
 //   refreshStartup, loginItemsSettings
 //   memoryApp.N, memoryApp.N.quit, memoryApp.N.monitor, refreshMemory, systemMonitor, pressure, memoryTotal
 //   memoryPart.orange, memoryPart.mint, memoryPart.gray, cachesNote                       programs, file caches, free
-//   selectedText, statusMessage, bottomRefresh, previewButton, cleanButton                the bottom bar
-//   details.selectAll, details.deselectAll, details.close, details.done, details.summary, detailsList
-//   confirm.accept, confirm.cancel, confirm.message                                       clean and memory
+//   selectedText, hiddenSelection, statusMessage, bottomRefresh, previewButton, cleanButton                the bottom bar
+//   details.selectAll, details.deselectAll, details.close, details.done, details.clean, details.summary, detailsList
+//   confirm.accept, confirm.cancel, confirm.message, confirm.part                                  clean and memory
 //   confirmQuit.accept, confirmQuit.cancel; confirmEnd.accept, confirmEnd.cancel, confirmEnd.message
 //   confirmStartup.accept, confirmStartup.cancel
+//   shortcuts, about, overview                                                            further sheets
 //   result.title, result.openTrash, result.rescan, result.done, result.failures, result.noFailures, result.caches
 // Lists are virtual: only rows near the visible part exist. Rows of the sheet's list carry the same names as the
 // page's; look for them below detailsList.
@@ -30,19 +33,20 @@ Item {
     id: root
 
     required property WindowModel vm
+    // What the window would measure with text of the usual size.
+    readonly property real room: width / Metrics.growth
+    readonly property bool narrow: room < Metrics.wideFrom
+    readonly property bool hasColumns: room >= Metrics.columnsFrom
 
+    LayoutMirroring.childrenInherit: true
+    LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
     anchors.fill: parent
 
-    Shortcut {
-        sequences: ["Ctrl+R", "F5"]
+    Keymap {
+        vm: root.vm
 
-        onActivated: root.vm.refresh()
-    }
-
-    Shortcut {
-        sequences: ["Ctrl+Q"]
-
-        onActivated: Qt.quit()
+        onAboutAsked: sheets.showAbout()
+        onShortcutsAsked: sheets.showShortcuts()
     }
 
     RowLayout {
@@ -51,38 +55,58 @@ Item {
 
         Sidebar {
             Layout.fillHeight: true
-            Layout.preferredWidth: Metrics.sidebarWidth
+            Layout.preferredWidth: root.narrow ? Metrics.narrowSidebarWidth : Metrics.sidebarWidth
+            narrow: root.narrow
             vm: root.vm
+
+            onAboutAsked: sheets.showAbout()
         }
 
         ColumnLayout {
             Layout.fillHeight: true
             Layout.fillWidth: true
-            Layout.margins: Metrics.panelGap
-            spacing: Metrics.panelGap
+            Layout.margins: Metrics.windowMargin
+            Layout.topMargin: 10
+            spacing: Metrics.tightGap
 
             TopBar {
                 Layout.fillWidth: true
                 Layout.preferredHeight: Math.max(Metrics.topBarHeight, implicitHeight)
+                hasOverview: !root.hasColumns
                 vm: root.vm
+
+                onOverviewAsked: sheets.showOverview()
             }
 
             ModulePage {
                 Layout.fillHeight: true
                 Layout.fillWidth: true
+                hasColumns: root.hasColumns
                 vm: root.vm
 
-                onViewAll: sheets.showDetails()
+                onViewAll: sheets.showDetails(false)
             }
 
             BottomBar {
                 Layout.fillWidth: true
                 vm: root.vm
 
-                onCleanAsked: sheets.askClean()
-                onPreviewAsked: sheets.showDetails()
+                onCleanAsked: root.vm.previewsClean ? sheets.showDetails(true) : sheets.askClean()
+                onPreviewAsked: sheets.showDetails(false)
             }
         }
+    }
+
+    NoticeBar {
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: Metrics.bottomBarHeight + 2 * Metrics.windowMargin
+        anchors.horizontalCenter: parent.horizontalCenter
+        maximumWidth: root.width - 48
+        vm: root.vm
+    }
+
+    Announcer {
+        source: root.vm.scan
     }
 
     Sheets {

@@ -1,13 +1,14 @@
 #include "MainWindow.h"
 
-#include "Appearance.h"
 #include "ApplicationIconProvider.h"
 #include "Ground.h"
+#include "QtText.h"
 #include "ShadowImageProvider.h"
 #include "SymbolImageProvider.h"
 #include "Texts.h"
 
 #include <QQuickItem>
+#include <QScreen>
 #include <QVariant>
 #include <QtQml/qqml.h>
 
@@ -19,34 +20,98 @@ void qml_register_types_QtQuick();
 namespace vellmoor {
 namespace {
 
-constexpr QSize windowSize{1080, 720};
+constexpr QSize usualSize{1080, 720};
+constexpr QSize leastSize{800, 560};
+/// Room for the title bar that a desktop puts around a window.
+constexpr int frameHeight = 40;
 
-/// The window's ground follows its size.
-void layGround(QQuickWindow& window) {
-    auto* ground = new Ground(window.contentItem());
-    ground->setColors(Appearance::groundStart(), Appearance::groundMiddle(), Appearance::groundEnd());
-    const auto fit = [ground, &window] { ground->setSize(window.size()); };
-    QObject::connect(&window, &QWindow::widthChanged, ground, fit);
-    QObject::connect(&window, &QWindow::heightChanged, ground, fit);
-    fit();
+std::optional<QSize> sizeOf(const std::string& text) {
+    const QStringList parts = QString::fromStdString(text).split(QLatin1Char('x'));
+    const QSize size(parts.value(0).toInt(), parts.value(1).toInt());
+    return parts.size() == 2 && !size.isEmpty() ? std::optional(size) : std::nullopt;
 }
 
 } // namespace
 
-MainWindow::MainWindow() : window_(std::make_unique<QQuickWindow>()) {
+WindowStart windowStart(const DesktopLook& look, const std::optional<std::string>& theme,
+                        const std::optional<std::string>& size) {
+    WindowStart start;
+    start.look = look;
+    if (theme) {
+        start.theme = themeChoice(QString::fromStdString(*theme)).value_or(ThemeChoice::system);
+    }
+    if (size) {
+        start.size = sizeOf(*size);
+    }
+    return start;
+}
+
+QSize smallestWindow(QSize available) {
+    const QSize inside(available.width(), available.height() - frameHeight);
+    if (inside.width() >= usualSize.width() && inside.height() >= usualSize.height()) {
+        return usualSize;
+    }
+    // A screen at 200 % may have less than even that.
+    return leastSize.boundedTo(inside);
+}
+
+MainWindow::MainWindow(const WindowStart& start)
+    : appearance_(start.look, start.theme),
+      window_(std::make_unique<QQuickWindow>()) {
     // A screen reader that runs already asks for the window's contents before any view imports Qt Quick. Qt then
     // looks, once in a process, for what holds accessible names; it has to be there, or nothing ever has a name.
     if (qmlTypeId("QtQuick", 2, 0, "Item") < 0) { // not a second time, for a second window
         qml_register_types_QtQuick();
     }
+    const QSize available = window_->screen()->availableSize();
+    const QSize largest = available - QSize(0, frameHeight);
     window_->setTitle(QStringLiteral("Vellmoor"));
-    window_->setColor(Appearance::groundMiddle());
-    window_->setMinimumSize(windowSize);
-    window_->resize(windowSize);
-    layGround(*window_);
+    window_->setMinimumSize(smallestWindow(available));
+    window_->resize(start.size.value_or(usualSize).boundedTo(largest).expandedTo(window_->minimumSize()));
+    layGround();
 }
 
-MainWindow::~MainWindow() = default;
+MainWindow::~MainWindow() {
+    if (desktop_ != nullptr) {
+        desktop_->whenLookChanges({});
+        desktop_->whenActionFails({});
+    }
+}
+
+/// The window's ground follows its size and the theme.
+void MainWindow::layGround() {
+    auto* ground = new Ground(window_->contentItem());
+    const auto fit = [this, ground] { ground->setSize(window_->size()); };
+    const auto paint = [this, ground] {
+        window_->setColor(appearance_.groundMiddle());
+        ground->setColors(appearance_.groundStart(), appearance_.groundMiddle(), appearance_.groundEnd());
+    };
+    QObject::connect(window_.get(), &QWindow::widthChanged, ground, fit);
+    QObject::connect(window_.get(), &QWindow::heightChanged, ground, fit);
+    QObject::connect(&appearance_, &Appearance::changed, ground, paint);
+    fit();
+    paint();
+}
+
+void MainWindow::followDesktop(Desktop& desktop) {
+    desktop_ = &desktop;
+    appearance_.follow(desktop.look());
+    desktop.whenLookChanges([this, &desktop] { appearance_.follow(desktop.look()); });
+    desktop.whenActionFails([this](std::string_view key) { model_->showNotice(localised(key), true); });
+}
+
+void MainWindow::rememberIn(Desktop& desktop) {
+    QObject::connect(&appearance_, &Appearance::choiceChanged, window_.get(),
+                     [this, &desktop] { desktop.remember(themeSetting, appearance_.choice().toStdString()); });
+    QObject::connect(model_.get(), &WindowModel::moduleChanged, window_.get(),
+                     [this, &desktop] { desktop.remember(moduleSetting, model_->module().toStdString()); });
+    QObject::connect(window_.get(), &QWindow::visibleChanged, window_.get(), [this, &desktop](bool visible) {
+        if (!visible && window_->visibility() != QWindow::Maximized) {
+            const QString size = QStringLiteral("%1x%2").arg(window_->width()).arg(window_->height());
+            desktop.remember(sizeSetting, size.toStdString());
+        }
+    });
+}
 
 void MainWindow::fill(QQmlEngine& engine, CleanerStore& store, LanguageManager& languages, Desktop& desktop,
                       QQmlComponent::CompilationMode mode, std::function<void(const Outcome&)> done) {
@@ -57,8 +122,13 @@ void MainWindow::fill(QQmlEngine& engine, CleanerStore& store, LanguageManager& 
     engine.addImageProvider(QStringLiteral("shadow"), new ShadowImageProvider);
     engine.addImageProvider(QStringLiteral("application"), new ApplicationIconProvider(desktop));
     Texts::setLanguages(engine, languages);
-    Appearance::setDesktop(engine, desktop.prefersReducedMotion(), desktop.usualTextPoints());
+    appearance_.serve(engine);
     model_ = std::make_unique<WindowModel>(store, languages, desktop);
+    followDesktop(desktop);
+    if (const auto module = desktop.remembered(moduleSetting)) {
+        model_->setModule(QString::fromStdString(*module));
+    }
+    rememberIn(desktop);
     QQmlEngine::setObjectOwnership(model_.get(), QQmlEngine::CppOwnership);
     QObject::connect(window_.get(), &QQuickWindow::activeChanged, model_.get(), [this] {
         if (window_->isActive()) {
@@ -92,7 +162,8 @@ MainWindow::Outcome MainWindow::createViews() {
 
 std::expected<std::unique_ptr<MainWindow>, std::string> loadMainWindow(QQmlEngine& engine, CleanerStore& store,
                                                                        LanguageManager& languages, Desktop& desktop) {
-    auto main = std::make_unique<MainWindow>();
+    auto main = std::make_unique<MainWindow>(
+        windowStart(desktop.look(), desktop.remembered(themeSetting), desktop.remembered(sizeSetting)));
     MainWindow::Outcome outcome;
     main->fill(engine, store, languages, desktop, QQmlComponent::PreferSynchronous,
                [&outcome](const MainWindow::Outcome& filled) { outcome = filled; });

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Appearance.h"
 #include "CleanerStore.h"
 #include "Desktop.h"
 #include "LanguageManager.h"
@@ -12,9 +13,29 @@
 #include <expected>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace vellmoor {
+
+/// What the window needs to know for its first frame.
+struct WindowStart {
+    DesktopLook look;
+    ThemeChoice theme = ThemeChoice::system;
+    std::optional<QSize> size; ///< that it had last
+};
+
+/// As the desktop and its memory have it.
+WindowStart windowStart(const DesktopLook& look, const std::optional<std::string>& theme,
+                        const std::optional<std::string>& size);
+
+/// The names under which the desktop remembers them.
+inline constexpr std::string_view themeSetting = "vmTheme";
+inline constexpr std::string_view sizeSetting = "vmWindowSize";
+inline constexpr std::string_view moduleSetting = "vmModule";
+
+/// The smallest window for a screen whose free area is `available`: all of the usual one where that fits.
+QSize smallestWindow(QSize available);
 
 /// The main window and what stands behind it. The engine, store, language manager and desktop must outlive it.
 /// It comes in two steps, so that it can be on the screen while its views are still being loaded: at first it has
@@ -24,7 +45,7 @@ public:
     using Outcome = std::expected<void, std::string>;
 
     /// Hidden, with its ground.
-    MainWindow();
+    explicit MainWindow(const WindowStart& start = {});
     MainWindow(const MainWindow&) = delete;
     MainWindow& operator=(const MainWindow&) = delete;
     ~MainWindow();
@@ -35,18 +56,25 @@ public:
               QQmlComponent::CompilationMode mode, std::function<void(const Outcome&)> done);
 
     [[nodiscard]] QQuickWindow& window() { return *window_; }
+    [[nodiscard]] Appearance& appearance() { return appearance_; }
     /// Only after `fill`.
     [[nodiscard]] WindowModel& model() { return *model_; }
 
 private:
     [[nodiscard]] Outcome createViews();
+    void layGround();
+    void followDesktop(Desktop& desktop);
+    void rememberIn(Desktop& desktop);
 
+    Appearance appearance_;
+    Desktop* desktop_ = nullptr;         ///< that is listened to
     std::unique_ptr<WindowModel> model_; ///< outlives the views that read it
     std::unique_ptr<QQuickWindow> window_;
     std::unique_ptr<QQmlComponent> views_;
 };
 
-/// Both steps at once; the window is hidden. The reason when its views cannot be loaded.
+/// Both steps at once, with what the desktop remembers; the window is hidden. The reason when its views cannot be
+/// loaded.
 std::expected<std::unique_ptr<MainWindow>, std::string> loadMainWindow(QQmlEngine& engine, CleanerStore& store,
                                                                        LanguageManager& languages, Desktop& desktop);
 

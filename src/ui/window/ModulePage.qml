@@ -1,15 +1,19 @@
 // qmllint disable unqualified
 import QtQuick
 import QtQuick.Layouts
+import Vellmoor.Controls
 import Vellmoor.Models
 import Vellmoor.Pages
 import Vellmoor.Theme
 
-// The shown module: its header over its list and the narrow column.
-ColumnLayout {
+// The shown module: its header over its list and the narrow column. Where the window is too low for that it scrolls.
+Flickable {
     id: root
 
     required property WindowModel vm
+    required property bool hasColumns
+    // Results get the room; so does everything in a low window.
+    readonly property bool compact: vm.scan.scanned || height / Metrics.growth < 480
 
     signal viewAll
 
@@ -20,47 +24,76 @@ ColumnLayout {
             "memoryOptimization": "memory/MemoryPage.qml"
         })
 
-    spacing: Metrics.panelGap
+    boundsBehavior: Flickable.StopAtBounds
+    clip: interactive
+    contentHeight: Math.max(height, content.implicitHeight)
+    contentWidth: width
+    interactive: contentHeight > height + 1
 
-    ViewLoader {
-        Layout.fillWidth: true
-        file: root.vm.module === "smartScan" ? "dashboard/DashboardHeader.qml" : "dashboard/ModuleHeader.qml"
-        vm: root.vm
-    }
+    ColumnLayout {
+        id: content
 
-    RootNotice {
-        Layout.fillWidth: true
-        visible: root.vm.rootNotice
-
-        onClosed: root.vm.closeRootNotice()
-    }
-
-    PermissionInlineWarning {
-        Layout.fillWidth: true
-        limitations: root.vm.limitation
-        visible: root.vm.limitation !== ""
-
-        onOpenSettings: root.vm.openPermissionSettings()
-    }
-
-    RowLayout {
-        Layout.fillHeight: true
-        Layout.fillWidth: true
-        spacing: Metrics.panelGap
+        height: root.contentHeight
+        spacing: Metrics.tightGap
+        width: root.width
 
         ViewLoader {
+            id: header
+
+            Layout.fillWidth: true
+            file: root.vm.module === "smartScan" ? "dashboard/DashboardHeader.qml" : "dashboard/ModuleHeader.qml"
+            vm: root.vm
+        }
+
+        Binding {
+            property: "compact"
+            target: header.item
+            value: root.compact
+            when: header.item !== null
+        }
+
+        RootNotice {
+            Layout.fillWidth: true
+            visible: root.vm.rootNotice
+
+            onClosed: root.vm.closeRootNotice()
+        }
+
+        PermissionInlineWarning {
+            Layout.fillWidth: true
+            limitations: root.vm.limitation
+            visible: root.vm.limitation !== ""
+
+            onOpenSettings: root.vm.openPermissionSettings()
+        }
+
+        RowLayout {
             Layout.fillHeight: true
             Layout.fillWidth: true
-            file: root.pageFiles[root.vm.module] ?? "cleanup/CleanupPage.qml"
-            vm: root.vm
-        }
+            Layout.preferredHeight: Metrics.leastList
+            spacing: Metrics.panelGap
 
-        SecondaryColumn {
-            Layout.fillHeight: true
-            Layout.preferredWidth: Metrics.secondaryWidth
-            vm: root.vm
+            ViewLoader {
+                id: page
 
-            onViewAll: root.viewAll()
+                Layout.fillHeight: true
+                Layout.fillWidth: true
+                file: root.pageFiles[root.vm.module] ?? "cleanup/CleanupPage.qml"
+                vm: root.vm
+            }
+
+            SecondaryColumn {
+                Layout.fillHeight: true
+                Layout.preferredWidth: Metrics.secondaryWidth
+                visible: root.hasColumns
+                vm: root.vm
+
+                onViewAll: root.viewAll()
+            }
         }
+    }
+
+    FocusFollower {
+        view: root
     }
 }

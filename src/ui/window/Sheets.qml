@@ -15,8 +15,11 @@ Item {
             "restore": "StartupConfirmation.qml"
         })
 
-    function showDetails(): void {
-        open(details, "Pages/sheets/CleanupDetailSheet.qml", {});
+    // The paths of a clean; with a button that goes on to it, when it was asked for.
+    function showDetails(cleans: bool): void {
+        open(details, "Pages/sheets/CleanupDetailSheet.qml", {
+                "cleans": cleans
+            });
     }
 
     function askClean(): void {
@@ -40,6 +43,18 @@ Item {
                     "name": question.name,
                     "number": question.number
                 });
+    }
+
+    function showShortcuts(): void {
+        open(help, "ShortcutsSheet.qml", {});
+    }
+
+    function showAbout(): void {
+        open(help, "AboutSheet.qml", {});
+    }
+
+    function showOverview(): void {
+        open(help, "OverviewSheet.qml", {});
     }
 
     function open(place: Loader, file: string, properties: var): void {
@@ -69,7 +84,29 @@ Item {
     }
 
     Loader {
+        id: help
+    }
+
+    Loader {
         id: result
+    }
+
+    Connections {
+        function onCleanAsked(): void {
+            root.askClean();
+        }
+
+        ignoreUnknownSignals: true
+        target: details.item
+    }
+
+    // What was confirmed over the list of paths needs it no longer.
+    Connections {
+        function onAccepted(): void {
+            (details.item as Sheet)?.close();
+        }
+
+        target: confirmation.item
     }
 
     Connections {

@@ -5,11 +5,15 @@ import Vellmoor.Controls
 import Vellmoor.Models
 import Vellmoor.Theme
 
-// The eight modules and the language switch. Up and Down go from module to module.
+// The eight modules, and below them the language and the theme. Up and Down go from module to module. A narrow one has
+// symbols only.
 Rectangle {
     id: root
 
     required property WindowModel vm
+    property bool narrow: false
+
+    signal aboutAsked
 
     // Shows the module at that position, as far as there is one, and leaves the keyboard there.
     function go(position: int): void {
@@ -33,17 +37,18 @@ Rectangle {
 
     ColumnLayout {
         anchors.fill: parent
-        anchors.margins: 14
-        anchors.topMargin: 22
+        anchors.margins: root.narrow ? 8 : 12
+        anchors.bottomMargin: 10
+        anchors.topMargin: 14
         spacing: 2
 
         RowLayout {
-            Layout.bottomMargin: 16
-            Layout.leftMargin: 8
-            Layout.preferredHeight: Math.max(Metrics.topBarHeight - 18, implicitHeight)
+            Layout.bottomMargin: 10
+            Layout.leftMargin: 6
             spacing: Metrics.wideGap
 
             SymbolTile {
+                grows: !root.narrow
                 size: 40
                 symbol: "sparkles"
                 tint: Colors.cyan
@@ -51,6 +56,7 @@ Rectangle {
 
             ColumnLayout {
                 spacing: 0
+                visible: !root.narrow
 
                 Heading {
                     Layout.fillWidth: true
@@ -65,35 +71,85 @@ Rectangle {
             }
         }
 
-        Repeater {
-            id: rows
+        Flickable {
+            id: view
 
-            model: root.vm.modules
+            Layout.fillHeight: true
+            Layout.fillWidth: true
+            boundsBehavior: Flickable.StopAtBounds
+            clip: contentHeight > height
+            contentHeight: modules.implicitHeight
+            interactive: contentHeight > height
 
-            SidebarRow {
-                required property int index
+            ColumnLayout {
+                id: modules
 
-                Keys.onDownPressed: root.go(index + 1)
-                Keys.onUpPressed: root.go(index - 1)
-                Layout.fillWidth: true
-                isSelected: module === root.vm.module
+                spacing: 2
+                width: view.width
 
-                onClicked: root.vm.module = module
+                Repeater {
+                    id: rows
+
+                    model: root.vm.modules
+
+                    SidebarRow {
+                        required property int index
+
+                        Keys.onDownPressed: root.go(index + 1)
+                        Keys.onUpPressed: root.go(index - 1)
+                        Layout.fillWidth: true
+                        isSelected: module === root.vm.module
+                        narrow: root.narrow
+
+                        onClicked: root.vm.module = module
+                    }
+                }
+            }
+
+            FocusFollower {
+                view: view
             }
         }
 
-        Item {
-            Layout.fillHeight: true
-        }
+        GridLayout {
+            Layout.alignment: root.narrow ? Qt.AlignHCenter : Qt.AlignLeft
+            Layout.leftMargin: root.narrow ? 0 : 4
+            Layout.topMargin: 6
+            columnSpacing: 6
+            columns: root.narrow ? 1 : 3
+            rowSpacing: 6
 
-        SecondaryButton {
-            Layout.leftMargin: 4
-            compact: true
-            objectName: "languageSwitch"
-            symbol: "globe"
-            text: Texts.language === "zh" ? "English" : "中文"
+            SecondaryButton {
+                Layout.alignment: Qt.AlignHCenter
+                Accessible.name: Texts.language === "zh" ? "English" : "中文"
+                compact: true
+                objectName: "languageSwitch"
+                symbol: "globe"
+                text: root.narrow ? "" : Accessible.name
 
-            onClicked: Texts.switchLanguage()
+                onClicked: Texts.switchLanguage()
+
+                HelpTip {
+                    shown: root.narrow && parent.hovered
+                    text: parent.Accessible.name
+                }
+            }
+
+            ThemeSwitch {
+                Layout.alignment: Qt.AlignHCenter
+                wordless: root.narrow
+            }
+
+            SoftIconButton {
+                Layout.alignment: Qt.AlignHCenter
+                flat: true
+                help: L.tr("关于 Vellmoor")
+                objectName: "aboutButton"
+                size: Metrics.rowButton
+                symbol: "info.circle"
+
+                onClicked: root.aboutAsked()
+            }
         }
     }
 }

@@ -13,6 +13,7 @@ T.TabButton {
     required property string subtitle
     required property string symbol
     property bool isSelected: false
+    property bool narrow: false
 
     Accessible.description: subtitle
     Accessible.name: title
@@ -25,7 +26,7 @@ T.TabButton {
     autoExclusive: false
     checkable: false
     focusPolicy: Qt.StrongFocus
-    implicitHeight: Math.max(Metrics.sidebarRow, line.implicitHeight + 12)
+    implicitHeight: root.narrow ? 42 : Math.max(Metrics.sidebarRow, line.implicitHeight + 10)
     objectName: "sidebar." + module
 
     background: Rectangle {
@@ -56,6 +57,7 @@ T.TabButton {
             spacing: 10
 
             SymbolTile {
+                grows: !root.narrow
                 size: Metrics.smallTile
                 symbol: root.symbol
                 tint: root.isSelected ? Colors.cyan : Colors.vmSecondaryText
@@ -63,6 +65,7 @@ T.TabButton {
 
             ColumnLayout {
                 spacing: 0
+                visible: !root.narrow
 
                 BodyText {
                     Layout.fillWidth: true
@@ -71,15 +74,19 @@ T.TabButton {
                 }
 
                 Caption {
+                    id: explanation
+
                     Layout.fillWidth: true
-                    lineHeight: 0.95
-                    maximumLineCount: 2
                     text: root.subtitle
-                    wrapMode: Text.Wrap
                 }
             }
         }
     }
     Keys.onEnterPressed: root.clicked()
     Keys.onReturnPressed: root.clicked()
+
+    HelpTip {
+        shown: root.hovered && (root.narrow || explanation.truncated)
+        text: root.narrow ? root.title : root.subtitle
+    }
 }

@@ -9,28 +9,42 @@ RowLayout {
     id: root
 
     required property WindowModel vm
+    // The second column has no place of its own.
+    property bool hasOverview: false
+
+    signal overviewAsked
 
     spacing: Metrics.gap
 
-    ColumnLayout {
-        spacing: 0
+    Display {
+        Layout.maximumWidth: implicitWidth + 1
+        Layout.minimumWidth: 60
+        Layout.fillWidth: true
+        objectName: "moduleTitle"
+        text: root.vm.moduleTitle
+    }
 
-        Display {
-            Layout.fillWidth: true
-            objectName: "moduleTitle"
-            text: root.vm.moduleTitle
-        }
-
-        BodyText {
-            Layout.fillWidth: true
-            color: Colors.vmSecondaryText
-            spoken: true
-            text: root.vm.moduleSubtitle
-        }
+    BodyText {
+        Layout.alignment: Qt.AlignBottom
+        Layout.bottomMargin: 5
+        Layout.fillWidth: true
+        Layout.leftMargin: 4
+        color: Colors.vmSecondaryText
+        spoken: true
+        text: root.vm.moduleSubtitle
     }
 
     SoftIconButton {
-        enabled: root.vm.canScan && !root.vm.scan.scanning
+        help: L.tr("显示概览")
+        objectName: "overviewButton"
+        symbol: "sidebar.right"
+        visible: root.hasOverview
+
+        onClicked: root.overviewAsked()
+    }
+
+    SoftIconButton {
+        enabled: root.vm.scan.ready
         help: L.tr("刷新扫描结果")
         objectName: "refreshButton"
         symbol: "arrow.clockwise"

@@ -173,6 +173,7 @@ TEST_F(ShutDownJourney, ACleanThatWasConfirmedIsFinishedBeforeTheProgramEnds) {
         ASSERT_TRUE(click(window, "sidebar.systemJunk"));
         ASSERT_TRUE(click(window, "scanButton"));
         ASSERT_TRUE(click(window, "cleanButton"));
+        ASSERT_TRUE(click(window, "details.clean"));
         ASSERT_TRUE(click(window, "confirm.accept"));
         EXPECT_EQ(textOf(window, "cleanButton"), tr("清理中..."));
         window.close();

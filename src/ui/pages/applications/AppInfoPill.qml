@@ -12,7 +12,7 @@ Rectangle {
 
     Accessible.name: title + " " + value
     Accessible.role: Accessible.StaticText
-    color: Colors.faint(tint, 0.12)
+    color: Colors.wash(tint)
     implicitHeight: text.implicitHeight + 8
     implicitWidth: text.implicitWidth + 16
     radius: 7
@@ -27,7 +27,7 @@ Rectangle {
         anchors.verticalCenter: parent.verticalCenter
 
         Caption {
-            font.pixelSize: Type.caption - 1
+            font.pixelSize: Type.caption
             text: root.title
             width: parent.width
         }

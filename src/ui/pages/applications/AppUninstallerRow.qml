@@ -20,20 +20,19 @@ RowFrame {
     Accessible.name: row.title + " " + row.size
     Accessible.role: Accessible.ListItem
     help: heading.truncated ? row.title : ""
-    implicitHeight: content.implicitHeight + 24
+    implicitHeight: content.implicitHeight + 16
 
-    onMenuAsked: menu.popup()
     onTapped: rows.toggleExpanded(row.index)
 
     ColumnLayout {
         id: content
 
         anchors.left: parent.left
-        anchors.leftMargin: 12
+        anchors.leftMargin: 10
         anchors.right: parent.right
         anchors.rightMargin: 6
         anchors.verticalCenter: parent.verticalCenter
-        spacing: 10
+        spacing: 8
 
         RowLayout {
             spacing: 10
@@ -64,7 +63,7 @@ RowFrame {
                 Caption {
                     Layout.fillWidth: true
                     maximumLineCount: 2
-                    text: root.isApp ? root.row.leftovers : root.row.detail
+                    text: root.row.detail
                     wrapMode: Text.Wrap
                 }
             }
@@ -112,13 +111,5 @@ RowFrame {
                 value: root.row.running ? L.tr("运行中") + " · " + L.tr("请先退出") : L.tr("可卸载")
             }
         }
-    }
-
-    RowMenu {
-        id: menu
-
-        menu: Qt.resolvedUrl("AppMenu.qml")
-        row: root.row
-        rows: root.rows
     }
 }

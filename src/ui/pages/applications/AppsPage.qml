@@ -14,14 +14,17 @@ GlassPanel {
     ColumnLayout {
         anchors.bottomMargin: 1
         anchors.fill: parent
-        anchors.margins: 12
-        spacing: Metrics.wideGap
+        anchors.margins: 10
+        spacing: Metrics.gap
 
         ListHeader {
             Layout.fillWidth: true
             Layout.leftMargin: 4
             counter: L.tr1("%d 个待卸载", root.vm.items.selectedCount)
+            rows: root.vm.items
             title: L.tr("应用")
+
+            onSearchLeft: list.forceActiveFocus(Qt.TabFocusReason)
 
             FilterBar {
                 current: root.vm.items.filter
@@ -31,6 +34,8 @@ GlassPanel {
         }
 
         ResultList {
+            id: list
+
             Layout.fillHeight: true
             Layout.fillWidth: true
             Layout.rightMargin: -10

@@ -14,13 +14,16 @@ GlassPanel {
     ColumnLayout {
         anchors.bottomMargin: 1
         anchors.fill: parent
-        anchors.margins: 12
-        spacing: Metrics.wideGap
+        anchors.margins: 10
+        spacing: Metrics.gap
 
         ListHeader {
             Layout.fillWidth: true
             Layout.leftMargin: 4
+            rows: root.vm.items
             title: L.tr("推荐清理")
+
+            onSearchLeft: list.forceActiveFocus(Qt.TabFocusReason)
 
             FilterBar {
                 current: root.vm.items.filter
@@ -30,6 +33,8 @@ GlassPanel {
         }
 
         ResultList {
+            id: list
+
             Layout.fillHeight: true
             Layout.fillWidth: true
             Layout.rightMargin: -10

@@ -10,8 +10,9 @@ ColumnLayout {
 
     required property ScanModel scan
     property string status
+    property bool compact: false
 
-    spacing: 4
+    spacing: compact ? 0 : 4
 
     RowLayout {
         spacing: Metrics.gap
@@ -19,13 +20,14 @@ ColumnLayout {
         Symbol {
             color: root.scan.scanned || root.scan.scanning ? Colors.cyan : Colors.gray
             name: "checkmark.seal.fill"
-            size: 20
+            size: root.compact ? 16 : 20
         }
 
         Heading {
             Layout.fillWidth: true
+            font.pixelSize: root.compact ? Type.subheading : Type.heading
             fontSizeMode: Text.HorizontalFit
-            minimumPixelSize: Type.subheading
+            minimumPixelSize: Type.body
             objectName: "headerTitle"
             text: root.scan.title
         }
@@ -35,17 +37,21 @@ ColumnLayout {
         id: lines
 
         font.family: Type.family
-        font.pixelSize: Type.body
+        font.pixelSize: status.font.pixelSize
     }
 
     // As high for one line as for two: nothing moves when a scan begins.
     BodyText {
+        id: status
+
         Layout.fillWidth: true
+        Layout.preferredHeight: Math.ceil(maximumLineCount * lines.lineSpacing) + 1
         color: Colors.vmSecondaryText
-        Layout.preferredHeight: Math.ceil(2 * lines.lineSpacing) + 1
-        maximumLineCount: 2
+        font.pixelSize: root.compact ? Type.caption : Type.body
+        maximumLineCount: root.compact ? 1 : 2
+        objectName: "headerStatus"
         spoken: true
         text: root.status
-        wrapMode: Text.Wrap
+        wrapMode: root.compact ? Text.NoWrap : Text.Wrap
     }
 }

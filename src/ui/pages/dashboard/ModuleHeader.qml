@@ -4,35 +4,37 @@ import Vellmoor.Controls
 import Vellmoor.Models
 import Vellmoor.Theme
 
-// The header of every module but Smart Scan.
+// The header of every module but Smart Scan. Once there are results it leaves the room to them.
 GlassPanel {
     id: root
 
     required property WindowModel vm
+    property bool compact: false
     readonly property ScanModel scan: vm.scan
 
-    implicitHeight: Math.max(Metrics.moduleHeaderHeight, line.implicitHeight + 28)
+    implicitHeight: Math.max(compact ? Metrics.compactHeaderHeight : Metrics.moduleHeaderHeight, line.implicitHeight + (compact ? 12 : 28))
 
     RowLayout {
         id: line
 
         anchors.fill: parent
-        anchors.leftMargin: 20
-        anchors.rightMargin: 20
-        spacing: 18
+        anchors.leftMargin: root.compact ? 12 : 20
+        anchors.rightMargin: root.compact ? 14 : 20
+        spacing: root.compact ? 12 : 18
 
         SymbolTile {
-            size: 56
+            size: root.compact ? 40 : 56
             symbol: root.vm.moduleSymbol
             tint: Colors.cyan
         }
 
         ColumnLayout {
             Layout.fillWidth: true
-            spacing: 4
+            spacing: root.compact ? 2 : 4
 
             Heading {
                 Layout.fillWidth: true
+                font.pixelSize: root.compact ? Type.subheading : Type.heading
                 text: root.scan.headline
             }
 
@@ -42,11 +44,12 @@ GlassPanel {
                 maximumLineCount: 2
                 spoken: true
                 text: root.scan.description
+                visible: !root.compact
                 wrapMode: Text.Wrap
             }
 
             RowLayout {
-                Layout.topMargin: 2
+                Layout.topMargin: root.compact ? 0 : 2
                 spacing: 6
 
                 Symbol {
@@ -60,7 +63,7 @@ GlassPanel {
                     font.weight: Font.DemiBold
                     objectName: "headerTitle"
                     spoken: true
-                    text: root.scan.title
+                    text: root.scan.title + (root.compact && root.scan.findings !== "" ? " · " + root.scan.findings : "")
                 }
             }
         }

@@ -1,6 +1,7 @@
 import QtQuick
 import Vellmoor.Controls
 import Vellmoor.Models
+import Vellmoor.Theme
 
 // Starts a scan of the shown module, or cancels the running one.
 PrimaryButton {
@@ -9,7 +10,7 @@ PrimaryButton {
     property string startSymbol: "play.fill"
 
     enabled: vm.canScan
-    implicitWidth: Math.max(150, implicitContentWidth + 40)
+    implicitWidth: Math.max(Metrics.grown(150), implicitContentWidth + 40)
     objectName: "scanButton"
     symbol: vm.scan.scanning ? "xmark.circle" : startSymbol
     text: vm.scan.scanning ? L.tr("取消扫描") : startText

@@ -8,23 +8,26 @@ Item {
     id: root
 
     required property ScanModel scan
+    property bool compact: false
 
     // What assistive technology reads of a progress bar where Qt passes it on (6.4 does not).
-    readonly property real value: scan.scanning ? scan.progress : (scan.scanned ? 1 : 0)
+    // Nothing was found: that is well, but nothing to fill a ring with.
+    readonly property bool empty: scan.scanned && !scan.scanning && scan.itemCount === 0
+    readonly property real value: scan.scanning ? scan.progress : (scan.scanned && !empty ? 1 : 0)
     readonly property real minimumValue: 0
     readonly property real maximumValue: 1
 
-    readonly property string number: scan.scanning ? Math.round(scan.progress * 100) + "%" : scan.ringNumber
+    readonly property string number: scan.scanning ? scan.progressText : scan.ringNumber
 
     Accessible.name: (number + " " + scan.ringUnit).trim()
     Accessible.role: Accessible.ProgressBar
-    implicitHeight: 124
-    implicitWidth: 124
+    implicitHeight: compact ? Metrics.grown(80) : Metrics.grown(124)
+    implicitWidth: implicitHeight
 
     ProgressRing {
         anchors.fill: parent
         color: Colors.cyan
-        thickness: 9
+        thickness: root.compact ? 6 : 9
         trackColor: Colors.track
         value: root.value
 
@@ -38,12 +41,13 @@ Item {
 
     Column {
         anchors.centerIn: parent
-        width: parent.width - 36
+        width: parent.width - Metrics.grown(root.compact ? 22 : 36)
 
         Display {
+            font.pixelSize: root.compact ? Type.subheading : Type.display
             fontSizeMode: Text.HorizontalFit
             horizontalAlignment: Text.AlignHCenter
-            minimumPixelSize: Type.body
+            minimumPixelSize: Type.caption
             spoken: false
             text: root.number
             visible: text !== ""
@@ -54,7 +58,7 @@ Item {
             anchors.horizontalCenter: parent.horizontalCenter
             color: Colors.cyan
             name: "sparkles"
-            size: 28
+            size: root.compact ? 20 : 28
             visible: !root.scan.scanning && root.number === ""
         }
 
@@ -63,7 +67,8 @@ Item {
             maximumLineCount: 2
             objectName: "ringUnit"
             text: root.scan.ringUnit
-            topPadding: 2
+            lineHeight: root.compact ? 0.9 : 1
+            topPadding: root.compact ? 0 : 2
             width: parent.width
             wrapMode: Text.Wrap
         }

@@ -17,17 +17,16 @@ RowFrame {
     Accessible.description: row.detail
     Accessible.name: row.title + " " + row.size
     Accessible.role: Accessible.ListItem
-    help: name.truncated ? row.title : ""
-    implicitHeight: Math.max(68, line.implicitHeight + 18)
+    help: name.truncated || folder.truncated ? row.path : ""
+    implicitHeight: Math.max(60, line.implicitHeight + 12)
 
-    onMenuAsked: menu.popup()
     onTapped: rows.toggle(row.index)
 
     RowLayout {
         id: line
 
         anchors.fill: parent
-        anchors.leftMargin: 12
+        anchors.leftMargin: 10
         anchors.rightMargin: 6
         spacing: 8
 
@@ -43,7 +42,7 @@ RowFrame {
 
         ColumnLayout {
             Layout.fillWidth: true
-            spacing: 3
+            spacing: 1
 
             BodyText {
                 id: name
@@ -55,6 +54,8 @@ RowFrame {
             }
 
             Caption {
+                id: folder
+
                 Layout.fillWidth: true
                 elide: Text.ElideMiddle
                 text: root.row.detail
@@ -66,7 +67,7 @@ RowFrame {
                 Symbol {
                     color: Colors.vmSecondaryText
                     name: "clock"
-                    size: 10
+                    size: 11
                 }
 
                 Caption {
@@ -83,8 +84,8 @@ RowFrame {
         }
 
         ColumnLayout {
-            Layout.maximumWidth: 82
-            Layout.minimumWidth: 82
+            Layout.maximumWidth: Metrics.grown(82)
+            Layout.minimumWidth: Metrics.grown(82)
             spacing: 2
 
             BodyText {
@@ -105,12 +106,5 @@ RowFrame {
             row: root.row
             rows: root.rows
         }
-    }
-
-    RowMenu {
-        id: menu
-
-        row: root.row
-        rows: root.rows
     }
 }

@@ -15,18 +15,21 @@ GlassPanel {
     ColumnLayout {
         anchors.bottomMargin: 1
         anchors.fill: parent
-        anchors.margins: 12
-        spacing: 10
+        anchors.margins: 10
+        spacing: Metrics.gap
 
         ListHeader {
             Layout.fillWidth: true
             Layout.leftMargin: 4
-            counter: L.tr1("%d 个结果", root.files.itemCount)
+            counter: L.count("%d 个结果", "1 个结果", root.files.itemCount)
+            rows: root.files
             title: L.tr("大文件")
+
+            onSearchLeft: list.forceActiveFocus(Qt.TabFocusReason)
 
             Picker {
                 currentIndex: root.files.kind
-                implicitWidth: 100
+                implicitWidth: Metrics.grown(100)
                 model: root.files.kindTitles
                 objectName: "kindFilter"
 
@@ -35,7 +38,7 @@ GlassPanel {
 
             Picker {
                 currentIndex: root.files.age
-                implicitWidth: 100
+                implicitWidth: Metrics.grown(100)
                 model: root.files.ageTitles
                 objectName: "ageFilter"
 
@@ -79,6 +82,8 @@ GlassPanel {
         }
 
         ResultList {
+            id: list
+
             Layout.fillHeight: true
             Layout.fillWidth: true
             Layout.rightMargin: -10

@@ -30,7 +30,7 @@ RowFrame {
     ListView.onPooled: visible = false
     ListView.onReused: visible = true
     help: heading.truncated ? name : ""
-    implicitHeight: Math.max(70, line.implicitHeight + 18)
+    implicitHeight: Math.max(60, line.implicitHeight + 12)
     objectName: "startup." + index
 
     RowLayout {
@@ -49,7 +49,7 @@ RowFrame {
 
         ColumnLayout {
             Layout.fillWidth: true
-            spacing: 3
+            spacing: 2
 
             BodyText {
                 id: heading

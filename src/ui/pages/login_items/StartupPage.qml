@@ -17,8 +17,8 @@ GlassPanel {
     ColumnLayout {
         anchors.bottomMargin: 1
         anchors.fill: parent
-        anchors.margins: 12
-        spacing: 10
+        anchors.margins: 10
+        spacing: Metrics.gap
 
         ListHeader {
             Layout.fillWidth: true
@@ -26,7 +26,7 @@ GlassPanel {
             title: L.tr("启动项管理")
 
             SoftIconButton {
-                enabled: root.vm.canScan && !root.vm.scan.scanning
+                enabled: root.vm.scan.ready
                 help: L.tr("刷新启动项")
                 objectName: "refreshStartup"
                 size: Metrics.rowButton

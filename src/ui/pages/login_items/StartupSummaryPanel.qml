@@ -10,16 +10,18 @@ GlassPanel {
 
     required property WindowModel vm
 
-    implicitHeight: content.implicitHeight + 2 * Metrics.panelPadding
+    implicitHeight: content.implicitHeight + 24
 
     ColumnLayout {
         id: content
 
         anchors.left: parent.left
-        anchors.margins: Metrics.panelPadding
+        anchors.leftMargin: Metrics.panelPadding
         anchors.right: parent.right
+        anchors.rightMargin: Metrics.panelPadding
         anchors.top: parent.top
-        spacing: 10
+        anchors.topMargin: 12
+        spacing: Metrics.gap
 
         PanelHeader {
             symbol: "power"
@@ -28,7 +30,7 @@ GlassPanel {
 
         FigureRow {
             title: L.tr("总启动项")
-            value: L.tr1("%d 项", root.vm.startup.count)
+            value: L.items(root.vm.startup.count)
         }
 
         MetricRow {
@@ -36,7 +38,7 @@ GlassPanel {
             level: root.vm.startup.count > 0 ? root.vm.startup.enabledCount / root.vm.startup.count : 0
             tint: Colors.green
             title: L.tr("已启用")
-            value: L.tr1("%d 项", root.vm.startup.enabledCount)
+            value: L.items(root.vm.startup.enabledCount)
         }
     }
 }

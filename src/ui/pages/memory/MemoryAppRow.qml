@@ -22,7 +22,7 @@ RowFrame {
     Accessible.name: name + " " + memory
     Accessible.role: Accessible.ListItem
     help: heading.truncated ? name : ""
-    implicitHeight: Math.max(54, line.implicitHeight + 12)
+    implicitHeight: Math.max(46, line.implicitHeight + 8)
     objectName: "memoryApp." + index
 
     RowLayout {
@@ -58,7 +58,7 @@ RowFrame {
         }
 
         BodyText {
-            Layout.preferredWidth: 86
+            Layout.preferredWidth: Metrics.grown(86)
             color: Colors.ink(Colors.orange)
             font.weight: Font.DemiBold
             horizontalAlignment: Text.AlignRight

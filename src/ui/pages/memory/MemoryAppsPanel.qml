@@ -12,23 +12,24 @@ GlassPanel {
 
     required property WindowModel vm
 
-    implicitHeight: content.implicitHeight + 24
+    implicitHeight: content.implicitHeight + 18
 
     ColumnLayout {
         id: content
 
         anchors.left: parent.left
-        anchors.margins: 12
+        anchors.margins: 9
         anchors.right: parent.right
         anchors.top: parent.top
-        spacing: Metrics.gap
+        spacing: Metrics.smallGap
 
         ListHeader {
+            Layout.fillWidth: true
             Layout.leftMargin: 4
             title: L.tr("高内存应用")
 
             SoftIconButton {
-                enabled: root.vm.canScan && !root.vm.scan.scanning
+                enabled: root.vm.scan.ready
                 help: L.tr("刷新内存状态")
                 objectName: "refreshMemory"
                 size: Metrics.rowButton

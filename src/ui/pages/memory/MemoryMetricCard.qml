@@ -18,7 +18,7 @@ Rectangle {
     Layout.preferredWidth: 1
     border.color: Colors.vmLine
     color: Colors.row
-    implicitHeight: Math.max(46, line.implicitHeight + 10)
+    implicitHeight: Math.max(40, line.implicitHeight + 4)
     radius: Metrics.rowRadius
 
     RowLayout {

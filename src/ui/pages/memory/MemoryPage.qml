@@ -10,6 +10,8 @@ import Vellmoor.Theme
 ScrollColumn {
     id: root
 
+    spacing: Metrics.tightGap
+
     required property WindowModel vm
 
     MemoryStatusPanel {
@@ -20,16 +22,16 @@ ScrollColumn {
 
     GlassPanel {
         Layout.fillWidth: true
-        implicitHeight: optimizable.implicitHeight + 24
+        implicitHeight: optimizable.implicitHeight + 18
 
         ColumnLayout {
             id: optimizable
 
             anchors.left: parent.left
-            anchors.margins: 12
+            anchors.margins: 9
             anchors.right: parent.right
             anchors.top: parent.top
-            spacing: Metrics.gap
+            spacing: Metrics.smallGap
 
             ListHeader {
                 Layout.leftMargin: 4

@@ -12,16 +12,16 @@ GlassPanel {
     required property MemoryModel memory
     required property MemoryPartModel parts
 
-    implicitHeight: content.implicitHeight + 2 * Metrics.panelPadding
+    implicitHeight: content.implicitHeight + 24
 
     ColumnLayout {
         id: content
 
         anchors.left: parent.left
-        anchors.margins: Metrics.panelPadding
+        anchors.margins: 12
         anchors.right: parent.right
         anchors.top: parent.top
-        spacing: Metrics.wideGap
+        spacing: Metrics.gap
 
         RowLayout {
             PanelHeader {
@@ -46,9 +46,9 @@ GlassPanel {
             }
 
             GridLayout {
-                columnSpacing: 8
+                columnSpacing: 6
                 columns: 2
-                rowSpacing: 8
+                rowSpacing: 6
 
                 MemoryMetricCard {
                     tint: Colors.cyan

@@ -17,19 +17,19 @@ Item {
 
     Accessible.name: (memory.usageText + " " + memory.pressure).trim()
     Accessible.role: Accessible.ProgressBar
-    implicitHeight: 100
-    implicitWidth: 112
+    implicitHeight: Metrics.grown(84)
+    implicitWidth: Metrics.grown(96)
 
     ProgressRing {
         anchors.horizontalCenter: parent.horizontalCenter
         color: root.tint
-        height: 112
+        height: Metrics.grown(96)
         spanAngle: 240
         startAngle: 240
-        thickness: 9
+        thickness: 8
         trackColor: Colors.track
         value: root.memory.usage
-        width: 112
+        width: Metrics.grown(96)
 
         Behavior on value  {
             NumberAnimation {
@@ -43,17 +43,12 @@ Item {
         anchors.centerIn: parent
         anchors.verticalCenterOffset: 6
 
-        Heading {
+        // The share stands beside the gauge.
+        Subheading {
             anchors.horizontalCenter: parent.horizontalCenter
-            spoken: false
-            text: root.memory.usageText
-        }
-
-        Caption {
-            anchors.horizontalCenter: parent.horizontalCenter
-            color: Colors.ink(root.tint)
-            font.weight: Font.Medium
+            color: root.memory.known ? Colors.ink(root.tint) : Colors.vmSecondaryText
             objectName: "pressure"
+            spoken: false
             text: root.memory.pressure
         }
     }

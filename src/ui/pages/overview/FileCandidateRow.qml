@@ -43,7 +43,7 @@ RowLayout {
     }
 
     BodyText {
-        font.pixelSize: Type.caption + 1
+        font.pixelSize: Type.body
         font.weight: Font.Medium
         text: root.size
     }

@@ -12,16 +12,18 @@ GlassPanel {
 
     signal viewAll
 
-    implicitHeight: content.implicitHeight + 2 * Metrics.panelPadding
+    implicitHeight: content.implicitHeight + 24
 
     ColumnLayout {
         id: content
 
         anchors.left: parent.left
-        anchors.margins: Metrics.panelPadding
+        anchors.leftMargin: Metrics.panelPadding
         anchors.right: parent.right
+        anchors.rightMargin: Metrics.panelPadding
         anchors.top: parent.top
-        spacing: 10
+        anchors.topMargin: 12
+        spacing: Metrics.gap
 
         RowLayout {
             PanelHeader {
@@ -45,10 +47,10 @@ GlassPanel {
             Layout.fillWidth: true
             cacheBuffer: 0
             clip: true
-            implicitHeight: Math.min(count, 4) * 44 - 8
+            implicitHeight: Math.min(count, 4) * 40 - 4
             interactive: false
             model: root.vm.candidates
-            spacing: 8
+            spacing: 4
 
             delegate: FileCandidateRow {
                 height: 36

@@ -11,16 +11,18 @@ GlassPanel {
     required property WindowModel vm
     readonly property ScanModel scan: vm.scan
 
-    implicitHeight: content.implicitHeight + 2 * Metrics.panelPadding
+    implicitHeight: content.implicitHeight + 24
 
     ColumnLayout {
         id: content
 
         anchors.left: parent.left
-        anchors.margins: Metrics.panelPadding
+        anchors.leftMargin: Metrics.panelPadding
         anchors.right: parent.right
+        anchors.rightMargin: Metrics.panelPadding
         anchors.top: parent.top
-        spacing: 10
+        anchors.topMargin: 12
+        spacing: Metrics.gap
 
         PanelHeader {
             symbol: "waveform.path.ecg"
@@ -29,17 +31,17 @@ GlassPanel {
 
         FigureRow {
             title: L.tr("登录启动项")
-            value: L.tr1("%d 项", root.scan.startupCount)
+            value: L.items(root.scan.startupCount)
         }
 
         FigureRow {
             title: L.tr("后台目录")
-            value: L.tr1("%d 项", root.scan.backgroundCount)
+            value: L.items(root.scan.backgroundCount)
         }
 
         FigureRow {
             title: L.tr("隐私痕迹")
-            value: L.tr1("%d 项", root.scan.privacyCount)
+            value: L.items(root.scan.privacyCount)
         }
 
         RowLayout {
@@ -48,7 +50,7 @@ GlassPanel {
             Symbol {
                 color: Colors.green
                 name: "checkmark.shield"
-                size: 13
+                size: 15
             }
 
             Caption {

@@ -11,16 +11,18 @@ GlassPanel {
     required property WindowModel vm
     readonly property bool limited: vm.limitation !== ""
 
-    implicitHeight: content.implicitHeight + 2 * Metrics.panelPadding
+    implicitHeight: content.implicitHeight + 24
 
     ColumnLayout {
         id: content
 
         anchors.left: parent.left
-        anchors.margins: Metrics.panelPadding
+        anchors.leftMargin: Metrics.panelPadding
         anchors.right: parent.right
+        anchors.rightMargin: Metrics.panelPadding
         anchors.top: parent.top
-        spacing: 10
+        anchors.topMargin: 12
+        spacing: Metrics.gap
 
         PanelHeader {
             symbol: "hand.raised"

@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 import Vellmoor.Controls
+import Vellmoor.Models
 import Vellmoor.Theme
 
 // One place and whether it may be read.
@@ -14,7 +15,7 @@ RowLayout {
     required property string recommendation
 
     Accessible.description: granted ? subtitle : recommendation
-    Accessible.name: title
+    Accessible.name: title + " " + (granted ? L.tr("已授权") : L.tr("未授权"))
     Accessible.role: Accessible.StaticText
     spacing: 10
 

@@ -14,6 +14,7 @@ ScrollColumn {
     readonly property bool showsFiles: vm.candidates.count > 0 && (vm.module === "smartScan" || vm.module === "largeFiles")
 
     ground: Colors.groundLower
+    spacing: Metrics.tightGap
 
     signal viewAll
 

@@ -11,16 +11,18 @@ GlassPanel {
 
     required property WindowModel vm
 
-    implicitHeight: content.implicitHeight + 2 * Metrics.panelPadding
+    implicitHeight: content.implicitHeight + 24
 
     ColumnLayout {
         id: content
 
         anchors.left: parent.left
-        anchors.margins: Metrics.panelPadding
+        anchors.leftMargin: Metrics.panelPadding
         anchors.right: parent.right
+        anchors.rightMargin: Metrics.panelPadding
         anchors.top: parent.top
-        spacing: 10
+        anchors.topMargin: 12
+        spacing: Metrics.gap
 
         PanelHeader {
             symbol: "internaldrive"
@@ -37,7 +39,17 @@ GlassPanel {
 
         PartsBar {
             Layout.fillWidth: true
+            opacity: root.vm.scan.scanned ? 1 : 0.35
             segments: root.vm.segments
+
+            HoverHandler {
+                id: hover
+            }
+
+            HelpTip {
+                shown: hover.hovered && !root.vm.scan.scanned
+                text: L.tr("扫描后显示实际数据")
+            }
         }
 
         RowLayout {

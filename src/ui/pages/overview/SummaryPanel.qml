@@ -10,16 +10,18 @@ GlassPanel {
 
     required property WindowModel vm
 
-    implicitHeight: content.implicitHeight + 2 * Metrics.panelPadding
+    implicitHeight: content.implicitHeight + 24
 
     ColumnLayout {
         id: content
 
         anchors.left: parent.left
-        anchors.margins: Metrics.panelPadding
+        anchors.leftMargin: Metrics.panelPadding
         anchors.right: parent.right
+        anchors.rightMargin: Metrics.panelPadding
         anchors.top: parent.top
-        spacing: 10
+        anchors.topMargin: 12
+        spacing: Metrics.gap
 
         PanelHeader {
             symbol: "list.bullet"
@@ -28,7 +30,7 @@ GlassPanel {
 
         FigureRow {
             title: L.tr("建议处理")
-            value: L.tr1("%d 项", root.vm.recommendedCount)
+            value: L.items(root.vm.recommendedCount)
         }
 
         FigureRow {

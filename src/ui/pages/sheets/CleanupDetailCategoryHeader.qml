@@ -17,7 +17,7 @@ RowFrame {
     Accessible.name: row.title + " " + row.size + " " + row.riskTitle
     Accessible.role: Accessible.ListItem
     color: hovered ? Colors.popup : Colors.sheetRow
-    implicitHeight: 50
+    implicitHeight: Math.max(44, Metrics.grown(40))
 
     onTapped: rows.toggleExpanded(row.index)
 

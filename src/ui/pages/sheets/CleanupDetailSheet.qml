@@ -10,13 +10,39 @@ Sheet {
     id: root
 
     required property WindowModel vm
+    // It goes on to the clean.
+    property bool cleans: false
 
-    height: 640
+    signal cleanAsked
+
+    wantedHeight: 640
     objectName: "details"
     title: L.tr("清理前详情")
 
     onOpened: list.forceActiveFocus(Qt.TabFocusReason)
-    width: 900
+    wantedWidth: 900
+
+    Component {
+        id: done
+
+        PrimaryButton {
+            objectName: "details.done"
+            text: L.tr("完成")
+
+            onClicked: root.close()
+        }
+    }
+
+    Component {
+        id: back
+
+        SecondaryButton {
+            objectName: "details.done"
+            text: L.tr("完成")
+
+            onClicked: root.close()
+        }
+    }
 
     contentItem: ColumnLayout {
         spacing: Metrics.wideGap
@@ -97,11 +123,18 @@ Sheet {
                 Layout.fillWidth: true
             }
 
-            PrimaryButton {
-                objectName: "details.done"
-                text: L.tr("完成")
+            Loader {
+                sourceComponent: root.cleans ? back : done
+            }
 
-                onClicked: root.close()
+            PrimaryButton {
+                enabled: root.vm.canClean
+                objectName: "details.clean"
+                symbol: "trash"
+                text: root.vm.cleanTitle
+                visible: root.cleans
+
+                onClicked: root.cleanAsked()
             }
         }
     }

@@ -11,10 +11,10 @@ Sheet {
     required property WindowModel vm
     readonly property ReportModel report: vm.report
 
-    height: report.failed || report.noteLines.length > 0 ? 540 : 480
+    wantedHeight: report.failed || report.noteLines.length > 0 ? 540 : 480
     objectName: "result"
     title: report.title
-    width: 720
+    wantedWidth: 720
 
     contentItem: ColumnLayout {
         spacing: 18
@@ -67,6 +67,7 @@ Sheet {
                 objectName: "result.openTrash"
                 symbol: "trash"
                 text: L.tr("打开废纸篓")
+                visible: !root.report.memory
 
                 onClicked: root.vm.openTrash()
             }
@@ -76,7 +77,7 @@ Sheet {
             }
 
             SecondaryButton {
-                enabled: root.vm.canScan && !root.vm.scan.scanning
+                enabled: root.vm.scan.ready
                 objectName: "result.rescan"
                 symbol: "arrow.clockwise"
                 text: L.tr("重新扫描")

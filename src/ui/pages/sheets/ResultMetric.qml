@@ -15,6 +15,7 @@ Rectangle {
     Accessible.name: title + " " + value
     Accessible.role: Accessible.StaticText
     Layout.fillWidth: true
+    Layout.minimumWidth: 1
     Layout.preferredWidth: 1
     border.color: Colors.vmLine
     color: Colors.faint(tint, 0.07)
@@ -41,7 +42,6 @@ Rectangle {
 
             Heading {
                 Layout.fillWidth: true
-                font.pixelSize: Type.subheading + 2
                 spoken: false
                 text: root.value
             }

@@ -29,8 +29,8 @@ RowLayout {
 
     ResultMetric {
         objectName: "result.failed"
-        symbol: "exclamationmark.triangle.fill"
-        tint: Colors.orange
+        symbol: root.report.failed ? "exclamationmark.triangle.fill" : "exclamationmark.shield"
+        tint: root.report.failed ? Colors.orange : Colors.gray
         title: L.tr("失败项目")
         value: root.report.failures
     }

@@ -1,0 +1,120 @@
+#include "KeyedListModel.h"
+
+#include <algorithm>
+#include <iterator>
+#include <unordered_map>
+
+namespace vellmoor {
+namespace {
+
+/// A list that was sorted anew moves as a whole: told one by one, thousands of moves would take seconds.
+constexpr std::size_t mostRowsToMoveSingly = 300;
+
+std::ptrdiff_t offset(std::size_t row) {
+    return static_cast<std::ptrdiff_t>(row);
+}
+
+} // namespace
+
+int KeyedListModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+}
+
+const KeyedRow* KeyedListModel::rowAt(int row) const {
+    if (row < 0 || row >= static_cast<int>(rows_.size())) {
+        return nullptr;
+    }
+    const KeyedRow& found = rows_[static_cast<std::size_t>(row)];
+    return found.record < 0 ? nullptr : &found;
+}
+
+void KeyedListModel::setRows(const std::vector<KeyedRow>& fresh) {
+    findRecords(fresh);
+    dropGoneRows();
+    Keys present;
+    for (const KeyedRow& row : rows_) {
+        present.insert(row.key);
+    }
+    Keys kept; // views of `fresh`, which stay where they are while rows move
+    for (const KeyedRow& row : fresh) {
+        if (present.contains(row.key)) {
+            kept.insert(row.key);
+        }
+    }
+    orderAs(fresh, kept);
+    if (!rows_.empty()) {
+        Q_EMIT dataChanged(index(0), index(static_cast<int>(rows_.size()) - 1));
+    }
+}
+
+/// The records have changed already: no row may look at its old place from here on.
+void KeyedListModel::findRecords(const std::vector<KeyedRow>& fresh) {
+    std::unordered_map<std::string_view, const KeyedRow*> places;
+    for (const KeyedRow& row : fresh) {
+        places.emplace(row.key, &row);
+    }
+    for (KeyedRow& row : rows_) {
+        const auto place = places.find(row.key);
+        row.record = place == places.end() ? -1 : place->second->record;
+        row.part = place == places.end() ? -1 : place->second->part;
+    }
+}
+
+void KeyedListModel::dropGoneRows() {
+    for (std::size_t end = rows_.size(); end > 0;) {
+        if (rows_[end - 1].record >= 0) {
+            --end;
+            continue;
+        }
+        std::size_t begin = end - 1;
+        while (begin > 0 && rows_[begin - 1].record < 0) {
+            --begin;
+        }
+        beginRemoveRows({}, static_cast<int>(begin), static_cast<int>(end) - 1);
+        rows_.erase(rows_.begin() + offset(begin), rows_.begin() + offset(end));
+        endRemoveRows();
+        end = begin;
+    }
+}
+
+void KeyedListModel::orderAs(const std::vector<KeyedRow>& fresh, const Keys& kept) {
+    if (kept.size() > mostRowsToMoveSingly) {
+        std::unordered_map<std::string_view, std::size_t> places;
+        for (std::size_t at = 0; at < fresh.size(); ++at) {
+            places.emplace(fresh[at].key, at);
+        }
+        const auto place = [&](const KeyedRow& row) { return places.at(row.key); };
+        if (!std::ranges::is_sorted(rows_, {}, place)) {
+            Q_EMIT layoutAboutToBeChanged();
+            std::ranges::stable_sort(rows_, {}, place);
+            Q_EMIT layoutChanged();
+        }
+    }
+    for (std::size_t at = 0; at < fresh.size(); ++at) {
+        if (at < rows_.size() && rows_[at].key == fresh[at].key) {
+            continue;
+        }
+        if (kept.contains(fresh[at].key)) {
+            moveUp(fresh[at].key, at);
+            continue;
+        }
+        std::size_t end = at + 1;
+        while (end < fresh.size() && !kept.contains(fresh[end].key)) {
+            ++end;
+        }
+        beginInsertRows({}, static_cast<int>(at), static_cast<int>(end) - 1);
+        rows_.insert(rows_.begin() + offset(at), fresh.begin() + offset(at), fresh.begin() + offset(end));
+        endInsertRows();
+    }
+}
+
+void KeyedListModel::moveUp(const std::string& key, std::size_t to) {
+    const auto from =
+        std::find_if(rows_.begin() + offset(to), rows_.end(), [&](const KeyedRow& row) { return row.key == key; });
+    const int source = static_cast<int>(from - rows_.begin());
+    beginMoveRows({}, source, source, {}, static_cast<int>(to));
+    std::rotate(rows_.begin() + offset(to), from, from + 1);
+    endMoveRows();
+}
+
+} // namespace vellmoor

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QAbstractListModel>
+
+#include <string>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+namespace vellmoor {
+
+/// A row's identity, which it keeps whatever comes before it, and where its record stands.
+struct KeyedRow {
+    std::string key;
+    int record = 0; ///< -1: it is gone from the records and about to leave the list
+    int part = -1;  ///< of the record; -1: the record itself
+};
+
+/// A list whose rows have identities. It tells its views which rows came, went and moved, so that they keep their
+/// place, their focus and what is unfolded; it never resets.
+class KeyedListModel : public QAbstractListModel {
+    Q_OBJECT
+
+public:
+    using QAbstractListModel::QAbstractListModel;
+    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+
+protected:
+    [[nodiscard]] const std::vector<KeyedRow>& rows() const { return rows_; }
+    /// Null outside, and for a row whose record is gone.
+    [[nodiscard]] const KeyedRow* rowAt(int row) const;
+    /// The rows as they are now; no two keys may be the same. Every row is told to have changed.
+    void setRows(const std::vector<KeyedRow>& fresh);
+
+private:
+    using Keys = std::unordered_set<std::string_view>;
+    void findRecords(const std::vector<KeyedRow>& fresh);
+    void dropGoneRows();
+    void orderAs(const std::vector<KeyedRow>& fresh, const Keys& kept);
+    void moveUp(const std::string& key, std::size_t to);
+
+    std::vector<KeyedRow> rows_;
+};
+
+} // namespace vellmoor

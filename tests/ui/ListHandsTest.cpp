@@ -1,0 +1,201 @@
+// The list under the hands: keys, search, order, menus, and that nothing jumps.
+#include "WindowFixture.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+
+namespace vellmoor {
+namespace {
+
+class ListHandsTest : public WindowTest {
+protected:
+    [[nodiscard]] QQuickItem* list() { return window().item(QStringLiteral("cleanupList")); }
+    [[nodiscard]] int current() { return list()->property("currentIndex").toInt(); }
+    [[nodiscard]] int count() { return list()->property("count").toInt(); }
+    [[nodiscard]] double position() { return list()->property("contentY").toDouble(); }
+    void openList(CleanerModule module) {
+        openScanned(module);
+        ASSERT_NE(list(), nullptr);
+        list()->forceActiveFocus(Qt::TabFocusReason);
+        window().settle();
+    }
+};
+INSTANTIATE_IN_BOTH_LANGUAGES(ListHandsTest);
+
+TEST_P(ListHandsTest, PagesAndEndsAreAKeyAway) {
+    openList(CleanerModule::smartScan);
+    window().press(Qt::Key_End);
+    EXPECT_EQ(current(), count() - 1);
+    window().press(Qt::Key_Home);
+    EXPECT_EQ(current(), 0);
+    window().press(Qt::Key_PageDown);
+    const int page = current();
+    EXPECT_GE(page, 3);
+    EXPECT_LT(page, count() - 1);
+    window().press(Qt::Key_PageUp);
+    EXPECT_EQ(current(), 0);
+}
+
+TEST_P(ListHandsTest, LettersGoToAName) {
+    openList(CleanerModule::largeFiles);
+    window().press(Qt::Key_V);
+    EXPECT_EQ(window().main().model().largeFiles()->rowStartingWith(QStringLiteral("v"), -1), current());
+    EXPECT_GT(current(), 0);
+}
+
+TEST_P(ListHandsTest, LeftOnAPathFoldsAndStaysOnItsCategory) {
+    openList(CleanerModule::systemJunk);
+    window().press(Qt::Key_Right);
+    window().press(Qt::Key_Down);
+    window().press(Qt::Key_Down);
+    EXPECT_EQ(current(), 2);
+    window().press(Qt::Key_Left);
+    EXPECT_EQ(current(), 0);
+    EXPECT_FALSE(isVisible("item.0.target.0"));
+}
+
+TEST_P(ListHandsTest, ControlATicksTheWholeList) {
+    openList(CleanerModule::largeFiles);
+    EXPECT_EQ(store().selectedBytes(CleanerModule::largeFiles), 0);
+    window().press(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(store().selectedBytes(CleanerModule::largeFiles), store().cleanableBytes(CleanerModule::largeFiles));
+}
+
+TEST_P(ListHandsTest, ControlFSearchesNamesAndPathsAndEscapeEndsIt) {
+    openList(CleanerModule::systemJunk);
+    const int all = count();
+    window().press(Qt::Key_F, Qt::ControlModifier);
+    ASSERT_TRUE(isVisible("searchField"));
+    for (const Qt::Key key : {Qt::Key_M, Qt::Key_E, Qt::Key_S, Qt::Key_A}) {
+        window().press(key);
+    }
+    EXPECT_EQ(count(), 1) << "mesa_shader_cache is one of the paths";
+    EXPECT_LT(count(), all);
+    window().press(Qt::Key_Escape);
+    EXPECT_FALSE(isVisible("searchField"));
+    EXPECT_EQ(count(), all);
+    EXPECT_TRUE(list()->hasActiveFocus());
+}
+
+TEST_P(ListHandsTest, AListCanBeSortedByNameAndBackAgain) {
+    openList(CleanerModule::largeFiles);
+    const QStringList given = [&] {
+        QStringList names;
+        for (int row = 0; row < count(); ++row) {
+            names << window().main().model().largeFiles()->index(row).data(CleanupListModel::TitleRole).toString();
+        }
+        return names;
+    }();
+    ASSERT_TRUE(window().click(QStringLiteral("sortButton")));
+    ASSERT_TRUE(window().click(QStringLiteral("sort.name")));
+    const auto title = [&](int row) {
+        return window().main().model().largeFiles()->index(row).data(CleanupListModel::TitleRole).toString();
+    };
+    for (int row = 1; row < count(); ++row) {
+        EXPECT_LE(QString::localeAwareCompare(title(row - 1), title(row)), 0);
+    }
+    window().main().model().largeFiles()->setOrder(QStringLiteral("given"));
+    EXPECT_EQ(title(0), given.at(0));
+}
+
+TEST_P(ListHandsTest, TheMenuKeyOpensTheRowsMenu) {
+    openList(CleanerModule::systemJunk);
+    window().press(Qt::Key_Right);
+    window().press(Qt::Key_Down);
+    window().press(Qt::Key_F10, Qt::ShiftModifier);
+    ASSERT_TRUE(isVisible("item.0.target.0.menu.copyPath"));
+    ASSERT_TRUE(window().click(QStringLiteral("item.0.target.0.menu.copyPath")));
+    EXPECT_EQ(QGuiApplication::clipboard()->text(),
+              QString::fromStdString(store().cleanupItems().at(0).targets.at(0).url.string()));
+}
+
+TEST_P(ListHandsTest, ARowThatIsNoFileHasNoMenu) {
+    openScanned(CleanerModule::memoryOptimization);
+    window().click(QStringLiteral("item.0"), Qt::RightButton);
+    EXPECT_FALSE(isVisible("item.0.menu.reveal"));
+}
+
+TEST_P(ListHandsTest, ControlAndANumberShowAModule) {
+    open();
+    window().press(Qt::Key_3, Qt::ControlModifier);
+    EXPECT_EQ(store().activeModule(), CleanerModule::largeFiles);
+    window().press(Qt::Key_8, Qt::ControlModifier);
+    EXPECT_EQ(store().activeModule(), CleanerModule::trash);
+}
+
+TEST_P(ListHandsTest, F1ShowsTheKeys) {
+    open();
+    window().press(Qt::Key_F1);
+    EXPECT_TRUE(isVisible("shortcuts.done"));
+    window().press(Qt::Key_Escape);
+    EXPECT_FALSE(isVisible("shortcuts.done"));
+}
+
+TEST_P(ListHandsTest, AFilterThatHidesEverythingSaysSoAndOffersEverything) {
+    openList(CleanerModule::largeFiles);
+    window().main().model().largeFiles()->setSearch(QStringLiteral("no such file"));
+    EXPECT_EQ(text("emptyState"), tr("筛选隐藏了全部项目"));
+    ASSERT_TRUE(window().click(QStringLiteral("showAll")));
+    EXPECT_TRUE(isVisible("item.0"));
+}
+
+TEST_P(ListHandsTest, WhatAFilterHidesIsNamedBesideTheSelection) {
+    openList(CleanerModule::systemJunk);
+    EXPECT_FALSE(isVisible("hiddenSelection"));
+    ASSERT_TRUE(window().click(QStringLiteral("item.2.toggle")));
+    ASSERT_TRUE(window().click(QStringLiteral("filter.recommended")));
+    EXPECT_EQ(text("hiddenSelection"), tr("%@ 被筛选隐藏", std::string("2.9 GB")));
+}
+
+TEST_P(ListHandsTest, AFilterStaysInItsModule) {
+    openScanned(CleanerModule::smartScan);
+    ASSERT_TRUE(window().click(QStringLiteral("filter.selected")));
+    window().show(CleanerModule::systemJunk);
+    EXPECT_EQ(window().main().model().items()->filter(), QStringLiteral("all"));
+    window().show(CleanerModule::smartScan);
+    EXPECT_EQ(window().main().model().items()->filter(), QStringLiteral("selected"));
+}
+
+TEST_P(ListHandsTest, TheListDoesNotJumpWhenTheWindowIsActivatedTwentyTimes) {
+    openList(CleanerModule::smartScan);
+    ASSERT_TRUE(window().click(QStringLiteral("item.2.expand")));
+    for (int presses = 0; presses < 14; ++presses) {
+        window().press(Qt::Key_Down);
+    }
+    const double place = position();
+    const int row = current();
+    ASSERT_GT(place, 0);
+    for (int turn = 0; turn < 20; ++turn) {
+        window().main().model().activated();
+        window().settle();
+    }
+    EXPECT_EQ(position(), place);
+    EXPECT_EQ(current(), row);
+    EXPECT_TRUE(list()->hasActiveFocus());
+}
+
+TEST_P(ListHandsTest, UnfoldedRowsAndTheirPlaceSurviveARescan) {
+    openList(CleanerModule::smartScan);
+    ASSERT_TRUE(window().click(QStringLiteral("item.0.expand")));
+    for (int presses = 0; presses < 12; ++presses) {
+        window().press(Qt::Key_Down);
+    }
+    const double place = position();
+    const int rows = count();
+    window().scan();
+    window().settle();
+    EXPECT_EQ(count(), rows);
+    EXPECT_EQ(position(), place);
+}
+
+TEST_P(ListHandsTest, WhatTheDesktopCouldNotDoIsSaidUntilItIsClosed) {
+    open();
+    EXPECT_FALSE(isVisible("notice"));
+    desktop().fail("文件管理器没有打开。");
+    EXPECT_EQ(text("notice.text"), tr("文件管理器没有打开。"));
+    ASSERT_TRUE(window().click(QStringLiteral("notice.close")));
+    EXPECT_FALSE(isVisible("notice"));
+}
+
+} // namespace
+} // namespace vellmoor
