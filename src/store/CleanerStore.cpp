@@ -85,6 +85,9 @@ CleanerModule CleanerStore::activeModule() const {
 const std::vector<CleanupItem>& CleanerStore::cleanupItems() const {
     return state_->shown.cleanupItems;
 }
+const std::vector<CleanupItem>& CleanerStore::furtherLargeFiles() const {
+    return state_->shown.furtherLargeFiles;
+}
 const std::vector<FileCandidate>& CleanerStore::fileCandidates() const {
     return state_->shown.fileCandidates;
 }
@@ -123,6 +126,9 @@ const std::string& CleanerStore::scanStage() const {
 }
 bool CleanerStore::isScanning() const {
     return state_->isScanning;
+}
+CleanerModule CleanerStore::scannedModule() const {
+    return state_->scannedModule;
 }
 bool CleanerStore::isCleaning() const {
     return state_->isCleaning;

@@ -24,6 +24,25 @@ void CleanerStore::show(CleanerModule module) {
     }
 }
 
+void CleanerStore::keepShowing(CleanerModule module) {
+    state_->requireOwnThread();
+    const State::Update update(*state_);
+    state_->set(state_->activeModule, module, State::ActiveModule);
+    state_->showOwnResults();
+}
+
+void CleanerStore::listFurtherLargeFiles() {
+    state_->requireOwnThread();
+    std::vector<CleanupItem>& further = state_->shown.furtherLargeFiles;
+    if (further.empty()) {
+        return;
+    }
+    std::vector<CleanupItem> items = std::move(state_->shown.cleanupItems);
+    std::ranges::move(further, std::back_inserter(items));
+    further.clear();
+    state_->set(state_->shown.cleanupItems, std::move(items), State::CleanupItems);
+}
+
 void CleanerStore::resetForLanguageChange() {
     state_->requireOwnThread();
     const State::Update update(*state_);
@@ -51,6 +70,11 @@ void CleanerStore::refreshPermissionHints() {
 void CleanerStore::clearReport() {
     state_->requireOwnThread();
     state_->set(state_->latestReport, {}, State::Report);
+}
+
+void CleanerStore::clearActionFailure() {
+    state_->requireOwnThread();
+    state_->set(state_->actionFailure, {}, State::ActionFailure);
 }
 
 /// Shows `results` as those of the active module.
@@ -134,6 +158,7 @@ void CleanerStore::State::cache(const ScanSnapshot& snapshot, CleanerModule scan
     }
     CachedModuleState once = whole;
     once.cleanupItems = countedOnce(std::move(once.cleanupItems));
+    once.furtherLargeFiles.clear();
     cachedStates.insert_or_assign(scannedModule, std::move(once));
     for (const CleanerModule module : allCleanerModules) {
         if (module == CleanerModule::smartScan) {
@@ -142,6 +167,9 @@ void CleanerStore::State::cache(const ScanSnapshot& snapshot, CleanerModule scan
         CachedModuleState part = whole;
         std::erase_if(part.cleanupItems, [module](const CleanupItem& item) { return item.module != module; });
         part.fileCandidates = fileCandidates(part.cleanupItems);
+        if (module != CleanerModule::largeFiles) {
+            part.furtherLargeFiles.clear();
+        }
         cachedStates.insert_or_assign(module, std::move(part));
     }
 }

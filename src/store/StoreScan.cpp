@@ -23,6 +23,7 @@ void CleanerStore::scan(CleanerModule module, bool clearsReport) {
     const std::uint64_t generation = ++state_->scanGeneration;
     state_->persistShownResults();
     state_->set(state_->activeModule, module, State::ActiveModule);
+    state_->scannedModule = module;
     state_->set(state_->isScanning, true, State::Scanning);
     if (clearsReport) {
         state_->set(state_->latestReport, {}, State::Report);

@@ -9,6 +9,7 @@ import Vellmoor.Theme
 RowFrame {
     id: root
 
+    required property MemoryAppListModel rows
     required property int index
     required property string name
     required property string processes
@@ -24,6 +25,21 @@ RowFrame {
     help: heading.truncated ? name : ""
     implicitHeight: Math.max(46, line.implicitHeight + 8)
     objectName: "memoryApp." + index
+
+    Keys.onMenuPressed: menu.popupBelow(root)
+
+    onMenuAsked: menu.popup()
+
+    MenuLoader {
+        id: menu
+
+        menu: PathMenu {
+            owner: root.objectName
+            paths: root.rows
+            place: root.index
+            title: root.name
+        }
+    }
 
     RowLayout {
         id: line
