@@ -64,6 +64,7 @@ public:
         LeftoversRole,
         PathRole,  ///< of a row that stands for one file or folder; empty otherwise
         FilesRole, ///< it stands for files that can be shown in the file manager
+        ReturnableRole, ///< of a path in a Trash: it is known where it was
     };
 
     CleanupListModel(CleanerStore& store, Desktop& desktop, QObject* parent = nullptr);
@@ -101,6 +102,8 @@ public:
     Q_INVOKABLE void setExpanded(int row, bool expanded);
     /// Ticks or unticks every listed category and nothing else.
     Q_INVOKABLE virtual void setAllSelected(bool selected);
+    /// Puts a path of a Trash back where it was.
+    Q_INVOKABLE void putBack(int row);
     /// The row of the category that a row belongs to.
     Q_INVOKABLE [[nodiscard]] int headOf(int row) const;
 

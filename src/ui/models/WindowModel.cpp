@@ -232,12 +232,18 @@ bool WindowModel::removesForGood() const {
 }
 
 QStringList WindowModel::confirmationParts() const {
+    QStringList warning;
+    if (previewsClean()) {
+        if (const std::string why = store_.whyNoWayBack(module_); !why.empty()) {
+            warning << localised("无法撤销此次清理：%@", why);
+        }
+    }
     if (!removesForGood()) {
-        return {};
+        return warning;
     }
     const std::int64_t forGood = selectedBytesForGood();
     const std::int64_t toTrash = store_.selectedBytes(module_) - forGood;
-    QStringList parts;
+    QStringList parts = warning;
     if (toTrash > 0) {
         parts << localised("移到废纸篓：%@", byteCountText(toTrash));
     }
