@@ -45,6 +45,7 @@ WindowModel::WindowModel(CleanerStore& store, LanguageManager& languages, Deskto
       history_(store, desktop),
       restore_(store, desktop),
       decision_(store),
+      kept_(store, desktop),
       rootNotice_(desktop.runsAsRoot()) {
     memoryItems_.setModule(CleanerModule::memoryOptimization);
     startupExtras_.setModule(CleanerModule::performance);

@@ -5,6 +5,7 @@
 #include "Decision.h"
 #include "Desktop.h"
 #include "HistoryModel.h"
+#include "KeptListModel.h"
 #include "LanguageManager.h"
 #include "LargeFileListModel.h"
 #include "MemoryModel.h"
@@ -54,6 +55,7 @@ class WindowModel final : public QObject {
     Q_PROPERTY(vellmoor::ReportModel* report READ report CONSTANT FINAL)
     Q_PROPERTY(vellmoor::HistoryModel* history READ history CONSTANT FINAL)
     Q_PROPERTY(vellmoor::RestoreModel* restore READ restore CONSTANT FINAL)
+    Q_PROPERTY(vellmoor::KeptListModel* kept READ kept CONSTANT FINAL)
     Q_PROPERTY(vellmoor::Decision* decision READ decision CONSTANT FINAL)
 
     Q_PROPERTY(QString volumeLabel READ volumeLabel NOTIFY textsChanged FINAL)
@@ -119,6 +121,7 @@ public:
     [[nodiscard]] ReportModel* report() { return &report_; }
     [[nodiscard]] HistoryModel* history() { return &history_; }
     [[nodiscard]] RestoreModel* restore() { return &restore_; }
+    [[nodiscard]] KeptListModel* kept() { return &kept_; }
     [[nodiscard]] Decision* decision() { return &decision_; }
 
     [[nodiscard]] QString volumeLabel() const;
@@ -229,6 +232,7 @@ private:
     HistoryModel history_;
     RestoreModel restore_;
     Decision decision_;
+    KeptListModel kept_;
     bool rootNotice_;
     std::optional<StartupItem> changingStartup_;
     bool selectionChangePending_ = false;

@@ -28,6 +28,7 @@ import Vellmoor.Theme
 //   shortcuts, about, overview                                                            further sheets
 //   history.N, history.N.item.M, history.switch.N with .putBack, .finish, .expand, .toggle, .condition, .menu.putBack
 //   historyList, forgetHistory, historyProblem; decide.accept, decide.cancel, decide.message
+//   kept.N, kept.N.reveal, kept.N.offer, keptList, kept.done, keptButton
 //   restore.list, restore.showBoth.N, restore.done; closing.finish, closing.stop, closing.back; stopClean
 //   result.trashed, result.removed, result.freedNow, result.putBack, result.forGood, result.copyFailures
 //   result.title, result.openTrash, result.rescan, result.done, result.failures, result.noFailures, result.caches
@@ -64,6 +65,7 @@ Item {
             vm: root.vm
 
             onAboutAsked: sheets.showAbout()
+            onKeptAsked: sheets.showKept()
         }
 
         ColumnLayout {
