@@ -134,7 +134,8 @@ void CleanerStore::State::takeOutOfSmartScan(const ScanSnapshot& fresh, CleanerM
         return std::erase_if(item.targets, isGone) > 0 && item.targets.empty();
     });
     if (module == CleanerModule::largeFiles) {
-        std::erase_if(smart->second.fileCandidates, [&](const FileCandidate& file) { return !left.contains(file.url); });
+        std::erase_if(smart->second.fileCandidates,
+                      [&](const FileCandidate& file) { return !left.contains(file.url); });
     }
 }
 

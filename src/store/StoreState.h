@@ -129,7 +129,7 @@ struct CleanerStore::State {
     std::map<CleanerModule, CachedModuleState> cachedStates;
     /// Grows with every scan and every invalidation; what carries an older number is stale.
     std::uint64_t scanGeneration = 0;
-    bool scansAfterAction = false; ///< the running scan shows what an action left
+    bool scansAfterAction = false;           ///< the running scan shows what an action left
     std::shared_ptr<CancelToken> scanToken;  ///< of the running scan
     std::shared_ptr<CancelToken> cleanToken; ///< of the running clean, or of the last one
     QTimer memoryRefresh;

@@ -100,17 +100,23 @@ void MainWindow::followDesktop(Desktop& desktop) {
     desktop.whenActionFails([this](std::string_view key) { model_->showNotice(localised(key), true); });
 }
 
+bool MainWindow::isMaximised() const {
+    return window_->windowStates().testFlag(Qt::WindowMaximized);
+}
+
 void MainWindow::rememberIn(Desktop& desktop) {
     QObject::connect(&appearance_, &Appearance::choiceChanged, window_.get(),
                      [this, &desktop] { desktop.remember(themeSetting, appearance_.choice().toStdString()); });
     QObject::connect(model_.get(), &WindowModel::moduleChanged, window_.get(),
                      [this, &desktop] { desktop.remember(moduleSetting, model_->module().toStdString()); });
-    QObject::connect(window_.get(), &QWindow::visibleChanged, window_.get(), [this, &desktop](bool visible) {
-        if (!visible && window_->visibility() != QWindow::Maximized) {
-            const QString size = QStringLiteral("%1x%2").arg(window_->width()).arg(window_->height());
-            desktop.remember(sizeSetting, size.toStdString());
-        }
-    });
+    // Only what the user changed is worth a file.
+    QObject::connect(window_.get(), &QWindow::visibleChanged, window_.get(),
+                     [this, &desktop, first = window_->size()](bool visible) {
+                         if (!visible && window_->size() != first && !isMaximised()) {
+                             const QString size = QStringLiteral("%1x%2").arg(window_->width()).arg(window_->height());
+                             desktop.remember(sizeSetting, size.toStdString());
+                         }
+                     });
 }
 
 void MainWindow::fill(QQmlEngine& engine, CleanerStore& store, LanguageManager& languages, Desktop& desktop,

@@ -65,6 +65,7 @@ private:
     void layGround();
     void followDesktop(Desktop& desktop);
     void rememberIn(Desktop& desktop);
+    [[nodiscard]] bool isMaximised() const;
 
     Appearance appearance_;
     Desktop* desktop_ = nullptr;         ///< that is listened to
