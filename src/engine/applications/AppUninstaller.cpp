@@ -137,7 +137,7 @@ std::vector<ApplicationMetadata> removableApplications(EngineContext& context) {
 std::vector<CleanupItem> applicationItems(EngineContext& context) {
     const std::vector<ApplicationMetadata> applications = removableApplications(context);
     const LeftoverFinder leftovers(context, applications);
-    const RunningPrograms running(context);
+    const RunningPrograms running(context, LinuxProcesses::of(context));
 
     std::vector<std::pair<ApplicationScan, bool>> scans;
     for (std::size_t i = 0; i < applications.size(); ++i) {
