@@ -21,6 +21,7 @@ void CleanerStore::scan(CleanerModule module, bool clearsReport) {
     }
     const State::Update update(*state_);
     const std::uint64_t generation = ++state_->scanGeneration;
+    state_->scansAfterAction = !clearsReport;
     state_->persistShownResults();
     state_->set(state_->activeModule, module, State::ActiveModule);
     state_->scannedModule = module;
