@@ -1,3 +1,5 @@
+import QtQuick
+
 // The usual text.
 Words {
 }

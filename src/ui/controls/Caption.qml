@@ -1,3 +1,4 @@
+import QtQuick
 import Vellmoor.Theme
 
 // What is of less weight.
