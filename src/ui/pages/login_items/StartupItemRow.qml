@@ -34,7 +34,7 @@ RowFrame {
     Accessible.role: Accessible.ListItem
     ListView.onPooled: visible = false
     ListView.onReused: visible = true
-    help: heading.truncated ? name : ""
+    help: heading.truncated || place.truncated ? name + "\n" + location : ""
     implicitHeight: Math.max(60, line.implicitHeight + 12)
     objectName: "startup." + index
 
@@ -78,6 +78,8 @@ RowFrame {
             }
 
             Caption {
+                id: place
+
                 Layout.fillWidth: true
                 elide: Text.ElideMiddle
                 text: root.location
