@@ -23,11 +23,6 @@ RowLayout {
         id: hover
     }
 
-    HelpTip {
-        shown: hover.hovered && (heading.truncated || place.truncated)
-        text: root.location + "/" + root.name
-    }
-
     SymbolTile {
         size: 30
         symbol: root.symbol
@@ -44,6 +39,11 @@ RowLayout {
             Layout.fillWidth: true
             elide: Text.ElideMiddle
             text: root.name
+
+            HelpTip {
+                shown: hover.hovered && (heading.truncated || place.truncated)
+                text: root.location + "/" + root.name
+            }
         }
 
         Caption {
