@@ -73,11 +73,12 @@ Journey::~Journey() {
     engine.reset();
 }
 
-void Journey::open() {
+void Journey::open(QSize size) {
     auto loaded = loadMainWindow(*engine, *store, *languages, desktop);
     ASSERT_TRUE(loaded.has_value()) << loaded.error();
     window = std::move(*loaded);
-    window->window().resize(1080, 720);
+    window->window().setMinimumSize(size.boundedTo(window->window().minimumSize()));
+    window->window().resize(size);
     window->window().show();
     window->window().requestActivate();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window->window(), patienceMs));
