@@ -128,7 +128,7 @@ bool CleanerStore::isScanning() const {
     return state_->isScanning;
 }
 CleanerModule CleanerStore::scannedModule() const {
-    return state_->scannedModule;
+    return state_->lastScanned;
 }
 bool CleanerStore::isCleaning() const {
     return state_->isCleaning;

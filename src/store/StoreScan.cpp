@@ -24,7 +24,7 @@ void CleanerStore::scan(CleanerModule module, bool clearsReport) {
     state_->scansAfterAction = !clearsReport;
     state_->persistShownResults();
     state_->set(state_->activeModule, module, State::ActiveModule);
-    state_->scannedModule = module;
+    state_->lastScanned = module;
     state_->set(state_->isScanning, true, State::Scanning);
     if (clearsReport) {
         state_->set(state_->latestReport, {}, State::Report);

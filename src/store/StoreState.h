@@ -120,7 +120,7 @@ struct CleanerStore::State {
     double scanProgress = 0;
     std::string scanStage;
     bool isScanning = false;
-    CleanerModule scannedModule = CleanerModule::smartScan;
+    CleanerModule lastScanned = CleanerModule::smartScan;
     bool isCleaning = false;
     std::string statusMessage;
     std::string lastScanLabel;
