@@ -119,6 +119,13 @@ constexpr auto linuxTable = std::to_array<LinuxTextEntry>({
     {"已折叠", "collapsed", ""},
     {"许可证", "Licences", ""},
     {"%@ · 永久删除", "%@ · For Good", ""},
+    {"此位置本身从不会被移除，只能保留其中的项目", "This place itself is never removed; only what lies in it can be kept", ""},
+    {"其中有你保留的项目，而它只能整体移除", "holds something that you keep, and can only go as a whole", ""},
+    {"，其中有你保留的项目", ", holds something that you keep", ""},
+    {"其中有你保留的项目", "holds something that you keep", ""},
+    {"你要求保留此项目", "is one of your kept items", ""},
+    {"无法读取保留列表：%@", "the list of kept items cannot be read: %@", ""},
+    {"%@，所有网站的都会移除", "%@; those of all sites go", ""},
 });
 // clang-format on
 

@@ -105,6 +105,7 @@ void CleanRun::cleanRow(const CleanPlan::Row& row) {
     rowKept_.reset();
     askedApplication_.reset();
     owners_.refresh();
+    kept_ = KeptPaths::read(platform_, context_.layout());
     for (const CleanupTarget& target : row.targets) {
         Answer answer = remove(row, target);
         const bool stays = answer.fate == CleanupFate::Kept || answer.fate == CleanupFate::Failed;
@@ -127,6 +128,9 @@ CleanRun::Answer CleanRun::remove(const CleanPlan::Row& row, const CleanupTarget
     if (reason) {
         return {.fate = CleanupFate::Failed, .reason = std::move(*reason), .place = {}, .note = ""};
     }
+    if (std::optional<Answer> kept = keptBack(path)) {
+        return *std::move(kept);
+    }
     if (!rowKept_) {
         if (const std::optional<std::string> user = runningUser(row, path)) {
             std::string kept = L::tr("%@ 正在运行，已保留", *user);
@@ -143,6 +147,22 @@ CleanRun::Answer CleanRun::remove(const CleanPlan::Row& row, const CleanupTarget
             .fate = isThere ? CleanupFate::Kept : CleanupFate::Vanished, .reason = *rowKept_, .place = {}, .note = ""};
     }
     return removeExisting(target, path);
+}
+
+std::optional<CleanRun::Answer> CleanRun::keptBack(const Path& path) const {
+    const auto answer = [](CleanupFate fate, std::string reason) {
+        return Answer{.fate = fate, .reason = std::move(reason), .place = {}, .note = ""};
+    };
+    if (!kept_) {
+        return answer(CleanupFate::Failed, L::tr("无法读取保留列表：%@", kept_.error()));
+    }
+    if (kept_->covers(platform_, path)) {
+        return answer(CleanupFate::Kept, L::tr("你要求保留此项目"));
+    }
+    if (kept_->liesBelow(platform_, path)) {
+        return answer(CleanupFate::Kept, L::tr("其中有你保留的项目"));
+    }
+    return std::nullopt;
 }
 
 /// The application that uses the path now, if one runs: asked at the start of a row and again each second.
