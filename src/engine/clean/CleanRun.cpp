@@ -150,19 +150,18 @@ CleanRun::Answer CleanRun::remove(const CleanPlan::Row& row, const CleanupTarget
 }
 
 std::optional<CleanRun::Answer> CleanRun::keptBack(const Path& path) const {
-    const auto answer = [](CleanupFate fate, std::string reason) {
-        return Answer{.fate = fate, .reason = std::move(reason), .place = {}, .note = ""};
-    };
+    Answer answer{.fate = CleanupFate::Kept, .reason = "", .place = {}, .note = ""};
     if (!kept_) {
-        return answer(CleanupFate::Failed, L::tr("无法读取保留列表：%@", kept_.error()));
+        answer = {.fate = CleanupFate::Failed,
+                  .reason = L::tr("无法读取保留列表：%@", kept_.error()),
+                  .place = {},
+                  .note = ""};
+    } else if (kept_->covers(platform_, path)) {
+        answer.reason = L::tr("你要求保留此项目");
+    } else if (kept_->liesBelow(platform_, path)) {
+        answer.reason = L::tr("其中有你保留的项目");
     }
-    if (kept_->covers(platform_, path)) {
-        return answer(CleanupFate::Kept, L::tr("你要求保留此项目"));
-    }
-    if (kept_->liesBelow(platform_, path)) {
-        return answer(CleanupFate::Kept, L::tr("其中有你保留的项目"));
-    }
-    return std::nullopt;
+    return answer.reason.empty() || !platform_.exists(path) ? std::nullopt : std::optional(std::move(answer));
 }
 
 /// The application that uses the path now, if one runs: asked at the start of a row and again each second.
