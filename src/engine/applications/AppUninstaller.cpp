@@ -92,7 +92,8 @@ CleanupItem applicationItem(EngineContext& context, const ApplicationScan& scan,
     item.files = checkedAdd(scan.appStats.files, scan.residualStats.files);
     item.symbol = "app.dashed";
     item.tint = Tint::orange;
-    item.isCleanable = !isRunning && scan.heldBack.empty() && (scan.kind != ApplicationKind::Flatpak || flatpakTool(context));
+    item.isCleanable =
+        !isRunning && scan.heldBack.empty() && (scan.kind != ApplicationKind::Flatpak || flatpakTool(context));
     item.risk = item.isCleanable ? CleanupRisk::high : CleanupRisk::previewOnly;
     item.appInfo = AppCleanupInfo{.bundleIdentifier = scan.bundleIdentifier,
                                   .appPath = scan.appURL.string(),

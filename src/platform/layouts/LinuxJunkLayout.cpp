@@ -205,8 +205,8 @@ std::vector<RootPattern> logs(const LinuxEnvironment& env, const fs::path& root)
 
 std::vector<fs::path> linuxWholeFolders(const LinuxEnvironment& env) {
     Patterns roots(env);
-    addGoModules(env, roots); // read-only folders: nothing can be moved out of them
-    addPnpmStore(roots);      // files shared by hard links, with an index beside them
+    addGoModules(env, roots);                              // read-only folders: nothing can be moved out of them
+    addPnpmStore(roots);                                   // files shared by hard links, with an index beside them
     roots.folders(roots.cache(), {"bazel", "pre-commit"}); // read-only trees; clones that a database lists
     std::vector<fs::path> folders;
     for (const RootPattern& pattern : roots.list()) {

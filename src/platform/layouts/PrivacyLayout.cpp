@@ -58,8 +58,7 @@ TraceCategory downloads(std::string_view description, Paths paths) {
 }
 
 TraceCategory cookies(Paths paths) {
-    return {"cookies",         "Cookie", "登录会话和站点 Cookie", "%@，所有网站的都会移除",
-            CleanupRisk::high, std::move(paths), {}};
+    return {"cookies", "Cookie", "登录会话和站点 Cookie", {}, CleanupRisk::high, std::move(paths), {}};
 }
 
 TraceCategory cache(Paths paths) {
@@ -198,6 +197,11 @@ PrivacyLayout linuxPrivacyLayout(const LinuxEnvironment& environment, std::uint3
     PrivacyLayout layout{{}, true};
     for (LinuxBrowser& browser : linuxBrowsers(environment)) {
         auto [search, categories] = tracesOf(browser.family);
+        for (TraceCategory& category : categories) {
+            if (category.key == "cookies") {
+                category.note = "%@（所有网站）"; // which sites there are, only the browser's database tells
+            }
+        }
         layout.browsers.push_back({std::move(browser.name), std::move(browser.tokens), std::move(browser.symbol),
                                    browser.tint, search, std::move(browser.folders), std::move(categories)});
     }

@@ -90,7 +90,7 @@ struct SystemLayout {
     const FileKinds* fileKinds = nullptr;
     /// Extension (lower case) and symbol; the first match wins.
     std::vector<std::pair<std::vector<std::string>, std::string>> symbols;
-    std::vector<JunkCategory> junk;               ///< user caches, logs, developer caches, in this order
+    std::vector<JunkCategory> junk; ///< user caches, logs, developer caches, in this order
     /// Folders of which a part is of no use, or cannot be taken out: what holds something that the user keeps stays.
     std::vector<std::filesystem::path> wholeFolders;
     std::vector<std::string> installerExtensions; ///< of what counts as a download leftover; lower case

@@ -99,8 +99,7 @@ TEST_P(Keeping, PlacesBelowAFolderAreSpelledAsAWalkFromItMeetsThem) {
     home_.file("real/data/file");
     home_.link(home_.place("real"), "alias");
     ASSERT_TRUE(keepPath(home_.place("real/data/file")));
-    EXPECT_THAT(list().placesBelow(home_.platform, home_.home / "alias"),
-                ElementsAre(home_.home / "alias/data/file"));
+    EXPECT_THAT(list().placesBelow(home_.platform, home_.home / "alias"), ElementsAre(home_.home / "alias/data/file"));
     EXPECT_THAT(list().placesBelow(home_.platform, home_.place("real/data/file")), IsEmpty());
 }
 

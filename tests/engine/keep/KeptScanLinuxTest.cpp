@@ -80,7 +80,8 @@ TEST_F(KeptInScans, AFolderThatHoldsAKeptPathIsSplitAlongThatPathOnly) {
                 UnorderedElementsAre(".cache/app/deep/goes", ".cache/app/.hidden", ".cache/app/untouched"));
     EXPECT_EQ(item.bytes, 3 * kilobyte);
     EXPECT_TRUE(std::ranges::all_of(item.targets, &CleanupTarget::isSelected));
-    EXPECT_TRUE(std::ranges::all_of(item.targets, [](const CleanupTarget& target) { return target.identity.has_value(); }));
+    EXPECT_TRUE(
+        std::ranges::all_of(item.targets, [](const CleanupTarget& target) { return target.identity.has_value(); }));
 }
 
 TEST_F(KeptInScans, APathThatIsKeptByAnotherNameIsKept) {
@@ -176,7 +177,7 @@ TEST_F(KeptInScans, ACategoryWhoseOnlyTraceIsKeptIsNotListed) {
 TEST_F(KeptInScans, TheRowOfCookiesSaysThatAllGo) {
     home.file(".config/chromium/Default/Preferences");
     home.file(".config/chromium/Default/Cookies");
-    EXPECT_THAT(row(CleanerModule::privacy, "privacy/chromium/cookies").description, HasSubstr("those of all sites go"));
+    EXPECT_THAT(row(CleanerModule::privacy, "privacy/chromium/cookies").description, HasSubstr("(of all sites)"));
 }
 
 TEST_F(KeptInScans, AnItemOfTheTrashIsNeverSplit) {
