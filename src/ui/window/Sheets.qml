@@ -53,6 +53,10 @@ Item {
         open(help, "AboutSheet.qml", {});
     }
 
+    function showKept(): void {
+        open(help, "KeptSheet.qml", {});
+    }
+
     function showOverview(): void {
         open(help, "OverviewSheet.qml", {});
     }
