@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <set>
 
 namespace vellmoor {
 
@@ -132,19 +133,33 @@ void CleanerStore::State::showOwnResults() {
     }
 }
 
-/// What was found anew in a module is no longer what Smart Scan found there: cleaned rows must not be offered again.
-void CleanerStore::State::renewInSmartScan(const CachedModuleState& fresh, CleanerModule module) {
+/// What a clean of `module` took must not be offered by Smart Scan's result, which may be shown again.
+void CleanerStore::State::takeOutOfSmartScan(const ScanSnapshot& fresh, CleanerModule module) {
     const auto smart = cachedStates.find(CleanerModule::smartScan);
     if (smart == cachedStates.end()) {
         return;
     }
+    std::set<std::filesystem::path> left;
+    for (const CleanupItem& item : fresh.cleanupItems) {
+        for (const CleanupTarget& target : item.targets) {
+            left.insert(target.url);
+        }
+    }
     std::vector<CleanupItem>& items = smart->second.cleanupItems;
-    const auto ofModule = [module](const CleanupItem& item) { return item.module == module; };
-    const auto place = std::ranges::find_if(items, ofModule) - items.begin();
-    std::erase_if(items, ofModule);
-    items.insert(items.begin() + place, fresh.cleanupItems.begin(), fresh.cleanupItems.end());
+    std::erase_if(items, [&](CleanupItem& item) {
+        const auto isGone = [&](const CleanupTarget& target) {
+            if (item.module != module || left.contains(target.url)) {
+                return false;
+            }
+            item.bytes -= target.bytes;
+            item.files -= target.files;
+            return true;
+        };
+        return std::erase_if(item.targets, isGone) > 0 && item.targets.empty();
+    });
     if (module == CleanerModule::largeFiles) {
-        smart->second.fileCandidates = fresh.fileCandidates;
+        std::erase_if(smart->second.fileCandidates,
+                      [&](const FileCandidate& file) { return !left.contains(file.url); });
     }
 }
 
@@ -152,7 +167,9 @@ void CleanerStore::State::cache(const ScanSnapshot& snapshot, CleanerModule scan
     const bool isSmartScan = scannedModule == CleanerModule::smartScan;
     const CachedModuleState whole{snapshot, clock(), isSmartScan ? L::tr("智能扫描") : L::tr("单独扫描")};
     if (!isSmartScan) {
-        renewInSmartScan(whole, scannedModule);
+        if (scansAfterAction) {
+            takeOutOfSmartScan(snapshot, scannedModule);
+        }
         cachedStates.insert_or_assign(scannedModule, whole);
         return;
     }

@@ -150,6 +150,7 @@ void Journey::show(CleanerModule module) {
 void Journey::scan() {
     click(QStringLiteral("scanButton"));
     waitFor("the end of the scan", [&] { return !store->isScanning() && store->scanProgress() == 1.0; });
+    settle();
 }
 
 void Journey::askClean() {
@@ -168,6 +169,7 @@ void Journey::clean() {
 void Journey::waitForReport() {
     waitFor("the report", [&] { return store->latestReport().has_value(); });
     waitFor("the rescan", [&] { return !store->isCleaning() && !store->isScanning(); });
+    settle();
 }
 
 int Journey::listed(const std::string& title) const {

@@ -51,6 +51,7 @@ RowFrame {
                     id: heading
 
                     Layout.fillWidth: true
+                    elide: Text.ElideMiddle
                     font.weight: Font.DemiBold
                     text: root.row.title
                 }

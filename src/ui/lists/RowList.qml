@@ -64,7 +64,7 @@ ListView {
             menuWanted();
         else if (plain && keys[event.key])
             keys[event.key]();
-        else if (plain && event.text.trim() !== "")
+        else if (plain && /^[^\x00-\x20\x7f]/.test(event.text))
             type(event.text);
         else
             return;

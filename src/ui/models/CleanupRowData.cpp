@@ -68,7 +68,7 @@ QVariant CleanupListModel::data(const QModelIndex& index, int role) const {
         return index.row() + 1 == rowCount();
     }
     if (role == CleanableRole) {
-        return item.isCleanable;
+        return item.isCleanable && (row->part < 0 || item.targets.at(static_cast<std::size_t>(row->part)).mayGo());
     }
     if (role == RiskRole) {
         return toQt(rawValue(item.risk));
@@ -162,8 +162,8 @@ QVariant CleanupListModel::targetData(const KeyedRow& row, const CleanupItem& it
     case PathRole:
         return pathText(target);
     case DetailRole:
-        return target.isFromClean ? toQt(target.location) + QStringLiteral(" · ") + localised("来自清理，可放回")
-                                  : toQt(target.location);
+        return toQt(target.heldBack.empty() ? target.location : target.location + " · " + target.heldBack) +
+               (target.isFromClean ? QStringLiteral(" · ") + localised("来自清理，可放回") : QString());
     case ReturnableRole:
         return target.origin.has_value();
     case AmountRole:

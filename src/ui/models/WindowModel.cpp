@@ -65,7 +65,13 @@ void WindowModel::connectStore() {
     connect(&store_, &CleanerStore::permissionHintsChanged, this, &WindowModel::limitationChanged);
     connect(&question_, &Question::switchAgreed, this, &WindowModel::switchStartupItem);
     connect(&store_, &CleanerStore::quitAnswered, this, &WindowModel::showNotice);
-    connect(&store_, &CleanerStore::actionFailureChanged, this, &WindowModel::actionFailureChanged);
+    connect(&store_, &CleanerStore::actionFailureChanged, this, [this] {
+        // Login items say it beside their list.
+        if (!store_.actionFailure().empty() && module_ != CleanerModule::performance) {
+            showNotice(actionFailure(), true);
+        }
+        Q_EMIT actionFailureChanged();
+    });
     connect(&restore_, &RestoreModel::succeeded, this, [this](const QString& text) { showNotice(text, false); });
     connect(&store_, &CleanerStore::isScanningChanged, this, [this] {
         noteScan();

@@ -152,6 +152,10 @@ void MainWindow::followDesktop(Desktop& desktop) {
     desktop.whenActionFails([this](std::string_view key) { model_->showNotice(localised(key), true); });
 }
 
+bool MainWindow::isMaximised() const {
+    return window_->windowStates().testFlag(Qt::WindowMaximized);
+}
+
 void MainWindow::rememberIn(Desktop& desktop) {
     QObject::connect(&appearance_, &Appearance::choiceChanged, window_.get(),
                      [this, &desktop] { desktop.remember(themeSetting, appearance_.choice().toStdString()); });
@@ -161,16 +165,22 @@ void MainWindow::rememberIn(Desktop& desktop) {
     rememberLists(desktop);
 }
 
+/// Only what the user changed is worth a file.
 void MainWindow::rememberWindow(Desktop& desktop) {
-    QObject::connect(window_.get(), &QWindow::visibleChanged, window_.get(), [this, &desktop](bool visible) {
-        if (visible || window_->windowStates().testFlag(Qt::WindowMaximized)) {
-            return;
-        }
-        const QString size = QStringLiteral("%1x%2").arg(window_->width()).arg(window_->height());
-        desktop.remember(sizeSetting, size.toStdString());
-        const QPoint place = window_->framePosition();
-        desktop.remember(placeSetting, QStringLiteral("%1,%2").arg(place.x()).arg(place.y()).toStdString());
-    });
+    QObject::connect(
+        window_.get(), &QWindow::visibleChanged, window_.get(),
+        [this, &desktop, size = window_->size(), place = window_->framePosition()](bool visible) {
+            if (visible || isMaximised()) {
+                return;
+            }
+            if (window_->size() != size) {
+                const QString text = QStringLiteral("%1x%2").arg(window_->width()).arg(window_->height());
+                desktop.remember(sizeSetting, text.toStdString());
+            }
+            if (const QPoint now = window_->framePosition(); now != place) {
+                desktop.remember(placeSetting, QStringLiteral("%1,%2").arg(now.x()).arg(now.y()).toStdString());
+            }
+        });
 }
 
 void MainWindow::rememberLists(Desktop& desktop) {
@@ -181,7 +191,11 @@ void MainWindow::rememberLists(Desktop& desktop) {
     }
     for (CleanupListModel* list : {model_->items(), static_cast<CleanupListModel*>(model_->largeFiles())}) {
         QObject::connect(list, &CleanupListModel::filterChanged, window_.get(), [list, &desktop] {
-            desktop.remember(listSetting(list->module()), list->choiceText().toStdString());
+            const std::string name = listSetting(list->module());
+            const std::string choice = list->choiceText().toStdString();
+            if (choice != desktop.remembered(name).value_or("all given")) {
+                desktop.remember(name, choice);
+            }
         });
     }
 }

@@ -80,6 +80,7 @@ private:
     void rememberIn(Desktop& desktop);
     void rememberWindow(Desktop& desktop);
     void rememberLists(Desktop& desktop);
+    [[nodiscard]] bool isMaximised() const;
 
     Appearance appearance_;
     Desktop* desktop_ = nullptr;         ///< that is listened to

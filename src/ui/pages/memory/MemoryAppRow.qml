@@ -23,7 +23,7 @@ RowFrame {
     Accessible.name: name + " " + memory
     Accessible.role: Accessible.ListItem
     help: heading.truncated ? name : ""
-    implicitHeight: Math.max(46, line.implicitHeight + 8)
+    implicitHeight: Math.max(42, line.implicitHeight + 4)
     objectName: "memoryApp." + index
 
     Keys.onMenuPressed: menu.popupBelow(root)
