@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CleanupItem.h"
+#include "KeptItem.h"
 #include "ScanSnapshot.h"
 #include "service/CleanerService.h"
 
@@ -8,6 +9,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -58,6 +60,8 @@ public:
     /// Why the last action failed as a whole; it outlives the scan that follows an action, whose messages replace
     /// statusMessage. Empty when it did not, and once the user goes on: another action, module or scan of theirs.
     [[nodiscard]] const std::string& actionFailure() const;
+    /// What is never offered again, in the order in which it was added, as last read.
+    [[nodiscard]] const std::vector<KeptItem>& keptItems() const;
     /// Whether `module` has a result (fresh or cached) rather than its not-scanned state.
     [[nodiscard]] bool hasResult(CleanerModule module) const;
 
@@ -119,6 +123,13 @@ public:
     /// The result sheet was closed.
     void clearReport();
 
+    // What is never offered again. The list is read and written aside; a failure is an actionFailure.
+    void loadKept();
+    /// What is kept leaves the shown and the cached results; what holds some of it is held back until the next scan.
+    void keep(const std::vector<std::filesystem::path>& paths);
+    /// The next scan lists it again.
+    void offerAgain(const std::filesystem::path& path);
+
 Q_SIGNALS:
     void activeModuleChanged();
     /// The rows were replaced as a whole.
@@ -143,6 +154,7 @@ Q_SIGNALS:
     /// The application cannot be asked to quit, and was sent nothing: it can only be ended, with a loss.
     void endOffered(const vellmoor::MemoryApp& app);
     void actionFailureChanged();
+    void keptItemsChanged();
 
 private:
     struct State;

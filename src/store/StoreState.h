@@ -36,6 +36,7 @@ struct CleanerStore::State {
         LastScan,
         Report,
         ActionFailure,
+        Kept,
         FieldCount,
     };
 
@@ -104,6 +105,11 @@ struct CleanerStore::State {
     void showQuitOutcome(const MemoryApp& app, QuitOutcome outcome);
     void refreshMemoryAfterAppChange();
 
+    // What is never offered again
+    using ListChange = std::function<Outcome(CleanerService&)>;
+    void changeKept(const ListChange& change, std::function<void()> changed);
+    void leaveOut(const std::vector<Path>& kept);
+
     // Selection
     [[nodiscard]] CleanupItem* editableItem(int index);
 
@@ -125,6 +131,8 @@ struct CleanerStore::State {
     std::string lastScanLabel;
     std::optional<CleanupReport> latestReport;
     std::string actionFailure;
+    std::vector<KeptItem> keptItems;
+    std::vector<Path> keptMeanwhile; ///< since the running scan began, which may list it
 
     std::map<CleanerModule, CachedModuleState> cachedStates;
     /// Grows with every scan and every invalidation; what carries an older number is stale.

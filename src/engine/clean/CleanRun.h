@@ -6,9 +6,11 @@
 #include "clean/CleanPlan.h"
 #include "clean/RunningOwners.h"
 #include "clean/TrashedPaths.h"
+#include "keep/KeptPaths.h"
 #include "scan/EngineContext.h"
 
 #include <chrono>
+#include <expected>
 #include <memory>
 #include <optional>
 #include <string>
@@ -55,6 +57,8 @@ private:
     Answer removeExisting(const Subject& subject);
     Answer removeFlatpak(const Subject& subject);
     [[nodiscard]] std::optional<std::string> runningUser(const Subject& subject);
+    /// What the list of kept paths says of a target, whatever its row says.
+    [[nodiscard]] std::optional<Answer> keptBack(const Path& path) const;
     [[nodiscard]] std::optional<std::string> refusal(const Subject& subject) const;
     void record(const CleanupTarget& target, Answer answer);
     void note(std::string line);
@@ -64,6 +68,7 @@ private:
     const Platform& platform_;
     std::chrono::milliseconds settle_;
     PathGuard guard_;
+    std::expected<KeptPaths, std::string> kept_; ///< as it was when the current row began
     std::unique_ptr<const TrashedPaths> trashed_;
     std::unique_ptr<TrashSession> session_;
     RunningOwners owners_;

@@ -2,6 +2,7 @@
 
 #include "ByteCount.h"
 #include "Paths.h"
+#include "PercentText.h"
 #include "Platform.h"
 #include "ScanSnapshot.h"
 #include "scan/DeepWalk.h"
@@ -70,7 +71,7 @@ bool isLarger(const ScannedPath& a, const ScannedPath& b) {
     return a.bytes != b.bytes ? a.bytes > b.bytes : a.url < b.url; // the path only makes the order repeatable
 }
 
-void collect(const EngineContext& context, const Root& root, std::vector<ScannedPath>& all) {
+void collect(EngineContext& context, const Root& root, std::vector<ScannedPath>& all) {
     const Platform& platform = context.platform();
     if (DeepScanFilter(platform, context.layout(), root.path).excludesAll()) {
         return;
@@ -101,6 +102,7 @@ void keepLargest(std::vector<ScannedPath>& paths, std::size_t limit) {
 CleanupItem row(EngineContext& context, const ScannedPath& file) {
     CleanupItem item;
     item.module = CleanerModule::largeFiles;
+    item.key = percentEncoded(file.url.native());
     item.title = displayName(file.url);
     item.description = displayPath(context.layout(), file.url.parent_path());
     item.bytes = file.bytes;

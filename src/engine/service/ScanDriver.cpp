@@ -90,8 +90,8 @@ std::int64_t entryCount(const EngineContext& context, const Path& folder) {
 std::int64_t cleanableBytes(const std::vector<CleanupItem>& items, bool onDisksOnly) {
     std::int64_t sum = 0;
     for (const CleanupItem& item : items) {
-        if (item.isCleanable && !(onDisksOnly && item.module == CleanerModule::memoryOptimization)) {
-            sum = checkedAdd(sum, item.bytes);
+        if (!(onDisksOnly && item.module == CleanerModule::memoryOptimization)) {
+            sum = checkedAdd(sum, item.cleanableBytes());
         }
     }
     return sum;

@@ -3,7 +3,7 @@
 #include <chrono>
 #include <optional>
 
-namespace vellmoor::probe {
+namespace vellmoor::terminal {
 
 namespace {
 
@@ -61,17 +61,16 @@ Json json(const CleanupTarget& target) {
             {"name", target.name},         {"location", target.location},
             {"bytes", target.bytes},       {"files", target.files},
             {"modified", target.modified}, {"modifiedAt", json(target.modifiedAt)},
-            {"symbol", target.symbol},     {"isSelected", target.isSelected}};
+            {"symbol", target.symbol},     {"isSelected", target.isSelected},
+            {"heldBack", target.heldBack}};
 }
 
 Json json(const CleanupItem& item) {
-    return {{"id", item.id.text()},          {"module", rawValue(item.module)},
-            {"title", item.title},           {"description", item.description},
-            {"bytes", item.bytes},           {"files", item.files},
-            {"symbol", item.symbol},         {"tint", tintName(item.tint)},
-            {"risk", rawValue(item.risk)},   {"isCleanable", item.isCleanable},
-            {"appInfo", json(item.appInfo)}, {"isSelected", item.isSelected},
-            {"targets", json(item.targets)}};
+    return {{"id", item.id.text()},          {"module", rawValue(item.module)}, {"key", item.key},
+            {"title", item.title},           {"description", item.description}, {"bytes", item.bytes},
+            {"files", item.files},           {"symbol", item.symbol},           {"tint", tintName(item.tint)},
+            {"risk", rawValue(item.risk)},   {"isCleanable", item.isCleanable}, {"appInfo", json(item.appInfo)},
+            {"isSelected", item.isSelected}, {"targets", json(item.targets)}};
 }
 
 Json json(const FileCandidate& candidate) {
@@ -171,4 +170,4 @@ std::string text(const Json& value, int indent) {
     return value.dump(indent, ' ', false, Json::error_handler_t::replace);
 }
 
-} // namespace vellmoor::probe
+} // namespace vellmoor::terminal

@@ -10,11 +10,12 @@
 #include <cstdint>
 #include <vector>
 
-namespace vellmoor::probe {
+namespace vellmoor::terminal {
 namespace {
 
-constexpr std::size_t rowsShown = 12; ///< of one module
+constexpr std::size_t rowsShown = 12; ///< of one module, for somebody who only looks
 constexpr std::size_t barCells = 40;
+constexpr std::size_t wholePath = 4096;
 
 /// A text of the report itself; the window has no use for it.
 std::string say(const char* english, const char* chinese) {
@@ -67,15 +68,16 @@ std::int64_t sumOf(const std::vector<const CleanupItem*>& rows) {
 /// The rows of one module: those shown, and how many lines of the common table they take.
 struct ModuleRows {
     CleanerModule module;
+    std::size_t most;
     std::vector<const CleanupItem*> rows;
 
-    [[nodiscard]] std::size_t shown() const { return std::min(rows.size(), rowsShown); }
+    [[nodiscard]] std::size_t shown() const { return std::min(rows.size(), most); }
 };
 
-std::vector<ModuleRows> rowsByModule(const ScanSnapshot& snapshot) {
+std::vector<ModuleRows> rowsByModule(const ScanSnapshot& snapshot, std::size_t most) {
     std::vector<ModuleRows> groups;
     for (const CleanerModule module : allCleanerModules) {
-        ModuleRows group{module, {}};
+        ModuleRows group{module, most, {}};
         for (const CleanupItem& item : snapshot.cleanupItems) {
             if (item.module == module) {
                 group.rows.push_back(&item);
@@ -94,14 +96,29 @@ std::string remainder(const ModuleRows& group) {
     return "     … " + std::to_string(rest.size()) + say(" more rows, ", " 行未列出，") + byteCountText(sumOf(rest));
 }
 
-void writeModules(Page& page, const ScanSnapshot& snapshot) {
-    const std::vector<ModuleRows> groups = rowsByModule(snapshot);
+void writeHeldBack(Page& page, const CleanupItem& row) {
+    for (const CleanupTarget& target : row.targets) {
+        if (!target.mayGo()) {
+            page.line("     " + fitted(target.url.native(), wholePath) + ": " + target.heldBack);
+        }
+    }
+}
+
+void writeModules(Page& page, const ScanSnapshot& snapshot, bool isForCleaning) {
+    const std::vector<ModuleRows> groups =
+        rowsByModule(snapshot, isForCleaning ? snapshot.cleanupItems.size() : rowsShown);
     TextTable table( // one for all modules, so that they line up
-        {{Side::Left, 3}, {Side::Left, 34}, {Side::Right, 10}, {Side::Right, 16}, {Side::Left, 12}, {Side::Left, 70}});
+        {{Side::Left, 3},
+         {Side::Left, 34},
+         {Side::Right, 10},
+         {Side::Right, 16},
+         {Side::Left, 12},
+         {Side::Left, isForCleaning ? wholePath : std::size_t{70}}});
     for (const ModuleRows& group : groups) {
         for (std::size_t index = 0; index < group.shown(); ++index) {
             const CleanupItem& row = *group.rows[index];
-            table.add({mark(row), row.title, row.sizeText(), fileCount(row.files), title(row.risk), row.description});
+            table.add({mark(row), row.title, row.sizeText(), fileCount(row.files), title(row.risk),
+                       isForCleaning ? row.key : row.description});
         }
     }
     const std::vector<std::string> lines = table.lines();
@@ -110,6 +127,9 @@ void writeModules(Page& page, const ScanSnapshot& snapshot) {
         page.heading(title(group.module) + " · " + byteCountText(sumOf(group.rows)));
         for (std::size_t index = 0; index < group.shown(); ++index) {
             page.line(*line++);
+            if (isForCleaning) {
+                writeHeldBack(page, *group.rows[index]);
+            }
         }
         if (group.shown() < group.rows.size()) {
             page.line(remainder(group));
@@ -121,7 +141,7 @@ void writeTotals(Page& page, const ScanSnapshot& snapshot) {
     std::int64_t cleanable = 0;
     std::int64_t selected = 0;
     for (const CleanupItem& item : snapshot.cleanupItems) {
-        cleanable = checkedAdd(cleanable, item.isCleanable ? item.bytes : 0);
+        cleanable = checkedAdd(cleanable, item.cleanableBytes());
         selected = checkedAdd(selected, item.selectedBytes());
     }
     page.heading(say("Together", "合计"));
@@ -195,13 +215,15 @@ void writePermissions(Page& page, const ScanSnapshot& snapshot) {
 std::string report(const ScanSnapshot& snapshot, const ReportOptions& options) {
     Page page(options.isBold);
     page.heading("Vellmoor · " + title(options.module) + " · " + options.home);
-    writeModules(page, snapshot);
+    writeModules(page, snapshot, options.isForCleaning);
     writeTotals(page, snapshot);
     writeDisk(page, snapshot);
-    writeMemory(page, snapshot);
-    writeStartup(page, snapshot);
-    writePermissions(page, snapshot);
+    if (!options.isForCleaning) {
+        writeMemory(page, snapshot);
+        writeStartup(page, snapshot);
+        writePermissions(page, snapshot);
+    }
     return std::move(page).text();
 }
 
-} // namespace vellmoor::probe
+} // namespace vellmoor::terminal

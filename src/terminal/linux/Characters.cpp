@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-namespace vellmoor::probe {
+namespace vellmoor::terminal {
 namespace {
 
 std::size_t cellsOf(UChar32 character) {
@@ -32,4 +32,4 @@ std::vector<Character> charactersOf(std::string_view text) {
     return characters;
 }
 
-} // namespace vellmoor::probe
+} // namespace vellmoor::terminal

@@ -3,7 +3,7 @@
 #include <cwchar>
 #include <xlocale.h>
 
-namespace vellmoor::probe {
+namespace vellmoor::terminal {
 namespace {
 
 constexpr auto replacement = "\xef\xbf\xbd"; // U+FFFD
@@ -37,4 +37,4 @@ std::vector<Character> charactersOf(std::string_view text) {
     return characters;
 }
 
-} // namespace vellmoor::probe
+} // namespace vellmoor::terminal

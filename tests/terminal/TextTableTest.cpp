@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-namespace vellmoor::probe {
+namespace vellmoor::terminal {
 namespace {
 
 using ::testing::ElementsAre;
@@ -34,4 +34,4 @@ TEST(TextTables, SetTheirColumnsUnderEachOtherWhateverTheScript) {
 }
 
 } // namespace
-} // namespace vellmoor::probe
+} // namespace vellmoor::terminal

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace vellmoor::probe {
+namespace vellmoor::terminal {
 
 using Json = nlohmann::ordered_json;
 
@@ -41,4 +41,4 @@ Json json(const std::vector<Record>& records) {
 /// Bytes of names that are not UTF-8 are shown as U+FFFD. `indent`: -1 for one line.
 std::string text(const Json& value, int indent = 2);
 
-} // namespace vellmoor::probe
+} // namespace vellmoor::terminal

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace vellmoor::probe {
+namespace vellmoor::terminal {
 
 /// One character of a text, as a terminal shows it.
 struct Character {
@@ -17,4 +17,4 @@ struct Character {
 /// What is no UTF-8 becomes U+FFFD.
 std::vector<Character> charactersOf(std::string_view text);
 
-} // namespace vellmoor::probe
+} // namespace vellmoor::terminal

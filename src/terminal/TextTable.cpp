@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace vellmoor::probe {
+namespace vellmoor::terminal {
 namespace {
 
 constexpr std::string_view gap = "  ";
@@ -69,4 +69,4 @@ std::vector<std::string> TextTable::lines() const {
     return lines;
 }
 
-} // namespace vellmoor::probe
+} // namespace vellmoor::terminal

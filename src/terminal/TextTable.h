@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace vellmoor::probe {
+namespace vellmoor::terminal {
 
 /// How many cells of a terminal a text takes: Chinese characters and emoji take two, combining marks none. Bytes
 /// that are not UTF-8 take one each; line ends and other controls take none.
@@ -35,4 +35,4 @@ private:
     std::vector<std::vector<std::string>> rows_;
 };
 
-} // namespace vellmoor::probe
+} // namespace vellmoor::terminal
