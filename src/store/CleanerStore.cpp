@@ -87,6 +87,9 @@ CleanerModule CleanerStore::activeModule() const {
 const std::vector<CleanupItem>& CleanerStore::cleanupItems() const {
     return state_->shown.cleanupItems;
 }
+const std::vector<CleanupItem>& CleanerStore::furtherLargeFiles() const {
+    return state_->shown.furtherLargeFiles;
+}
 const std::vector<FileCandidate>& CleanerStore::fileCandidates() const {
     return state_->shown.fileCandidates;
 }
@@ -125,6 +128,9 @@ const std::string& CleanerStore::scanStage() const {
 }
 bool CleanerStore::isScanning() const {
     return state_->isScanning;
+}
+CleanerModule CleanerStore::scannedModule() const {
+    return state_->lastScanned;
 }
 bool CleanerStore::isCleaning() const {
     return state_->isCleaning;

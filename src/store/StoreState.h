@@ -82,7 +82,7 @@ struct CleanerStore::State {
     void persistShownResults();
     /// After a scan that brought nothing: no other module's results stay under the active one's name.
     void showOwnResults();
-    void renewInSmartScan(const CachedModuleState& fresh, CleanerModule module);
+    void takeOutOfSmartScan(const ScanSnapshot& fresh, CleanerModule module);
     void cache(const ScanSnapshot& snapshot, CleanerModule scannedModule);
     [[nodiscard]] std::string relativeScanLabel(TimePoint date) const;
     static std::vector<FileCandidate> fileCandidates(const std::vector<CleanupItem>& items);
@@ -126,6 +126,7 @@ struct CleanerStore::State {
     double scanProgress = 0;
     std::string scanStage;
     bool isScanning = false;
+    CleanerModule lastScanned = CleanerModule::smartScan;
     bool isCleaning = false;
     std::string statusMessage;
     std::string lastScanLabel;
@@ -137,6 +138,7 @@ struct CleanerStore::State {
     std::map<CleanerModule, CachedModuleState> cachedStates;
     /// Grows with every scan and every invalidation; what carries an older number is stale.
     std::uint64_t scanGeneration = 0;
+    bool scansAfterAction = false;           ///< the running scan shows what an action left
     std::shared_ptr<CancelToken> scanToken;  ///< of the running scan
     std::shared_ptr<CancelToken> cleanToken; ///< of the running clean, or of the last one
     QTimer memoryRefresh;

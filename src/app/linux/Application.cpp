@@ -130,7 +130,8 @@ void finishPathAtExit() {
 int runWindow(SingleInstance& instance, const std::filesystem::path& root) {
     const LookWatcher looks(QDBusConnection::sessionBus(), processEnvironment().config);
     std::optional<Parts> parts; // outlives the window
-    MainWindow main(windowStart(looks.look(), rememberedSetting(themeSetting), rememberedSetting(sizeSetting)));
+    MainWindow main(windowStart(looks.look(), rememberedSetting(themeSetting), rememberedSetting(sizeSetting),
+                                rememberedSetting(placeSetting)));
     StatusBarController status(main.window());
     setIconLater(main.window());
     QObject::connect(&instance, &SingleInstance::activated, &status, &StatusBarController::showMainWindow);

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <chrono>
 #include <iterator>
+#include <limits>
 #include <optional>
 #include <utility>
 
@@ -139,13 +140,17 @@ std::vector<ScannedPath> largeFiles(EngineContext& context, std::size_t limit) {
     return found;
 }
 
+LargeFileRows largeFileRows(EngineContext& context) {
+    LargeFileRows rows;
+    for (const ScannedPath& file : largeFiles(context, std::numeric_limits<std::size_t>::max())) {
+        (rows.listed.size() < rowLimit ? rows.listed : rows.further).push_back(row(context, file));
+    }
+    return rows;
+}
+
 // The flag changes nothing: each large file waits for its own tick.
 std::vector<CleanupItem> largeFileItems(EngineContext& context, bool /*selectedByDefault*/) {
-    std::vector<CleanupItem> items;
-    for (const ScannedPath& file : largeFiles(context, rowLimit)) {
-        items.push_back(row(context, file));
-    }
-    return items;
+    return largeFileRows(context).listed;
 }
 
 std::vector<FileCandidate> makeFileCandidates(const EngineContext& context, const std::vector<CleanupItem>& items) {
