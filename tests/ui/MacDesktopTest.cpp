@@ -173,8 +173,8 @@ TEST_F(MacDesktopTest, ASymbolOfTheSystemTakesTheWantedColour) {
     EXPECT_EQ(image.pixelColor(8, 8), QColor(Qt::red));
 }
 
-/// Shows `image://symbol/sparkles` and answers the thread on which it was drawn.
-const QThread* drawingThread(bool drawsOnAnyThread) {
+/// Shows a symbol and answers the thread on which it was drawn. What was shown before is not drawn again.
+const QThread* drawingThread(const QString& symbol, bool drawsOnAnyThread) {
     std::atomic<const QThread*> drawn = nullptr;
     QQmlEngine engine;
     const auto draw = [&drawn](const QString&, int pixels) {
@@ -183,7 +183,7 @@ const QThread* drawingThread(bool drawsOnAnyThread) {
     };
     engine.addImageProvider(QStringLiteral("symbol"), new SymbolImageProvider(draw, drawsOnAnyThread));
     QQmlComponent component(&engine);
-    component.setData("import QtQuick\nImage { source: 'image://symbol/sparkles?#ff0000' }", QUrl());
+    component.setData(QStringLiteral("import QtQuick\nImage { source: 'image://symbol/%1' }").arg(symbol).toUtf8(), {});
     const std::unique_ptr<QObject> image(component.create());
     constexpr int ready = 1; // Image.Ready
     EXPECT_TRUE(image && QTest::qWaitFor([&] { return image->property("status").toInt() == ready; }, 60000));
@@ -191,8 +191,10 @@ const QThread* drawingThread(bool drawsOnAnyThread) {
 }
 
 TEST(SymbolImageProvider, TheWindowDoesNotWaitForSymbolsThatAnyThreadMayDraw) {
-    EXPECT_NE(drawingThread(true), QThread::currentThread());
-    EXPECT_EQ(drawingThread(false), QThread::currentThread());
+    const QThread* aside = drawingThread(QStringLiteral("sparkles"), true);
+    EXPECT_NE(aside, nullptr);
+    EXPECT_NE(aside, QThread::currentThread());
+    EXPECT_EQ(drawingThread(QStringLiteral("trash"), false), QThread::currentThread());
 }
 
 TEST_F(MacDesktopTest, AWindowOnAMacWaitsForNoPicture) {
