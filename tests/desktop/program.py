@@ -57,7 +57,7 @@ class Program:
 
     def in_home(self, home):
         """Another start in the same session, with that home."""
-        return Program(self._session, HOME=str(home), XDG_CONFIG_HOME="", XDG_CACHE_HOME="", XDG_DATA_HOME="",
+        return type(self)(self._session, HOME=str(home), XDG_CONFIG_HOME="", XDG_CACHE_HOME="", XDG_DATA_HOME="",
                        XDG_STATE_HOME="")
 
     def _start(self, log, *arguments):

@@ -1,7 +1,7 @@
 #include "Application.h"
 
 #include "CleanerStore.h"
-#include "CommandLine.h"
+#include "StartOptions.h"
 #include "LanguageManager.h"
 #include "LinuxDesktop.h"
 #include "LinuxPlatform.h"
@@ -137,7 +137,7 @@ void finishPathAtExit() {
     }
 }
 
-int runWindow(SingleInstance& instance, const std::filesystem::path& root, const CommandLine& line) {
+int runWindow(SingleInstance& instance, const std::filesystem::path& root, const StartOptions& options) {
     const LookWatcher looks(QDBusConnection::sessionBus(), processEnvironment().config);
     std::optional<Parts> parts; // outlives the window
     MainWindow main(windowStart(looks.look(), rememberedSetting(themeSetting), rememberedSetting(sizeSetting)));
@@ -168,14 +168,14 @@ int runWindow(SingleInstance& instance, const std::filesystem::path& root, const
         QTimer::singleShot(framePatience, &start, fill);
     };
     QObject::connect(&instance, &SingleInstance::activated, &start, open);
-    if (line.kind == CommandLine::Kind::service) {
+    if (options.kind == StartOptions::Kind::service) {
         QTimer::singleShot(servicePatience, &start, [&] {
             if (!parts) {
                 QCoreApplication::quit();
             }
         });
     } else {
-        open(line.wish);
+        open(options.wish);
     }
     const int result = QApplication::exec();
     main.window().hide();
@@ -190,13 +190,13 @@ int runWindow(SingleInstance& instance, const std::filesystem::path& root, const
 } // namespace
 
 int runApplication(int argc, char* argv[], const std::filesystem::path& root) {
-    const auto line = readCommandLine(std::span(argv, static_cast<std::size_t>(argc)).subspan(argc > 0 ? 1 : 0));
-    if (!line) {
-        std::fprintf(stderr, "vellmoor: %s\n", line.error().c_str());
+    const auto options = readStartOptions(std::span(argv, static_cast<std::size_t>(argc)).subspan(argc > 0 ? 1 : 0));
+    if (!options) {
+        std::fprintf(stderr, "vellmoor: %s\n", options.error().c_str());
         return usageStatus;
     }
-    if (line->kind == CommandLine::Kind::help || line->kind == CommandLine::Kind::version) {
-        const bool helps = line->kind == CommandLine::Kind::help;
+    if (options->kind == StartOptions::Kind::help || options->kind == StartOptions::Kind::version) {
+        const bool helps = options->kind == StartOptions::Kind::help;
         return std::fputs(helps ? helpText().c_str() : "vellmoor " VELLMOOR_VERSION "\n", stdout) < 0 ? EXIT_FAILURE
                                                                                                      : EXIT_SUCCESS;
     }
@@ -207,14 +207,14 @@ int runApplication(int argc, char* argv[], const std::filesystem::path& root) {
         std::fputs("vellmoor: running as root; it cleans root's own home, not that of another user\n", stderr);
     }
     SingleInstance instance(QDBusConnection::sessionBus(), instanceName(processEnvironment().home, accountHome()));
-    if (!instance.claim() && instance.raiseOther(line->wish)) {
+    if (!instance.claim() && instance.raiseOther(options->wish)) {
         return EXIT_SUCCESS;
     }
-    if (line->kind == CommandLine::Kind::service) {
+    if (options->kind == StartOptions::Kind::service) {
         instance.answerTo(applicationBusName());
     }
     chooseRenderer();
-    return runWindow(instance, root, *line);
+    return runWindow(instance, root, *options);
 }
 
 } // namespace vellmoor

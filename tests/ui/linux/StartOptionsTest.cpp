@@ -1,5 +1,5 @@
 // What the words after the program's name ask for, and how a wish travels over the bus.
-#include "CommandLine.h"
+#include "StartOptions.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,35 +11,35 @@ namespace {
 
 using ::testing::HasSubstr;
 
-std::expected<CommandLine, std::string> read(const std::vector<const char*>& words) {
-    return readCommandLine(words);
+std::expected<StartOptions, std::string> read(const std::vector<const char*>& words) {
+    return readStartOptions(words);
 }
 
-TEST(CommandLine, WithoutWordsTheWindowOpensAsItWas) {
-    const auto line = read({});
-    ASSERT_TRUE(line);
-    EXPECT_EQ(line->kind, CommandLine::Kind::window);
-    EXPECT_EQ(line->wish, Wish());
+TEST(StartOptions, WithoutWordsTheWindowOpensAsItWas) {
+    const auto options = read({});
+    ASSERT_TRUE(options);
+    EXPECT_EQ(options->kind, StartOptions::Kind::window);
+    EXPECT_EQ(options->wish, Wish());
 }
 
-TEST(CommandLine, AModuleIsNamedInOneWordOrInTwo) {
+TEST(StartOptions, AModuleIsNamedInOneWordOrInTwo) {
     EXPECT_EQ(read({"--module", "trash"})->wish.module, CleanerModule::trash);
     EXPECT_EQ(read({"--module=systemJunk"})->wish.module, CleanerModule::systemJunk);
 }
 
-TEST(CommandLine, TheDeedsAreReadAndAreOneAtATime) {
+TEST(StartOptions, TheDeedsAreReadAndAreOneAtATime) {
     EXPECT_EQ(read({"--scan"})->wish.deed, Wish::Deed::scan);
     EXPECT_EQ(read({"--empty-trash"})->wish.deed, Wish::Deed::offerEmptyTrash);
     EXPECT_FALSE(read({"--scan", "--empty-trash"}));
 }
 
-TEST(CommandLine, HelpAndVersionComeBeforeEverythingElse) {
-    EXPECT_EQ(read({"--help"})->kind, CommandLine::Kind::help);
-    EXPECT_EQ(read({"-h"})->kind, CommandLine::Kind::help);
-    EXPECT_EQ(read({"--module", "trash", "--version"})->kind, CommandLine::Kind::version);
+TEST(StartOptions, HelpAndVersionComeBeforeEverythingElse) {
+    EXPECT_EQ(read({"--help"})->kind, StartOptions::Kind::help);
+    EXPECT_EQ(read({"-h"})->kind, StartOptions::Kind::help);
+    EXPECT_EQ(read({"--module", "trash", "--version"})->kind, StartOptions::Kind::version);
 }
 
-TEST(CommandLine, AFaultIsOneLineThatNamesTheWord) {
+TEST(StartOptions, AFaultIsOneLineThatNamesTheWord) {
     for (const auto& [words, named] : std::vector<std::pair<std::vector<const char*>, const char*>>{
              {{"--modul", "trash"}, "unknown option '--modul'"},
              {{"--module", "bin"}, "no module 'bin'"},
@@ -47,21 +47,21 @@ TEST(CommandLine, AFaultIsOneLineThatNamesTheWord) {
              {{"--module"}, "--module wants a name"},
              {{"-x"}, "unknown option '-x'"},
              {{"/tmp"}, "it takes no '/tmp'"}}) {
-        const auto line = read(words);
-        ASSERT_FALSE(line) << named;
-        EXPECT_THAT(line.error(), HasSubstr(named));
-        EXPECT_EQ(line.error().find('\n'), std::string::npos);
+        const auto options = read(words);
+        ASSERT_FALSE(options) << named;
+        EXPECT_THAT(options.error(), HasSubstr(named));
+        EXPECT_EQ(options.error().find('\n'), std::string::npos);
     }
 }
 
-TEST(CommandLine, ASessionManagersWordsAreLeftToQt) {
-    const auto line = read({"-session", "10f7a2e1", "--scan"});
-    ASSERT_TRUE(line);
-    EXPECT_EQ(line->wish.deed, Wish::Deed::scan);
+TEST(StartOptions, ASessionManagersWordsAreLeftToQt) {
+    const auto options = read({"-session", "10f7a2e1", "--scan"});
+    ASSERT_TRUE(options);
+    EXPECT_EQ(options->wish.deed, Wish::Deed::scan);
     EXPECT_TRUE(read({"-session"}));
 }
 
-TEST(CommandLine, TheHelpNamesEveryModule) {
+TEST(StartOptions, TheHelpNamesEveryModule) {
     for (const CleanerModule module : allCleanerModules) {
         EXPECT_THAT(helpText(), HasSubstr(std::string(rawValue(module))));
     }

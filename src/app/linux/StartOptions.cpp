@@ -1,4 +1,4 @@
-#include "CommandLine.h"
+#include "StartOptions.h"
 
 #include <string_view>
 
@@ -18,25 +18,25 @@ std::unexpected<std::string> fault(std::string text) {
     return std::unexpected(std::move(text) + " (see vellmoor --help)");
 }
 
-/// The words, one after the other; what is read of them goes into `line`.
+/// The words, one after the other; what is read of them goes into `options_`.
 class Reader {
 public:
     explicit Reader(std::span<const char* const> words) : words_(words) {}
 
-    std::expected<CommandLine, std::string> read() {
+    std::expected<StartOptions, std::string> read() {
         while (next_ < words_.size()) {
             const std::string_view word = words_[next_++];
             if (word == "--help" || word == "-h") {
-                return CommandLine{.kind = CommandLine::Kind::help, .wish = {}};
+                return StartOptions{.kind = StartOptions::Kind::help, .wish = {}};
             }
             if (word == "--version") {
-                return CommandLine{.kind = CommandLine::Kind::version, .wish = {}};
+                return StartOptions{.kind = StartOptions::Kind::version, .wish = {}};
             }
             if (const auto read = readOption(word); !read) {
                 return std::unexpected(read.error());
             }
         }
-        return line_;
+        return options_;
     }
 
 private:
@@ -50,7 +50,7 @@ private:
             return setDeed(Wish::Deed::offerEmptyTrash);
         }
         if (word == "--gapplication-service") {
-            line_.kind = CommandLine::Kind::service;
+            options_.kind = StartOptions::Kind::service;
             return {};
         }
         if (word == "-session") { // the session manager's, with a name: Qt reads it
@@ -70,29 +70,29 @@ private:
     }
 
     std::expected<void, std::string> setModule(std::string_view name) {
-        line_.wish.module = cleanerModule(name);
-        if (!line_.wish.module) {
+        options_.wish.module = cleanerModule(name);
+        if (!options_.wish.module) {
             return fault("no module '" + std::string(name) + "'");
         }
         return {};
     }
 
     std::expected<void, std::string> setDeed(Wish::Deed deed) {
-        if (line_.wish.deed != Wish::Deed::none && line_.wish.deed != deed) {
+        if (options_.wish.deed != Wish::Deed::none && options_.wish.deed != deed) {
             return fault("--scan and --empty-trash are two wishes");
         }
-        line_.wish.deed = deed;
+        options_.wish.deed = deed;
         return {};
     }
 
     std::span<const char* const> words_;
     std::size_t next_ = 0;
-    CommandLine line_;
+    StartOptions options_;
 };
 
 } // namespace
 
-std::expected<CommandLine, std::string> readCommandLine(std::span<const char* const> words) {
+std::expected<StartOptions, std::string> readStartOptions(std::span<const char* const> words) {
     return Reader(words).read();
 }
 

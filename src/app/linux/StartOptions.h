@@ -9,7 +9,7 @@
 namespace vellmoor {
 
 /// What the words after the program's name ask for.
-struct CommandLine {
+struct StartOptions {
     enum class Kind : std::uint8_t {
         window,
         service, ///< started by the session bus: the window waits until somebody asks for it
@@ -21,7 +21,7 @@ struct CommandLine {
 };
 
 /// `words` without the program's name; the fault as one line, without that name.
-std::expected<CommandLine, std::string> readCommandLine(std::span<const char* const> words);
+std::expected<StartOptions, std::string> readStartOptions(std::span<const char* const> words);
 
 /// What --help prints. The manual page is made from it.
 std::string helpText();
