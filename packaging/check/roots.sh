@@ -15,6 +15,7 @@ fi
 # shellcheck source=/dev/null
 . /etc/os-release
 machine=$(dpkg --print-architecture)
+minimal=$PWD/build/package/minimal-$ID-$VERSION_ID.tar
 roots=$(mktemp -d /var/tmp/vellmoor-roots.XXXXXX)
 trap 'rm -rf --one-file-system "$roots"' EXIT
 
@@ -29,14 +30,15 @@ sources() {
   fi
 }
 
-# The system is made once and copied.
+# The system is made once and copied; a week later it is made again.
 make_root() {
-  if [ ! -f "$roots/minimal.tar" ]; then
+  if [ -z "$(find "$minimal" -mtime -7 2>/dev/null)" ]; then
     echo "== A minimal $PRETTY_NAME"
-    sources | mmdebstrap --quiet --variant=apt --format=tar "$VERSION_CODENAME" "$roots/minimal.tar" -
+    sources | mmdebstrap --quiet --variant=apt --format=tar "$VERSION_CODENAME" "$minimal.new" -
+    mv "$minimal.new" "$minimal"
   fi
   mkdir "$roots/$1"
-  tar -x -f "$roots/minimal.tar" -C "$roots/$1"
+  tar -x -f "$minimal" -C "$roots/$1"
   cp /etc/resolv.conf /etc/hosts "$roots/$1/etc/"
   mkdir -p "$roots/$1/vellmoor"
 }

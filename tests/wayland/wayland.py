@@ -34,10 +34,12 @@ class WaylandSession(session.Session):
         (run / "sway.conf").write_text(self._configuration, encoding="utf-8")
         self.environment.update(WLR_BACKENDS="headless", WLR_RENDERER="pixman", WLR_LIBINPUT_NO_DEVICES="1", QT_QPA_PLATFORM="wayland")
         self._start_in_background("sway", "sway", "--config", str(run / "sway.conf"))
-        self.environment["SWAYSOCK"] = str(processes.wait_for("sway", lambda: next(iter(run.glob("sway-ipc.*.sock")), None)))
+        self.environment["SWAYSOCK"] = str(processes.wait_for("sway", lambda: next(iter(run.glob("sway-ipc.*.sock")), None), 20))
         display = processes.wait_for("the display", lambda: [file for file in run.glob("wayland-*") if file.suffix != ".lock"])
         self.environment["WAYLAND_DISPLAY"] = display[0].name
         processes.wait_for("the output", lambda: self.ask("get_outputs"))
+        # A keyboard that stays: a seat without one gives the focus to nobody, and whoever types takes a moment to be heard.
+        self._start_in_background("keyboard", "wtype", "-s", str(10**8))
 
     def ask(self, what):
         return json.loads(self.run("swaymsg", "--raw", "--type", what))
@@ -60,7 +62,7 @@ class WaylandSession(session.Session):
         return self.run(TOKEN_PROGRAM).strip()
 
     def type(self, *words):
-        self.run("wtype", *words)
+        self.run("wtype", "-s", "200", *words, "-s", "200")
 
     def tray_icon(self):
         return 0
