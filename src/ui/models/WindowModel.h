@@ -80,6 +80,8 @@ class WindowModel final : public QObject {
     Q_PROPERTY(bool rootNotice READ rootNotice NOTIFY rootNoticeChanged FINAL)
     /// Why the last action failed, until the user goes on; empty: it did not.
     Q_PROPERTY(QString actionFailure READ actionFailure NOTIFY actionFailureChanged FINAL)
+    /// Whether a sheet or a question is open, as the window says: what comes from outside waits or is dropped then.
+    Q_PROPERTY(bool sheetOpen READ sheetOpen WRITE setSheetOpen NOTIFY sheetOpenChanged FINAL)
     /// The row of the start-up item being changed; -1: none.
     Q_PROPERTY(int changingStartupRow READ changingStartupRow NOTIFY busyChanged FINAL)
 
@@ -140,6 +142,9 @@ public:
     /// The row of the login item whose change runs; -1: none.
     [[nodiscard]] int changingStartupRow() const;
 
+    [[nodiscard]] bool sheetOpen() const { return sheetOpen_; }
+    void setSheetOpen(bool open);
+
     /// The scan button: starts a scan of the shown module, or cancels the running one.
     Q_INVOKABLE void scanOrCancel();
     /// Starts a scan of the shown module unless one runs.
@@ -170,6 +175,9 @@ Q_SIGNALS:
     void limitationChanged();
     void rootNoticeChanged();
     void noticeChanged();
+    void sheetOpenChanged();
+    /// The desktop's menu asked for a clean of what is selected: the question that stands before one opens.
+    void cleanOffered();
 
 private:
     void connectStore();
@@ -203,6 +211,7 @@ private:
     ReportModel report_;
     KeptListModel kept_;
     bool rootNotice_;
+    bool sheetOpen_ = false;
     std::optional<StartupItem> changingStartup_;
     bool selectionChangePending_ = false;
     QString notice_;
