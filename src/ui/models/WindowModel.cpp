@@ -299,6 +299,13 @@ QString WindowModel::limitation() const {
                            : localised("开启完全磁盘访问后，可扫描 %@。", areas.join(localised("、")).toStdString());
 }
 
+void WindowModel::setSheetOpen(bool open) {
+    if (sheetOpen_ != open) {
+        sheetOpen_ = open;
+        Q_EMIT sheetOpenChanged();
+    }
+}
+
 void WindowModel::scanOrCancel() {
     if (store_.isScanning()) {
         store_.cancelScan();

@@ -87,6 +87,8 @@ class WindowModel final : public QObject {
     Q_PROPERTY(bool rootNotice READ rootNotice NOTIFY rootNoticeChanged FINAL)
     /// Why the last action failed, until the user goes on; empty: it did not.
     Q_PROPERTY(QString actionFailure READ actionFailure NOTIFY actionFailureChanged FINAL)
+    /// Whether a sheet or a question is open, as the window says: what comes from outside waits or is dropped then.
+    Q_PROPERTY(bool sheetOpen READ sheetOpen WRITE setSheetOpen NOTIFY sheetOpenChanged FINAL)
     /// The row of the start-up item being changed; -1: none.
     Q_PROPERTY(int changingStartupRow READ changingStartupRow NOTIFY busyChanged FINAL)
 
@@ -150,6 +152,9 @@ public:
     /// The row of the login item whose change runs; -1: none.
     [[nodiscard]] int changingStartupRow() const;
 
+    [[nodiscard]] bool sheetOpen() const { return sheetOpen_; }
+    void setSheetOpen(bool open);
+
     /// The scan button: starts a scan of the shown module, or cancels the running one.
     Q_INVOKABLE void scanOrCancel();
     /// Starts a scan of the shown module unless one runs.
@@ -196,6 +201,9 @@ Q_SIGNALS:
     void closingAgreed();
     /// Something that took long is over while the window was not the active one.
     void finishedAside(const QString& text);
+    void sheetOpenChanged();
+    /// The desktop's menu asked for a clean of what is selected: the question that stands before one opens.
+    void cleanOffered();
 
 private:
     void connectStore();
@@ -234,6 +242,7 @@ private:
     Decision decision_;
     KeptListModel kept_;
     bool rootNotice_;
+    bool sheetOpen_ = false;
     std::optional<StartupItem> changingStartup_;
     bool selectionChangePending_ = false;
     QString notice_;

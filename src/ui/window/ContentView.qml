@@ -97,7 +97,7 @@ Item {
                 Layout.fillWidth: true
                 vm: root.vm
 
-                onCleanAsked: root.vm.previewsClean ? sheets.showDetails(true) : sheets.askClean()
+                onCleanAsked: sheets.startClean()
                 onPreviewAsked: sheets.showDetails(false)
             }
         }

@@ -205,7 +205,8 @@ void MainWindow::fill(QQmlEngine& engine, CleanerStore& store, LanguageManager& 
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
     engine.addImageProvider(
         QStringLiteral("symbol"),
-        new SymbolImageProvider([&desktop](const QString& name, int pixels) { return desktop.symbol(name, pixels); }));
+        new SymbolImageProvider([&desktop](const QString& name, int pixels) { return desktop.symbol(name, pixels); },
+                                desktop.drawsOnAnyThread()));
     engine.addImageProvider(QStringLiteral("shadow"), new ShadowImageProvider);
     engine.addImageProvider(QStringLiteral("application"), new ApplicationIconProvider(desktop));
     Texts::setLanguages(engine, languages);

@@ -22,6 +22,14 @@ Item {
             });
     }
 
+    // A clean of files goes over the sheet of its paths.
+    function startClean(): void {
+        if (root.vm.previewsClean)
+            showDetails(true);
+        else
+            askClean();
+    }
+
     function askClean(): void {
         open(confirmation, "CleanConfirmation.qml", {});
     }
@@ -79,6 +87,21 @@ Item {
     }
 
     onOccupiedChanged: nextQuestion.restart()
+
+    Binding {
+        property: "sheetOpen"
+        target: root.vm
+        value: root.occupied || root.isOpen(help)
+    }
+
+    // From the desktop's menu.
+    Connections {
+        function onCleanOffered(): void {
+            root.startClean();
+        }
+
+        target: root.vm
+    }
 
     // When the sheet that has just closed is out of the way.
     Timer {
