@@ -1,4 +1,4 @@
-// Linux wordings: further texts, and the key of the main table that a text stands in for on Linux.
+// Texts beside the main table, and Linux's own wordings with the key of the main table that each stands in for there.
 #include "TextTables.h"
 
 #include <array>
@@ -7,7 +7,7 @@ namespace vellmoor {
 namespace {
 
 // clang-format off
-constexpr auto linuxTable = std::to_array<LinuxTextEntry>({
+constexpr auto furtherTable = std::to_array<FurtherTextEntry>({
     {"%@ 中的可再生缓存", "Regenerable caches in %@", ""},
     {"npm、pip、Cargo、Go、Gradle 等工具的下载与构建缓存", "Download and build caches of npm, pip, Cargo, Go, Gradle and other tools", "Xcode DerivedData、模拟器缓存和旧归档"},
     {"%@ 中的文件", "Files in %@", ""},
@@ -124,8 +124,8 @@ constexpr auto linuxTable = std::to_array<LinuxTextEntry>({
 
 } // namespace
 
-std::span<const LinuxTextEntry> linuxTexts() {
-    return linuxTable;
+std::span<const FurtherTextEntry> furtherTexts() {
+    return furtherTable;
 }
 
 } // namespace vellmoor
