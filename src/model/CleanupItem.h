@@ -39,6 +39,9 @@ struct CleanupTarget {
     bool isCovered = false;
     std::int64_t coveredBytes = 0;
     std::int64_t coveredFiles = 0;
+    /// Of what lies in a Trash: where it was, if that is known.
+    std::optional<std::filesystem::path> origin = {};
+    bool isFromClean = false; ///< a clean that can be taken back put it into the Trash where it lies
 
     /// The bytes as they are shown, as "at least" so many when there may be more.
     [[nodiscard]] std::string sizeText() const;

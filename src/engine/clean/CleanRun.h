@@ -1,11 +1,14 @@
 #pragma once
 
+#include "CleanProgress.h"
 #include "CleanupReport.h"
 #include "ProtectedPaths.h"
 #include "TrashSession.h"
 #include "clean/CleanPlan.h"
+#include "clean/CleanRecord.h"
 #include "clean/RunningOwners.h"
 #include "clean/TrashedPaths.h"
+#include "clean/WorkProgress.h"
 #include "scan/EngineContext.h"
 
 #include <chrono>
@@ -18,10 +21,11 @@ namespace vellmoor {
 /// One clean: takes row after row of a plan and writes down what becomes of each target.
 class CleanRun {
 public:
-    /// `settle` is the wait before the second memory reading.
-    CleanRun(EngineContext& context, std::chrono::milliseconds settle);
+    /// `settle` is the wait before the second memory reading. What a killed clean left in a Trash is put right at once.
+    CleanRun(EngineContext& context, std::chrono::milliseconds settle, const CleanProgressCallback& progress);
 
-    CleanupReport run(const CleanPlan& plan);
+    /// Every target of the plan that is a file goes into `record`, in order.
+    CleanupReport run(const CleanPlan& plan, CleanRecord& record);
 
 private:
     /// What became of one target, before it is counted.
@@ -31,22 +35,26 @@ private:
         Path place;
         bool endsClean = false;
         std::string note;
+        std::optional<FileIdentity> moved = {};
     };
 
     void optimize(const CleanPlan::Row& row);
-    void cleanRow(const CleanPlan::Row& row);
+    void cleanRow(const CleanPlan::Row& row, CleanRecord& record, WorkProgress& progress);
+    void finish(CleanRecord& record);
+    [[nodiscard]] bool isInstalledAgain(const CleanPlan::Row& row) const;
     Answer remove(const CleanPlan::Row& row, const CleanupTarget& target);
     Answer removeExisting(const CleanupTarget& target, const Path& path);
     Answer removeFlatpak(const CleanupTarget& target, const Path& path);
     [[nodiscard]] std::optional<std::string> runningUser(const CleanPlan::Row& row, const Path& path);
     [[nodiscard]] std::optional<std::string> refusal(const CleanupTarget& target, const Path& path) const;
-    void record(const CleanupTarget& target, Answer answer);
+    const CleanupOutcome& count(const CleanupTarget& target, Answer answer);
     void note(std::string line);
     void fail(std::string line);
 
     EngineContext& context_;
     const Platform& platform_;
     std::chrono::milliseconds settle_;
+    const CleanProgressCallback& progress_;
     PathGuard guard_;
     std::unique_ptr<const TrashedPaths> trashed_;
     std::unique_ptr<TrashSession> session_;
