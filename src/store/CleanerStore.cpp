@@ -1,5 +1,6 @@
 // Life and fields of the store. Its other files: StoreModules (showing and caching results), StoreSelection (queries
-// and ticks), StoreScan (one scan at a time), StoreActions (cleaning, login items, quitting an application).
+// and ticks), StoreScan (one scan at a time), StoreActions (cleaning, login items, quitting an application),
+// StoreHistory (taking back).
 #include "L.h"
 #include "StoreState.h"
 
@@ -43,6 +44,7 @@ void CleanerStore::State::announce() {
         &CleanerStore::permissionHintsChanged, &CleanerStore::scanProgressChanged, &CleanerStore::scanStageChanged,
         &CleanerStore::isScanningChanged,      &CleanerStore::isCleaningChanged,   &CleanerStore::statusMessageChanged,
         &CleanerStore::lastScanLabelChanged,   &CleanerStore::latestReportChanged, &CleanerStore::actionFailureChanged,
+        &CleanerStore::cleanProgressChanged,   &CleanerStore::historyChanged,      &CleanerStore::latestRestoreChanged,
     };
     const std::bitset<FieldCount> changed = std::exchange(pending, {});
     for (std::size_t field = 0; field < FieldCount; ++field) {
@@ -139,6 +141,15 @@ const std::optional<CleanupReport>& CleanerStore::latestReport() const {
 
 const std::string& CleanerStore::actionFailure() const {
     return state_->actionFailure;
+}
+const std::optional<CleanProgress>& CleanerStore::cleanProgress() const {
+    return state_->cleanProgress;
+}
+const History& CleanerStore::history() const {
+    return state_->history;
+}
+const std::optional<RestoreReport>& CleanerStore::latestRestore() const {
+    return state_->latestRestore;
 }
 bool CleanerStore::hasResult(CleanerModule module) const {
     return state_->cachedStates.contains(module);

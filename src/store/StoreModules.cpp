@@ -117,8 +117,10 @@ void CleanerStore::State::renewInSmartScan(const CachedModuleState& fresh, Clean
     std::vector<CleanupItem>& items = smart->second.cleanupItems;
     const auto ofModule = [module](const CleanupItem& item) { return item.module == module; };
     const auto place = std::ranges::find_if(items, ofModule) - items.begin();
+    std::vector<CleanupItem> found = fresh.cleanupItems;
+    keepTicks(items, found);
     std::erase_if(items, ofModule);
-    items.insert(items.begin() + place, fresh.cleanupItems.begin(), fresh.cleanupItems.end());
+    items.insert(items.begin() + place, found.begin(), found.end());
     if (module == CleanerModule::largeFiles) {
         smart->second.fileCandidates = fresh.fileCandidates;
     }
@@ -126,14 +128,16 @@ void CleanerStore::State::renewInSmartScan(const CachedModuleState& fresh, Clean
 
 void CleanerStore::State::cache(const ScanSnapshot& snapshot, CleanerModule scannedModule) {
     const bool isSmartScan = scannedModule == CleanerModule::smartScan;
-    const CachedModuleState whole{snapshot, clock(), isSmartScan ? L::tr("智能扫描") : L::tr("单独扫描")};
+    CachedModuleState whole{snapshot, clock(), isSmartScan ? L::tr("智能扫描") : L::tr("单独扫描")};
     if (!isSmartScan) {
+        keepTicks(knownItems(scannedModule), whole.cleanupItems);
         renewInSmartScan(whole, scannedModule);
-        cachedStates.insert_or_assign(scannedModule, whole);
+        cachedStates.insert_or_assign(scannedModule, std::move(whole));
         return;
     }
     CachedModuleState once = whole;
     once.cleanupItems = countedOnce(std::move(once.cleanupItems));
+    keepTicks(knownItems(scannedModule), once.cleanupItems);
     cachedStates.insert_or_assign(scannedModule, std::move(once));
     for (const CleanerModule module : allCleanerModules) {
         if (module == CleanerModule::smartScan) {
@@ -141,6 +145,7 @@ void CleanerStore::State::cache(const ScanSnapshot& snapshot, CleanerModule scan
         }
         CachedModuleState part = whole;
         std::erase_if(part.cleanupItems, [module](const CleanupItem& item) { return item.module != module; });
+        keepTicks(knownItems(module), part.cleanupItems);
         part.fileCandidates = fileCandidates(part.cleanupItems);
         cachedStates.insert_or_assign(module, std::move(part));
     }

@@ -32,6 +32,8 @@ public:
     using Clean = std::function<CleanupReport(const std::vector<CleanupItem>&)>;
     using Startup = std::function<StartupActionResult(const StartupItem&)>;
     using Quit = std::function<QuitOutcome(const MemoryApp&)>;
+    /// A way back, by the name of the call and what it was asked for.
+    using Restore = std::function<RestoreReport(const CleanProgressCallback&)>;
 
     ScanSnapshot scan(CleanerModule module, const ProgressCallback& progress, const CancelToken& token) override;
     CleanupReport clean(const std::vector<CleanupItem>& items, const CleanProgressCallback& progress,
@@ -65,7 +67,10 @@ public:
     void onEnable(Startup script);
     void onQuit(Quit script);
     void onEnd(Quit script);
+    void onPutBack(Restore script);
     void setHints(std::vector<PermissionHint> hints);
+    void setHistory(History history);
+    void setNoWayBack(std::optional<std::string> reason);
 
     // What was asked
     [[nodiscard]] std::vector<CleanerModule> scans() const;
@@ -74,6 +79,8 @@ public:
     [[nodiscard]] std::vector<StartupItem> enables() const;
     [[nodiscard]] std::vector<MemoryApp> quits() const;
     [[nodiscard]] std::vector<MemoryApp> ends() const;
+    /// Calls about the history, such as "putBack one 0 2" or "forget".
+    [[nodiscard]] std::vector<std::string> historyCalls() const;
 
 private:
     mutable std::mutex lock_;
@@ -83,6 +90,13 @@ private:
     Startup enable_;
     Quit quit_;
     Quit end_;
+    RestoreReport restored(const std::string& call, const CleanProgressCallback& progress);
+    void noteCall(const std::string& call);
+
+    Restore putBack_;
+    History history_;
+    std::optional<std::string> noWayBack_;
+    std::vector<std::string> historyCalls_;
     const CancelToken* stop_ = nullptr; ///< of the running clean
     std::vector<PermissionHint> hints_;
     std::vector<CleanerModule> scans_;

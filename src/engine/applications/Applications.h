@@ -1,7 +1,7 @@
 // The applications that the user can remove, as the uninstaller sees them before anything is measured.
 #pragma once
 
-#include "applications/DesktopEntries.h"
+#include "desktop/DesktopEntries.h"
 #include "scan/EngineContext.h"
 
 #include <optional>
@@ -27,9 +27,6 @@ std::vector<ApplicationMetadata> removableApplications(EngineContext& context);
 std::vector<ApplicationMetadata> installedBundles(EngineContext& context);
 /// Flatpaks of the user, AppImages and program folders only.
 std::vector<ApplicationMetadata> unpackagedApplications(EngineContext& context);
-
-/// The name in a bundle's property list, else its folder's name without the extension.
-std::string bundleName(const EngineContext& context, const Path& bundle);
 
 /// A program that a desktop entry names in Exec or TryExec, executable or not.
 struct EntryProgram {

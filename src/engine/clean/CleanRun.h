@@ -38,15 +38,31 @@ private:
         std::optional<FileIdentity> moved = {};
     };
 
+    /// What is known of the folder of the target at hand: targets stand beside each other.
+    struct Folder {
+        Path named;
+        std::optional<Path> real; ///< links resolved; nothing when it does not exist
+        bool holdsFlatpaks = false;
+    };
+    /// One target on its way.
+    struct Subject {
+        const CleanPlan::Row& row;
+        const CleanupTarget& target;
+        Path path;                 ///< standardised
+        std::optional<Path> place; ///< links above it resolved
+    };
+
+    const Folder& folderOf(const Path& path);
+    Subject subject(const CleanPlan::Row& row, const CleanupTarget& target);
     void optimize(const CleanPlan::Row& row);
     void cleanRow(const CleanPlan::Row& row, CleanRecord& record, WorkProgress& progress);
     void finish(CleanRecord& record);
     [[nodiscard]] bool isInstalledAgain(const CleanPlan::Row& row) const;
     Answer remove(const CleanPlan::Row& row, const CleanupTarget& target);
-    Answer removeExisting(const CleanupTarget& target, const Path& path);
-    Answer removeFlatpak(const CleanupTarget& target, const Path& path);
-    [[nodiscard]] std::optional<std::string> runningUser(const CleanPlan::Row& row, const Path& path);
-    [[nodiscard]] std::optional<std::string> refusal(const CleanupTarget& target, const Path& path) const;
+    Answer removeExisting(const Subject& subject);
+    Answer removeFlatpak(const Subject& subject);
+    [[nodiscard]] std::optional<std::string> runningUser(const Subject& subject);
+    [[nodiscard]] std::optional<std::string> refusal(const Subject& subject) const;
     const CleanupOutcome& count(const CleanupTarget& target, Answer answer);
     void note(std::string line);
     void fail(std::string line);
@@ -59,6 +75,7 @@ private:
     std::unique_ptr<const TrashedPaths> trashed_;
     std::unique_ptr<TrashSession> session_;
     RunningOwners owners_;
+    std::optional<Folder> folder_;
     std::optional<std::string> rowKept_; ///< why the rest of the current row stays
     std::optional<std::chrono::steady_clock::time_point> askedApplication_;
     bool ended_ = false; ///< the disk takes nothing more

@@ -2,7 +2,7 @@
 
 #include "Paths.h"
 #include "ScanSnapshot.h"
-#include "applications/AppUninstaller.h"
+#include "desktop/AppNames.h"
 #include "login/StartupEntries.h"
 #include "scan/PathMeasurement.h"
 

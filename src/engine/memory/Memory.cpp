@@ -2,7 +2,7 @@
 
 #include "CheckedMath.h"
 #include "Glob.h"
-#include "memory/MemoryText.h"
+#include "processes/MemoryText.h"
 
 #include <algorithm>
 

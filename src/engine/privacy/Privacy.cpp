@@ -8,6 +8,7 @@
 #include "scan/PathMeasurement.h"
 
 #include <algorithm>
+#include <iterator>
 #include <optional>
 #include <set>
 #include <utility>
@@ -100,15 +101,20 @@ bool belongsTo(const BrowserTraces& browser, const Path& folder, const PrivacyLa
     });
 }
 
-/// A browser that would vanish from the list, only because its profiles cannot be read.
+/// A browser, or one of its profiles, that would vanish from the list only because it cannot be read.
 void appendClosedProfiles(const EngineContext& context, const BrowserTraces& browser, std::vector<CleanupItem>& rows) {
-    std::set<Path> seen;
+    std::vector<Path> all;
     for (const BrowserFolder& folder : browser.folders) {
         const std::optional<Path> closed = closedFolder(context.platform(), folder.userData);
-        if (closed && belongsTo(browser, *closed, context.layout().privacy) && seen.insert(*closed).second) {
-            rows.push_back(accessLimitedRow(CleanerModule::privacy, browser.name,
-                                            L::tr("无法读取 %@ 的配置文件，请检查权限", browser.name), *closed));
+        if (closed && belongsTo(browser, *closed, context.layout().privacy) &&
+            std::ranges::find(all, *closed) == all.end()) {
+            all.push_back(*closed);
         }
+    }
+    std::ranges::move(closedProfiles(context.platform(), browser), std::back_inserter(all));
+    for (const Path& closed : all) {
+        rows.push_back(accessLimitedRow(CleanerModule::privacy, browser.name,
+                                        L::tr("无法读取 %@ 的配置文件，请检查权限", browser.name), closed));
     }
 }
 

@@ -1,8 +1,8 @@
 #include "processes/LinuxProcesses.h"
 
 #include "Paths.h"
-#include "memory/MemoryText.h"
 #include "processes/ControlGroups.h"
+#include "processes/MemoryText.h"
 
 #include <algorithm>
 
@@ -81,6 +81,11 @@ std::optional<std::int32_t> LinuxProcesses::parent(std::int32_t pid) const {
 
 std::optional<ProcessLine> LinuxProcesses::line(std::int32_t pid) const {
     return parseProcessLine(contents(pid, "stat"));
+}
+
+bool LinuxProcesses::hasEnded(std::int32_t pid) const {
+    const std::string text = contents(pid, "stat");
+    return !text.empty() && !parseProcessLine(text);
 }
 
 std::vector<std::string> LinuxProcesses::arguments(std::int32_t pid) const {

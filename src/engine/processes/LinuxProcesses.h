@@ -29,6 +29,8 @@ public:
     [[nodiscard]] std::optional<std::int32_t> parent(std::int32_t pid) const;
     /// What the kernel writes of it in one line.
     [[nodiscard]] std::optional<ProcessLine> line(std::int32_t pid) const;
+    /// Whether it is over and only waits for the one that started it to take note of it.
+    [[nodiscard]] bool hasEnded(std::int32_t pid) const;
     /// The words that it was started with, which it may change; the first is what it calls itself.
     [[nodiscard]] std::vector<std::string> arguments(std::int32_t pid) const;
     /// Its path in the unified control group tree; empty: none.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "memory/MemoryText.h"
+#include "processes/MemoryText.h"
 #include "scan/EngineContext.h"
 
 #include <memory>

@@ -29,11 +29,14 @@ std::set<std::string> listedNames(const Platform& platform, const ToolCall& call
 }
 
 void addNames(const LinuxProcesses& processes, std::int32_t pid, std::set<std::string>& names) {
+    const std::optional<Path> program = processes.executable(pid);
+    if (!program && processes.hasEnded(pid)) {
+        return;
+    }
     if (const std::string id = processes.flatpak(pid); !id.empty()) {
         names.insert("flatpak:" + id);
         return;
     }
-    const std::optional<Path> program = processes.executable(pid);
     if (const std::string snap = processes.snap(pid); !snap.empty()) {
         names.insert("snap:" + snap);
         if (program && !processes.snapOf(*program).empty()) {

@@ -2,7 +2,7 @@
 
 #include "Platform.h"
 #include "layouts/SystemLayout.h"
-#include "memory/MemoryText.h"
+#include "processes/MemoryText.h"
 #include "scan/EngineContext.h"
 
 #include <set>

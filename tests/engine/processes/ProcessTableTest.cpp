@@ -167,6 +167,12 @@ TEST_F(LinuxProcessTable, AProcessThatMayNotBeLookedIntoIsNamedByItself) {
     EXPECT_THAT(names(), ElementsAre("ssh-agent"));
 }
 
+TEST_F(LinuxProcessTable, AProcessThatHasEndedDoesNotRun) {
+    addProcess(home, {.pid = 10, .comm = "firefox"});
+    home.text("/proc/10/stat", "10 (firefox) Z 1 10 10 0 -1 4194304 0 0 0 0 0 0 0 0 20 0 1 0 100 0 0 0\n");
+    EXPECT_THAT(names(), IsEmpty());
+}
+
 TEST_F(LinuxProcessTable, OnlyNumbersAreProcesses) {
     home.text("/proc/self/comm", "self\n");
     home.text("/proc/12a/comm", "no\n");

@@ -1,4 +1,4 @@
-#include "applications/DesktopEntries.h"
+#include "desktop/DesktopEntries.h"
 
 #include "Paths.h"
 #include "scan/EngineContext.h"

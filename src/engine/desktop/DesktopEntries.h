@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Platform.h"
-#include "applications/ExecLine.h"
+#include "desktop/ExecLine.h"
 
 #include <optional>
 #include <string>

@@ -1,4 +1,4 @@
-#include "memory/MemoryText.h"
+#include "processes/MemoryText.h"
 
 #include <algorithm>
 

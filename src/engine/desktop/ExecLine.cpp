@@ -1,4 +1,4 @@
-#include "applications/ExecLine.h"
+#include "desktop/ExecLine.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -1,7 +1,7 @@
-#include "applications/DesktopEntries.h"
+#include "desktop/DesktopEntries.h"
 
 #include "EngineHome.h"
-#include "applications/ExecLine.h"
+#include "desktop/ExecLine.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "applications/DesktopEntries.h"
+#include "desktop/DesktopEntries.h"
 #include "scan/EngineContext.h"
 
 #include <map>

@@ -1,4 +1,4 @@
-#include "memory/MemoryText.h"
+#include "processes/MemoryText.h"
 
 #include "ProcessLine.h"
 #include "memory/MemoryFixtures.h"

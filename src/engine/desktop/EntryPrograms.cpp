@@ -1,4 +1,4 @@
-#include "applications/EntryPrograms.h"
+#include "desktop/EntryPrograms.h"
 
 #include "Glob.h"
 #include "Paths.h"
