@@ -101,6 +101,37 @@ TEST_F(MacStaged, TheNextVolumeOfTheSameNumberIsAnother) {
     EXPECT_FALSE(platform_.identity(folder_ / "gone"));
 }
 
+TEST_F(MacStaged, ATrashedItemGoesBackToItsPlaceAndReplacesNothing) {
+    const test::TemporaryFolder folder;
+    const Path file = folder / "gone/a";
+    std::filesystem::create_directories(file.parent_path());
+    std::ofstream(file) << "words";
+    const Removal removal = toTrash(file);
+    ASSERT_EQ(removal.result, RemovalResult::Done);
+    std::filesystem::remove(file.parent_path());
+    const ReturnRequest request{
+        .place = removal.place, .identity = *platform_.identity(removal.place), .path = file, .parentModes = {0705}};
+    const Path contents = removal.place.parent_path();
+    const TrashFolder trash{.folder = contents, .contents = contents, .anchor = contents};
+    EXPECT_EQ(platform_.trashSession({})->putBack(request, trash).result, ReturnResult::Done);
+    EXPECT_TRUE(std::filesystem::exists(file));
+    EXPECT_EQ(platform_.facts(file.parent_path())->mode, 0705U);
+    ASSERT_EQ(toTrash(file).result, RemovalResult::Done);
+    std::ofstream(file) << "another";
+    EXPECT_EQ(platform_.trashSession({})->putBack(request, trash).result, ReturnResult::NameTaken);
+    EXPECT_TRUE(std::filesystem::exists(removal.place));
+}
+
+TEST_F(MacStaged, ADiskIsKnownByItsVolumesNumberAndFreesWhatWasRemovedLater) {
+    stage().volumes = {{.path = "/Volumes/Stick", .name = "Stick"}};
+    stage().volumeNumber = "1234";
+    EXPECT_EQ(platform_.disk("/Volumes/Stick/a"),
+              (Disk{.name = "1234", .mount = "/Volumes/Stick", .keepsInodes = true, .isCopyOnWrite = true}));
+    stage().volumes.clear();
+    EXPECT_EQ(platform_.disk("/Volumes/Stick/a"), std::nullopt);
+    EXPECT_EQ(platform_.systemRun(), platform_.systemRun()) << "identities hold from one start to the next";
+}
+
 TEST_F(MacStaged, AFailureIsLoggedWithItsCodeAndWithoutTheUsersNames) {
     test::takeLog();
     stage().trashFailure = "\"secret.txt\" could not be moved.";
