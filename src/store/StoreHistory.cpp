@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <set>
+#include <tuple>
 #include <utility>
 
 namespace vellmoor {
@@ -150,11 +151,11 @@ const std::vector<CleanupItem>& CleanerStore::State::knownItems(CleanerModule mo
 }
 
 void CleanerStore::State::keepTicks(const std::vector<CleanupItem>& before, std::vector<CleanupItem>& found) {
-    using RowKey = std::pair<CleanerModule, std::string>;
+    using RowKey = std::tuple<CleanerModule, std::string, std::string>;
     std::map<std::pair<RowKey, std::filesystem::path>, const CleanupTarget*> known;
     std::set<RowKey> unticked;
     for (const CleanupItem& item : before) {
-        const RowKey row{item.module, item.title};
+        const RowKey row{item.module, item.key, item.title};
         if (item.isCleanable && !item.isSelected) {
             unticked.insert(row);
         }
@@ -168,13 +169,13 @@ void CleanerStore::State::keepTicks(const std::vector<CleanupItem>& before, std:
         if (!item.isCleanable || item.targets.empty()) {
             continue;
         }
-        const RowKey row{item.module, item.title};
+        const RowKey row{item.module, item.key, item.title};
         for (CleanupTarget& target : item.targets) {
             const auto same = known.find(std::pair(row, target.url));
             if (same == known.end()) {
                 target.isSelected = target.isSelected && !unticked.contains(row); // a row that is off stays off
             } else if (same->second->isFromClean == target.isFromClean) {
-                target.isSelected = same->second->isSelected;
+                target.isSelected = same->second->isSelected && target.mayGo();
             }
         }
         item.isSelected = std::ranges::any_of(item.targets, &CleanupTarget::isSelected);

@@ -55,6 +55,9 @@ public:
         return engine_->whyNoWayBack(items);
     }
     StartupActionResult putBackSwitch(const HistorySwitch& change) override { return engine_->putBackSwitch(change); }
+    Outcome keep(const std::vector<Path>& paths) override { return engine_->keep(paths); }
+    Outcome offerAgain(const Path& path) override { return engine_->offerAgain(path); }
+    std::expected<std::vector<KeptItem>, std::string> keptItems() override { return engine_->keptItems(); }
     StartupActionResult disableStartupItem(const StartupItem& item) override {
         return engine_->disableStartupItem(item);
     }

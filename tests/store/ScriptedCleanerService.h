@@ -51,6 +51,9 @@ public:
     Outcome forgetHistory() override;
     std::optional<std::string> whyNoWayBack(const std::vector<CleanupItem>& items) override;
     StartupActionResult putBackSwitch(const HistorySwitch& change) override;
+    Outcome keep(const std::vector<Path>& paths) override;
+    Outcome offerAgain(const Path& path) override;
+    std::expected<std::vector<KeptItem>, std::string> keptItems() override;
     StartupActionResult disableStartupItem(const StartupItem& item) override;
     StartupActionResult enableStartupItem(const StartupItem& item) override;
     std::vector<PermissionHint> permissionHints() override;
@@ -68,6 +71,8 @@ public:
     void onQuit(Quit script);
     void onEnd(Quit script);
     void onPutBack(Restore script);
+    /// Why the list of kept items cannot be changed or read; empty: it can.
+    void refuseList(const std::string& reason);
     void setHints(std::vector<PermissionHint> hints);
     void setHistory(History history);
     void setNoWayBack(std::optional<std::string> reason);
@@ -99,6 +104,8 @@ private:
     std::vector<std::string> historyCalls_;
     const CancelToken* stop_ = nullptr; ///< of the running clean
     std::vector<PermissionHint> hints_;
+    std::vector<Path> kept_;
+    std::string listRefusal_;
     std::vector<CleanerModule> scans_;
     std::vector<std::vector<CleanupItem>> cleans_;
     std::vector<StartupItem> disables_;

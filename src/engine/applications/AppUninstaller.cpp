@@ -3,6 +3,7 @@
 #include "CheckedMath.h"
 #include "Glob.h"
 #include "Paths.h"
+#include "PercentText.h"
 #include "ScanSnapshot.h"
 #include "applications/Applications.h"
 #include "applications/Leftovers.h"
@@ -10,6 +11,7 @@
 #include "scan/PathMeasurement.h"
 
 #include <algorithm>
+#include <iterator>
 #include <set>
 
 namespace vellmoor {
@@ -21,25 +23,31 @@ struct ApplicationScan {
     std::string name;
     std::optional<std::string> bundleIdentifier;
     PathStats appStats;
-    std::vector<Path> residualURLs;
+    std::string heldBack; ///< why the application stays
+    std::vector<Offer> residuals;
     PathStats residualStats;
     ApplicationKind kind = ApplicationKind::Bundle;
 
     [[nodiscard]] std::int64_t totalBytes() const { return checkedAdd(appStats.bytes, residualStats.bytes); }
 };
 
-ApplicationScan applicationScan(EngineContext& context, const ApplicationMetadata& metadata,
-                                std::vector<Path> residuals) {
+/// `application` is what is offered of the body.
+ApplicationScan applicationScan(EngineContext& context, const ApplicationMetadata& metadata, const Offer& application,
+                                const std::vector<Path>& residuals) {
     ApplicationScan scan{.appURL = metadata.appURL,
                          .name = metadata.displayName,
                          .bundleIdentifier = metadata.bundleIdentifier,
                          .appStats = stats(context, metadata.appURL),
-                         .residualURLs = std::move(residuals),
+                         .heldBack = application.heldBack,
+                         .residuals = {},
                          .residualStats = {},
                          .kind = metadata.kind};
-    for (const Path& path : scan.residualURLs) {
+    for (const Path& path : residuals) {
+        std::ranges::move(offersOf(context, path, Splitting::Along), std::back_inserter(scan.residuals));
+    }
+    for (const Offer& residual : scan.residuals) {
         context.throwIfCancelled();
-        const PathStats measured = stats(context, path);
+        const PathStats measured = stats(context, residual.path);
         scan.residualStats.bytes = checkedAdd(scan.residualStats.bytes, measured.bytes);
         scan.residualStats.files = checkedAdd(scan.residualStats.files, measured.files);
     }
@@ -49,20 +57,24 @@ ApplicationScan applicationScan(EngineContext& context, const ApplicationMetadat
 /// The application first, then its leftovers.
 std::vector<CleanupTarget> appTargets(EngineContext& context, const ApplicationScan& scan, bool selected) {
     std::vector<CleanupTarget> targets{target(context, scan.appURL, scan.appStats, selected)};
-    for (const Path& path : scan.residualURLs) {
-        targets.push_back(target(context, path, std::nullopt, selected));
+    targets.back().heldBack = scan.heldBack;
+    for (const Offer& residual : scan.residuals) {
+        targets.push_back(target(context, residual, selected));
     }
     return targets;
 }
 
 std::string description(const ApplicationScan& scan, bool isRunning) {
     std::string text =
-        scan.residualURLs.empty() ? L::tr("未发现明显残留") : L::tr("发现 %d 个关联残留", scan.residualURLs.size());
+        scan.residuals.empty() ? L::tr("未发现明显残留") : L::tr("发现 %d 个关联残留", scan.residuals.size());
     if (scan.bundleIdentifier) {
         text += L::tr("，bundle id：%@", *scan.bundleIdentifier);
     }
     if (isRunning) {
         text += L::tr("，应用正在运行，请先退出");
+    }
+    if (!scan.heldBack.empty()) {
+        text += L::tr("，其中有你保留的项目");
     }
     if (scan.kind == ApplicationKind::Flatpak) {
         text += L::tr("，将由 Flatpak 直接卸载，不经过废纸篓");
@@ -73,19 +85,21 @@ std::string description(const ApplicationScan& scan, bool isRunning) {
 CleanupItem applicationItem(EngineContext& context, const ApplicationScan& scan, bool isRunning) {
     CleanupItem item;
     item.module = CleanerModule::appUninstaller;
+    item.key = percentEncoded(scan.appURL.native());
     item.title = scan.name;
     item.description = description(scan, isRunning);
     item.bytes = scan.totalBytes();
     item.files = checkedAdd(scan.appStats.files, scan.residualStats.files);
     item.symbol = "app.dashed";
     item.tint = Tint::orange;
-    item.isCleanable = !isRunning && (scan.kind != ApplicationKind::Flatpak || flatpakTool(context));
+    item.isCleanable =
+        !isRunning && scan.heldBack.empty() && (scan.kind != ApplicationKind::Flatpak || flatpakTool(context));
     item.risk = item.isCleanable ? CleanupRisk::high : CleanupRisk::previewOnly;
     item.appInfo = AppCleanupInfo{.bundleIdentifier = scan.bundleIdentifier,
                                   .appPath = scan.appURL.string(),
                                   .appBytes = scan.appStats.bytes,
                                   .residualBytes = scan.residualStats.bytes,
-                                  .residualCount = static_cast<std::int64_t>(scan.residualURLs.size()),
+                                  .residualCount = static_cast<std::int64_t>(scan.residuals.size()),
                                   .isRunning = isRunning};
     item.targets = appTargets(context, scan, false);
     item.isAtLeast = std::ranges::any_of(item.targets, &CleanupTarget::isAtLeast);
@@ -137,13 +151,16 @@ std::vector<ApplicationMetadata> removableApplications(EngineContext& context) {
 std::vector<CleanupItem> applicationItems(EngineContext& context) {
     const std::vector<ApplicationMetadata> applications = removableApplications(context);
     const LeftoverFinder leftovers(context, applications);
-    const RunningPrograms running(context);
+    const RunningPrograms running(context, LinuxProcesses::of(context));
 
     std::vector<std::pair<ApplicationScan, bool>> scans;
     for (std::size_t i = 0; i < applications.size(); ++i) {
         context.throwIfCancelled();
-        scans.emplace_back(applicationScan(context, applications[i], leftovers.residualPaths(i)),
-                           running.runs(applications[i]));
+        // A kept application is not listed, and what belongs to it stays with it.
+        for (const Offer& offer : offersOf(context, applications[i].appURL, Splitting::Never)) {
+            scans.emplace_back(applicationScan(context, applications[i], offer, leftovers.residualPaths(i)),
+                               running.runs(applications[i]));
+        }
     }
     std::ranges::stable_sort(scans, std::ranges::greater(), [](const auto& scan) { return scan.first.totalBytes(); });
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "desktop/DesktopEntries.h"
+#include "processes/LinuxProcesses.h"
 #include "scan/EngineContext.h"
 
 #include <optional>
@@ -42,12 +43,12 @@ bool isProgramOf(const EntryProgram& program, const Path& application, const Pat
 /// What runs at the moment, asked once.
 class RunningPrograms {
 public:
-    explicit RunningPrograms(EngineContext& context);
+    RunningPrograms(EngineContext& context, const LinuxProcesses& processes);
 
     [[nodiscard]] bool runs(const ApplicationMetadata& application) const;
 
 private:
-    void readProcesses();
+    void read(const LinuxProcesses& processes);
     [[nodiscard]] bool runsProgramOf(const Path& application) const;
 
     EngineContext& context_;

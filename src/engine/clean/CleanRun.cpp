@@ -107,6 +107,7 @@ void CleanRun::cleanRow(const CleanPlan::Row& row, CleanRecord& record, WorkProg
     if (isInstalledAgain(row)) {
         rowKept_ = L::tr("应用已重新安装，已保留");
     }
+    kept_ = KeptPaths::read(platform_, context_.layout());
     for (const CleanupTarget& target : row.targets) {
         progress.begin(target.url);
         Answer answer = remove(row, target);
@@ -157,6 +158,9 @@ CleanRun::Answer CleanRun::remove(const CleanPlan::Row& row, const CleanupTarget
     if (reason) {
         return {.fate = CleanupFate::Failed, .reason = std::move(*reason), .place = {}, .note = ""};
     }
+    if (std::optional<Answer> kept = keptBack(path)) {
+        return *std::move(kept);
+    }
     if (!rowKept_) {
         if (const std::optional<std::string> user = runningUser(at)) {
             std::string kept = L::tr("%@ 正在运行，已保留", *user);
@@ -173,6 +177,21 @@ CleanRun::Answer CleanRun::remove(const CleanPlan::Row& row, const CleanupTarget
             .fate = isThere ? CleanupFate::Kept : CleanupFate::Vanished, .reason = *rowKept_, .place = {}, .note = ""};
     }
     return removeExisting(at);
+}
+
+std::optional<CleanRun::Answer> CleanRun::keptBack(const Path& path) const {
+    Answer answer{.fate = CleanupFate::Kept, .reason = "", .place = {}, .note = ""};
+    if (!kept_) {
+        answer = {.fate = CleanupFate::Failed,
+                  .reason = L::tr("无法读取保留列表：%@", kept_.error()),
+                  .place = {},
+                  .note = ""};
+    } else if (kept_->covers(platform_, path)) {
+        answer.reason = L::tr("你要求保留此项目");
+    } else if (kept_->liesBelow(platform_, path)) {
+        answer.reason = L::tr("其中有你保留的项目");
+    }
+    return answer.reason.empty() || !platform_.exists(path) ? std::nullopt : std::optional(std::move(answer));
 }
 
 /// The application that uses the path now, if one runs: asked at the start of a row and again each second.

@@ -9,9 +9,11 @@
 #include "clean/RunningOwners.h"
 #include "clean/TrashedPaths.h"
 #include "clean/WorkProgress.h"
+#include "keep/KeptPaths.h"
 #include "scan/EngineContext.h"
 
 #include <chrono>
+#include <expected>
 #include <memory>
 #include <optional>
 #include <string>
@@ -62,6 +64,8 @@ private:
     Answer removeExisting(const Subject& subject);
     Answer removeFlatpak(const Subject& subject);
     [[nodiscard]] std::optional<std::string> runningUser(const Subject& subject);
+    /// What the list of kept paths says of a target, whatever its row says.
+    [[nodiscard]] std::optional<Answer> keptBack(const Path& path) const;
     [[nodiscard]] std::optional<std::string> refusal(const Subject& subject) const;
     const CleanupOutcome& count(const CleanupTarget& target, Answer answer);
     void note(std::string line);
@@ -72,6 +76,7 @@ private:
     std::chrono::milliseconds settle_;
     const CleanProgressCallback& progress_;
     PathGuard guard_;
+    std::expected<KeptPaths, std::string> kept_; ///< as it was when the current row began
     std::unique_ptr<const TrashedPaths> trashed_;
     std::unique_ptr<TrashSession> session_;
     RunningOwners owners_;

@@ -55,13 +55,28 @@ std::vector<Path> tracePaths(const Platform& platform, const TraceCategory& cate
     return paths;
 }
 
+/// "gnome-web-flatpak" for "GNOME Web (Flatpak)".
+std::string slug(const Platform& platform, std::string_view name) {
+    std::string text;
+    for (const char c : platform.lowerCase(name)) {
+        if ((c >= 'a' && c <= 'z') || (c >= '0' && c <= '9')) {
+            text += c;
+        } else if (!text.empty() && text.back() != '-') {
+            text += '-';
+        }
+    }
+    text.erase(text.find_last_not_of('-') + 1);
+    return text;
+}
+
 BrowserPrivacyDefinition definition(const Platform& platform, const BrowserTraces& browser) {
     BrowserPrivacyDefinition result{browser.name, browser.processNames, browser.symbol, browser.tint, {}};
     const std::vector<BrowserProfile> profiles = browserProfiles(platform, browser);
     for (const TraceCategory& category : browser.categories) {
         const std::string& reason = category.previewReason;
         const std::string plain = L::tr(category.description);
-        result.categories.push_back({L::tr(category.title), category.note.empty() ? plain : L::tr(category.note, plain),
+        result.categories.push_back({rowKey(CleanerModule::privacy, slug(platform, browser.name) + "/" + category.key),
+                                     L::tr(category.title), category.note.empty() ? plain : L::tr(category.note, plain),
                                      tracePaths(platform, category, profiles), category.risk,
                                      reason.empty() ? "" : L::tr(reason, browser.name)});
     }
@@ -80,6 +95,7 @@ CategorySpec row(const BrowserPrivacyDefinition& browser, const PrivacyCategory&
                  bool running) {
     CategorySpec spec;
     spec.module = CleanerModule::privacy;
+    spec.key = category.key;
     spec.title = browser.name + " " + category.title;
     spec.description = stateText(browser, category, running);
     spec.roots = std::move(existing);
@@ -88,6 +104,7 @@ CategorySpec row(const BrowserPrivacyDefinition& browser, const PrivacyCategory&
     spec.risk = category.risk;
     spec.cleanable = !running && category.previewReason.empty();
     spec.selected = false;
+    spec.splitting = Splitting::Never; // a database, or a store with an index
     return spec;
 }
 
@@ -141,7 +158,9 @@ std::vector<CleanupItem> privacyItems(EngineContext& context) {
         for (const PrivacyCategory& category : browser.categories) {
             context.throwIfCancelled();
             std::vector<Path> existing = category.urls;
-            std::erase_if(existing, [&](const Path& path) { return !context.platform().exists(path); });
+            std::erase_if(existing, [&](const Path& path) {
+                return !context.platform().exists(path) || keptPaths(context).covers(context.platform(), path);
+            });
             if (!existing.empty() || !layout.dropsMissing) {
                 items.push_back(categoryItem(context, row(browser, category, std::move(existing), running)));
             }

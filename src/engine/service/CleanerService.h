@@ -5,11 +5,13 @@
 #include "CleanProgress.h"
 #include "CleanupReport.h"
 #include "History.h"
+#include "KeptItem.h"
 #include "Platform.h"
 #include "RestoreReport.h"
 #include "ScanSnapshot.h"
 
 #include <cstddef>
+#include <expected>
 #include <functional>
 #include <optional>
 #include <string>
@@ -60,6 +62,13 @@ public:
     virtual std::optional<std::string> whyNoWayBack(const std::vector<CleanupItem>& items) = 0;
     /// Switches a login item to what it was before that change.
     virtual StartupActionResult putBackSwitch(const HistorySwitch& change) = 0;
+
+    /// Never offers these paths again, nor what lies below them. One that cannot be kept is the failure; the others
+    /// are.
+    virtual Outcome keep(const std::vector<Path>& paths) = 0;
+    virtual Outcome offerAgain(const Path& path) = 0;
+    /// In the order in which they were added; the system's reason when the list cannot be read.
+    virtual std::expected<std::vector<KeptItem>, std::string> keptItems() = 0;
 
     virtual StartupActionResult disableStartupItem(const StartupItem& item) = 0;
     virtual StartupActionResult enableStartupItem(const StartupItem& item) = 0;

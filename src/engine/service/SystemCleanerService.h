@@ -27,6 +27,9 @@ public:
     Outcome forgetHistory() override;
     std::optional<std::string> whyNoWayBack(const std::vector<CleanupItem>& items) override;
     StartupActionResult putBackSwitch(const HistorySwitch& change) override;
+    Outcome keep(const std::vector<Path>& paths) override;
+    Outcome offerAgain(const Path& path) override;
+    std::expected<std::vector<KeptItem>, std::string> keptItems() override;
     StartupActionResult disableStartupItem(const StartupItem& item) override;
     StartupActionResult enableStartupItem(const StartupItem& item) override;
     std::vector<PermissionHint> permissionHints() override;

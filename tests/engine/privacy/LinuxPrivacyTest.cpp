@@ -208,7 +208,7 @@ TEST_P(LinuxBrowserPlace, WhileItRunsItsRowsSaySoAndAreNotCleanable) {
 TEST_P(LinuxBrowserPlace, WhileAnotherProgramRunsItsRowsAreCleanable) {
     runProcess(home_, 4242, "/usr/bin/gedit");
     const auto row = rowOf(privacyRows(home_), GetParam().name + " Cookies");
-    EXPECT_EQ(row.description, "Login sessions and site cookies, unchecked by default");
+    EXPECT_EQ(row.description, "Login sessions and site cookies (of all sites), unchecked by default");
     EXPECT_TRUE(row.isCleanable);
     EXPECT_FALSE(row.isSelected);
 }

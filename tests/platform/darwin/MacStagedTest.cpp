@@ -102,24 +102,21 @@ TEST_F(MacStaged, TheNextVolumeOfTheSameNumberIsAnother) {
 }
 
 TEST_F(MacStaged, ATrashedItemGoesBackToItsPlaceAndReplacesNothing) {
-    const test::TemporaryFolder folder;
-    const Path file = folder / "gone/a";
-    std::filesystem::create_directories(file.parent_path());
-    std::ofstream(file) << "words";
+    stage().trash = folder_.folder("Trash");
+    const Path file = folder_.text("gone/a", "words");
     const Removal removal = toTrash(file);
     ASSERT_EQ(removal.result, RemovalResult::Done);
     std::filesystem::remove(file.parent_path());
     const ReturnRequest request{
         .place = removal.place, .identity = *platform_.identity(removal.place), .path = file, .parentModes = {0705}};
-    const Path contents = removal.place.parent_path();
-    const TrashFolder trash{.folder = contents, .contents = contents, .anchor = contents};
+    const TrashFolder trash{.folder = stage().trash, .contents = stage().trash, .anchor = stage().trash};
     EXPECT_EQ(platform_.trashSession({})->putBack(request, trash).result, ReturnResult::Done);
-    EXPECT_TRUE(std::filesystem::exists(file));
+    EXPECT_EQ(platform_.fileContents(file, 10), "words");
     EXPECT_EQ(platform_.facts(file.parent_path())->mode, 0705U);
     ASSERT_EQ(toTrash(file).result, RemovalResult::Done);
-    std::ofstream(file) << "another";
+    (void)folder_.text("gone/a", "another");
     EXPECT_EQ(platform_.trashSession({})->putBack(request, trash).result, ReturnResult::NameTaken);
-    EXPECT_TRUE(std::filesystem::exists(removal.place));
+    EXPECT_EQ(platform_.fileContents(removal.place, 10), "words");
 }
 
 TEST_F(MacStaged, ADiskIsKnownByItsVolumesNumberAndFreesWhatWasRemovedLater) {
