@@ -36,7 +36,7 @@ QString itemState(const HistoryItem& item) {
     case CleanupFate::Untried:
         return localised("未处理");
     default:
-        return item.reason.empty() ? localised("已不在废纸篓中") : toQt(item.reason);
+        return item.reason.empty() ? localised("废纸篓中已没有") : toQt(item.reason);
     }
 }
 
@@ -161,7 +161,7 @@ QVariant HistoryModel::cleanData(const KeyedRow& row, const HistoryClean& clean,
             return localised("未完成");
         }
         return clean.trashedCount > 0 ? localised("在废纸篓中 %@", byteCountText(clean.trashedBytes))
-                                      : localised("已不在废纸篓中");
+                                      : localised("废纸篓中已没有");
     case SymbolRole:
         return moduleSymbol(clean.module);
     case ReturnableRole:

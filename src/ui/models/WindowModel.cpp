@@ -242,7 +242,7 @@ QStringList WindowModel::confirmationParts() const {
     QStringList warning;
     if (previewsClean()) {
         if (const std::string why = store_.whyNoWayBack(module_); !why.empty()) {
-            warning << localised("无法撤销此次清理：%@", why);
+            warning << toQt(why);
         }
     }
     if (!removesForGood()) {
