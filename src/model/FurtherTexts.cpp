@@ -168,7 +168,6 @@ constexpr auto furtherTable = std::to_array<FurtherTextEntry>({
     {"正在永久删除...", "Removing for good...", ""},
     {"永久删除这些项目", "Remove These for Good", ""},
     {"完成清理", "Finish", ""},
-    {"历史记录", "History", ""},
     {"清除历史记录", "Forget History", ""},
     {"已清除历史记录。", "The history was forgotten.", ""},
     {"在废纸篓中", "In the Trash", ""},

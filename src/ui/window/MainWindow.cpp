@@ -212,6 +212,7 @@ void MainWindow::fill(QQmlEngine& engine, CleanerStore& store, LanguageManager& 
     Texts::setLanguages(engine, languages);
     appearance_.serve(engine);
     model_ = std::make_unique<WindowModel>(store, languages, desktop);
+    store.recover();
     followDesktop(desktop);
     if (const auto module = desktop.remembered(moduleSetting)) {
         model_->setModule(QString::fromStdString(*module));
