@@ -176,7 +176,16 @@ TEST_F(AppKitWorkspaceTest, AddressesFilesAndFoldersAreOpenedAndShown) {
     EXPECT_FALSE(workspace_.openAddress("\xff"));
     EXPECT_THAT(stage().calls, ElementsAre("open x-apple.systempreferences:a?b", "open file:///Users/anna/a%20b",
                                            "reveal /Users/anna/c"));
+}
+
+TEST_F(AppKitWorkspaceTest, WhatTheUserSetForTheDisplayIsTold) {
+    EXPECT_FALSE(workspace_.reducesMotion());
+    EXPECT_FALSE(workspace_.increasesContrast());
+    stage().reducesMotion = true;
     EXPECT_TRUE(workspace_.reducesMotion());
+    EXPECT_FALSE(workspace_.increasesContrast());
+    stage().increasesContrast = true;
+    EXPECT_TRUE(workspace_.increasesContrast());
 }
 
 TEST_F(AppKitWorkspaceTest, AnIconFillsItsPicture) {

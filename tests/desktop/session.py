@@ -145,18 +145,24 @@ class Session:
         self.tray.terminate()
         self.tray.wait(processes.PATIENCE)
 
+    def _tree(self, *window):
+        """The windows below one, line by line; None when one of them went while they were listed."""
+        done = subprocess.run(["xwininfo", *window, "-tree"], env=self.environment, text=True, capture_output=True,
+                              timeout=processes.PATIENCE, check=False)
+        return done.stdout.splitlines() if done.returncode == 0 else None
+
     def _tray_panel(self):
         """The tray's window, empty without one."""
-        lines = self.run("xwininfo", "-root", "-tree").splitlines()
-        return next((line.split()[0] for line in lines if '("panel" "trayer")' in line), "")
+        listing = processes.wait_for("a list of all windows", lambda: self._tree("-root"))
+        return next((line.split()[0] for line in listing if '("panel" "trayer")' in line), "")
 
     def tray_icon(self):
         """The window of the status item inside the tray, 0 while there is none."""
-        panel = self._tray_panel()
-        if not panel:
-            return 0
-        lines = self.run("xwininfo", "-id", panel, "-tree").splitlines()
-        found = [line.split()[0] for line in lines if '"vellmoor"' in line.lower()]
+        listing = None
+        while listing is None:
+            panel = self._tray_panel()
+            listing = self._tree("-id", panel) if panel else []
+        found = [line.split()[0] for line in listing if '"vellmoor"' in line.lower()]
         return int(found[-1], 16) if found else 0
 
     def place(self, window):

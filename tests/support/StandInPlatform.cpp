@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <stdexcept>
 #include <system_error>
 #include <unistd.h>
 #include <utility>
@@ -55,7 +56,12 @@ StandInPlatform::StandInPlatform(System shape, Path homeFolder, Path rootFolder)
       home(lexicallyStandardized(homeFolder)),
       root(lexicallyStandardized(rootFolder)),
       user(::getuid()),
-      own(underRoot(root, shape == System::Mac ? "/Applications/Vellmoor.app" : "/usr/bin/vellmoor")) {}
+      own(underRoot(root, shape == System::Mac ? "/Applications/Vellmoor.app" : "/usr/bin/vellmoor")) {
+    // On a Mac a home of Linux would throw its files into the Trash of whoever runs the tests.
+    if (const std::vector<System> hosted = hostedSystems(); std::ranges::find(hosted, shape) == hosted.end()) {
+        throw std::invalid_argument("no home of this shape can be played here");
+    }
+}
 
 void StandInPlatform::fail(Operation operation, Path path, std::string reason) {
     failures_.push_back({operation, std::move(path), std::move(reason)});
@@ -148,9 +154,9 @@ std::optional<Path> StandInPlatform::realPath(const Path& path) const {
     return hostPlatform().realPath(path);
 }
 
-bool StandInPlatform::isMountPoint(const Path& path) const {
-    const auto isVolume = [&](const Volume& volume) { return volume.path == path; };
-    return mountPoints.contains(path) || std::ranges::any_of(volumes, isVolume) || hostPlatform().isMountPoint(path);
+bool StandInPlatform::isMountedAt(const Path& place) const {
+    const auto isVolume = [&](const Volume& volume) { return volume.path == place; };
+    return mountPoints.contains(place) || std::ranges::any_of(volumes, isVolume) || hostPlatform().isMountedAt(place);
 }
 
 bool StandInPlatform::isPackage(const Path& folder) const {

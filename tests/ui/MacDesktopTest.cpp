@@ -3,7 +3,9 @@
 
 #include "EditCommands.h"
 #include "L.h"
+#include "MainWindow.h"
 #include "MenuTables.h"
+#include "ScriptedCleanerService.h"
 #include "StandInPlatform.h"
 #include "SymbolImageProvider.h"
 #include "layouts/SystemLayout.h"
@@ -11,13 +13,19 @@
 #include <QColor>
 #include <QCoreApplication>
 #include <QEvent>
+#include <QGuiApplication>
 #include <QQmlComponent>
 #include <QQmlEngine>
+#include <QTest>
+#include <QThread>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <chrono>
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -163,6 +171,54 @@ TEST_F(MacDesktopTest, ASymbolOfTheSystemTakesTheWantedColour) {
     const QImage image = provider.requestImage(QStringLiteral("sparkles?#ff0000"), nullptr, QSize(16, 16));
     EXPECT_EQ(image.size(), QSize(16, 16));
     EXPECT_EQ(image.pixelColor(8, 8), QColor(Qt::red));
+}
+
+/// Shows a symbol and answers the thread on which it was drawn. What was shown before is not drawn again.
+const QThread* drawingThread(const QString& symbol, bool drawsOnAnyThread) {
+    std::atomic<const QThread*> drawn = nullptr;
+    QQmlEngine engine;
+    const auto draw = [&drawn](const QString&, int pixels) {
+        drawn = QThread::currentThread();
+        return imageOf(pictureOf(pixels, {0, 0, 0, 255}));
+    };
+    engine.addImageProvider(QStringLiteral("symbol"), new SymbolImageProvider(draw, drawsOnAnyThread));
+    QQmlComponent component(&engine);
+    component.setData(QStringLiteral("import QtQuick\nImage { source: 'image://symbol/%1' }").arg(symbol).toUtf8(), {});
+    const std::unique_ptr<QObject> image(component.create());
+    constexpr int ready = 1; // Image.Ready
+    EXPECT_TRUE(image && QTest::qWaitFor([&] { return image->property("status").toInt() == ready; }, 60000));
+    return drawn;
+}
+
+TEST(SymbolImageProvider, TheWindowDoesNotWaitForSymbolsThatAnyThreadMayDraw) {
+    const QThread* aside = drawingThread(QStringLiteral("sparkles"), true);
+    EXPECT_NE(aside, nullptr);
+    EXPECT_NE(aside, QThread::currentThread());
+    EXPECT_EQ(drawingThread(QStringLiteral("trash"), false), QThread::currentThread());
+}
+
+TEST_F(MacDesktopTest, AWindowOnAMacWaitsForNoPicture) {
+    LanguageManager languages({.read = [] { return std::nullopt; }, .write = [](const std::string&) {}}, std::nullopt);
+    CleanerStore store(std::make_shared<ScriptedCleanerService>(), [] { return std::chrono::system_clock::now(); });
+    QQmlEngine engine;
+    const auto window = loadMainWindow(engine, store, languages, desktop_);
+    ASSERT_TRUE(window) << window.error();
+    for (const char* name : {"symbol", "application"}) {
+        const auto* provider = dynamic_cast<QQuickImageProvider*>(engine.imageProvider(QString::fromLatin1(name)));
+        ASSERT_NE(provider, nullptr);
+        EXPECT_TRUE(provider->flags() & QQmlImageProviderBase::ForceAsynchronousImageLoading) << name;
+    }
+}
+
+TEST_F(MacDesktopTest, AnotherAppearanceOfTheSystemIsToldToTheWindow) {
+    int told = 0;
+    desktop_.whenLookChanges([&] { ++told; });
+    QEvent change(QEvent::ApplicationPaletteChange);
+    QCoreApplication::sendEvent(qGuiApp, &change);
+    EXPECT_EQ(told, 1);
+    QObject other;
+    QCoreApplication::sendEvent(&other, &change);
+    EXPECT_EQ(told, 1);
 }
 
 TEST(MenuTables, TheStatusMenuFollowsTheLanguage) {

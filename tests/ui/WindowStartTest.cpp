@@ -4,8 +4,8 @@
 #include "WindowDriver.h"
 
 #include <QImage>
-#include <QTest>
 #include <QScreen>
+#include <QTest>
 #include <gtest/gtest.h>
 
 #include <optional>

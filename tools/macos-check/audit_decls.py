@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Compares the declarations in decls/ with a description of the macOS SDK, TypeScript made from the SDK's own headers:
 every class and its superclass, every selector with the kinds of its arguments and of its answer, every property,
-function, constant and the value of every enumerator. What the SDK does not have fails.
+function, constant and the value of every enumerator. What the SDK does not have fails. What that description does not
+tell, since when a name is there and which answers may be nil, is compared with the table in versions.txt.
 usage: audit_decls.py SDK-FOLDER [DECLS-FOLDER]"""
 import json
 import os
@@ -13,6 +14,7 @@ import sys
 from sdk_names import Sdk, kind_of_ts, split_top
 
 HERE = pathlib.Path(__file__).resolve().parent
+OLDEST = (14, 0)  # the macOS that the program must run on
 # The description has Swift's names for what these are called in C.
 RENAMED = {"NSOrderedAscending": ("NSComparisonResult", "Ascending"),
            "NSOrderedSame": ("NSComparisonResult", "Same"),
@@ -65,6 +67,7 @@ def own_declarations(tree, decls):
 class Audit:
     def __init__(self, sdk):
         self.sdk, self.aliases, self.interfaces, self.checked, self.faults = sdk, {}, set(), 0, []
+        self.declared = {}  # name: (what its answer may be, whether it is declared as deprecated)
 
     def check(self, good, *what):
         self.checked += 1
@@ -118,10 +121,37 @@ class Audit:
         if alike and not answer and not loosely and kind in ("class", "string", "object") and their_kind != "pointer":
             self.check(nullable == their_nullable, what, "may" if nullable else "may not", "be nil here, in the SDK:", theirs)
 
+    def note(self, name, node, answer=None):
+        """Remembers a declaration for the comparison with the table."""
+        told = None
+        if answer:
+            kind, _, nullable = self.kind(answer)
+            # A property that turns nil into its own value never answers nil.
+            nullable = nullable and "_Null_unspecified" not in answer["qualType"]
+            is_object = kind in ("class", "object") or kind == "string" and "NSString" in answer.get("desugaredQualType", answer["qualType"])
+            told = ("nil" if nullable else "never") if is_object else None
+        marks = {inner["kind"] for inner in node.get("inner", [])}
+        self.declared[name] = (told, bool(marks & {"AvailabilityAttr", "DeprecatedAttr"}))
+
+    def compare_versions(self, table):
+        for name in sorted(self.declared.keys() - table.keys()):
+            self.check(False, f"versions.txt does not say since when {name} is there")
+        for name in sorted(table.keys() - self.declared.keys()):
+            self.check(False, f"versions.txt has {name}, which is not declared")
+        for name in sorted(table.keys() & self.declared.keys()):
+            since, ended, told = table[name]
+            answer, is_marked = self.declared[name]
+            self.check(since <= OLDEST, f"{name} is there since macOS", ".".join(map(str, since)), "only")
+            self.check(is_marked == (ended is not None and ended <= OLDEST),
+                       name, "is declared as deprecated, which versions.txt does not say" if is_marked
+                       else f"is deprecated since macOS {'.'.join(map(str, ended or ()))}, but not declared so")
+            self.check(answer == told, f"{name} answers", answer or "no object", "here and", told or "no object", "in versions.txt")
+
     def method(self, owner, node):
         head, *rest = node["name"].split(":")
         flat = head + "".join(part[:1].upper() + part[1:] for part in rest)
         sign = "-" if node.get("instance") else "+"
+        self.note(f"{sign}[{owner} {node['name']}]", node, node["returnType"])
         found = self.sdk.member(owner, sign + flat)
         self.check(found, f"{sign}[{owner} {node['name']}] is not in the SDK")
         if not found or found.arguments is None:
@@ -134,6 +164,7 @@ class Audit:
 
     def property(self, owner, node):
         sign = "+" if node.get("class") else "-"
+        self.note(f"{owner}.{node['name']}", node, node["type"])
         found = self.sdk.member(owner, sign + node["name"])
         self.check(found, f"{owner}.{node['name']} is not in the SDK")
         if not found or found.arguments is not None:
@@ -143,6 +174,7 @@ class Audit:
 
     def enumerator(self, node, value):
         name = node["name"]
+        self.note(name, node)
         if name in RENAMED:
             values = [self.sdk.enums[RENAMED[name][0]][RENAMED[name][1]]]
         elif name in DOCUMENTED:
@@ -165,9 +197,10 @@ class Audit:
 
     def visit(self, node, owner=None):
         kind, name, inner = node.get("kind", ""), node.get("name", ""), node.get("inner", [])
-        if node.get("isImplicit") or kind == "ObjCInterfaceDecl" and not inner:
+        if node.get("isImplicit") or kind == "ObjCInterfaceDecl" and not inner and "super" not in node:
             return
         if kind == "ObjCInterfaceDecl":
+            self.note(name, node)
             self.check(name in self.sdk.classes, f"class {name} is not in the SDK")
             if name in self.sdk.classes and "super" in node:
                 parents = list(self.sdk.chain(name))[1:]
@@ -179,8 +212,10 @@ class Audit:
         elif kind == "ObjCPropertyDecl":
             self.property(owner, node)
         elif kind == "VarDecl" and node.get("storageClass") != "static":
+            self.note(name, node)
             self.check(name in self.sdk.names, f"{name} is not in the SDK")
         elif kind == "FunctionDecl" and node.get("storageClass") != "static":
+            self.note(f"{name}()", node)
             self.check(name in self.sdk.functions, f"{name}() is not in the SDK")
             if name in self.sdk.functions:
                 self.function(node)
@@ -199,6 +234,23 @@ class Audit:
         self.check(len(parameters) == len(listed), f"{node['name']}() takes", len(listed), "arguments")
         for parameter, written in zip(parameters, listed):
             self.compare(f"{node['name']}() {parameter.get('name')}", parameter["type"], written.split(": ", 1)[-1], loosely=True)
+
+
+def version_of(text):
+    return tuple(int(part) for part in text.split("."))
+
+
+def versions(path):
+    """name: (since, deprecated since or None, "nil", "never" or None), as the table has it."""
+    table = {}
+    for line in path.read_text(encoding="utf-8").splitlines():
+        if not line or line.startswith("#"):
+            continue
+        found = re.fullmatch(r"([\d.]+)(?:-([\d.]+))? (?:(nil|never) )?(\S.*)", line)
+        if not found or found[4] in table:
+            raise SystemExit(f"{path.name}: cannot be read, or stands there twice: {line}")
+        table[found[4]] = (version_of(found[1]), version_of(found[2]) if found[2] else None, found[3])
+    return table
 
 
 def value_of(node):
@@ -220,9 +272,10 @@ def main():
             audit.interfaces.add(node["name"])
     for node in own_declarations(tree, decls):
         audit.visit(node)
+    audit.compare_versions(versions(decls.parent / "versions.txt"))
     for fault in audit.faults:
         print("decls:", fault, file=sys.stderr)
-    print(f"{audit.checked} facts of the declarations compared with the SDK, {len(audit.faults)} differ")
+    print(f"{audit.checked} facts of the declarations compared with the SDK and versions.txt, {len(audit.faults)} differ")
     raise SystemExit(bool(audit.faults) or audit.checked < 100)
 
 

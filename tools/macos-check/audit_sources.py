@@ -12,8 +12,7 @@ HERE = pathlib.Path(__file__).resolve().parent
 # Workers may call these of AppKit: its documentation says so.
 FOR_EVERY_THREAD = {"NSWorkspace", "NSRunningApplication"}
 # The compiler makes calls of them: literals, loops.
-BY_COMPILER = {"NSConstantString", "arrayWithObjects", "dictionaryWithObjects", "countByEnumeratingWithState", "numberWithBool",
-               "numberWithInt", "objectForKeyedSubscript", "objectAtIndexedSubscript"}
+BY_COMPILER = {"NSConstantString", "arrayWithObjects:count:", "countByEnumeratingWithState:objects:count:"}
 MESSAGE = re.compile(r"\[[A-Za-z_][\w.]*(?: alloc\])? ?\w+|\bNS[A-Z]\w*\.\w|\bNS[A-Z]\w*\* ?\w+ =")
 
 
@@ -84,32 +83,66 @@ def window_names(sdk_folder):
     return read("AppKit") - read("Foundation")
 
 
+def selectors_sent(text):
+    """The selectors of the messages in brackets. A subscript or a lambda's captures look like one and do no harm."""
+    groups, sent = [[]], set()
+    for token in re.findall(r'@?"(?:[^"\\\n]|\\.)*"|@selector\([\w:]*\)|::|\w+|\S', text):
+        if token in "[({":
+            groups.append([])
+        elif token in "])}" and len(groups) > 1:
+            group = groups.pop()
+            if token == "]":
+                sent.add(selector_of(group))
+            groups[-1].append("()")
+        else:
+            groups[-1].append(token)
+    return sent
+
+
+def selector_of(tokens):
+    """Of the words between two brackets, without what stands in brackets of its own."""
+    parts, choices = [], 0
+    for before, token in zip([""] + tokens, tokens):
+        if token == "?":
+            choices += 1
+        elif token == ":" and choices:
+            choices -= 1
+        elif token == ":":
+            parts.append(before + ":")
+    return "".join(parts) if parts else tokens[-1] if tokens else ""
+
+
 def declared_names(text):
-    """The first parts of selectors, properties, functions, constants and enumerators of a header."""
-    text = re.sub(r"API_\w+\([^;]*?\)\)|NS_RETURNS_INNER_POINTER", "", without_comments(text))
+    """(name, how a use of it may be spelt) of every method, property, function, constant and class of a header."""
+    text = re.sub(r"API_\w+\([^;]*\)\)|NS_RETURNS_INNER_POINTER", "", without_comments(text))
     text = re.sub(r"^#.*$", "", text, flags=re.M)
     for found in re.finditer(r"^@property(\([^)]*\))?[^;]*?(\w+)\s*;", text, re.M):
         getter = re.search(r"getter=(\w+)", found[1] or "")
-        yield found[2], ({found[2], getter[1]} if getter else {found[2], "set" + found[2][0].upper() + found[2][1:]})
-    for found in re.finditer(r"^[-+] \([^;]*?\)\s*(\w+)\s*[:;]", text, re.M):
-        yield found[1], {found[1]}
+        setter = "set" + found[2][0].upper() + found[2][1:] + ":"
+        yield found[2], {found[2], "." + found[2], setter} | ({getter[1]} if getter else set())
+    for found in re.finditer(r"^[-+] \([^)]*\)\s*([^;]+);", text, re.M):
+        bare = re.sub(r"\([^()]*(?:\([^()]*\)[^()]*)*\)", "", found[1])
+        name = "".join(re.findall(r"\w+:", bare)) or bare.strip()
+        yield name, {name} if ":" in name else {name, "." + name}
     for found in re.finditer(r"^(?:FOUNDATION_EXPORT|CF_EXPORT)[^;(]*?(\w+)\s*[(;]", text, re.M):
         yield found[1], {found[1]}
-    for found in re.finditer(r"^@interface (\w+) ?:", text, re.M):
-        yield found[1], {found[1]}
+    for found in re.finditer(r"^static inline \w+ (NS\w+)\(|^@interface (\w+)", text, re.M):
+        yield found[1] or found[2], {found[1] or found[2]}
 
 
 def unused_faults(root):
-    used = "\n".join(without_comments(path.read_text(encoding="utf-8"))
-                     for folder in ("src", "tests") for path in (root / folder).rglob("*")
-                     if path.suffix in (".mm", ".h", ".cpp") and "macos" in path.parts)
+    sources = [path for folder in ("src", "tests") for path in (root / folder).rglob("*")
+               if path.suffix in (".mm", ".h", ".cpp") and "macos" in path.parts]
+    used = BY_COMPILER.copy()
+    for path in sources:
+        text = without_comments(path.read_text(encoding="utf-8"))
+        used |= selectors_sent(text) | set(re.findall(r"(?<=[\w\])])(\.\w+)\b(?!\()", text)) | set(re.findall(r"\b(?:NS|CG|kCG|kCF|os_)\w+", text))
     headers = sorted((root / "tools/macos-check/decls").rglob("*.h"))
-    inside = "\n".join(header.read_text(encoding="utf-8") for header in headers)
-    words = set(re.findall(r"\w+", used))
+    inside = "\n".join(without_comments(header.read_text(encoding="utf-8")) for header in headers)
     for header in headers:
         for name, spellings in declared_names(header.read_text(encoding="utf-8")):
             is_type = name[:2] in ("NS", "CG") and len(re.findall(rf"\b{name}\b", inside)) > 1
-            if not spellings & (words | BY_COMPILER) and not is_type:
+            if not spellings & used and not is_type:
                 yield f"decls/{header.relative_to(root / 'tools/macos-check/decls')}: nothing uses {name}"
 
 

@@ -2,8 +2,8 @@
 """Shows that the macOS check and the tests over the stand-ins find what they are for: errors are planted one by one into
 a copy of the checkout, and the check, or the test that is named, must fail and say why. Without them the copy must pass. An
 edit whose place is not found exactly once fails.
-usage: planted.py [--quick | --tests]   (--quick: only the plants marked so, without the whole build; --tests: only those
-that a test must see)"""
+usage: planted.py [--quick | --tests | --only WORDS]   (--quick: only the plants marked so, without the whole build;
+--tests: only those that a test must see; --only: those whose names match a regular expression)"""
 import concurrent.futures
 import os
 import pathlib
@@ -37,7 +37,9 @@ def run_test(copy, program):
     """Builds a test program in the copy and runs it."""
     environment = {**os.environ, "CCACHE_BASEDIR": str(copy), "CCACHE_NOHASHDIR": "1"}
     build = copy / "build/dev"
-    steps = [] if (build / "build.ninja").exists() else [["cmake", "--preset", "dev"]]
+    # Without sanitizers, which would only slow it down: the tests themselves must see what was planted.
+    configure = ["cmake", "--preset", "dev", "-DVELLMOOR_SANITIZE=", "-DCMAKE_CXX_FLAGS_DEBUG=-O0"]
+    steps = [] if (build / "build.ninja").exists() else [configure]
     for step in [*steps, ["cmake", "--build", str(build), "--target", program]]:
         done = subprocess.run(step, cwd=copy, capture_output=True, text=True, check=False, env=environment)
         if done.returncode != 0:
@@ -109,7 +111,8 @@ def rounds(plants):
 
 def main():
     quick, tests = sys.argv[1:] == ["--quick"], sys.argv[1:] == ["--tests"]
-    if sys.argv[1:] and not quick and not tests:
+    only = sys.argv[2] if len(sys.argv) == 3 and sys.argv[1] == "--only" else ""
+    if sys.argv[1:] and not quick and not tests and not only:
         raise SystemExit(__doc__)
     with open(HERE / "planted.toml", "rb") as file:
         plants = [Plant(table) for table in tomllib.load(file)["plant"]]
@@ -117,13 +120,15 @@ def main():
     untried = sorted(native - {plant.file for plant in plants})
     if untried and not quick:
         raise SystemExit("No error is planted in:\n" + "\n".join(untried))
-    plants = [plant for plant in plants if (plant.quick or not quick) and (plant.test or not tests)]
+    plants = [plant for plant in plants
+              if (plant.quick or not quick) and (plant.test or not tests) and re.search(only, plant.name)]
     wrong = 0
     with tempfile.TemporaryDirectory(prefix="vellmoor-planted-") as folder:
         copy = pathlib.Path(folder)
         copy_checkout(copy)
         sources = sorted({plant.ask for plant in plants if plant.ask and not plant.test and not plant.ask.startswith("--")})
-        for arguments in ([] if tests else [sources, ["--audit"]] if quick else [[], sources]):
+        whole = any(plant.ask == "" and not plant.test for plant in plants)
+        for arguments in ([] if tests else [[], sources] if whole else [*([sources] if sources else []), ["--audit"]]):
             status, said = check(copy, *arguments)
             if status != 0:
                 raise SystemExit(f"The copy without planted errors does not pass:\n{said}")

@@ -140,7 +140,8 @@ void finishPathAtExit() {
 int runWindow(SingleInstance& instance, const std::filesystem::path& root, const StartOptions& options) {
     const LookWatcher looks(QDBusConnection::sessionBus(), processEnvironment().config);
     std::optional<Parts> parts; // outlives the window
-    MainWindow main(windowStart(looks.look(), rememberedSetting(themeSetting), rememberedSetting(sizeSetting)));
+    MainWindow main(windowStart(looks.look(), rememberedSetting(themeSetting), rememberedSetting(sizeSetting),
+                                rememberedSetting(placeSetting)));
     Wishes wishes;
     StatusBarController status(main.window());
     setIconLater(main.window());

@@ -2,13 +2,16 @@
 
 #include "SystemPlaces.h"
 
+#include <QEvent>
 #include <QGuiApplication>
 #include <QPalette>
 #include <QSettings>
 #include <QString>
 
 #include <algorithm>
+#include <functional>
 #include <string_view>
+#include <utility>
 
 namespace vellmoor {
 namespace {
@@ -23,6 +26,25 @@ bool startFirst(const Platform& platform, Workspace& workspace, const std::vecto
     const auto place = std::ranges::find_if(places, [&](const auto& path) { return platform.exists(path); });
     return place != places.end() && workspace.openFile(*place);
 }
+
+/// Hears of it when Qt's palette has followed the system to another appearance.
+class PaletteWatcher final : public QObject {
+public:
+    explicit PaletteWatcher(std::function<void()> changed) : changed_(std::move(changed)) {
+        qGuiApp->installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (watched == qGuiApp && event->type() == QEvent::ApplicationPaletteChange) {
+            changed_();
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    std::function<void()> changed_;
+};
 
 } // namespace
 
@@ -39,9 +61,8 @@ QImage imageOf(const Picture& picture) {
 MacDesktop::MacDesktop(const Platform& platform, const SystemLayout& layout, Workspace& workspace)
     : platform_(platform),
       layout_(layout),
-      workspace_(workspace) {
-    QObject::connect(qGuiApp, &QGuiApplication::paletteChanged, &paletteConnection_, [this] { tellLookChanged(); });
-}
+      workspace_(workspace),
+      paletteWatcher_(std::make_unique<PaletteWatcher>([this] { tellLookChanged(); })) {}
 
 DesktopLook MacDesktop::look() const {
     constexpr int halfLight = 128;
@@ -113,6 +134,7 @@ bool MacDesktop::hasApplicationIcon(const std::filesystem::path& application) {
 }
 
 QImage MacDesktop::symbol(const QString& name, int pixels) {
+    const std::scoped_lock guard(lock_);
     return imageOf(workspace_.symbol(name.toStdString(), pixels));
 }
 

@@ -8,6 +8,7 @@
 #include <QObject>
 
 #include <map>
+#include <memory>
 #include <mutex>
 #include <utility>
 
@@ -44,8 +45,8 @@ private:
     const Platform& platform_;
     const SystemLayout& layout_;
     Workspace& workspace_;
-    QObject paletteConnection_;
-    std::mutex lock_;                                               ///< of the icons, which are drawn one at a time
+    std::unique_ptr<QObject> paletteWatcher_;
+    std::mutex lock_;                                               ///< of pictures, which are drawn one at a time
     std::map<std::pair<std::filesystem::path, int>, QImage> icons_; ///< of applications asked for so far
 };
 

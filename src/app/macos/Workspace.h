@@ -1,5 +1,5 @@
 // What the window needs of macOS's workspace, without any of its types, so that the rules above it can be tested
-// anywhere. Main thread only, but for fileIcon(), which any thread may call, one at a time.
+// anywhere. Main thread only, but for fileIcon() and symbol(), which any thread may call, one at a time.
 #pragma once
 
 #include <cstdint>

@@ -43,7 +43,7 @@ public:
     [[nodiscard]] virtual QImage applicationIcon(const std::filesystem::path& application, int pixels) = 0;
     /// Whether there is such an icon; without drawing it where that can be told.
     [[nodiscard]] virtual bool hasApplicationIcon(const std::filesystem::path& application);
-    /// Whether applicationIcon() may be called on any thread, one at a time.
+    /// Whether applicationIcon() and symbol() may be called on any thread.
     [[nodiscard]] virtual bool drawsOnAnyThread() const { return false; }
     /// The desktop's own picture of a symbol, black on nothing, `pixels` wide and high; null when it has none: then
     /// the embedded one is drawn.

@@ -99,6 +99,10 @@ public:
     [[nodiscard]] LargeFileListModel* largeFiles() { return &largeFiles_; }
     [[nodiscard]] CleanupListModel* memoryItems() { return &memoryItems_; }
     [[nodiscard]] CleanupListModel* startupExtras() { return &startupExtras_; }
+    /// The list of a module's page.
+    [[nodiscard]] CleanupListModel& listOf(CleanerModule module) {
+        return module == CleanerModule::largeFiles ? static_cast<CleanupListModel&>(largeFiles_) : items_;
+    }
     [[nodiscard]] CleanupListModel* details() { return &details_; }
     [[nodiscard]] FileCandidateModel* candidates() { return &candidates_; }
     [[nodiscard]] StartupListModel* startup() { return &startup_; }
@@ -145,6 +149,7 @@ public:
     /// After the user confirmed.
     Q_INVOKABLE void cleanSelected();
     Q_INVOKABLE void closeReport();
+    Q_INVOKABLE void closeActionFailure();
     Q_INVOKABLE void rescanReported();
     Q_INVOKABLE void setAllSelected(bool selected);
     Q_INVOKABLE void refreshPermissions();
@@ -173,6 +178,7 @@ Q_SIGNALS:
 
 private:
     void connectStore();
+    void followStore();
     void follow(CleanerModule module);
     void noteSelectionChange();
     void retranslate();
@@ -183,6 +189,7 @@ private:
     CleanerStore& store_;
     Desktop& desktop_;
     CleanerModule module_;
+    CleanerModule chosen_; ///< by the user; module_ is there when the store is
     ScanModel scan_;
     ModuleListModel modules_;
     StorageSegmentModel segments_;

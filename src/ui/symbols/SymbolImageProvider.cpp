@@ -46,8 +46,10 @@ QImage symbolImage(const QString& symbol, const QColor& color, int pixels) {
     return image;
 }
 
-SymbolImageProvider::SymbolImageProvider(SymbolSource system)
-    : QQuickImageProvider(QQuickImageProvider::Image),
+SymbolImageProvider::SymbolImageProvider(SymbolSource system, bool drawsOnAnyThread)
+    : QQuickImageProvider(QQuickImageProvider::Image, drawsOnAnyThread
+                                                          ? QQmlImageProviderBase::ForceAsynchronousImageLoading
+                                                          : QQmlImageProviderBase::Flags()),
       system_(std::move(system)) {}
 
 QImage SymbolImageProvider::picture(const QString& symbol, const QColor& color, int pixels) const {

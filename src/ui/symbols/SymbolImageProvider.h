@@ -15,7 +15,8 @@ using SymbolSource = std::function<QImage(const QString& symbol, int pixels)>;
 /// which the image element reports.
 class SymbolImageProvider final : public QQuickImageProvider {
 public:
-    explicit SymbolImageProvider(SymbolSource system = {});
+    /// `drawsOnAnyThread`: the window need not wait for a picture, which is drawn on a thread of the engine's.
+    explicit SymbolImageProvider(SymbolSource system = {}, bool drawsOnAnyThread = false);
     QImage requestImage(const QString& id, QSize* size, const QSize& requestedSize) override;
 
 private:

@@ -108,7 +108,7 @@ TEST_P(CleaningOfWhatWasShown, WhatCannotBeSeenIsAFailureAndNotGone) {
 /// The row of an application with its leftovers.
 class CleaningOfAnApplication : public ::testing::Test {
 protected:
-    EngineHome home{System::Linux};
+    EngineHome home{test::hostedSystems().back()};
     const Path body = home.text("Applications/tool/run", "program").parent_path();
     const Path leftover = home.text(".config/tool/settings", "words").parent_path();
 

@@ -185,7 +185,10 @@ void CGContextRelease(CGContextRef context) {
     return image;
 }
 - (BOOL)accessibilityDisplayShouldReduceMotion {
-    return YES;
+    return stage().reducesMotion;
+}
+- (BOOL)accessibilityDisplayShouldIncreaseContrast {
+    return stage().increasesContrast;
 }
 @end
 

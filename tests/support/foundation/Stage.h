@@ -67,6 +67,8 @@ struct Stage {
     unsigned long eventType = 0;       ///< of the event that is being handled
     bool respondersTakeActions = true; ///< what -sendAction:to:from: answers
     bool isMiniaturized = false;
+    bool reducesMotion = false;
+    bool increasesContrast = false;
     double imageWidth = 20; ///< of symbols, which come in their own size
     double imageHeight = 10;
     std::set<std::string> symbols{"sparkles"};

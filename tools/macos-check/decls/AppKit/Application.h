@@ -4,26 +4,19 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-@class NSApplication;
-
 @interface NSWindow : NSResponder
 @property(readonly, getter=isMiniaturized) BOOL miniaturized;
 - (void)deminiaturize:(nullable id)sender;
 - (void)makeKeyAndOrderFront:(nullable id)sender;
 @end
 
-typedef NS_ENUM(NSInteger, NSApplicationActivationPolicy) {
-    NSApplicationActivationPolicyRegular = 0,
-    NSApplicationActivationPolicyAccessory
-};
+typedef NS_ENUM(NSInteger, NSApplicationActivationPolicy) { NSApplicationActivationPolicyRegular = 0 };
 @interface NSApplication : NSResponder
 @property(nullable, readonly, strong) NSEvent* currentEvent;
 @property(nullable, strong) NSMenu* mainMenu;
 - (BOOL)setActivationPolicy:(NSApplicationActivationPolicy)activationPolicy;
-- (void)activate API_AVAILABLE(macos(14.0));
-- (void)activateIgnoringOtherApps:(BOOL)flag;
+- (void)activateIgnoringOtherApps:(BOOL)flag API_DEPRECATED("Use -activate.", macos(10.0, 14.0));
 - (void)unhide:(nullable id)sender;
-- (void)terminate:(nullable id)sender;
 - (BOOL)sendAction:(SEL)action to:(nullable id)target from:(nullable id)sender;
 @end
 typedef NSInteger NSModalResponse;

@@ -12,7 +12,6 @@ NS_ASSUME_NONNULL_BEGIN
 @property(nullable, readonly, copy) NSString* localizedName;
 @property(nullable, readonly, copy) NSString* bundleIdentifier;
 @property(nullable, readonly, copy) NSURL* bundleURL;
-@property(nullable, readonly, copy) NSURL* executableURL;
 @property(readonly) pid_t processIdentifier;
 - (BOOL)terminate;
 @end
@@ -20,7 +19,8 @@ NS_ASSUME_NONNULL_BEGIN
 @interface NSWorkspace : NSObject
 @property(class, readonly, strong) NSWorkspace* sharedWorkspace;
 @property(readonly, copy) NSArray<NSRunningApplication*>* runningApplications;
-@property(readonly) BOOL accessibilityDisplayShouldReduceMotion API_AVAILABLE(macos(10.12));
+@property(readonly) BOOL accessibilityDisplayShouldReduceMotion;
+@property(readonly) BOOL accessibilityDisplayShouldIncreaseContrast;
 - (BOOL)openURL:(NSURL*)url;
 - (void)activateFileViewerSelectingURLs:(NSArray<NSURL*>*)fileURLs;
 - (NSImage*)iconForFile:(NSString*)fullPath;

@@ -22,10 +22,7 @@ typedef enum CGImageAlphaInfo : uint32_t {
     kCGImageAlphaPremultipliedLast = 1,
     kCGImageAlphaPremultipliedFirst = 2
 } CGImageAlphaInfo;
-typedef enum CGBitmapInfo : uint32_t {
-    kCGBitmapByteOrder32Little = 2 << 12,
-    kCGBitmapByteOrder32Big = 4 << 12
-} CGBitmapInfo;
+typedef uint32_t CGBitmapInfo;
 
 CF_EXPORT const CFStringRef kCGColorSpaceSRGB;
 CF_EXPORT CGColorSpaceRef CGColorSpaceCreateWithName(CFStringRef name);

@@ -42,9 +42,6 @@ static inline NSRect NSMakeRect(CGFloat x, CGFloat y, CGFloat w, CGFloat h) {
     NSRect rect = {{x, y}, {w, h}};
     return rect;
 }
-static inline CGFloat NSWidth(NSRect aRect) {
-    return aRect.size.width;
-}
 static inline CGFloat NSHeight(NSRect aRect) {
     return aRect.size.height;
 }

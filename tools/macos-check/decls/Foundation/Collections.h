@@ -1,4 +1,4 @@
-// Arrays and dictionaries, with what literals, subscripts and for-in loops compile to.
+// Arrays and dictionaries, with what literals and for-in loops compile to.
 #pragma once
 #import <Foundation/Values.h>
 
@@ -12,11 +12,8 @@ typedef struct {
 } NSFastEnumerationState;
 
 @interface NSArray<__covariant ObjectType> : NSObject <NSCopying, NSSecureCoding, NSFastEnumeration>
-@property(readonly) NSUInteger count;
 @property(nullable, nonatomic, readonly) ObjectType firstObject;
 - (NSString*)componentsJoinedByString:(NSString*)separator;
-- (ObjectType)objectAtIndexedSubscript:(NSUInteger)idx;
-+ (instancetype)array;
 + (instancetype)arrayWithObjects:(const ObjectType _Nonnull[_Nullable])objects count:(NSUInteger)cnt;
 - (NSUInteger)countByEnumeratingWithState:(NSFastEnumerationState*)state
                                   objects:(id __unsafe_unretained _Nullable[_Nonnull])buffer
@@ -29,12 +26,7 @@ typedef struct {
 
 @interface NSDictionary<__covariant KeyType, __covariant ObjectType>
     : NSObject <NSCopying, NSSecureCoding, NSFastEnumeration>
-@property(readonly) NSUInteger count;
 - (nullable ObjectType)objectForKey:(KeyType)aKey;
-- (nullable ObjectType)objectForKeyedSubscript:(KeyType)key;
-+ (instancetype)dictionaryWithObjects:(const ObjectType _Nonnull[_Nullable])objects
-                              forKeys:(const KeyType<NSCopying> _Nonnull[_Nullable])keys
-                                count:(NSUInteger)cnt;
 - (NSUInteger)countByEnumeratingWithState:(NSFastEnumerationState*)state
                                   objects:(id __unsafe_unretained _Nullable[_Nonnull])buffer
                                     count:(NSUInteger)len;

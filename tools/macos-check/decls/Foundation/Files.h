@@ -10,7 +10,7 @@ FOUNDATION_EXPORT NSURLResourceKey const NSURLVolumeNameKey;
 FOUNDATION_EXPORT NSURLResourceKey const NSURLVolumeIsBrowsableKey;
 FOUNDATION_EXPORT NSURLResourceKey const NSURLVolumeUUIDStringKey;
 FOUNDATION_EXPORT NSURLResourceKey const NSURLVolumeTotalCapacityKey;
-FOUNDATION_EXPORT NSURLResourceKey const NSURLVolumeAvailableCapacityForImportantUsageKey API_AVAILABLE(macos(10.13));
+FOUNDATION_EXPORT NSURLResourceKey const NSURLVolumeAvailableCapacityForImportantUsageKey;
 
 @interface NSURL : NSObject <NSCopying, NSSecureCoding>
 @property(nullable, readonly, copy) NSString* path;
@@ -18,7 +18,7 @@ FOUNDATION_EXPORT NSURLResourceKey const NSURLVolumeAvailableCapacityForImportan
 + (nullable instancetype)URLWithString:(NSString*)URLString;
 + (NSURL*)fileURLWithFileSystemRepresentation:(const char*)path
                                   isDirectory:(BOOL)isDir
-                                relativeToURL:(nullable NSURL*)baseURL API_AVAILABLE(macos(10.9));
+                                relativeToURL:(nullable NSURL*)baseURL;
 - (BOOL)getResourceValue:(out id _Nullable* _Nonnull)value
                   forKey:(NSURLResourceKey)key
                    error:(out NSError* _Nullable* _Nullable)error;
@@ -30,13 +30,13 @@ typedef NS_OPTIONS(NSUInteger, NSVolumeEnumerationOptions) { NSVolumeEnumeration
 typedef NSString* NSFileAttributeKey;
 @interface NSFileManager : NSObject
 @property(class, readonly, strong) NSFileManager* defaultManager;
-@property(readonly, copy) NSURL* homeDirectoryForCurrentUser API_AVAILABLE(macos(10.12));
+@property(readonly, copy) NSURL* homeDirectoryForCurrentUser;
 - (nullable NSArray<NSURL*>*)mountedVolumeURLsIncludingResourceValuesForKeys:
                                  (nullable NSArray<NSURLResourceKey>*)propertyKeys
                                                                      options:(NSVolumeEnumerationOptions)options;
 - (BOOL)trashItemAtURL:(NSURL*)url
       resultingItemURL:(NSURL* _Nullable* _Nullable)outResultingURL
-                 error:(NSError* _Nullable* _Nullable)error API_AVAILABLE(macos(10.8));
+                 error:(NSError* _Nullable* _Nullable)error;
 - (BOOL)removeItemAtURL:(NSURL*)URL error:(NSError* _Nullable* _Nullable)error;
 - (BOOL)moveItemAtURL:(NSURL*)srcURL toURL:(NSURL*)dstURL error:(NSError* _Nullable* _Nullable)error;
 - (BOOL)createDirectoryAtURL:(NSURL*)url
@@ -49,7 +49,6 @@ typedef NSString* NSFileAttributeKey;
 @property(class, readonly, strong) NSBundle* mainBundle;
 @property(readonly, copy) NSURL* bundleURL;
 @property(nullable, readonly, copy) NSString* bundleIdentifier;
-@property(nullable, readonly, copy) NSURL* executableURL;
 + (nullable instancetype)bundleWithURL:(NSURL*)url;
 - (nullable id)objectForInfoDictionaryKey:(NSString*)key;
 @end

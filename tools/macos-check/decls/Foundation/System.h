@@ -6,20 +6,19 @@ NS_ASSUME_NONNULL_BEGIN
 
 @interface NSFileHandle : NSObject <NSSecureCoding>
 @property(class, readonly, strong) NSFileHandle* fileHandleWithNullDevice;
-- (nullable NSData*)readDataToEndOfFileAndReturnError:(out NSError* _Nullable* _Nullable)error
-    API_AVAILABLE(macos(10.15));
+- (nullable NSData*)readDataToEndOfFileAndReturnError:(out NSError* _Nullable* _Nullable)error;
 @end
 @interface NSPipe : NSObject
 @property(readonly, retain) NSFileHandle* fileHandleForReading;
 + (NSPipe*)pipe;
 @end
 @interface NSTask : NSObject
-@property(nullable, copy) NSURL* executableURL API_AVAILABLE(macos(10.13));
+@property(nullable, copy) NSURL* executableURL;
 @property(nullable, copy) NSArray<NSString*>* arguments;
 @property(nullable, retain) id standardOutput;
 @property(nullable, retain) id standardError;
 @property(readonly) int terminationStatus;
-- (BOOL)launchAndReturnError:(out NSError* _Nullable* _Nullable)error API_AVAILABLE(macos(10.13));
+- (BOOL)launchAndReturnError:(out NSError* _Nullable* _Nullable)error;
 - (void)waitUntilExit;
 @end
 
@@ -30,8 +29,8 @@ typedef NS_OPTIONS(uint64_t, NSActivityOptions) {
 @interface NSProcessInfo : NSObject
 @property(class, readonly, strong) NSProcessInfo* processInfo;
 @property(readonly) unsigned long long physicalMemory;
-- (id<NSObject>)beginActivityWithOptions:(NSActivityOptions)options reason:(NSString*)reason API_AVAILABLE(macos(10.9));
-- (void)endActivity:(id<NSObject>)activity API_AVAILABLE(macos(10.9));
+- (id<NSObject>)beginActivityWithOptions:(NSActivityOptions)options reason:(NSString*)reason;
+- (void)endActivity:(id<NSObject>)activity;
 @end
 
 @interface NSUserDefaults : NSObject
@@ -42,7 +41,6 @@ typedef NS_OPTIONS(uint64_t, NSActivityOptions) {
 
 typedef NSString* NSNotificationName;
 @interface NSNotification : NSObject <NSCopying>
-@property(readonly, copy) NSNotificationName name;
 @end
 @interface NSNotificationCenter : NSObject
 @property(class, readonly, strong) NSNotificationCenter* defaultCenter;
@@ -77,7 +75,6 @@ typedef NS_ENUM(NSInteger, NSRelativeDateTimeFormatterUnitsStyle) {
 };
 @interface NSFormatter : NSObject <NSCopying>
 @end
-API_AVAILABLE(macos(10.15))
 @interface NSRelativeDateTimeFormatter : NSFormatter
 @property NSRelativeDateTimeFormatterUnitsStyle unitsStyle;
 @property(null_resettable, copy) NSLocale* locale;

@@ -16,11 +16,10 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 @property(readonly) NSUInteger length;
 @property(nullable, readonly) const char* UTF8String NS_RETURNS_INNER_POINTER;
 @property(readonly, copy) NSString* lowercaseString;
-@property(readonly, copy) NSString* lastPathComponent;
 - (nullable instancetype)initWithBytes:(const void*)bytes length:(NSUInteger)len encoding:(NSStringEncoding)encoding;
 - (nullable instancetype)initWithData:(NSData*)data encoding:(NSStringEncoding)encoding;
 - (NSComparisonResult)localizedCaseInsensitiveCompare:(NSString*)string;
-- (BOOL)localizedCaseInsensitiveContainsString:(NSString*)str API_AVAILABLE(macos(10.10));
+- (BOOL)localizedCaseInsensitiveContainsString:(NSString*)str;
 - (NSArray<NSString*>*)componentsSeparatedByCharactersInSet:(NSCharacterSet*)separator;
 @end
 // The class that the compiler makes @"..." of.
@@ -36,12 +35,9 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 @interface NSNumber : NSValue
 @property(readonly) BOOL boolValue;
 @property(readonly) long long longLongValue;
-+ (NSNumber*)numberWithBool:(BOOL)value;
-+ (NSNumber*)numberWithInt:(int)value;
 @end
 
 @interface NSDate : NSObject <NSCopying, NSSecureCoding>
-+ (instancetype)date;
 + (instancetype)dateWithTimeIntervalSince1970:(NSTimeInterval)secs;
 @end
 
@@ -54,7 +50,6 @@ enum : NSInteger { NSFileWriteOutOfSpaceError = 640, NSFileWriteVolumeReadOnlyEr
 @property(readonly, copy) NSString* localizedDescription;
 @end
 @interface NSException : NSObject <NSCopying, NSSecureCoding>
-@property(readonly, copy) NSString* name;
 @property(nullable, readonly, copy) NSString* reason;
 @end
 

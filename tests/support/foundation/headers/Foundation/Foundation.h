@@ -6,7 +6,7 @@
 #define GNUSTEP 1
 #define GNUSTEP_BASE_LIBRARY 1
 #define GNU_RUNTIME 1
-#define API_AVAILABLE(...)
+#define API_DEPRECATED(...)
 #define NSURLVolumeAvailableCapacityForImportantUsageKey StandInImportantUsageKey
 #define NSVolumeEnumerationSkipHiddenVolumes StandInSkipHiddenVolumes
 #define NSRelativeDateTimeFormatter StandInRelativeDateTimeFormatter
