@@ -1,11 +1,12 @@
-# Every target of the project compiles with these; each one is an error.
+# Every target of the project compiles with these; each one is an error, but for packages: the next compiler knows more of them.
+option(VELLMOOR_WARNINGS_ARE_ERRORS "Let a warning end the build" ON)
 add_library(vellmoor_warnings INTERFACE)
 target_compile_options(vellmoor_warnings INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wnon-virtual-dtor
   -Woverloaded-virtual -Wold-style-cast -Wformat=2 -Wimplicit-fallthrough -Wextra-semi
   -Wundef
   # Apple's compilers are newer than any that the sources were tried with: what only they say is no reason to stop.
-  $<$<NOT:$<CXX_COMPILER_ID:AppleClang>>:-Werror>
+  $<$<AND:$<BOOL:${VELLMOOR_WARNINGS_ARE_ERRORS}>,$<NOT:$<CXX_COMPILER_ID:AppleClang>>>:-Werror>
   # Designated initialisers leave out what keeps its default.
   -Wno-missing-field-initializers
   # GCC 12 sees overlapping copies in std::string's operator+ where there are none (GCC bug 105651),

@@ -27,3 +27,62 @@ has_display() { is_mac || [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ]
 
 # ccache keeps what is built with a precompiled header only with this (its manual, "Precompiled headers").
 export CCACHE_SLOPPINESS=${CCACHE_SLOPPINESS:-pch_defines,time_macros}
+
+say() { printf '%s\n' "$*" >&2; }
+
+# Of "a|b" among the arguments one is enough; those that are not installed, by the first name that this release knows.
+missing_debian() {
+  local installed entry name names
+  read -r -a names <<<"$(tr '|' ' ' <<<"$*")"
+  # dpkg-query fails when it does not know one of them: that one is missing.
+  installed=$({ dpkg-query -W -f '${db:Status-Abbrev} ${Package}\n' "${names[@]}" 2>/dev/null || true; } \
+    | sed -n 's/^ii  *//p')
+  for entry in "$@"; do
+    for name in ${entry//|/ }; do
+      grep -qxF "$name" <<<"$installed" && continue 2
+    done
+    for name in ${entry//|/ }; do
+      [ "$entry" = "$name" ] && break
+      apt-cache show "$name" >/dev/null 2>&1 && break
+    done
+    printf '%s\n' "$name"
+  done
+}
+
+# Fills `missing` with the lines that it reads.
+read_missing() {
+  local line
+  missing=()
+  while IFS= read -r line; do
+    missing+=("$line")
+  done
+}
+
+# What only root may do: itself for root, sudo for everybody else.
+as_root() {
+  if [ "$(id -u)" -eq 0 ]; then
+    "$@"
+  elif command -v sudo >/dev/null; then
+    sudo --preserve-env=DEBIAN_FRONTEND "$@"
+  else
+    say "This needs root, and there is no sudo here: $*"
+    exit 1
+  fi
+}
+
+# Installs what is missing; with --check as the first argument it only says so and fails. An empty one is none.
+install_debian() {
+  local check=${1:-}
+  shift
+  read_missing < <(missing_debian "$@")
+  [ "${#missing[@]}" -eq 0 ] && return 0
+  if [ "$check" = --check ]; then
+    say "Missing packages: ${missing[*]}"
+    exit 1
+  fi
+  export DEBIAN_FRONTEND=noninteractive
+  as_root apt-get update -qq
+  read_missing < <(missing_debian "$@") # by their names: a fresh system knows none before
+  say "Installing: ${missing[*]}"
+  as_root apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}

@@ -47,7 +47,7 @@ for target in "${targets[@]}"; do
   program=$build/$target
   packages=()
   case $target in
-    Exec) readers=(src/engine/applications/ExecLine.cpp) ;;
+    Exec) readers=(src/engine/desktop/ExecLine.cpp) ;;
     DesktopEntry)
       readers=(src/engine/applications/{ExecLine,DesktopEntries}.cpp src/model/{L,EnglishTable,LinuxTexts}.cpp
         src/platform/{Paths,Platform,PosixFiles}.cpp src/platform/linux/{Files,KeyFiles,OpenFolders,Rename}.cpp)
@@ -56,7 +56,7 @@ for target in "${targets[@]}"; do
       readers=(tests/support/linux/PropertyLists.cpp src/platform/{Paths,PosixFiles,PropertyValue,linux/Files,linux/OpenFolders,linux/Rename}.cpp)
       packages=(libplist-2.0) ;;
     AttributeRecord) readers=(src/walk/macos/AttributeRecord.cpp) ;;
-    *) readers=(src/engine/memory/MemoryText.cpp src/engine/processes/ControlGroups.cpp src/platform/ProcessLine.cpp) ;;
+    *) readers=(src/engine/processes/MemoryText.cpp src/engine/processes/ControlGroups.cpp src/platform/ProcessLine.cpp) ;;
   esac
   headers=()
   for reader in "${readers[@]}"; do

@@ -16,7 +16,7 @@ import sys
 import xml.sax.saxutils
 
 TOP = pathlib.Path(__file__).resolve().parent.parent
-METAINFO = TOP / "packaging/linux/org.vellmoor.Vellmoor.metainfo.xml"
+METAINFO = TOP / "packaging/linux/org.vellmoor.Vellmoor.metainfo.xml.in"
 CHANGELOG = TOP / "debian/changelog"
 MAINTAINER = "The Vellmoor developers <vellmoor@vellmoor.org>"
 

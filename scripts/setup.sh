@@ -23,61 +23,6 @@ brew_packages=(cmake ninja ccache qtbase qtdeclarative qtsvg googletest google-b
 # The check of the macOS sources fetches headers with npm; whose npm it is does not matter.
 command -v npm >/dev/null || debian_packages+=(npm)
 
-say() { printf '%s\n' "$*" >&2; }
-
-# The packages that are not installed; of "a|b" one is enough, and the first that this release knows is named.
-missing_debian() {
-  local installed entry name names
-  read -r -a names <<<"$(tr '|' ' ' <<<"${debian_packages[*]}")"
-  # dpkg-query fails when it does not know one of them: that one is missing.
-  installed=$({ dpkg-query -W -f '${db:Status-Abbrev} ${Package}\n' "${names[@]}" 2>/dev/null || true; } \
-    | sed -n 's/^ii  *//p')
-  for entry in "${debian_packages[@]}"; do
-    for name in ${entry//|/ }; do
-      grep -qxF "$name" <<<"$installed" && continue 2
-    done
-    for name in ${entry//|/ }; do
-      [ "$entry" = "$name" ] && break
-      apt-cache show "$name" >/dev/null 2>&1 && break
-    done
-    printf '%s\n' "$name"
-  done
-}
-
-# Fills `missing` with the lines that it reads.
-read_missing() {
-  local line
-  missing=()
-  while IFS= read -r line; do
-    missing+=("$line")
-  done
-}
-
-# The command that may install: itself for root, sudo for everybody else.
-as_root() {
-  if [ "$(id -u)" -eq 0 ]; then
-    "$@"
-  elif command -v sudo >/dev/null; then
-    sudo --preserve-env=DEBIAN_FRONTEND "$@"
-  else
-    say "Missing packages: ${missing[*]}. Install them as root (there is no sudo here), then start again."
-    exit 1
-  fi
-}
-
-setup_debian() {
-  read_missing < <(missing_debian)
-  [ "${#missing[@]}" -eq 0 ] && return 0
-  if [ "${1:-}" = --check ]; then
-    say "Missing packages: ${missing[*]}"
-    exit 1
-  fi
-  say "Installing: ${missing[*]}"
-  export DEBIAN_FRONTEND=noninteractive
-  as_root apt-get update -qq
-  as_root apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
-}
-
 setup_macos() {
   [ "$(uname -m)" = arm64 ] || { say "Vellmoor runs on Macs with Apple silicon."; exit 1; }
   if ! xcode-select -p >/dev/null 2>&1; then
@@ -108,7 +53,7 @@ setup_macos() {
 if is_mac; then
   setup_macos "${1:-}"
 elif command -v apt-get >/dev/null; then
-  setup_debian "${1:-}"
+  install_debian "${1:-}" "${debian_packages[@]}"
 else
   say "This system has no apt-get. Install the counterparts of these Debian packages, then build with CMake:"
   say "${debian_packages[*]}"

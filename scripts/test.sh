@@ -50,4 +50,7 @@ if [ "$tsan" = yes ]; then
     "build/tsan/tests/${program}_tests" --gtest_brief=1
   done
 fi
-ctest --preset dev -j2
+status=0
+ctest --preset dev -j2 || status=$?
+scripts/count-tests.py build/dev || status=1
+exit "$status"

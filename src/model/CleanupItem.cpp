@@ -57,6 +57,24 @@ std::int64_t CleanupItem::selectedFiles() const {
     return sumOverSelection(*this, [](const CleanupTarget& target) { return std::max<std::int64_t>(target.files, 1); });
 }
 
+void CleanupItem::selectAll(bool selected) {
+    for (CleanupTarget& target : targets) {
+        target.isSelected = selected && target.mayGo();
+    }
+    isSelected = selected;
+}
+
+std::int64_t CleanupItem::cleanableBytes() const {
+    if (!isCleanable) {
+        return 0;
+    }
+    std::int64_t sum = bytes;
+    for (const CleanupTarget& target : targets) {
+        sum = target.mayGo() ? sum : checkedSub(sum, target.bytes);
+    }
+    return sum;
+}
+
 int CleanupItem::selectedTargetCount() const {
     return static_cast<int>(std::ranges::count_if(targets, &CleanupTarget::isSelected));
 }
@@ -65,6 +83,10 @@ std::vector<CleanupTarget> CleanupItem::selectedTargets() const {
     std::vector<CleanupTarget> selected;
     std::ranges::copy_if(targets, std::back_inserter(selected), &CleanupTarget::isSelected);
     return selected;
+}
+
+std::string rowKey(CleanerModule module, std::string_view category) {
+    return std::string(rawValue(module)) + "/" + std::string(category);
 }
 
 std::string_view rawValue(CleanupFilter filter) {

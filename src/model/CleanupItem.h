@@ -39,7 +39,11 @@ struct CleanupTarget {
     bool isCovered = false;
     std::int64_t coveredBytes = 0;
     std::int64_t coveredFiles = 0;
+    /// Localised: why this path stays whatever is ticked, since it holds what the user keeps and can only go as a
+    /// whole. Its tick is disabled; empty: it may go.
+    std::string heldBack;
 
+    [[nodiscard]] bool mayGo() const { return heldBack.empty(); }
     /// The bytes as they are shown, as "at least" so many when there may be more.
     [[nodiscard]] std::string sizeText() const;
 };
@@ -58,6 +62,9 @@ struct AppCleanupInfo {
 struct CleanupItem {
     Uuid id = Uuid::random();
     CleanerModule module = CleanerModule::smartScan;
+    /// By what the row is known in every language and in the next scan, e.g. "systemJunk/userCaches"; that of a file
+    /// or of an application is its path, percent-encoded. Empty: a row that nobody can choose.
+    std::string key;
     std::string title;
     std::string description;
     std::int64_t bytes = 0; ///< of all targets
@@ -79,9 +86,16 @@ struct CleanupItem {
     [[nodiscard]] std::int64_t selectedFiles() const;
     /// The targets whose isSelected is set, in order, whatever the row's own flags.
     [[nodiscard]] std::vector<CleanupTarget> selectedTargets() const;
+    /// Ticks or unticks the row with every path of it that may go.
+    void selectAll(bool selected);
+    /// Bytes of the targets that may go; 0 unless the row is cleanable. Overflow is fatal.
+    [[nodiscard]] std::int64_t cleanableBytes() const;
     /// How many targets have isSelected set, whatever the row's own flags.
     [[nodiscard]] int selectedTargetCount() const;
 };
+
+/// CleanupItem::key of a category, whose own name it is within its module.
+std::string rowKey(CleanerModule module, std::string_view category);
 
 enum class CleanupFilter : std::uint8_t { all, recommended, selected };
 

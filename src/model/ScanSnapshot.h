@@ -66,6 +66,8 @@ struct PermissionHint {
 /// Everything that one scan produces.
 struct ScanSnapshot {
     std::vector<CleanupItem> cleanupItems;
+    /// The large files after those that are listed, largest first.
+    std::vector<CleanupItem> furtherLargeFiles;
     std::vector<FileCandidate> fileCandidates;
     std::vector<StorageSegment> storageSegments;
     std::string diskSummary;

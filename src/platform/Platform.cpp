@@ -43,6 +43,11 @@ std::optional<Path> Platform::realPlace(const Path& path) const {
     return folder ? std::optional(*folder / path.filename()) : std::nullopt;
 }
 
+bool Platform::isMountPoint(const Path& path) const {
+    const std::optional<Path> place = realPlace(standardized(path));
+    return place && isMountedAt(*place); // else nothing is there that could be moved
+}
+
 bool Platform::isFolder(const Path& path) const {
     const std::optional<FileFacts> known = facts(path);
     return known && known->isDirectory;

@@ -162,7 +162,10 @@ public:
     /// Where a move or removal of `path` would act: the links above it resolved, its own last component kept, since
     /// such a change acts on a link and not on what it names. Nothing when the folder above does not exist.
     [[nodiscard]] std::optional<Path> realPlace(const Path& path) const;
-    [[nodiscard]] virtual bool isMountPoint(const Path& path) const = 0;
+    /// Whether something is mounted there, links above it resolved. When the system does not tell, yes.
+    [[nodiscard]] bool isMountPoint(const Path& path) const;
+    /// The same for a place that has no links above it.
+    [[nodiscard]] virtual bool isMountedAt(const Path& place) const = 0;
     /// macOS: a folder that is shown as one file. Linux has none.
     [[nodiscard]] virtual bool isPackage(const Path& folder) const = 0;
 

@@ -93,17 +93,19 @@ bool PathGuard::holdsGuarded(const std::string& path) const {
 }
 
 std::optional<std::string> PathGuard::refusalReason(const Path& path) const {
+    return refusalReason(path, path.is_absolute() ? placeOf(platform_, lexicallyStandardized(path)) : path);
+}
+
+std::optional<std::string> PathGuard::refusalReason(const Path& path, const Path& place) const {
     const bool climbs = std::ranges::find(path, Path("..")) != path.end(); // through a link it may lead anywhere
     if (!path.is_absolute() || climbs || path.native().find('\0') != std::string::npos) {
         return files::reason(EINVAL);
     }
-    const Path plain = lexicallyStandardized(path);
-    if (holdsGuarded(plain.native()) || holdsGuarded(platform_.standardized(path).native()) ||
-        holdsGuarded(placeOf(platform_, plain).native())) {
+    if (holdsGuarded(lexicallyStandardized(path).native()) || holdsGuarded(platform_.standardized(path).native()) ||
+        holdsGuarded(place.native())) {
         return files::reason(EPERM);
     }
-    // The system's own answer is about the real place.
-    return platform_.isMountPoint(plain) ? std::optional(files::reason(EBUSY)) : std::nullopt;
+    return platform_.isMountedAt(place) ? std::optional(files::reason(EBUSY)) : std::nullopt;
 }
 
 } // namespace vellmoor

@@ -25,6 +25,8 @@ public:
 
     /// Why `path` must never be removed; nothing when it may be.
     [[nodiscard]] std::optional<std::string> refusalReason(const Path& path) const;
+    /// The same for a path of which is known where it lies: `place` has no links above it.
+    [[nodiscard]] std::optional<std::string> refusalReason(const Path& path, const Path& place) const;
 
     /// The protected folders as they are named, standardised; the user may have moved any of them by a link.
     [[nodiscard]] const std::vector<Path>& folders() const { return folders_; }

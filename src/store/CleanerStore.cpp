@@ -1,5 +1,6 @@
 // Life and fields of the store. Its other files: StoreModules (showing and caching results), StoreSelection (queries
-// and ticks), StoreScan (one scan at a time), StoreActions (cleaning, login items, quitting an application).
+// and ticks), StoreScan (one scan at a time), StoreActions (cleaning, login items, quitting an application), StoreKeep
+// (what is never offered again).
 #include "L.h"
 #include "StoreState.h"
 
@@ -43,6 +44,7 @@ void CleanerStore::State::announce() {
         &CleanerStore::permissionHintsChanged, &CleanerStore::scanProgressChanged, &CleanerStore::scanStageChanged,
         &CleanerStore::isScanningChanged,      &CleanerStore::isCleaningChanged,   &CleanerStore::statusMessageChanged,
         &CleanerStore::lastScanLabelChanged,   &CleanerStore::latestReportChanged, &CleanerStore::actionFailureChanged,
+        &CleanerStore::keptItemsChanged,
     };
     const std::bitset<FieldCount> changed = std::exchange(pending, {});
     for (std::size_t field = 0; field < FieldCount; ++field) {
@@ -85,6 +87,9 @@ CleanerModule CleanerStore::activeModule() const {
 const std::vector<CleanupItem>& CleanerStore::cleanupItems() const {
     return state_->shown.cleanupItems;
 }
+const std::vector<CleanupItem>& CleanerStore::furtherLargeFiles() const {
+    return state_->shown.furtherLargeFiles;
+}
 const std::vector<FileCandidate>& CleanerStore::fileCandidates() const {
     return state_->shown.fileCandidates;
 }
@@ -123,6 +128,9 @@ const std::string& CleanerStore::scanStage() const {
 }
 bool CleanerStore::isScanning() const {
     return state_->isScanning;
+}
+CleanerModule CleanerStore::scannedModule() const {
+    return state_->lastScanned;
 }
 bool CleanerStore::isCleaning() const {
     return state_->isCleaning;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CleanupItem.h"
+#include "KeptItem.h"
 #include "ScanSnapshot.h"
 #include "service/CleanerService.h"
 
@@ -8,6 +9,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -38,6 +40,8 @@ public:
     // The published fields. Each has a signal; listeners read the field again.
     [[nodiscard]] CleanerModule activeModule() const;
     [[nodiscard]] const std::vector<CleanupItem>& cleanupItems() const;
+    /// Large files that the scan found beyond those that are listed.
+    [[nodiscard]] const std::vector<CleanupItem>& furtherLargeFiles() const;
     [[nodiscard]] const std::vector<FileCandidate>& fileCandidates() const;
     [[nodiscard]] const std::vector<StorageSegment>& storageSegments() const;
     [[nodiscard]] const std::string& diskSummary() const;
@@ -51,6 +55,8 @@ public:
     [[nodiscard]] double scanProgress() const;
     [[nodiscard]] const std::string& scanStage() const;
     [[nodiscard]] bool isScanning() const;
+    /// The module that the running scan looks at, or that the last one did.
+    [[nodiscard]] CleanerModule scannedModule() const;
     [[nodiscard]] bool isCleaning() const;
     [[nodiscard]] const std::string& statusMessage() const;
     [[nodiscard]] const std::string& lastScanLabel() const;
@@ -58,17 +64,23 @@ public:
     /// Why the last action failed as a whole; it outlives the scan that follows an action, whose messages replace
     /// statusMessage. Empty when it did not, and once the user goes on: another action, module or scan of theirs.
     [[nodiscard]] const std::string& actionFailure() const;
+    /// What is never offered again, in the order in which it was added, as last read.
+    [[nodiscard]] const std::vector<KeptItem>& keptItems() const;
     /// Whether `module` has a result (fresh or cached) rather than its not-scanned state.
     [[nodiscard]] bool hasResult(CleanerModule module) const;
 
     // Modules and cache
     /// Makes `module` the active one: its cached result, or its not-scanned state. Drops the report; starts no scan.
     void show(CleanerModule module);
+    /// Makes `module` the active one again after a scan took its place; report and progress of the scan stay.
+    void keepShowing(CleanerModule module);
     /// Stops a scan, forgets all results (their texts are in the old language) and shows the not-scanned state.
     void resetForLanguageChange();
     /// Keeps the shown results, selection included, in the cache entry of their module; time and source of the scan
     /// stay. An empty result never makes an entry.
     void persistActiveState();
+    /// Lists the further large files after the others.
+    void listFurtherLargeFiles();
     /// Asks the engine for the permission hints again.
     void refreshPermissionHints();
 
@@ -118,6 +130,15 @@ public:
     void setMemoryRefreshDelay(std::chrono::milliseconds delay);
     /// The result sheet was closed.
     void clearReport();
+    /// The user has read it.
+    void clearActionFailure();
+
+    // What is never offered again. The list is read and written aside; a failure is an actionFailure.
+    void loadKept();
+    /// What is kept leaves the shown and the cached results; what holds some of it is held back until the next scan.
+    void keep(const std::vector<std::filesystem::path>& paths);
+    /// The next scan lists it again.
+    void offerAgain(const std::filesystem::path& path);
 
 Q_SIGNALS:
     void activeModuleChanged();
@@ -140,9 +161,12 @@ Q_SIGNALS:
     void statusMessageChanged();
     void lastScanLabelChanged();
     void latestReportChanged();
+    /// How a request to quit went, localised.
+    void quitAnswered(const QString& message, bool failed);
     /// The application cannot be asked to quit, and was sent nothing: it can only be ended, with a loss.
     void endOffered(const vellmoor::MemoryApp& app);
     void actionFailureChanged();
+    void keptItemsChanged();
 
 private:
     struct State;

@@ -122,8 +122,10 @@ void CleanerStore::State::showQuitOutcome(const MemoryApp& app, QuitOutcome outc
         Q_EMIT store.endOffered(app);
         return;
     }
-    set(statusMessage, L::tr(quitText(outcome), app.name), Status);
+    const std::string message = L::tr(quitText(outcome), app.name);
+    set(statusMessage, message, Status);
     memoryRefresh.start();
+    Q_EMIT store.quitAnswered(QString::fromStdString(message), outcome != QuitOutcome::Requested);
 }
 
 void CleanerStore::State::refreshMemoryAfterAppChange() {

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <set>
 
 namespace vellmoor {
 
@@ -22,6 +23,25 @@ void CleanerStore::show(CleanerModule module) {
     } else {
         state_->applyNotScannedState(module);
     }
+}
+
+void CleanerStore::keepShowing(CleanerModule module) {
+    state_->requireOwnThread();
+    const State::Update update(*state_);
+    state_->set(state_->activeModule, module, State::ActiveModule);
+    state_->showOwnResults();
+}
+
+void CleanerStore::listFurtherLargeFiles() {
+    state_->requireOwnThread();
+    std::vector<CleanupItem>& further = state_->shown.furtherLargeFiles;
+    if (further.empty()) {
+        return;
+    }
+    std::vector<CleanupItem> items = std::move(state_->shown.cleanupItems);
+    std::ranges::move(further, std::back_inserter(items));
+    further.clear();
+    state_->set(state_->shown.cleanupItems, std::move(items), State::CleanupItems);
 }
 
 void CleanerStore::resetForLanguageChange() {
@@ -51,6 +71,11 @@ void CleanerStore::refreshPermissionHints() {
 void CleanerStore::clearReport() {
     state_->requireOwnThread();
     state_->set(state_->latestReport, {}, State::Report);
+}
+
+void CleanerStore::clearActionFailure() {
+    state_->requireOwnThread();
+    state_->set(state_->actionFailure, {}, State::ActionFailure);
 }
 
 /// Shows `results` as those of the active module.
@@ -108,19 +133,33 @@ void CleanerStore::State::showOwnResults() {
     }
 }
 
-/// What was found anew in a module is no longer what Smart Scan found there: cleaned rows must not be offered again.
-void CleanerStore::State::renewInSmartScan(const CachedModuleState& fresh, CleanerModule module) {
+/// What a clean of `module` took must not be offered by Smart Scan's result, which may be shown again.
+void CleanerStore::State::takeOutOfSmartScan(const ScanSnapshot& fresh, CleanerModule module) {
     const auto smart = cachedStates.find(CleanerModule::smartScan);
     if (smart == cachedStates.end()) {
         return;
     }
+    std::set<std::filesystem::path> left;
+    for (const CleanupItem& item : fresh.cleanupItems) {
+        for (const CleanupTarget& target : item.targets) {
+            left.insert(target.url);
+        }
+    }
     std::vector<CleanupItem>& items = smart->second.cleanupItems;
-    const auto ofModule = [module](const CleanupItem& item) { return item.module == module; };
-    const auto place = std::ranges::find_if(items, ofModule) - items.begin();
-    std::erase_if(items, ofModule);
-    items.insert(items.begin() + place, fresh.cleanupItems.begin(), fresh.cleanupItems.end());
+    std::erase_if(items, [&](CleanupItem& item) {
+        const auto isGone = [&](const CleanupTarget& target) {
+            if (item.module != module || left.contains(target.url)) {
+                return false;
+            }
+            item.bytes -= target.bytes;
+            item.files -= target.files;
+            return true;
+        };
+        return std::erase_if(item.targets, isGone) > 0 && item.targets.empty();
+    });
     if (module == CleanerModule::largeFiles) {
-        smart->second.fileCandidates = fresh.fileCandidates;
+        std::erase_if(smart->second.fileCandidates,
+                      [&](const FileCandidate& file) { return !left.contains(file.url); });
     }
 }
 
@@ -128,12 +167,15 @@ void CleanerStore::State::cache(const ScanSnapshot& snapshot, CleanerModule scan
     const bool isSmartScan = scannedModule == CleanerModule::smartScan;
     const CachedModuleState whole{snapshot, clock(), isSmartScan ? L::tr("智能扫描") : L::tr("单独扫描")};
     if (!isSmartScan) {
-        renewInSmartScan(whole, scannedModule);
+        if (scansAfterAction) {
+            takeOutOfSmartScan(snapshot, scannedModule);
+        }
         cachedStates.insert_or_assign(scannedModule, whole);
         return;
     }
     CachedModuleState once = whole;
     once.cleanupItems = countedOnce(std::move(once.cleanupItems));
+    once.furtherLargeFiles.clear();
     cachedStates.insert_or_assign(scannedModule, std::move(once));
     for (const CleanerModule module : allCleanerModules) {
         if (module == CleanerModule::smartScan) {
@@ -142,6 +184,9 @@ void CleanerStore::State::cache(const ScanSnapshot& snapshot, CleanerModule scan
         CachedModuleState part = whole;
         std::erase_if(part.cleanupItems, [module](const CleanupItem& item) { return item.module != module; });
         part.fileCandidates = fileCandidates(part.cleanupItems);
+        if (module != CleanerModule::largeFiles) {
+            part.furtherLargeFiles.clear();
+        }
         cachedStates.insert_or_assign(module, std::move(part));
     }
 }

@@ -21,8 +21,11 @@ void CleanerStore::scan(CleanerModule module, bool clearsReport) {
     }
     const State::Update update(*state_);
     const std::uint64_t generation = ++state_->scanGeneration;
+    state_->scansAfterAction = !clearsReport;
+    state_->keptMeanwhile.clear();
     state_->persistShownResults();
     state_->set(state_->activeModule, module, State::ActiveModule);
+    state_->lastScanned = module;
     state_->set(state_->isScanning, true, State::Scanning);
     if (clearsReport) {
         state_->set(state_->latestReport, {}, State::Report);
@@ -102,6 +105,7 @@ void CleanerStore::State::completeScan(const ScanSnapshot& snapshot, CleanerModu
         return;
     }
     apply(result->second);
+    leaveOut(keptMeanwhile);
     if (!concernsActiveModule) {
         return; // that page says where its own results come from, no longer what is being scanned
     }

@@ -16,14 +16,6 @@ bool hasSelectedTarget(const CleanupItem& item) {
     return std::ranges::any_of(item.targets, &CleanupTarget::isSelected);
 }
 
-/// Ticks or unticks every path and the row with them.
-void selectAll(CleanupItem& item, bool selected) {
-    for (CleanupTarget& target : item.targets) {
-        target.isSelected = selected;
-    }
-    item.isSelected = selected;
-}
-
 /// A row that has paths is selected exactly when one of them is.
 void syncItemSelection(CleanupItem& item) {
     item.isSelected = hasSelectedTarget(item);
@@ -75,8 +67,8 @@ std::int64_t CleanerStore::cleanableBytes(CleanerModule module) const {
     state_->requireOwnThread();
     std::int64_t sum = 0;
     for (const CleanupItem& item : cleanupItems()) {
-        if (belongs(item, module) && item.isCleanable) {
-            sum = checkedAdd(sum, item.bytes);
+        if (belongs(item, module)) {
+            sum = checkedAdd(sum, item.cleanableBytes());
         }
     }
     return sum;
@@ -99,7 +91,7 @@ void CleanerStore::setItemSelected(int itemIndex, bool selected) {
     if (item == nullptr) {
         return;
     }
-    selectAll(*item, selected);
+    item->selectAll(selected);
     Q_EMIT selectionChanged(itemIndex);
 }
 
@@ -115,7 +107,8 @@ void CleanerStore::setTargetSelected(int itemIndex, int targetIndex, bool select
     if (item == nullptr || targetIndex < 0 || static_cast<std::size_t>(targetIndex) >= item->targets.size()) {
         return;
     }
-    item->targets.at(static_cast<std::size_t>(targetIndex)).isSelected = selected;
+    CleanupTarget& target = item->targets.at(static_cast<std::size_t>(targetIndex));
+    target.isSelected = selected && target.mayGo();
     syncItemSelection(*item);
     Q_EMIT selectionChanged(itemIndex);
 }

@@ -36,6 +36,7 @@ struct CleanerStore::State {
         LastScan,
         Report,
         ActionFailure,
+        Kept,
         FieldCount,
     };
 
@@ -81,7 +82,7 @@ struct CleanerStore::State {
     void persistShownResults();
     /// After a scan that brought nothing: no other module's results stay under the active one's name.
     void showOwnResults();
-    void renewInSmartScan(const CachedModuleState& fresh, CleanerModule module);
+    void takeOutOfSmartScan(const ScanSnapshot& fresh, CleanerModule module);
     void cache(const ScanSnapshot& snapshot, CleanerModule scannedModule);
     [[nodiscard]] std::string relativeScanLabel(TimePoint date) const;
     static std::vector<FileCandidate> fileCandidates(const std::vector<CleanupItem>& items);
@@ -104,6 +105,11 @@ struct CleanerStore::State {
     void showQuitOutcome(const MemoryApp& app, QuitOutcome outcome);
     void refreshMemoryAfterAppChange();
 
+    // What is never offered again
+    using ListChange = std::function<Outcome(CleanerService&)>;
+    void changeKept(const ListChange& change, std::function<void()> changed);
+    void leaveOut(const std::vector<Path>& kept);
+
     // Selection
     [[nodiscard]] CleanupItem* editableItem(int index);
 
@@ -120,15 +126,19 @@ struct CleanerStore::State {
     double scanProgress = 0;
     std::string scanStage;
     bool isScanning = false;
+    CleanerModule lastScanned = CleanerModule::smartScan;
     bool isCleaning = false;
     std::string statusMessage;
     std::string lastScanLabel;
     std::optional<CleanupReport> latestReport;
     std::string actionFailure;
+    std::vector<KeptItem> keptItems;
+    std::vector<Path> keptMeanwhile; ///< since the running scan began, which may list it
 
     std::map<CleanerModule, CachedModuleState> cachedStates;
     /// Grows with every scan and every invalidation; what carries an older number is stale.
     std::uint64_t scanGeneration = 0;
+    bool scansAfterAction = false;           ///< the running scan shows what an action left
     std::shared_ptr<CancelToken> scanToken;  ///< of the running scan
     std::shared_ptr<CancelToken> cleanToken; ///< of the running clean, or of the last one
     QTimer memoryRefresh;

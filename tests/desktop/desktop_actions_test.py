@@ -79,8 +79,7 @@ class DesktopActionsTest(DesktopTest):
         self.open()
         self.window.show("trash")
         self.window.scan()
-        self.window.press("清理")
-        self.window.dialog("确认清理选中项目？")
+        self.window.ask_clean()
         self.window.press_in_dialog("清理")
         self.window.dialog("清理完成")
 

@@ -19,10 +19,16 @@ class DesktopTest(unittest.TestCase):
     def setUp(self):
         signal.signal(signal.SIGALRM, self._give_up)
         signal.alarm(LIMIT)
-        self.session = self.enterContext(session.Session(tray=self.tray))
+        self.session = self.enterContext(self.make_session())
         self.home = home.Home(self.session.home)
         chosen = system.System(self.session.folder / "system") if self.over_test_system else None
-        self.program = program.Program(self.session, chosen)
+        self.program = self.make_program(chosen)
+
+    def make_session(self):
+        return session.Session(tray=self.tray)
+
+    def make_program(self, chosen_system):
+        return program.Program(self.session, chosen_system)
 
     def tearDown(self):
         if self.program.process is not None:

@@ -41,9 +41,9 @@ class Program:
     def pid(self):
         return self.process.pid
 
-    def start(self, is_readable=True):
+    def start(self, is_readable=True, arguments=()):
         """Starts it and waits for its window and, unless a test makes it unreadable, for what is in it."""
-        self.process = self._start("program")
+        self.process = self._start("program", *arguments)
         self.wait_for_window()
         if is_readable:
             tree = accessibility.Tree(self.pid)
@@ -57,16 +57,16 @@ class Program:
 
     def in_home(self, home):
         """Another start in the same session, with that home."""
-        return Program(self._session, HOME=str(home), XDG_CONFIG_HOME="", XDG_CACHE_HOME="", XDG_DATA_HOME="",
+        return type(self)(self._session, HOME=str(home), XDG_CONFIG_HOME="", XDG_CACHE_HOME="", XDG_DATA_HOME="",
                        XDG_STATE_HOME="")
 
-    def _start(self, log):
+    def _start(self, log, *arguments):
         with open(self._session.folder / "logs" / log, "wb") as output:
-            return processes.start([self._binary], self._environment, stdout=output, stderr=output)
+            return processes.start([self._binary, *arguments], self._environment, stdout=output, stderr=output)
 
-    def start_again(self):
+    def start_again(self, *arguments):
         """The exit status of a second start, and what it printed."""
-        second = self._start("second start")
+        second = self._start("second start", *arguments)
         return second.wait(processes.PATIENCE), self._unexpected("second start")
 
     def _find_window(self):

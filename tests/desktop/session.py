@@ -32,6 +32,7 @@ class Session:
     """Starts in `with`, ends with everything that was started in it."""
 
     _used = False
+    tools = TOOLS
 
     def __init__(self, tray=False):
         self._wants_tray = tray
@@ -41,7 +42,7 @@ class Session:
         if Session._used:
             raise AssertionError("one test a process: the accessibility library is bound to its first bus (use ctest)")
         Session._used = True
-        missing = [tool for tool in TOOLS if shutil.which(tool, path=os.defpath) is None]
+        missing = [tool for tool in self.tools if shutil.which(tool, path=os.defpath) is None]
         if missing:
             raise AssertionError(f"missing: {' '.join(missing)} (scripts/setup.sh installs them)")
         processes.adopt_orphans()
@@ -74,15 +75,18 @@ class Session:
             "XDG_DATA_HOME": str(self.home / ".local/share"),
             "XDG_STATE_HOME": str(self.home / ".local/state"),
         }
+        self._start_desktop()
+        # What this process itself looks at is this session, too.
+        os.environ.clear()
+        os.environ.update(self.environment)
+
+    def _start_desktop(self):
         self._start_display()
         self._start_bus()
         self._start_in_background("window manager", "openbox", "--sm-disable")
         processes.wait_for("the window manager", lambda: "window id" in self.property("_NET_SUPPORTING_WM_CHECK"))
         if self._wants_tray:
             self.start_tray()
-        # What this process itself looks at is this session, too.
-        os.environ.clear()
-        os.environ.update(self.environment)
 
     def _start_display(self):
         reader, writer = os.pipe()
@@ -141,18 +145,24 @@ class Session:
         self.tray.terminate()
         self.tray.wait(processes.PATIENCE)
 
+    def _tree(self, *window):
+        """The windows below one, line by line; None when one of them went while they were listed."""
+        done = subprocess.run(["xwininfo", *window, "-tree"], env=self.environment, text=True, capture_output=True,
+                              timeout=processes.PATIENCE, check=False)
+        return done.stdout.splitlines() if done.returncode == 0 else None
+
     def _tray_panel(self):
         """The tray's window, empty without one."""
-        lines = self.run("xwininfo", "-root", "-tree").splitlines()
-        return next((line.split()[0] for line in lines if '("panel" "trayer")' in line), "")
+        listing = processes.wait_for("a list of all windows", lambda: self._tree("-root"))
+        return next((line.split()[0] for line in listing if '("panel" "trayer")' in line), "")
 
     def tray_icon(self):
         """The window of the status item inside the tray, 0 while there is none."""
-        panel = self._tray_panel()
-        if not panel:
-            return 0
-        lines = self.run("xwininfo", "-id", panel, "-tree").splitlines()
-        found = [line.split()[0] for line in lines if '"vellmoor"' in line.lower()]
+        listing = None
+        while listing is None:
+            panel = self._tray_panel()
+            listing = self._tree("-id", panel) if panel else []
+        found = [line.split()[0] for line in listing if '"vellmoor"' in line.lower()]
         return int(found[-1], 16) if found else 0
 
     def place(self, window):

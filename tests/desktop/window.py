@@ -47,7 +47,7 @@ class Window:
         self.wait_for_result()
 
     def wait_for_result(self):
-        found = beginning("发现 %@ 可安全处理项目", self.language)
+        found = (beginning("发现 %@ 可安全处理项目", self.language), self.text("未发现可处理项目"))
         processes.wait_for("the end of the scan", lambda: not self._buttons([self.text("取消扫描")]) and [
             node for node in self.tree.shown() if node.role in (Role.HEADING, Role.LABEL)
             and node.name.startswith(found)])
@@ -62,12 +62,19 @@ class Window:
 
     def press_in_dialog(self, key):
         """The button of that name in the open dialog; the page behind it may have one, too."""
-        (dialog,) = self.tree.find_all(Role.DIALOG)
+        dialog = self.tree.find_all(Role.DIALOG)[-1]  # a question may stand over a sheet
         (button,) = [node for node in dialog.below() if node.role == Role.PUSH_BUTTON and node.name == self.text(key)]
         button.do("Press")
 
     def dialog(self, key):
         return self.find(Role.DIALOG, key)
+
+    def ask_clean(self):
+        """Goes over the sheet of paths to the question before a clean, which it answers."""
+        self.press("清理")
+        self.dialog("清理前详情")
+        self.press_in_dialog("清理")
+        return self.dialog("确认清理选中项目？")
 
     def has_dialog(self):
         return bool(self.tree.find_all(Role.DIALOG))

@@ -1,7 +1,7 @@
 // Desktop entries from the bytes of the file to the record.
 #include "Fuzz.h"
 #include "KeyFiles.h"
-#include "applications/DesktopEntries.h"
+#include "desktop/DesktopEntries.h"
 
 #include <cstddef>
 

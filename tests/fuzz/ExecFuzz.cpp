@@ -1,6 +1,6 @@
 // The command lines of desktop entries and unit files, which any program may write.
 #include "Fuzz.h"
-#include "applications/ExecLine.h"
+#include "desktop/ExecLine.h"
 
 #include <algorithm>
 #include <cstddef>

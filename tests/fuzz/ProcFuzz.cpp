@@ -1,8 +1,8 @@
 // The files of /proc/PID and a zram device's mm_stat: other users' programs choose parts of them.
 #include "Fuzz.h"
 #include "ProcessLine.h"
-#include "memory/MemoryText.h"
 #include "processes/ControlGroups.h"
+#include "processes/MemoryText.h"
 
 #include <cstddef>
 

@@ -1,6 +1,6 @@
 // The process listing of ps.
 #include "Fuzz.h"
-#include "memory/MemoryText.h"
+#include "processes/MemoryText.h"
 
 #include <cstddef>
 

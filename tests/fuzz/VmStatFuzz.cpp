@@ -1,6 +1,6 @@
 // vm_stat's text and /proc/meminfo, which are read by the same functions.
 #include "Fuzz.h"
-#include "memory/MemoryText.h"
+#include "processes/MemoryText.h"
 
 #include <cstddef>
 

@@ -32,6 +32,7 @@ protected:
         click(startup() + QStringLiteral(".action"));
         click(QStringLiteral("confirmStartup.accept"));
         waitFor("the change", [&] { return !store->isCleaning() && !store->isScanning() && isListed(isEnabled); });
+        settle();
     }
 };
 IN_BOTH_LANGUAGES(AutostartJourney);

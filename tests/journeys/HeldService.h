@@ -31,6 +31,9 @@ public:
     CleanupReport clean(const std::vector<CleanupItem>& items, const CancelToken& stop) override {
         return engine_->clean(items, stop);
     }
+    Outcome keep(const std::vector<Path>& paths) override { return engine_->keep(paths); }
+    Outcome offerAgain(const Path& path) override { return engine_->offerAgain(path); }
+    std::expected<std::vector<KeptItem>, std::string> keptItems() override { return engine_->keptItems(); }
     StartupActionResult disableStartupItem(const StartupItem& item) override {
         return engine_->disableStartupItem(item);
     }

@@ -73,11 +73,12 @@ Journey::~Journey() {
     engine.reset();
 }
 
-void Journey::open() {
+void Journey::open(QSize size) {
     auto loaded = loadMainWindow(*engine, *store, *languages, desktop);
     ASSERT_TRUE(loaded.has_value()) << loaded.error();
     window = std::move(*loaded);
-    window->window().resize(1080, 720);
+    window->window().setMinimumSize(size.boundedTo(window->window().minimumSize()));
+    window->window().resize(size);
     window->window().show();
     window->window().requestActivate();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&window->window(), patienceMs));
@@ -149,6 +150,7 @@ void Journey::show(CleanerModule module) {
 void Journey::scan() {
     click(QStringLiteral("scanButton"));
     waitFor("the end of the scan", [&] { return !store->isScanning() && store->scanProgress() == 1.0; });
+    settle();
 }
 
 void Journey::askClean() {
@@ -167,6 +169,7 @@ void Journey::clean() {
 void Journey::waitForReport() {
     waitFor("the report", [&] { return store->latestReport().has_value(); });
     waitFor("the rescan", [&] { return !store->isCleaning() && !store->isScanning(); });
+    settle();
 }
 
 int Journey::listed(const std::string& title) const {

@@ -48,11 +48,17 @@ public:
     [[nodiscard]] std::string volumeLabel() const override { return layout_.volumeLabel; }
     [[nodiscard]] fs::path homeFolder() const override { return layout_.home; }
     [[nodiscard]] QImage applicationIcon(const fs::path&, int) override { return {}; }
-    [[nodiscard]] DesktopLook look() const override { return {.reducedMotion = true}; }
+    [[nodiscard]] DesktopLook look() const override { return look_; }
+    /// The desktop's look is another from now on.
+    void setLook(const DesktopLook& look) {
+        look_ = look;
+        tellLookChanged();
+    }
     [[nodiscard]] bool runsAsRoot() const override { return asRoot; }
 
 private:
     const SystemLayout& layout_;
+    DesktopLook look_{.reducedMotion = true};
 };
 
 /// The program as its user has it: the window on the screen, hands on mouse and keyboard, eyes on the disk.
@@ -62,7 +68,7 @@ protected:
     ~Journey() override;
 
     /// Opens the window over whatever the home holds by now.
-    void open();
+    void open(QSize size = {1080, 720});
 
     // Hands
     /// A click in the middle of the item of that name, below the one called `within` when that is given; scrolls it

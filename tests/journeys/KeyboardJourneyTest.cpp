@@ -142,6 +142,40 @@ TEST_P(KeyboardJourney, SmartScanWithTheSheetOfPaths) {
     EXPECT_TRUE(has(".cache/keep-me/c"));
 }
 
+TEST_P(KeyboardJourney, FromStartToFinishInTheSmallestWindow) {
+    makeFile(".cache/player/b", 200'000);
+    makeFile(".cache/keep-me/c", 100'000);
+    open({800, 560});
+    EXPECT_EQ(window->window().size(), QSize(800, 560));
+    tabTo(QStringLiteral("scanButton"));
+    press(Qt::Key_Space);
+    waitForScan();
+    const std::string caches = L::tr("用户缓存");
+    goToRow(QStringLiteral("cleanupList"), listed(caches));
+    press(Qt::Key_Right);
+    waitFor("the paths", [&] { return isShown(row(caches) + QStringLiteral(".target.0")); });
+    goToRow(QStringLiteral("cleanupList"), listed(caches) + 1 + listed(caches, "keep-me"));
+    press(Qt::Key_Space);
+    waitFor("the tick to go", [&] { return !isTicked(row(caches, "keep-me") + QStringLiteral(".toggle")); });
+    tabTo(QStringLiteral("overviewButton"));
+    press(Qt::Key_Return);
+    waitFor("the second column", [&] { return isShown(QStringLiteral("diskSummary")); });
+    press(Qt::Key_Escape);
+    waitForFocus(QStringLiteral("overviewButton"));
+    cleanByKeys();
+    EXPECT_TRUE(isTrashed("player"));
+    EXPECT_TRUE(has(".cache/keep-me/c"));
+    goTo(CleanerModule::trash);
+    scanByKey();
+    goToRow(QStringLiteral("cleanupList"), 0);
+    if (store->selectedBytes(CleanerModule::trash) == 0) {
+        press(Qt::Key_Space);
+    }
+    waitFor("the tick", [&] { return store->selectedBytes(CleanerModule::trash) > 0; });
+    cleanByKeys();
+    EXPECT_FALSE(has(".local/share/Trash/files/player"));
+}
+
 TEST_P(KeyboardJourney, SystemJunkTickedBySpace) {
     makeFile(".cache/player/b", 200'000);
     makeFile(".npm/_cacache/index", 400'000);

@@ -49,6 +49,8 @@ const std::map<std::string, std::set<std::string>>& arrows() {
         {"walk", {}},
         {"platform", {"model", "walk"}},
         {"engine", {"model", "walk", "platform"}},
+        {"terminal", {"model", "platform"}},
+        {"cli", {"model", "engine", "platform", "terminal"}},
         {"store", {"model", "engine", "platform"}},
         {"ui", {"model", "engine", "platform", "store"}},
         {"app", {"model", "engine", "platform", "store", "ui"}},

@@ -151,6 +151,15 @@ class Workflows(unittest.TestCase):
         script = "\n".join(step.get("run", "") for step in self.build()["jobs"]["macos"]["steps"])
         self.assertRegex(script, r"bundle-macos\.sh\n *open dist/Vellmoor\.app\n *sleep 10\n *pgrep ")
 
+    def test_a_release_is_made_of_what_was_installed_on_every_system(self):
+        jobs = read((ROOT / ".github/workflows/release.yml").read_text(encoding="utf-8"))["jobs"]
+        images = ["debian:12", "debian:13", "ubuntu:24.04", "ubuntu:26.04"]
+        for name in ("packages", "installed"):
+            self.assertEqual(jobs[name]["strategy"]["matrix"]["image"], images)
+        self.assertEqual(jobs["installed"]["needs"], "packages")
+        self.assertEqual(jobs["release"]["needs"], ["installed", "macos"])
+        self.assertEqual([name for name, job in jobs.items() if "permissions" in job], ["release"])
+
     def test_a_key_that_stands_twice_is_seen(self):
         with self.assertRaises(yaml.YAMLError):
             read("jobs:\n  a: 1\n  a: 2\n")

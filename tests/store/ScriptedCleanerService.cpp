@@ -54,6 +54,41 @@ bool ScriptedCleanerService::isCleanStopped() const {
     return stop_ != nullptr && stop_->isCancelled();
 }
 
+Outcome ScriptedCleanerService::keep(const std::vector<Path>& paths) {
+    const std::scoped_lock guard(lock_);
+    if (!listRefusal_.empty()) {
+        return std::unexpected(listRefusal_);
+    }
+    kept_.insert(kept_.end(), paths.begin(), paths.end());
+    return {};
+}
+
+Outcome ScriptedCleanerService::offerAgain(const Path& path) {
+    const std::scoped_lock guard(lock_);
+    if (!listRefusal_.empty()) {
+        return std::unexpected(listRefusal_);
+    }
+    std::erase(kept_, path);
+    return {};
+}
+
+std::expected<std::vector<KeptItem>, std::string> ScriptedCleanerService::keptItems() {
+    const std::scoped_lock guard(lock_);
+    if (!listRefusal_.empty()) {
+        return std::unexpected(listRefusal_);
+    }
+    std::vector<KeptItem> items;
+    for (const Path& path : kept_) {
+        items.push_back({.url = path, .name = path.filename().string(), .location = "", .symbol = "doc"});
+    }
+    return items;
+}
+
+void ScriptedCleanerService::refuseList(const std::string& reason) {
+    const std::scoped_lock guard(lock_);
+    listRefusal_ = reason;
+}
+
 StartupActionResult ScriptedCleanerService::disableStartupItem(const StartupItem& item) {
     const Startup script = noted(lock_, disable_, disables_, item);
     return script ? script(item) : StartupActionResult();

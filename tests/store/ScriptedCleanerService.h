@@ -35,6 +35,9 @@ public:
 
     ScanSnapshot scan(CleanerModule module, const ProgressCallback& progress, const CancelToken& token) override;
     CleanupReport clean(const std::vector<CleanupItem>& items, const CancelToken& stop) override;
+    Outcome keep(const std::vector<Path>& paths) override;
+    Outcome offerAgain(const Path& path) override;
+    std::expected<std::vector<KeptItem>, std::string> keptItems() override;
     StartupActionResult disableStartupItem(const StartupItem& item) override;
     StartupActionResult enableStartupItem(const StartupItem& item) override;
     std::vector<PermissionHint> permissionHints() override;
@@ -51,6 +54,8 @@ public:
     void onEnable(Startup script);
     void onQuit(Quit script);
     void onEnd(Quit script);
+    /// Why the list of kept items cannot be changed or read; empty: it can.
+    void refuseList(const std::string& reason);
     void setHints(std::vector<PermissionHint> hints);
 
     // What was asked
@@ -71,6 +76,8 @@ private:
     Quit end_;
     const CancelToken* stop_ = nullptr; ///< of the running clean
     std::vector<PermissionHint> hints_;
+    std::vector<Path> kept_;
+    std::string listRefusal_;
     std::vector<CleanerModule> scans_;
     std::vector<std::vector<CleanupItem>> cleans_;
     std::vector<StartupItem> disables_;

@@ -117,6 +117,26 @@ TEST_F(StoreActions, CleaningHandsTheEngineTheSelectedRows) {
     EXPECT_EQ(cleaned.front().selectedBytes(), 20);
 }
 
+TEST_F(StoreActions, ACleanTakesWhatItTookOutOfSmartScansResult) {
+    const CleanupItem cookies = row(CleanerModule::privacy, "Cookies", {7});
+    CleanupItem trash = row(CleanerModule::trash, "Trash", {10, 20});
+    scanned(CleanerModule::smartScan, snapshotOf({trash, cookies}));
+    store->show(CleanerModule::trash);
+    trash.targets.pop_back();
+    answer(snapshotOf({trash}));
+    store->cleanSelected(CleanerModule::trash);
+    awaitEnd();
+    store->show(CleanerModule::smartScan);
+    EXPECT_THAT(titles(store->cleanupItems()), ElementsAre("Trash", "Cookies"));
+    EXPECT_EQ(store->cleanableBytes(CleanerModule::smartScan), 17);
+    store->show(CleanerModule::trash);
+    answer(snapshotOf({}));
+    store->cleanSelected(CleanerModule::trash);
+    awaitEnd();
+    store->show(CleanerModule::smartScan);
+    EXPECT_THAT(titles(store->cleanupItems()), ElementsAre("Cookies"));
+}
+
 TEST_F(StoreActions, SelectionEditsDuringACleanDoNotAffectIt) {
     showTrash();
     const auto gate = std::make_shared<Gate>();

@@ -154,9 +154,9 @@ std::optional<Path> StandInPlatform::realPath(const Path& path) const {
     return hostPlatform().realPath(path);
 }
 
-bool StandInPlatform::isMountPoint(const Path& path) const {
-    const auto isVolume = [&](const Volume& volume) { return volume.path == path; };
-    return mountPoints.contains(path) || std::ranges::any_of(volumes, isVolume) || hostPlatform().isMountPoint(path);
+bool StandInPlatform::isMountedAt(const Path& place) const {
+    const auto isVolume = [&](const Volume& volume) { return volume.path == place; };
+    return mountPoints.contains(place) || std::ranges::any_of(volumes, isVolume) || hostPlatform().isMountedAt(place);
 }
 
 bool StandInPlatform::isPackage(const Path& folder) const {

@@ -43,6 +43,14 @@ TEST_P(ListHandsTest, LettersGoToAName) {
     EXPECT_GT(current(), 0);
 }
 
+TEST_P(ListHandsTest, EscapeInTheListOfASheetClosesTheSheet) {
+    openScanned(CleanerModule::systemJunk);
+    ASSERT_TRUE(window().click(QStringLiteral("previewButton")));
+    window().press(Qt::Key_Down);
+    window().press(Qt::Key_Escape);
+    EXPECT_FALSE(isVisible("detailsList"));
+}
+
 TEST_P(ListHandsTest, LeftOnAPathFoldsAndStaysOnItsCategory) {
     openList(CleanerModule::systemJunk);
     window().press(Qt::Key_Right);

@@ -68,6 +68,8 @@ TEST_P(RoomTest, ANarrowWindowHasTheSecondColumnBehindAButton) {
     EXPECT_FALSE(isVisible("overviewButton"));
     window().resize({900, 640});
     EXPECT_FALSE(isVisible("diskSummary"));
+    const QQuickItem* list = window().item(QStringLiteral("cleanupList"));
+    EXPECT_GT(placeOf(*list).right(), 860) << "the list has the room";
     ASSERT_TRUE(window().click(QStringLiteral("overviewButton")));
     EXPECT_TRUE(isVisible("diskSummary"));
     window().press(Qt::Key_Escape);

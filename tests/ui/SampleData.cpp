@@ -180,6 +180,7 @@ MemorySnapshot memoryState() {
     MemorySnapshot memory;
     memory.totalBytes = 16 * gigabyte;
     memory.freeBytes = 3'600 * megabyte;
+    memory.unusedBytes = 860 * megabyte;
     memory.activeBytes = 6 * gigabyte;
     memory.wiredBytes = 500 * megabyte;
     memory.compressedBytes = 420 * megabyte;

@@ -1,8 +1,7 @@
 #include "Arguments.h"
 
-#include "ScanSnapshot.h"
+#include "Words.h"
 
-#include <deque>
 #include <system_error>
 
 namespace vellmoor::probe {
@@ -12,29 +11,7 @@ namespace fs = std::filesystem;
 
 using Wrong = std::unexpected<std::string>;
 using Step = std::expected<void, std::string>;
-
-/// The words not yet looked at.
-class Words {
-public:
-    explicit Words(const std::vector<std::string>& words) : left_(words.begin(), words.end()) {}
-
-    [[nodiscard]] bool empty() const { return left_.empty(); }
-    [[nodiscard]] bool startsWithOption() const { return !empty() && left_.front().starts_with("--"); }
-    std::string next() {
-        std::string word = std::move(left_.front());
-        left_.pop_front();
-        return word;
-    }
-    std::expected<std::string, std::string> valueOf(const std::string& what) {
-        if (left_.empty()) {
-            return Wrong(what + " needs a value");
-        }
-        return next();
-    }
-
-private:
-    std::deque<std::string> left_;
-};
+using terminal::Words;
 
 std::expected<fs::path, std::string> folder(const std::string& option, const std::string& value) {
     std::error_code error;
@@ -67,8 +44,12 @@ Step setLayout(const std::string& value, Arguments& arguments) {
 }
 
 Step setLanguage(const std::string& value, Arguments& arguments) {
-    arguments.language = appLanguage(value);
-    return arguments.language ? Step() : Wrong("--language is zh or en, not " + value);
+    const auto language = terminal::languageOf(value);
+    if (!language) {
+        return Wrong(language.error());
+    }
+    arguments.language = *language;
+    return {};
 }
 
 Step readGeneralOption(Words& words, Arguments& arguments) {
@@ -100,12 +81,11 @@ Step readGeneralOption(Words& words, Arguments& arguments) {
 Step readModule(Words& words, Arguments& arguments) {
     const auto word = words.valueOf("the command");
     if (!word) {
-        return Wrong("which module? One of smartScan, systemJunk, largeFiles, privacy, appUninstaller, performance, "
-                     "memoryOptimization, trash");
+        return Wrong("which module? One of " + terminal::moduleNames());
     }
-    const auto module = cleanerModule(*word);
+    const auto module = terminal::moduleOf(*word);
     if (!module) {
-        return Wrong("no module is called " + *word);
+        return Wrong(module.error());
     }
     arguments.module = *module;
     return {};

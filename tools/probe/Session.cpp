@@ -133,7 +133,7 @@ std::expected<std::unique_ptr<Platform>, std::string> standIn(const Arguments& a
 }
 
 std::expected<Session, std::string> openStandIn(const Arguments& arguments) {
-    const fs::path home = arguments.home.value_or(userHome());
+    const fs::path home = arguments.home.value_or(terminal::userHome());
     auto platform = standIn(arguments, home);
     if (!platform) {
         return std::unexpected(platform.error());
@@ -142,12 +142,6 @@ std::expected<Session, std::string> openStandIn(const Arguments& arguments) {
     session.layout = macosLayout(home, (*platform)->userId(), arguments.root);
     session.platform = *std::move(platform);
     return session;
-}
-
-void chooseTexts(const Arguments& arguments, const Session& session) {
-    L::setTextSet(session.layout.texts);
-    const bool isChinese = session.platform->preferredLanguage().value_or("").starts_with("zh");
-    L::setLanguage(arguments.language.value_or(isChinese ? AppLanguage::chinese : AppLanguage::english));
 }
 
 } // namespace
@@ -166,9 +160,10 @@ std::expected<Session, std::string> openSession(const Arguments& arguments) {
     if (!real) {
         return std::unexpected(real.error());
     }
-    std::expected<Session, std::string> session = *real ? openHost(arguments) : openStandIn(arguments);
+    std::expected<Session, std::string> session =
+        *real ? terminal::openOwnSystem(arguments.home, arguments.root) : openStandIn(arguments);
     if (session) {
-        chooseTexts(arguments, *session);
+        terminal::chooseTexts(*session->platform, session->layout, arguments.language);
     }
     return session;
 }

@@ -1,20 +1,15 @@
 #pragma once
 
 #include "Arguments.h"
-#include "Platform.h"
-#include "layouts/SystemLayout.h"
+#include "OwnSystem.h"
 
 #include <expected>
-#include <memory>
 #include <string>
 
 namespace vellmoor::probe {
 
 /// The system that the engine sees: the real one, or the macOS stand-in.
-struct Session {
-    std::unique_ptr<Platform> platform;
-    SystemLayout layout;
-};
+using Session = terminal::OwnSystem;
 
 /// Sets the process up for the call: its home and variables, the text set and the language. To be called before
 /// anything reads the environment. Fails with one line about what is wrong with the call.

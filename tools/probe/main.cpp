@@ -21,6 +21,11 @@
 namespace vellmoor::probe {
 namespace {
 
+using terminal::Json;
+using terminal::json;
+using terminal::report;
+using terminal::text;
+
 constexpr int succeeded = 0;
 constexpr int failed = 1;
 constexpr int wrongCall = 2;

@@ -1,6 +1,7 @@
 #include "Application.h"
 
 #include "CleanerStore.h"
+#include "StartOptions.h"
 #include "LanguageManager.h"
 #include "LinuxDesktop.h"
 #include "LinuxPlatform.h"
@@ -10,6 +11,7 @@
 #include "SingleInstance.h"
 #include "StatusBarController.h"
 #include "TerminationSignals.h"
+#include "Wishes.h"
 #include "service/SystemCleanerService.h"
 
 #include <QApplication>
@@ -24,6 +26,7 @@
 #include <cstdlib>
 #include <optional>
 #include <pwd.h>
+#include <span>
 #include <unistd.h>
 
 namespace vellmoor {
@@ -36,6 +39,11 @@ constexpr std::chrono::milliseconds shortPatience{100};
 
 /// A window that starts out of sight gets no frame.
 constexpr std::chrono::milliseconds framePatience{250};
+
+/// Started by the bus, it is told within moments what for.
+constexpr std::chrono::seconds servicePatience{20};
+
+constexpr int usageStatus = 2;
 
 void nameApplication() {
     QApplication::setApplicationName(QStringLiteral("Vellmoor"));
@@ -81,11 +89,13 @@ std::filesystem::path accountHome() {
 }
 
 /// Everything else comes when the window is on the screen.
-void fillWindow(MainWindow& main, Parts& parts) {
+void fillWindow(MainWindow& main, Parts& parts, Wishes& wishes) {
     QObject::connect(&parts.engine, &QQmlEngine::quit, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
     main.fill(parts.engine, parts.store, parts.languages, parts.desktop, QQmlComponent::Asynchronous,
-              [](const MainWindow::Outcome& filled) {
-                  if (!filled) {
+              [&main, &parts, &wishes](const MainWindow::Outcome& filled) {
+                  if (filled) {
+                      wishes.ready(parts.store, main.model());
+                  } else {
                       std::fprintf(stderr, "vellmoor: %s\n", filled.error().c_str());
                       QCoreApplication::exit(EXIT_FAILURE);
                   }
@@ -127,13 +137,14 @@ void finishPathAtExit() {
     }
 }
 
-int runWindow(SingleInstance& instance, const std::filesystem::path& root) {
+int runWindow(SingleInstance& instance, const std::filesystem::path& root, const StartOptions& options) {
     const LookWatcher looks(QDBusConnection::sessionBus(), processEnvironment().config);
     std::optional<Parts> parts; // outlives the window
-    MainWindow main(windowStart(looks.look(), rememberedSetting(themeSetting), rememberedSetting(sizeSetting)));
+    MainWindow main(windowStart(looks.look(), rememberedSetting(themeSetting), rememberedSetting(sizeSetting),
+                                rememberedSetting(placeSetting)));
+    Wishes wishes;
     StatusBarController status(main.window());
     setIconLater(main.window());
-    QObject::connect(&instance, &SingleInstance::activated, &status, &StatusBarController::showMainWindow);
     QObject::connect(&instance, &SingleInstance::quitAsked, qApp, &QCoreApplication::quit);
     QObject::connect(&status, &StatusBarController::quitAsked, qApp, &QCoreApplication::quit);
     const TerminationSignals termination;
@@ -145,15 +156,28 @@ int runWindow(SingleInstance& instance, const std::filesystem::path& root) {
     const QObject start;
     const auto fill = [&] {
         if (!parts) {
-            fillWindow(main, parts.emplace(looks, root));
+            fillWindow(main, parts.emplace(looks, root), wishes);
             workingStore = &parts->store;
             std::atexit(&finishPathAtExit);
             status.install();
         }
     };
     QObject::connect(&main.window(), &QQuickWindow::frameSwapped, &start, fill, onceLater);
-    QTimer::singleShot(framePatience, &start, fill);
-    status.showMainWindow();
+    const auto open = [&](const Wish& wish) {
+        wishes.grant(wish);
+        status.showMainWindow();
+        QTimer::singleShot(framePatience, &start, fill);
+    };
+    QObject::connect(&instance, &SingleInstance::activated, &start, open);
+    if (options.kind == StartOptions::Kind::service) {
+        QTimer::singleShot(servicePatience, &start, [&] {
+            if (!parts) {
+                QCoreApplication::quit();
+            }
+        });
+    } else {
+        open(options.wish);
+    }
     const int result = QApplication::exec();
     main.window().hide();
     workingStore = nullptr;
@@ -167,6 +191,16 @@ int runWindow(SingleInstance& instance, const std::filesystem::path& root) {
 } // namespace
 
 int runApplication(int argc, char* argv[], const std::filesystem::path& root) {
+    const auto options = readStartOptions(std::span(argv, static_cast<std::size_t>(argc)).subspan(argc > 0 ? 1 : 0));
+    if (!options) {
+        std::fprintf(stderr, "vellmoor: %s\n", options.error().c_str());
+        return usageStatus;
+    }
+    if (options->kind == StartOptions::Kind::help || options->kind == StartOptions::Kind::version) {
+        const bool helps = options->kind == StartOptions::Kind::help;
+        return std::fputs(helps ? helpText().c_str() : "vellmoor " VELLMOOR_VERSION "\n", stdout) < 0 ? EXIT_FAILURE
+                                                                                                     : EXIT_SUCCESS;
+    }
     QApplication application(argc, argv);
     nameApplication();
     L::setTextSet(TextSet::Linux);
@@ -174,11 +208,14 @@ int runApplication(int argc, char* argv[], const std::filesystem::path& root) {
         std::fputs("vellmoor: running as root; it cleans root's own home, not that of another user\n", stderr);
     }
     SingleInstance instance(QDBusConnection::sessionBus(), instanceName(processEnvironment().home, accountHome()));
-    if (!instance.claim() && instance.raiseOther()) {
+    if (!instance.claim() && instance.raiseOther(options->wish)) {
         return EXIT_SUCCESS;
     }
+    if (options->kind == StartOptions::Kind::service) {
+        instance.answerTo(applicationBusName());
+    }
     chooseRenderer();
-    return runWindow(instance, root);
+    return runWindow(instance, root, *options);
 }
 
 } // namespace vellmoor

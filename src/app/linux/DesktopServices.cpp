@@ -58,10 +58,13 @@ bool kdeAnimates() {
 }
 
 /// With the environment that the user's session gave to this program.
-std::unique_ptr<GAppLaunchContext, Unref> sessionContext() {
+std::unique_ptr<GAppLaunchContext, Unref> sessionContext(const std::string& startupId) {
     std::unique_ptr<GAppLaunchContext, Unref> context(g_app_launch_context_new());
     for (const auto& [name, value] : originalFolders()) {
         g_app_launch_context_setenv(context.get(), name.c_str(), value.c_str());
+    }
+    if (!startupId.empty()) {
+        g_app_launch_context_setenv(context.get(), "DESKTOP_STARTUP_ID", startupId.c_str());
     }
     return context;
 }
@@ -73,13 +76,14 @@ std::string fileUri(const std::filesystem::path& path) {
     return uri ? std::string(uri.get()) : std::string();
 }
 
-bool launchUri(const std::string& uri) {
-    return !uri.empty() && g_app_info_launch_default_for_uri(uri.c_str(), sessionContext().get(), nullptr) != FALSE;
+bool launchUri(const std::string& uri, const std::string& startupId) {
+    return !uri.empty() &&
+           g_app_info_launch_default_for_uri(uri.c_str(), sessionContext(startupId).get(), nullptr) != FALSE;
 }
 
-bool launchDesktopEntry(const std::string& identifier) {
+bool launchDesktopEntry(const std::string& identifier, const std::string& startupId) {
     const std::unique_ptr<GDesktopAppInfo, Unref> entry(g_desktop_app_info_new((identifier + ".desktop").c_str()));
-    return entry && g_app_info_launch(G_APP_INFO(entry.get()), nullptr, sessionContext().get(), nullptr) != FALSE;
+    return entry && g_app_info_launch(G_APP_INFO(entry.get()), nullptr, sessionContext(startupId).get(), nullptr) != FALSE;
 }
 
 bool desktopAnimates() {

@@ -10,11 +10,12 @@ namespace vellmoor {
 /// The file: address of a path; bytes that are no plain ASCII are percent-encoded.
 std::string fileUri(const std::filesystem::path& path);
 
-/// Opens an address with the user's default application; whether one was started.
-bool launchUri(const std::string& uri);
+/// Opens an address with the user's default application; whether one was started. `startupId` lets its window come to
+/// the front; empty: none.
+bool launchUri(const std::string& uri, const std::string& startupId);
 
 /// Starts an application by its desktop-entry name without ".desktop"; whether it is installed and was started.
-bool launchDesktopEntry(const std::string& identifier);
+bool launchDesktopEntry(const std::string& identifier, const std::string& startupId);
 
 /// False when the desktop's settings say that interfaces should not animate; true when they say nothing.
 bool desktopAnimates();

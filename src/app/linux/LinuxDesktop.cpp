@@ -24,11 +24,12 @@ namespace {
 
 /// Asks the running (or installed) file manager; `otherwise` runs when there is none that can.
 /// https://www.freedesktop.org/wiki/Specifications/file-manager-interface/
-void askFileManager(const QString& method, const std::string& uri, std::function<void()> otherwise) {
+void askFileManager(const QString& method, const std::string& uri, const std::string& startupId,
+                    std::function<void()> otherwise) {
     QDBusMessage call = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.FileManager1"),
                                                        QStringLiteral("/org/freedesktop/FileManager1"),
                                                        QStringLiteral("org.freedesktop.FileManager1"), method);
-    call << QStringList{QString::fromStdString(uri)} << QString();
+    call << QStringList{QString::fromStdString(uri)} << QString::fromStdString(startupId);
     auto* watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call));
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher,
                      [otherwise = std::move(otherwise)](QDBusPendingCallWatcher* finished) {
@@ -40,10 +41,10 @@ void askFileManager(const QString& method, const std::string& uri, std::function
                      });
 }
 
-bool start(const DesktopCommand& tool) {
+bool start(const DesktopCommand& tool, const std::string& startupId) {
     const QString program = QStandardPaths::findExecutable(QString::fromStdString(tool.program));
     if (program.isEmpty()) {
-        return launchDesktopEntry(tool.program);
+        return launchDesktopEntry(tool.program, startupId);
     }
     QStringList arguments;
     for (const std::string& argument : tool.arguments) {
@@ -55,6 +56,9 @@ bool start(const DesktopCommand& tool) {
     QProcessEnvironment session = QProcessEnvironment::systemEnvironment();
     for (const auto& [name, value] : originalFolders()) {
         session.insert(QString::fromStdString(name), QString::fromStdString(value));
+    }
+    if (!startupId.empty()) {
+        session.insert(QStringLiteral("DESKTOP_STARTUP_ID"), QString::fromStdString(startupId));
     }
     process.setProcessEnvironment(session);
     return process.startDetached();
@@ -83,12 +87,12 @@ LinuxDesktop::LinuxDesktop(const Platform& platform, const SystemLayout& layout,
 }
 
 void LinuxDesktop::reveal(const std::filesystem::path& path) {
-    askFileManager(QStringLiteral("ShowItems"), fileUri(path),
+    askFileManager(QStringLiteral("ShowItems"), fileUri(path), userTime_.startupId(),
                    [this, folder = path.parent_path()] { openPlace(folder); });
 }
 
-void LinuxDesktop::openPlace(const std::filesystem::path& place) const {
-    if (!launchUri(fileUri(place))) {
+void LinuxDesktop::openPlace(const std::filesystem::path& place) {
+    if (!launchUri(fileUri(place), userTime_.startupId())) {
         tellFailure("文件管理器没有打开。");
     }
 }
@@ -103,32 +107,37 @@ void LinuxDesktop::openHome() {
 
 void LinuxDesktop::openTrash() {
     const std::string trash = "trash:///";
-    if (launchUri(trash)) {
+    if (launchUri(trash, userTime_.startupId())) {
         return;
     }
-    askFileManager(QStringLiteral("ShowFolders"), trash,
+    askFileManager(QStringLiteral("ShowFolders"), trash, userTime_.startupId(),
                    [this, files = layout_.trash.homeFolder / layout_.trash.contents] { openPlace(files); });
 }
 
 void LinuxDesktop::openSystemMonitor() {
-    if (!std::ranges::any_of(systemMonitors(environment_.desktops), launchDesktopEntry)) {
+    const auto launches = [this](const std::string& monitor) {
+        return launchDesktopEntry(monitor, userTime_.startupId());
+    };
+    if (!std::ranges::any_of(systemMonitors(environment_.desktops), launches)) {
         tellFailure("没有找到系统监视器。");
     }
 }
 
 void LinuxDesktop::openLoginItemsSettings() {
-    if (!std::ranges::any_of(loginItemsSettings(environment_.desktops), start)) {
+    const auto starts = [this](const DesktopCommand& tool) { return start(tool, userTime_.startupId()); };
+    if (!std::ranges::any_of(loginItemsSettings(environment_.desktops), starts)) {
         openPlace(environment_.config / "autostart");
     }
 }
 
 void LinuxDesktop::openPermissionSettings() {
-    if (std::ranges::any_of(confinementSettings(confinement()), start)) {
+    const auto starts = [this](const DesktopCommand& tool) { return start(tool, userTime_.startupId()); };
+    if (std::ranges::any_of(confinementSettings(confinement()), starts)) {
         return;
     }
     const std::string folder = fileUri(firstUnreadableFolder());
-    askFileManager(QStringLiteral("ShowItemProperties"), folder, [this, folder] {
-        askFileManager(QStringLiteral("ShowItems"), folder, [this] { tellFailure("文件管理器没有打开。"); });
+    askFileManager(QStringLiteral("ShowItemProperties"), folder, userTime_.startupId(), [this, folder] {
+        askFileManager(QStringLiteral("ShowItems"), folder, userTime_.startupId(), [this] { tellFailure("文件管理器没有打开。"); });
     });
 }
 

@@ -4,6 +4,7 @@
 #include "DesktopTools.h"
 #include "LookWatcher.h"
 #include "Platform.h"
+#include "UserTime.h"
 #include "layouts/LinuxEnvironment.h"
 #include "layouts/SystemLayout.h"
 
@@ -41,7 +42,7 @@ public:
     [[nodiscard]] bool runsAsRoot() const override;
 
 private:
-    void openPlace(const std::filesystem::path& place) const;
+    void openPlace(const std::filesystem::path& place);
     [[nodiscard]] QIcon iconOf(const std::filesystem::path& application) const;
     [[nodiscard]] Confinement confinement() const;
     [[nodiscard]] std::filesystem::path firstUnreadableFolder() const;
@@ -52,6 +53,7 @@ private:
     const LookWatcher& looks_;
     std::string volumeLabel_;
     QObject lookConnection_;
+    UserTime userTime_;
     std::map<std::filesystem::path, QIcon> icons_; ///< of applications asked for so far
 };
 

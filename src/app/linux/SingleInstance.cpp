@@ -36,15 +36,18 @@ void takeActivationToken(const QVariantMap& platformData) {
 
 } // namespace
 
+QString applicationBusName() {
+    return QStringLiteral("org.vellmoor.Vellmoor");
+}
+
 QString instanceName(const std::filesystem::path& home, const std::filesystem::path& accountHome) {
-    const QString name = QStringLiteral("org.vellmoor.Vellmoor");
     if (home == accountHome) {
-        return name;
+        return applicationBusName();
     }
     constexpr int digits = 16;
     const auto hash = QCryptographicHash::hash(QByteArray::fromStdString(home.string()), QCryptographicHash::Sha256);
     // An element of a bus name begins with a letter.
-    return name + QStringLiteral(".home") + QString::fromLatin1(hash.toHex().left(digits));
+    return applicationBusName() + QStringLiteral(".home") + QString::fromLatin1(hash.toHex().left(digits));
 }
 
 SingleInstance::SingleInstance(QDBusConnection bus, QString name, QObject* parent)
@@ -63,25 +66,41 @@ bool SingleInstance::claim() {
     return bus_.registerService(name_);
 }
 
-bool SingleInstance::raiseOther() const {
-    QDBusMessage call = QDBusMessage::createMethodCall(name_, objectPath, interfaceName, QStringLiteral("Activate"));
+void SingleInstance::answerTo(const QString& name) {
+    bus_.registerService(name);
+}
+
+bool SingleInstance::raiseOther(const Wish& wish) const {
+    const WishedAction action = actionOf(wish);
+    const QString method = QLatin1String(action.name.empty() ? "Activate" : "ActivateAction");
+    QDBusMessage call = QDBusMessage::createMethodCall(name_, objectPath, interfaceName, method);
+    if (!action.name.empty()) {
+        QVariantList parameter;
+        if (!action.module.empty()) {
+            parameter << QString::fromStdString(action.module);
+        }
+        call << QString::fromStdString(action.name) << QVariant(parameter);
+    }
     call << ownPlatformData();
     return bus_.call(call, QDBus::Block, answerMilliseconds).type() == QDBusMessage::ReplyMessage;
 }
 
 void ApplicationAdaptor::Activate(const QVariantMap& platformData) {
     takeActivationToken(platformData);
-    Q_EMIT instance_.activated();
+    Q_EMIT instance_.activated({});
 }
 
 void ApplicationAdaptor::Open(const QStringList&, const QVariantMap& platformData) {
     Activate(platformData);
 }
 
-void ApplicationAdaptor::ActivateAction(const QString& name, const QVariantList&, const QVariantMap& platformData) {
+void ApplicationAdaptor::ActivateAction(const QString& name, const QVariantList& parameter,
+                                        const QVariantMap& platformData) {
     takeActivationToken(platformData);
     if (name == QLatin1String("quit")) {
         Q_EMIT instance_.quitAsked();
+    } else if (const auto wish = wishOf(name.toStdString(), parameter.value(0).toString().toStdString())) {
+        Q_EMIT instance_.activated(*wish);
     }
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Wish.h"
+
 #include <QDBusAbstractAdaptor>
 #include <QDBusConnection>
 #include <QObject>
@@ -10,6 +12,9 @@
 #include <filesystem>
 
 namespace vellmoor {
+
+/// The name on the session bus by which desktops know the program; that of its desktop file.
+QString applicationBusName();
 
 /// The name on the session bus of the instance that cleans `home`. A home other than the account's is a world of its
 /// own (a demonstration, a test) and gets a name of its own, which is the same at every start.
@@ -25,12 +30,14 @@ public:
 
     /// Takes the name. False when another instance holds it; true also without a bus.
     bool claim();
-    /// Asks the instance that holds the name to show its window; false when it did not answer.
-    [[nodiscard]] bool raiseOther() const;
+    /// Answers to another name, too: the bus that started this program waits for the one it knows.
+    void answerTo(const QString& name);
+    /// Asks the instance that holds the name to show its window and to do that; false when it did not answer.
+    [[nodiscard]] bool raiseOther(const Wish& wish) const;
 
 Q_SIGNALS:
-    /// A later start, or a click on the launcher.
-    void activated();
+    /// A later start, a click on the launcher, or one of its actions.
+    void activated(const vellmoor::Wish& wish);
     void quitAsked();
 
 private:

@@ -3,13 +3,15 @@
 #include "CheckedMath.h"
 #include "Glob.h"
 #include "Paths.h"
+#include "PercentText.h"
 #include "ScanSnapshot.h"
 #include "applications/Applications.h"
-#include "applications/DesktopEntries.h"
 #include "applications/Leftovers.h"
+#include "desktop/DesktopEntries.h"
 #include "scan/PathMeasurement.h"
 
 #include <algorithm>
+#include <iterator>
 #include <set>
 
 namespace vellmoor {
@@ -21,25 +23,31 @@ struct ApplicationScan {
     std::string name;
     std::optional<std::string> bundleIdentifier;
     PathStats appStats;
-    std::vector<Path> residualURLs;
+    std::string heldBack; ///< why the application stays
+    std::vector<Offer> residuals;
     PathStats residualStats;
     ApplicationKind kind = ApplicationKind::Bundle;
 
     [[nodiscard]] std::int64_t totalBytes() const { return checkedAdd(appStats.bytes, residualStats.bytes); }
 };
 
-ApplicationScan applicationScan(EngineContext& context, const ApplicationMetadata& metadata,
-                                std::vector<Path> residuals) {
+/// `application` is what is offered of the body.
+ApplicationScan applicationScan(EngineContext& context, const ApplicationMetadata& metadata, const Offer& application,
+                                const std::vector<Path>& residuals) {
     ApplicationScan scan{.appURL = metadata.appURL,
                          .name = metadata.displayName,
                          .bundleIdentifier = metadata.bundleIdentifier,
                          .appStats = stats(context, metadata.appURL),
-                         .residualURLs = std::move(residuals),
+                         .heldBack = application.heldBack,
+                         .residuals = {},
                          .residualStats = {},
                          .kind = metadata.kind};
-    for (const Path& path : scan.residualURLs) {
+    for (const Path& path : residuals) {
+        std::ranges::move(offersOf(context, path, Splitting::Along), std::back_inserter(scan.residuals));
+    }
+    for (const Offer& residual : scan.residuals) {
         context.throwIfCancelled();
-        const PathStats measured = stats(context, path);
+        const PathStats measured = stats(context, residual.path);
         scan.residualStats.bytes = checkedAdd(scan.residualStats.bytes, measured.bytes);
         scan.residualStats.files = checkedAdd(scan.residualStats.files, measured.files);
     }
@@ -49,20 +57,24 @@ ApplicationScan applicationScan(EngineContext& context, const ApplicationMetadat
 /// The application first, then its leftovers.
 std::vector<CleanupTarget> appTargets(EngineContext& context, const ApplicationScan& scan, bool selected) {
     std::vector<CleanupTarget> targets{target(context, scan.appURL, scan.appStats, selected)};
-    for (const Path& path : scan.residualURLs) {
-        targets.push_back(target(context, path, std::nullopt, selected));
+    targets.back().heldBack = scan.heldBack;
+    for (const Offer& residual : scan.residuals) {
+        targets.push_back(target(context, residual, selected));
     }
     return targets;
 }
 
 std::string description(const ApplicationScan& scan, bool isRunning) {
     std::string text =
-        scan.residualURLs.empty() ? L::tr("未发现明显残留") : L::tr("发现 %d 个关联残留", scan.residualURLs.size());
+        scan.residuals.empty() ? L::tr("未发现明显残留") : L::tr("发现 %d 个关联残留", scan.residuals.size());
     if (scan.bundleIdentifier) {
         text += L::tr("，bundle id：%@", *scan.bundleIdentifier);
     }
     if (isRunning) {
         text += L::tr("，应用正在运行，请先退出");
+    }
+    if (!scan.heldBack.empty()) {
+        text += L::tr("，其中有你保留的项目");
     }
     if (scan.kind == ApplicationKind::Flatpak) {
         text += L::tr("，将由 Flatpak 直接卸载，不经过废纸篓");
@@ -73,19 +85,21 @@ std::string description(const ApplicationScan& scan, bool isRunning) {
 CleanupItem applicationItem(EngineContext& context, const ApplicationScan& scan, bool isRunning) {
     CleanupItem item;
     item.module = CleanerModule::appUninstaller;
+    item.key = percentEncoded(scan.appURL.native());
     item.title = scan.name;
     item.description = description(scan, isRunning);
     item.bytes = scan.totalBytes();
     item.files = checkedAdd(scan.appStats.files, scan.residualStats.files);
     item.symbol = "app.dashed";
     item.tint = Tint::orange;
-    item.isCleanable = !isRunning && (scan.kind != ApplicationKind::Flatpak || flatpakTool(context));
+    item.isCleanable =
+        !isRunning && scan.heldBack.empty() && (scan.kind != ApplicationKind::Flatpak || flatpakTool(context));
     item.risk = item.isCleanable ? CleanupRisk::high : CleanupRisk::previewOnly;
     item.appInfo = AppCleanupInfo{.bundleIdentifier = scan.bundleIdentifier,
                                   .appPath = scan.appURL.string(),
                                   .appBytes = scan.appStats.bytes,
                                   .residualBytes = scan.residualStats.bytes,
-                                  .residualCount = static_cast<std::int64_t>(scan.residualURLs.size()),
+                                  .residualCount = static_cast<std::int64_t>(scan.residuals.size()),
                                   .isRunning = isRunning};
     item.targets = appTargets(context, scan, false);
     item.isAtLeast = std::ranges::any_of(item.targets, &CleanupTarget::isAtLeast);
@@ -126,12 +140,6 @@ CleanupItem systemApplicationsItem(std::size_t count) {
     return item; // without targets: previewOnly, not cleanable
 }
 
-const InstalledEntry* entryAt(EngineContext& context, const Path& path) {
-    const std::vector<InstalledEntry>& entries = installedEntries(context);
-    const auto found = std::ranges::find(entries, path, &InstalledEntry::path);
-    return found == entries.end() ? nullptr : &*found;
-}
-
 } // namespace
 
 std::vector<ApplicationMetadata> removableApplications(EngineContext& context) {
@@ -143,13 +151,16 @@ std::vector<ApplicationMetadata> removableApplications(EngineContext& context) {
 std::vector<CleanupItem> applicationItems(EngineContext& context) {
     const std::vector<ApplicationMetadata> applications = removableApplications(context);
     const LeftoverFinder leftovers(context, applications);
-    const RunningPrograms running(context);
+    const RunningPrograms running(context, LinuxProcesses::of(context));
 
     std::vector<std::pair<ApplicationScan, bool>> scans;
     for (std::size_t i = 0; i < applications.size(); ++i) {
         context.throwIfCancelled();
-        scans.emplace_back(applicationScan(context, applications[i], leftovers.residualPaths(i)),
-                           running.runs(applications[i]));
+        // A kept application is not listed, and what belongs to it stays with it.
+        for (const Offer& offer : offersOf(context, applications[i].appURL, Splitting::Never)) {
+            scans.emplace_back(applicationScan(context, applications[i], offer, leftovers.residualPaths(i)),
+                               running.runs(applications[i]));
+        }
     }
     std::ranges::stable_sort(scans, std::ranges::greater(), [](const auto& scan) { return scan.first.totalBytes(); });
 
@@ -162,67 +173,6 @@ std::vector<CleanupItem> applicationItems(EngineContext& context) {
         items.push_back(systemApplicationsItem(count));
     }
     return items;
-}
-
-bool isProtectedSystemAppPath(const EngineContext& context, const Path& given) {
-    const AppLayout& layout = context.layout().apps;
-    const Path path = context.platform().standardized(given);
-    const Path own = context.platform().standardized(context.platform().ownPath());
-    if (!own.empty() && isAtOrBelow(own, path)) {
-        return true; // this program, or a folder that it runs from
-    }
-    return std::ranges::find(layout.protectedPaths, path) != layout.protectedPaths.end() ||
-           std::ranges::any_of(layout.protectedPrefixes,
-                               [&](const std::string& prefix) { return path.native().starts_with(prefix); }) ||
-           containsAny(path.native(), layout.protectedFragments);
-}
-
-std::optional<Path> appLookupByBundleID(EngineContext& context, std::string_view identifier) {
-    const AppLayout& layout = context.layout().apps;
-    for (const Path& folder : layout.bundleFolders) {
-        const auto entries = context.platform().entries(folder);
-        if (!entries) {
-            continue; // a missing folder holds no applications
-        }
-        for (const FolderEntry& entry : *entries) {
-            const Path path = folder / entry.name;
-            if (path.extension() != "." + layout.bundleExtension) {
-                continue;
-            }
-            const std::optional<BundleInfo> info = context.platform().bundleInfo(path);
-            if (info && info->identifier == identifier) {
-                return path;
-            }
-        }
-    }
-    const std::vector<InstalledEntry>& entries = installedEntries(context);
-    const auto found = std::ranges::find_if(
-        entries, [&](const InstalledEntry& entry) { return entry.id == identifier && !entry.hidden; });
-    return found == entries.end() ? std::nullopt : std::optional(found->path);
-}
-
-std::string appDisplayName(EngineContext& context, const Path& app) {
-    if (const InstalledEntry* entry = entryAt(context, app)) {
-        return entry->name.empty() ? entry->id : entry->name;
-    }
-    return bundleName(context, app);
-}
-
-std::optional<std::string> appIdentifier(EngineContext& context, const Path& app) {
-    if (const InstalledEntry* entry = entryAt(context, app)) {
-        return entry->id;
-    }
-    const std::optional<BundleInfo> info = context.platform().bundleInfo(app);
-    return info ? info->identifier : std::nullopt;
-}
-
-std::string friendlyName(std::string_view identifier, std::string_view fallback) {
-    while (identifier.ends_with('.')) {
-        identifier.remove_suffix(1);
-    }
-    std::string name(identifier.substr(identifier.find_last_of('.') + 1));
-    std::ranges::replace_if(name, [](char c) { return c == '-' || c == '_'; }, ' ');
-    return name.empty() ? std::string(fallback) : name;
 }
 
 } // namespace vellmoor

@@ -13,18 +13,6 @@ namespace vellmoor {
 /// applications, a last row that says so. Throws ScanCancelled.
 std::vector<CleanupItem> applicationItems(EngineContext& context);
 
-/// Applications that are never offered for removal: the system's own, and this program.
-bool isProtectedSystemAppPath(const EngineContext& context, const Path& path);
-/// The first application of that identifier: on macOS a bundle of the application folders, on Linux a desktop
-/// entry, the user's first.
-std::optional<Path> appLookupByBundleID(EngineContext& context, std::string_view identifier);
-/// The name of a bundle or of a desktop entry.
-std::string appDisplayName(EngineContext& context, const Path& app);
-/// The identifier of a bundle or of a desktop entry.
-std::optional<std::string> appIdentifier(EngineContext& context, const Path& app);
-/// The last piece of a dotted identifier, with dashes and underscores as spaces.
-std::string friendlyName(std::string_view identifier, std::string_view fallback);
-
 /// Whether the application of a row of applicationItems() runs at this moment; asked afresh at each call. False for
 /// other rows.
 bool applicationRuns(EngineContext& context, const CleanupItem& row);

@@ -1,7 +1,8 @@
 // The applications that the user can remove, as the uninstaller sees them before anything is measured.
 #pragma once
 
-#include "applications/DesktopEntries.h"
+#include "desktop/DesktopEntries.h"
+#include "processes/LinuxProcesses.h"
 #include "scan/EngineContext.h"
 
 #include <optional>
@@ -28,9 +29,6 @@ std::vector<ApplicationMetadata> installedBundles(EngineContext& context);
 /// Flatpaks of the user, AppImages and program folders only.
 std::vector<ApplicationMetadata> unpackagedApplications(EngineContext& context);
 
-/// The name in a bundle's property list, else its folder's name without the extension.
-std::string bundleName(const EngineContext& context, const Path& bundle);
-
 /// A program that a desktop entry names in Exec or TryExec, executable or not.
 struct EntryProgram {
     const InstalledEntry* entry = nullptr;
@@ -45,12 +43,12 @@ bool isProgramOf(const EntryProgram& program, const Path& application, const Pat
 /// What runs at the moment, asked once.
 class RunningPrograms {
 public:
-    explicit RunningPrograms(EngineContext& context);
+    RunningPrograms(EngineContext& context, const LinuxProcesses& processes);
 
     [[nodiscard]] bool runs(const ApplicationMetadata& application) const;
 
 private:
-    void readProcesses();
+    void read(const LinuxProcesses& processes);
     [[nodiscard]] bool runsProgramOf(const Path& application) const;
 
     EngineContext& context_;

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "applications/Applications.h"
-#include "applications/DesktopEntries.h"
 #include "applications/LeftoverTokens.h"
+#include "desktop/DesktopEntries.h"
 #include "scan/UserPlaces.h"
 
 #include <cstddef>

@@ -1,8 +1,9 @@
 #include "Paths.h"
 #include "applications/AppUninstaller.h"
 #include "applications/Applications.h"
-#include "applications/DesktopEntries.h"
 #include "applications/ReleaseName.h"
+#include "desktop/AppNames.h"
+#include "desktop/DesktopEntries.h"
 #include "scan/UserPlaces.h"
 
 #include <algorithm>

@@ -1,6 +1,7 @@
 #include "Paths.h"
 #include "applications/AppUninstaller.h"
 #include "applications/Applications.h"
+#include "desktop/AppNames.h"
 
 namespace vellmoor {
 namespace {
@@ -24,17 +25,6 @@ ApplicationMetadata appMetadata(const EngineContext& context, const Path& bundle
 }
 
 } // namespace
-
-std::string bundleName(const EngineContext& context, const Path& bundle) {
-    const std::optional<BundleInfo> info = context.platform().bundleInfo(bundle);
-    if (info && info->displayName && !info->displayName->empty()) {
-        return *info->displayName;
-    }
-    if (info && info->name && !info->name->empty()) {
-        return *info->name;
-    }
-    return bundle.stem().string();
-}
 
 std::vector<ApplicationMetadata> installedBundles(EngineContext& context) {
     const AppLayout& layout = context.layout().apps;

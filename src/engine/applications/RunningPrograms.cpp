@@ -1,13 +1,12 @@
 #include "Paths.h"
 #include "applications/AppUninstaller.h"
 #include "applications/Applications.h"
-#include "processes/LinuxProcesses.h"
 
 #include <algorithm>
 
 namespace vellmoor {
 
-RunningPrograms::RunningPrograms(EngineContext& context) : context_(context) {
+RunningPrograms::RunningPrograms(EngineContext& context, const LinuxProcesses& processes) : context_(context) {
     for (const RunningApplication& application : context.platform().runningApplications()) {
         if (!application.bundlePath.empty()) {
             bundlePaths_.insert(context.platform().standardized(application.bundlePath));
@@ -17,13 +16,12 @@ RunningPrograms::RunningPrograms(EngineContext& context) : context_(context) {
         }
     }
     if (!context.layout().memory.processes.folder.empty()) {
-        readProcesses();
+        read(processes);
     }
 }
 
-void RunningPrograms::readProcesses() {
+void RunningPrograms::read(const LinuxProcesses& processes) {
     const Platform& platform = context_.platform();
-    const LinuxProcesses processes(platform, context_.layout());
     for (const std::int32_t pid : processes.pids()) {
         if (const std::optional<Path> program = processes.executable(pid)) {
             programs_.insert(platform.realPath(*program).value_or(*program));
@@ -61,13 +59,15 @@ bool applicationRuns(EngineContext& context, const CleanupItem& row) {
     const bool isFlatpak = isFlatpakBody(context, body);
     const std::string extension = context.platform().lowerCase(body.extension().string());
     const bool isBundle = extension == "." + context.layout().apps.bundleExtension;
-    return RunningPrograms(context).runs({.appURL = body,
-                                          .displayName = row.title,
-                                          .unlocalizedName = {},
-                                          .bundleIdentifier = row.appInfo->bundleIdentifier,
-                                          .kind = isFlatpak  ? ApplicationKind::Flatpak
-                                                  : isBundle ? ApplicationKind::Bundle
-                                                             : ApplicationKind::ProgramFolder});
+    const LinuxProcesses now(context.platform(), context.layout());
+    return RunningPrograms(context, now)
+        .runs({.appURL = body,
+               .displayName = row.title,
+               .unlocalizedName = {},
+               .bundleIdentifier = row.appInfo->bundleIdentifier,
+               .kind = isFlatpak  ? ApplicationKind::Flatpak
+                       : isBundle ? ApplicationKind::Bundle
+                                  : ApplicationKind::ProgramFolder});
 }
 
 bool RunningPrograms::runsProgramOf(const Path& application) const {

@@ -19,14 +19,14 @@ constexpr std::size_t mostFailureLines = 5;
 constexpr std::size_t mostNotes = 50; // the outcomes have them all
 constexpr std::chrono::seconds askAgain{1};
 
-/// Whether the system might take `url` for something else than `standard`: a relative one depends on the current
-/// folder, and ".." leads elsewhere behind a link.
-bool isAmbiguous(const Platform& platform, const Path& url, const Path& standard) {
+/// Whether the system might take `url` for something else than what lies at `place`: a relative one depends on the
+/// current folder, and ".." leads elsewhere behind a link.
+bool isAmbiguous(const Platform& platform, const Path& url, const std::optional<Path>& place) {
     if (!url.is_absolute()) {
         return true;
     }
     const bool climbs = std::ranges::find(url, Path("..")) != url.end();
-    return climbs && platform.realPlace(url) != platform.realPlace(standard);
+    return climbs && platform.realPlace(url) != place;
 }
 
 /// The folders that the rules themselves open through links: users move whole folders to other disks.
@@ -103,8 +103,10 @@ void CleanRun::optimize(const CleanPlan::Row& row) {
 
 void CleanRun::cleanRow(const CleanPlan::Row& row) {
     rowKept_.reset();
+    folder_.reset();
     askedApplication_.reset();
     owners_.refresh();
+    kept_ = KeptPaths::read(platform_, context_.layout());
     for (const CleanupTarget& target : row.targets) {
         Answer answer = remove(row, target);
         const bool stays = answer.fate == CleanupFate::Kept || answer.fate == CleanupFate::Failed;
@@ -115,20 +117,42 @@ void CleanRun::cleanRow(const CleanPlan::Row& row) {
     }
 }
 
+const CleanRun::Folder& CleanRun::folderOf(const Path& path) {
+    Path folder = path.parent_path();
+    if (!folder_ || folder_->named != folder) {
+        std::optional<Path> real = platform_.realPath(folder);
+        folder_ =
+            Folder{.named = std::move(folder), .real = std::move(real), .holdsFlatpaks = isFlatpakBody(context_, path)};
+    }
+    return *folder_;
+}
+
+CleanRun::Subject CleanRun::subject(const CleanPlan::Row& row, const CleanupTarget& target) {
+    Subject subject{.row = row, .target = target, .path = platform_.standardized(target.url), .place = std::nullopt};
+    if (const Folder& folder = folderOf(subject.path); folder.real) {
+        subject.place = *folder.real / subject.path.filename();
+    }
+    return subject;
+}
+
 CleanRun::Answer CleanRun::remove(const CleanPlan::Row& row, const CleanupTarget& target) {
     if (ended_ || context_.isCancelled()) { // what is at hand is finished first
         return {.fate = CleanupFate::Untried, .reason = "", .place = {}, .note = ""};
     }
-    const Path path = platform_.standardized(target.url);
-    std::optional<std::string> reason = refusal(target, path);
+    const Subject at = subject(row, target);
+    const Path& path = at.path;
+    std::optional<std::string> reason = refusal(at);
     if (reason && !platform_.exists(path)) {
         return {.fate = CleanupFate::Vanished, .reason = "", .place = {}, .note = ""};
     }
     if (reason) {
         return {.fate = CleanupFate::Failed, .reason = std::move(*reason), .place = {}, .note = ""};
     }
+    if (std::optional<Answer> kept = keptBack(path)) {
+        return *std::move(kept);
+    }
     if (!rowKept_) {
-        if (const std::optional<std::string> user = runningUser(row, path)) {
+        if (const std::optional<std::string> user = runningUser(at)) {
             std::string kept = L::tr("%@ 正在运行，已保留", *user);
             if (row.item.module != CleanerModule::systemJunk) { // its rows hold the folders of many applications
                 rowKept_ = std::move(kept);
@@ -142,11 +166,27 @@ CleanRun::Answer CleanRun::remove(const CleanPlan::Row& row, const CleanupTarget
         return {
             .fate = isThere ? CleanupFate::Kept : CleanupFate::Vanished, .reason = *rowKept_, .place = {}, .note = ""};
     }
-    return removeExisting(target, path);
+    return removeExisting(at);
+}
+
+std::optional<CleanRun::Answer> CleanRun::keptBack(const Path& path) const {
+    Answer answer{.fate = CleanupFate::Kept, .reason = "", .place = {}, .note = ""};
+    if (!kept_) {
+        answer = {.fate = CleanupFate::Failed,
+                  .reason = L::tr("无法读取保留列表：%@", kept_.error()),
+                  .place = {},
+                  .note = ""};
+    } else if (kept_->covers(platform_, path)) {
+        answer.reason = L::tr("你要求保留此项目");
+    } else if (kept_->liesBelow(platform_, path)) {
+        answer.reason = L::tr("其中有你保留的项目");
+    }
+    return answer.reason.empty() || !platform_.exists(path) ? std::nullopt : std::optional(std::move(answer));
 }
 
 /// The application that uses the path now, if one runs: asked at the start of a row and again each second.
-std::optional<std::string> CleanRun::runningUser(const CleanPlan::Row& row, const Path& path) {
+std::optional<std::string> CleanRun::runningUser(const Subject& subject) {
+    const CleanPlan::Row& row = subject.row;
     if (row.item.appInfo) {
         const auto now = std::chrono::steady_clock::now();
         if (!askedApplication_ || now - *askedApplication_ >= askAgain) {
@@ -158,22 +198,25 @@ std::optional<std::string> CleanRun::runningUser(const CleanPlan::Row& row, cons
         return std::nullopt;
     }
     const bool isAsked = row.item.module == CleanerModule::privacy || row.item.module == CleanerModule::systemJunk;
-    return isAsked ? owners_.ownerOf(path) : std::nullopt;
+    return isAsked ? owners_.ownerOf(subject.path, subject.place) : std::nullopt;
 }
 
-std::optional<std::string> CleanRun::refusal(const CleanupTarget& target, const Path& path) const {
-    return isAmbiguous(platform_, target.url, path) ? files::reason(EINVAL) : guard_.refusalReason(path);
+std::optional<std::string> CleanRun::refusal(const Subject& subject) const {
+    if (isAmbiguous(platform_, subject.target.url, subject.place)) {
+        return files::reason(EINVAL);
+    }
+    return subject.place ? guard_.refusalReason(subject.path, *subject.place) : guard_.refusalReason(subject.path);
 }
 
 /// Decides how one target is removed, and does it. A failed move to the Trash stays a failure: nothing is deleted in
 /// its place.
-CleanRun::Answer CleanRun::removeExisting(const CleanupTarget& target, const Path& path) {
-    if (isFlatpakBody(context_, path)) {
-        return removeFlatpak(target, path);
+CleanRun::Answer CleanRun::removeExisting(const Subject& subject) {
+    const Path& path = subject.path;
+    if (folderOf(path).holdsFlatpaks) {
+        return removeFlatpak(subject);
     }
-    RemovalRequest request{.path = path, .identity = target.identity, .sameness = target.sameness};
-    const std::optional<Path> real = platform_.realPlace(path);
-    const auto trashed = real ? trashed_->find(path, *real) : std::nullopt;
+    RemovalRequest request{.path = path, .identity = subject.target.identity, .sameness = subject.target.sameness};
+    const auto trashed = subject.place ? trashed_->find(path, *subject.place) : std::nullopt;
     if (!trashed && trashed_->names(path) && platform_.exists(path)) {
         // A link leads out of the Trash, to something of the user's.
         return {.fate = CleanupFate::Failed, .reason = files::reason(ELOOP), .place = {}, .note = ""};
@@ -210,7 +253,9 @@ CleanRun::Answer CleanRun::removeExisting(const CleanupTarget& target, const Pat
     return answer(CleanupFate::Failed, removal.reason);
 }
 
-CleanRun::Answer CleanRun::removeFlatpak(const CleanupTarget& target, const Path& path) {
+CleanRun::Answer CleanRun::removeFlatpak(const Subject& subject) {
+    const CleanupTarget& target = subject.target;
+    const Path& path = subject.path;
     const std::optional<FileIdentity> found = platform_.identity(path);
     if (target.identity && found && !isSame(*target.identity, *found, target.sameness)) {
         return {.fate = CleanupFate::Kept, .reason = L::tr("自扫描后已更改，已保留"), .place = {}, .note = ""};

@@ -6,9 +6,11 @@
 #include "clean/CleanPlan.h"
 #include "clean/RunningOwners.h"
 #include "clean/TrashedPaths.h"
+#include "keep/KeptPaths.h"
 #include "scan/EngineContext.h"
 
 #include <chrono>
+#include <expected>
 #include <memory>
 #include <optional>
 #include <string>
@@ -33,13 +35,31 @@ private:
         std::string note;
     };
 
+    /// What is known of the folder of the target at hand: targets stand beside each other.
+    struct Folder {
+        Path named;
+        std::optional<Path> real; ///< links resolved; nothing when it does not exist
+        bool holdsFlatpaks = false;
+    };
+    /// One target on its way.
+    struct Subject {
+        const CleanPlan::Row& row;
+        const CleanupTarget& target;
+        Path path;                 ///< standardised
+        std::optional<Path> place; ///< links above it resolved
+    };
+
+    const Folder& folderOf(const Path& path);
+    Subject subject(const CleanPlan::Row& row, const CleanupTarget& target);
     void optimize(const CleanPlan::Row& row);
     void cleanRow(const CleanPlan::Row& row);
     Answer remove(const CleanPlan::Row& row, const CleanupTarget& target);
-    Answer removeExisting(const CleanupTarget& target, const Path& path);
-    Answer removeFlatpak(const CleanupTarget& target, const Path& path);
-    [[nodiscard]] std::optional<std::string> runningUser(const CleanPlan::Row& row, const Path& path);
-    [[nodiscard]] std::optional<std::string> refusal(const CleanupTarget& target, const Path& path) const;
+    Answer removeExisting(const Subject& subject);
+    Answer removeFlatpak(const Subject& subject);
+    [[nodiscard]] std::optional<std::string> runningUser(const Subject& subject);
+    /// What the list of kept paths says of a target, whatever its row says.
+    [[nodiscard]] std::optional<Answer> keptBack(const Path& path) const;
+    [[nodiscard]] std::optional<std::string> refusal(const Subject& subject) const;
     void record(const CleanupTarget& target, Answer answer);
     void note(std::string line);
     void fail(std::string line);
@@ -48,9 +68,11 @@ private:
     const Platform& platform_;
     std::chrono::milliseconds settle_;
     PathGuard guard_;
+    std::expected<KeptPaths, std::string> kept_; ///< as it was when the current row began
     std::unique_ptr<const TrashedPaths> trashed_;
     std::unique_ptr<TrashSession> session_;
     RunningOwners owners_;
+    std::optional<Folder> folder_;
     std::optional<std::string> rowKept_; ///< why the rest of the current row stays
     std::optional<std::chrono::steady_clock::time_point> askedApplication_;
     bool ended_ = false; ///< the disk takes nothing more

@@ -2,7 +2,7 @@
 
 #include "Glob.h"
 #include "Paths.h"
-#include "applications/DesktopEntries.h"
+#include "desktop/DesktopEntries.h"
 #include "privacy/Privacy.h"
 #include "processes/ProcessTable.h"
 #include "scan/UserPlaces.h"
@@ -67,6 +67,26 @@ void RunningOwners::add(OwnedFolders folders) {
 }
 
 std::optional<std::string> RunningOwners::ownerOf(const Path& path) {
+    const Path plain = context_.platform().standardized(path);
+    refreshWhenOld();
+    return inUse_.empty() ? std::nullopt : ownerOf(plain, context_.platform().realPlace(plain));
+}
+
+std::optional<std::string> RunningOwners::ownerOf(const Path& path, const std::optional<Path>& place) {
+    refreshWhenOld();
+    for (const OwnedFolders& owned : inUse_) {
+        std::optional<std::string> owner = runningOwner(owned, path);
+        if (!owner && place && *place != path) {
+            owner = runningOwner(owned, *place);
+        }
+        if (owner) {
+            return owner;
+        }
+    }
+    return std::nullopt;
+}
+
+void RunningOwners::refreshWhenOld() {
     const Moment now = std::chrono::steady_clock::now();
     if (!asked_ || now - *asked_ >= lifetime) {
         running_ = runningProcessNames(context_.platform(), context_.layout());
@@ -74,21 +94,6 @@ std::optional<std::string> RunningOwners::ownerOf(const Path& path) {
         inUse_.clear();
         std::ranges::copy_if(owned_, std::back_inserter(inUse_), [&](const OwnedFolders& one) { return mayRun(one); });
     }
-    if (inUse_.empty()) {
-        return std::nullopt;
-    }
-    const Path plain = context_.platform().standardized(path);
-    const Path real = context_.platform().realPlace(plain).value_or(plain);
-    for (const OwnedFolders& owned : inUse_) {
-        std::optional<std::string> owner = runningOwner(owned, plain);
-        if (!owner && real != plain) {
-            owner = runningOwner(owned, real);
-        }
-        if (owner) {
-            return owner;
-        }
-    }
-    return std::nullopt;
 }
 
 /// Whether one of the applications that own the folders runs; a token that ends with ":" stands for several.

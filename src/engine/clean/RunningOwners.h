@@ -25,11 +25,14 @@ public:
     /// The display name of the application that uses `path`, a folder above it or something below it; nothing when none
     /// runs. What is known of the running programs is at most a second old.
     [[nodiscard]] std::optional<std::string> ownerOf(const Path& path);
+    /// The same for a standardised path of which is known where it lies, links above it resolved; nothing: it does not.
+    [[nodiscard]] std::optional<std::string> ownerOf(const Path& path, const std::optional<Path>& place);
 
 private:
     using Moment = std::chrono::steady_clock::time_point;
 
     void add(OwnedFolders folders);
+    void refreshWhenOld();
     [[nodiscard]] bool mayRun(const OwnedFolders& owned) const;
     [[nodiscard]] std::optional<std::string> runningOwner(const OwnedFolders& owned, const Path& path) const;
     [[nodiscard]] std::string nameOf(const std::string& token, const std::string& child) const;

@@ -2,6 +2,7 @@
 
 #include "ByteCount.h"
 #include "Paths.h"
+#include "PercentText.h"
 #include "Platform.h"
 #include "ScanSnapshot.h"
 #include "scan/DeepWalk.h"
@@ -11,6 +12,7 @@
 #include <algorithm>
 #include <chrono>
 #include <iterator>
+#include <limits>
 #include <optional>
 #include <utility>
 
@@ -70,7 +72,7 @@ bool isLarger(const ScannedPath& a, const ScannedPath& b) {
     return a.bytes != b.bytes ? a.bytes > b.bytes : a.url < b.url; // the path only makes the order repeatable
 }
 
-void collect(const EngineContext& context, const Root& root, std::vector<ScannedPath>& all) {
+void collect(EngineContext& context, const Root& root, std::vector<ScannedPath>& all) {
     const Platform& platform = context.platform();
     if (DeepScanFilter(platform, context.layout(), root.path).excludesAll()) {
         return;
@@ -101,6 +103,7 @@ void keepLargest(std::vector<ScannedPath>& paths, std::size_t limit) {
 CleanupItem row(EngineContext& context, const ScannedPath& file) {
     CleanupItem item;
     item.module = CleanerModule::largeFiles;
+    item.key = percentEncoded(file.url.native());
     item.title = displayName(file.url);
     item.description = displayPath(context.layout(), file.url.parent_path());
     item.bytes = file.bytes;
@@ -137,13 +140,17 @@ std::vector<ScannedPath> largeFiles(EngineContext& context, std::size_t limit) {
     return found;
 }
 
+LargeFileRows largeFileRows(EngineContext& context) {
+    LargeFileRows rows;
+    for (const ScannedPath& file : largeFiles(context, std::numeric_limits<std::size_t>::max())) {
+        (rows.listed.size() < rowLimit ? rows.listed : rows.further).push_back(row(context, file));
+    }
+    return rows;
+}
+
 // The flag changes nothing: each large file waits for its own tick.
 std::vector<CleanupItem> largeFileItems(EngineContext& context, bool /*selectedByDefault*/) {
-    std::vector<CleanupItem> items;
-    for (const ScannedPath& file : largeFiles(context, rowLimit)) {
-        items.push_back(row(context, file));
-    }
-    return items;
+    return largeFileRows(context).listed;
 }
 
 std::vector<FileCandidate> makeFileCandidates(const EngineContext& context, const std::vector<CleanupItem>& items) {

@@ -10,7 +10,16 @@ namespace vellmoor {
 /// The biggest files of the user's everyday folders, largest first. Throws ScanCancelled.
 std::vector<ScannedPath> largeFiles(EngineContext& context, std::size_t limit);
 
-/// One row per large file, never preselected. Throws ScanCancelled.
+/// A row per large file, never preselected, largest first: those that the module lists, and all others.
+struct LargeFileRows {
+    std::vector<CleanupItem> listed;
+    std::vector<CleanupItem> further;
+};
+
+/// Throws ScanCancelled.
+LargeFileRows largeFileRows(EngineContext& context);
+
+/// The listed ones only. Throws ScanCancelled.
 std::vector<CleanupItem> largeFileItems(EngineContext& context, bool selectedByDefault);
 
 /// The largest lines among the items' large files, dates read afresh.

@@ -17,6 +17,7 @@ constexpr std::chrono::hours downloadAge{7 * 24};
 CategorySpec specOf(const EngineContext& context, const JunkCategory& category) {
     CategorySpec spec;
     spec.module = CleanerModule::systemJunk;
+    spec.key = rowKey(CleanerModule::systemJunk, category.key);
     spec.title = L::tr(category.title);
     spec.description = category.argument.empty()
                            ? L::tr(category.description)
@@ -75,6 +76,7 @@ std::vector<Path> rootsOf(EngineContext& context, const JunkCategory& category) 
 CleanupItem downloadLeftovers(EngineContext& context) {
     CategorySpec spec;
     spec.module = CleanerModule::systemJunk;
+    spec.key = rowKey(CleanerModule::systemJunk, "downloadLeftovers");
     spec.title = L::tr("下载残留");
     spec.description = L::tr("下载目录中的旧安装包、磁盘映像和压缩包");
     spec.roots = downloadResidualFiles(context);

@@ -1,12 +1,19 @@
 #include "keep/KeptPaths.h"
 
+#include "L.h"
 #include "OwnFile.h"
 #include "Paths.h"
 #include "PercentText.h"
+#include "PosixFiles.h"
 #include "ProtectedPaths.h"
 
 #include <algorithm>
-#include <optional>
+#include <cerrno>
+#include <chrono>
+#include <functional>
+#include <iterator>
+#include <thread>
+#include <utility>
 
 namespace vellmoor {
 namespace {
@@ -37,8 +44,8 @@ std::string written(const std::vector<Path>& paths) {
     return text;
 }
 
-/// `path` as it is written, with the links above it resolved as far up as something exists, and with its own.
-std::vector<Path> forms(const Platform& platform, const Path& path) {
+/// `path` as it is written, and with the links above it resolved as far up as something exists.
+std::vector<Path> placeForms(const Platform& platform, const Path& path) {
     std::vector<Path> all{platform.standardized(path)};
     Path rest;
     for (Path folder = all.front(); folder.has_relative_path(); folder = folder.parent_path()) {
@@ -48,6 +55,12 @@ std::vector<Path> forms(const Platform& platform, const Path& path) {
             break;
         }
     }
+    return all;
+}
+
+/// The same, and what a link at its end names.
+std::vector<Path> forms(const Platform& platform, const Path& path) {
+    std::vector<Path> all = placeForms(platform, path);
     if (const auto real = platform.realPath(path)) {
         all.push_back(*real);
     }
@@ -56,8 +69,40 @@ std::vector<Path> forms(const Platform& platform, const Path& path) {
     return all;
 }
 
-Outcome change(EngineContext& context, const std::vector<Path>& paths) {
-    return listFile(context.layout()).replace(written(paths));
+/// The window and the command line may change the list at once; each waits for the other, which takes no time.
+std::expected<OwnLock, std::string> lockList(const SystemLayout& layout) {
+    constexpr std::chrono::milliseconds pause{10};
+    constexpr int tries = 200;
+    for (int tried = 0; tried < tries; ++tried) {
+        auto lock = OwnLock::tryTake(layout.stateFolder / "kept.lock");
+        if (!lock) {
+            return std::unexpected(lock.error());
+        }
+        if (*lock) {
+            return *std::move(*lock);
+        }
+        std::this_thread::sleep_for(pause);
+    }
+    return std::unexpected(files::reason(EBUSY));
+}
+
+/// Lets `change` change the list, and writes it when that answers true.
+ListChange changeList(const Platform& platform, const SystemLayout& layout,
+                      const std::function<bool(std::vector<Path>&)>& change) {
+    const auto lock = lockList(layout);
+    if (!lock) {
+        return std::unexpected(lock.error());
+    }
+    const auto list = KeptPaths::read(platform, layout);
+    if (!list) {
+        return std::unexpected(list.error());
+    }
+    std::vector<Path> paths = list->paths();
+    if (!change(paths)) {
+        return false;
+    }
+    const Outcome outcome = listFile(layout).replace(written(paths));
+    return outcome ? ListChange(true) : std::unexpected(outcome.error());
 }
 
 } // namespace
@@ -66,6 +111,8 @@ KeptPaths::KeptPaths(const Platform& platform, std::vector<Path> paths) : paths_
     for (const Path& path : paths_) {
         std::ranges::move(forms(platform, path), std::back_inserter(places_));
     }
+    std::ranges::sort(places_);
+    places_.erase(std::ranges::unique(places_).begin(), places_.end());
 }
 
 std::expected<KeptPaths, std::string> KeptPaths::read(const Platform& platform, const SystemLayout& layout) {
@@ -81,8 +128,7 @@ bool KeptPaths::covers(const Platform& platform, const Path& path) const {
         return false;
     }
     return std::ranges::any_of(forms(platform, path), [&](const Path& form) {
-        return std::ranges::any_of(places_,
-                                   [&](const Path& kept) { return form == kept || isStrictlyBelow(form, kept); });
+        return std::ranges::any_of(places_, [&](const Path& kept) { return isAtOrBelow(form, kept); });
     });
 }
 
@@ -90,47 +136,46 @@ bool KeptPaths::liesBelow(const Platform& platform, const Path& path) const {
     if (places_.empty()) {
         return false;
     }
-    return std::ranges::any_of(forms(platform, path), [&](const Path& form) {
-        return std::ranges::any_of(places_, [&](const Path& kept) { return isStrictlyBelow(kept, form); });
+    // Removing a link takes nothing along of what it names.
+    return std::ranges::any_of(placeForms(platform, path), [&](const Path& form) {
+        return std::ranges::any_of(
+            places_, [&](const Path& kept) { return isStrictlyBelow(kept, form) && platform.exists(kept); });
     });
 }
 
-const std::expected<KeptPaths, std::string>& keptPaths(EngineContext& context) {
-    struct Known {
-        std::optional<std::expected<KeptPaths, std::string>> list;
-    };
-    auto& known = context.remembered<Known>().list;
-    if (!known) {
-        known = KeptPaths::read(context.platform(), context.layout());
+std::vector<Path> KeptPaths::placesBelow(const Platform& platform, const Path& folder) const {
+    std::vector<Path> below;
+    if (places_.empty()) {
+        return below;
     }
-    return *known;
+    const Path real = platform.realPath(folder).value_or(folder);
+    for (const Path& kept : places_) {
+        if (isStrictlyBelow(kept, folder)) {
+            below.push_back(kept);
+        } else if (isStrictlyBelow(kept, real)) {
+            below.push_back(folder / kept.lexically_relative(real));
+        }
+    }
+    return below;
 }
 
-Outcome keep(EngineContext& context, const Path& path) {
-    const Path plain = context.platform().standardized(path);
-    if (auto reason = PathGuard(context.platform(), context.layout()).refusalReason(plain)) {
-        return std::unexpected(std::move(*reason));
+ListChange keep(const Platform& platform, const SystemLayout& layout, const Path& path) {
+    const Path plain = platform.standardized(path);
+    if (PathGuard(platform, layout).refusalReason(plain)) {
+        return std::unexpected(L::tr("此位置本身从不会被移除，只能保留其中的项目"));
     }
-    const auto list = KeptPaths::read(context.platform(), context.layout());
-    if (!list) {
-        return std::unexpected(list.error());
-    }
-    std::vector<Path> paths = list->paths();
-    if (std::ranges::find(paths, plain) != paths.end()) {
-        return {};
-    }
-    paths.push_back(plain);
-    return change(context, paths);
+    return changeList(platform, layout, [&](std::vector<Path>& paths) {
+        const bool isNew = std::ranges::find(paths, plain) == paths.end();
+        if (isNew) {
+            paths.push_back(plain);
+        }
+        return isNew;
+    });
 }
 
-Outcome offerAgain(EngineContext& context, const Path& path) {
-    const auto list = KeptPaths::read(context.platform(), context.layout());
-    if (!list) {
-        return std::unexpected(list.error());
-    }
-    std::vector<Path> paths = list->paths();
-    const Path plain = context.platform().standardized(path);
-    return std::erase(paths, plain) == 0 ? Outcome() : change(context, paths);
+ListChange offerAgain(const Platform& platform, const SystemLayout& layout, const Path& path) {
+    const Path plain = platform.standardized(path);
+    return changeList(platform, layout, [&](std::vector<Path>& paths) { return std::erase(paths, plain) > 0; });
 }
 
 } // namespace vellmoor

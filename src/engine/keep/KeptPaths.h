@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Platform.h"
-#include "scan/EngineContext.h"
+#include "layouts/SystemLayout.h"
 
 #include <expected>
 #include <string>
@@ -24,8 +24,10 @@ public:
 
     /// Whether `path` is kept, or lies below a kept one; links on the way are seen through.
     [[nodiscard]] bool covers(const Platform& platform, const Path& path) const;
-    /// Whether a kept path lies strictly below `path`: removing `path` would take it along.
+    /// Whether a kept path that exists lies strictly below `path`: removing `path` would take it along.
     [[nodiscard]] bool liesBelow(const Platform& platform, const Path& path) const;
+    /// The kept places strictly below `folder`, spelled as a walk from it meets them.
+    [[nodiscard]] std::vector<Path> placesBelow(const Platform& platform, const Path& folder) const;
 
 private:
     KeptPaths(const Platform& platform, std::vector<Path> paths);
@@ -34,13 +36,13 @@ private:
     std::vector<Path> places_; ///< every form under which a kept path may be met
 };
 
-/// The list as this call found it.
-const std::expected<KeptPaths, std::string>& keptPaths(EngineContext& context);
+/// What keep() and offerAgain() did: whether the list changed, or why it could not.
+using ListChange = std::expected<bool, std::string>;
 
 /// Adds a path; one that is on the list already stays where it is. Refused, with the reason, for a path that no clean
 /// would touch anyway: the home, base and user folders and what holds them.
-Outcome keep(EngineContext& context, const Path& path);
+ListChange keep(const Platform& platform, const SystemLayout& layout, const Path& path);
 /// Takes a path off the list; one that is not on it is no failure.
-Outcome offerAgain(EngineContext& context, const Path& path);
+ListChange offerAgain(const Platform& platform, const SystemLayout& layout, const Path& path);
 
 } // namespace vellmoor

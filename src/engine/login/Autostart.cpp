@@ -1,8 +1,8 @@
 #include "Paths.h"
 #include "Platform.h"
-#include "applications/DesktopEntries.h"
-#include "applications/EntryPrograms.h"
-#include "applications/ExecLine.h"
+#include "desktop/DesktopEntries.h"
+#include "desktop/EntryPrograms.h"
+#include "desktop/ExecLine.h"
 #include "login/StartupEntries.h"
 
 #include <algorithm>

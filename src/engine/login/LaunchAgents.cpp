@@ -1,6 +1,6 @@
 #include "Paths.h"
-#include "applications/AppUninstaller.h"
-#include "applications/DesktopEntries.h"
+#include "desktop/AppNames.h"
+#include "desktop/DesktopEntries.h"
 #include "login/StartupEntries.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 #include "Paths.h"
 #include "Platform.h"
 #include "ScanSnapshot.h"
-#include "applications/DesktopEntries.h"
+#include "desktop/DesktopEntries.h"
 #include "login/StartupEntries.h"
 #include "login/StartupItems.h"
 #include "login/StartupMasks.h"

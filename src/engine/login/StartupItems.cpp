@@ -2,7 +2,7 @@
 
 #include "Paths.h"
 #include "ScanSnapshot.h"
-#include "applications/AppUninstaller.h"
+#include "desktop/AppNames.h"
 #include "login/StartupEntries.h"
 #include "scan/PathMeasurement.h"
 
@@ -134,6 +134,7 @@ std::vector<StartupItem> startupItems(EngineContext& context) {
 std::vector<CleanupItem> performanceItems(EngineContext& context) {
     const StartupLayout& layout = context.layout().startup;
     const CategorySpec shown{.module = CleanerModule::performance,
+                             .key = rowKey(CleanerModule::performance, "autostart"),
                              .title = L::tr("用户启动代理"),
                              .description =
                                  L::tr(layout.shownDescription, displayPath(context.layout(), layout.shownFolder)),
@@ -144,6 +145,7 @@ std::vector<CleanupItem> performanceItems(EngineContext& context) {
                              .cleanable = false,
                              .selected = false};
     const CategorySpec states{.module = CleanerModule::performance,
+                              .key = rowKey(CleanerModule::performance, "sessionStates"),
                               .title = L::tr("应用恢复状态"),
                               .description = L::tr("窗口恢复状态和临时会话文件"),
                               .roots = sessionStatePaths(context),

@@ -1,7 +1,7 @@
 #include "login/StartupMasks.h"
 
 #include "Platform.h"
-#include "applications/DesktopEntries.h"
+#include "desktop/DesktopEntries.h"
 
 #include <algorithm>
 

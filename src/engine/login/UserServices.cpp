@@ -1,5 +1,5 @@
 #include "Platform.h"
-#include "applications/ExecLine.h"
+#include "desktop/ExecLine.h"
 #include "login/StartupEntries.h"
 
 #include <algorithm>

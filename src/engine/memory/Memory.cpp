@@ -2,7 +2,7 @@
 
 #include "CheckedMath.h"
 #include "Glob.h"
-#include "memory/MemoryText.h"
+#include "processes/MemoryText.h"
 
 #include <algorithm>
 
@@ -137,6 +137,7 @@ std::vector<CleanupItem> memoryItems(const MemorySnapshot& snapshot) {
 
     CleanupItem item;
     item.module = CleanerModule::memoryOptimization;
+    item.key = rowKey(CleanerModule::memoryOptimization, "fileCaches");
     item.title = target.name;
     item.description = L::tr("释放文件缓存并请求 macOS 整理内存压力");
     item.bytes = target.bytes;

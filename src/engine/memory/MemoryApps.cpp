@@ -33,11 +33,11 @@ MemoryApp appOf(ProcessApplications& applications, const std::string& key, const
 }
 
 /// Every application with its processes, in no order that matters.
-std::vector<MemoryApp> allApps(EngineContext& context) {
+std::vector<MemoryApp> allApps(EngineContext& context, const LinuxProcesses& processes) {
     const MemoryLayout& layout = context.layout().memory;
-    const Samples samples = processMemorySamples(context.platform(), context.layout());
+    const Samples samples = processMemorySamples(context.platform(), context.layout(), processes);
     const std::unique_ptr<ProcessApplications> applications =
-        layout.processes.folder.empty() ? bundleApplications(context) : entryApplications(context, samples);
+        layout.processes.folder.empty() ? bundleApplications(context) : entryApplications(context, processes, samples);
 
     std::map<std::string, Samples> groups;
     for (const ProcessMemorySample& sample : samples) {
@@ -58,14 +58,15 @@ std::vector<MemoryApp> allApps(EngineContext& context) {
 } // namespace
 
 std::vector<MemoryApp> memoryApps(EngineContext& context) {
-    std::vector<MemoryApp> apps = allApps(context);
+    std::vector<MemoryApp> apps = allApps(context, LinuxProcesses::of(context));
     std::ranges::stable_sort(apps, std::ranges::greater(), &MemoryApp::bytes);
     apps.resize(std::min(apps.size(), listedApps));
     return apps;
 }
 
 MemoryApp withLivingProcesses(EngineContext& context, const MemoryApp& app) {
-    const std::vector<MemoryApp> apps = allApps(context);
+    const LinuxProcesses now(context.platform(), context.layout()); // asked again and again while they end
+    const std::vector<MemoryApp> apps = allApps(context, now);
     const auto found = std::ranges::find_if(apps, [&](const MemoryApp& now) { return app.isStill(now); });
     return app.withProcessesOf(found != apps.end() ? *found : MemoryApp());
 }

@@ -1,5 +1,5 @@
 #include "memory/Memory.h"
-#include "memory/MemoryText.h"
+#include "processes/MemoryText.h"
 
 #include <algorithm>
 #include <unistd.h>

@@ -1,6 +1,7 @@
 #include "privacy/BrowserProfiles.h"
 
 #include "Paths.h"
+#include "scan/AccessLimited.h"
 
 #include <algorithm>
 #include <iterator>
@@ -130,7 +131,36 @@ std::vector<BrowserProfile> profilesIn(const Platform& platform, ProfileSearch s
     return {{folder.userData, folder.cache, false}};
 }
 
+/// Whether the browser gives its profiles such names; Firefox's family gives any.
+bool mayNameProfile(ProfileSearch search, std::string_view name) {
+    switch (search) {
+    case ProfileSearch::Chromium:
+    case ProfileSearch::Opera:
+        return name == "Default" || name.starts_with("Profile ");
+    case ProfileSearch::Firefox:
+        return name.contains('.') || name.contains('-');
+    case ProfileSearch::FolderItself:
+        break;
+    }
+    return false;
+}
+
 } // namespace
+
+std::vector<Path> closedProfiles(const Platform& platform, const BrowserTraces& browser) {
+    std::vector<Path> closed;
+    for (const BrowserFolder& folder : browser.folders) {
+        const auto entries = platform.entries(folder.userData);
+        for (const FolderEntry& entry : entries.value_or(std::vector<FolderEntry>{})) {
+            const Path profile = folder.userData / entry.name;
+            if (entry.isDirectory && mayNameProfile(browser.search, entry.name) && closedFolder(platform, profile)) {
+                closed.push_back(profile);
+            }
+        }
+    }
+    std::ranges::sort(closed);
+    return closed;
+}
 
 std::vector<BrowserProfile> browserProfiles(const Platform& platform, const BrowserTraces& browser) {
     std::vector<BrowserProfile> profiles;

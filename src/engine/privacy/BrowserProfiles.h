@@ -18,4 +18,7 @@ struct BrowserProfile {
 /// by name. Links are not followed. A profile folder that the layout names itself is answered unchecked.
 std::vector<BrowserProfile> browserProfiles(const Platform& platform, const BrowserTraces& browser);
 
+/// Profile folders of the browser that exist but cannot be read, and so are none of browserProfiles().
+std::vector<Path> closedProfiles(const Platform& platform, const BrowserTraces& browser);
+
 } // namespace vellmoor

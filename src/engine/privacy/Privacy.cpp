@@ -8,6 +8,7 @@
 #include "scan/PathMeasurement.h"
 
 #include <algorithm>
+#include <iterator>
 #include <optional>
 #include <set>
 #include <utility>
@@ -54,13 +55,28 @@ std::vector<Path> tracePaths(const Platform& platform, const TraceCategory& cate
     return paths;
 }
 
+/// "gnome-web-flatpak" for "GNOME Web (Flatpak)".
+std::string slug(const Platform& platform, std::string_view name) {
+    std::string text;
+    for (const char c : platform.lowerCase(name)) {
+        if ((c >= 'a' && c <= 'z') || (c >= '0' && c <= '9')) {
+            text += c;
+        } else if (!text.empty() && text.back() != '-') {
+            text += '-';
+        }
+    }
+    text.erase(text.find_last_not_of('-') + 1);
+    return text;
+}
+
 BrowserPrivacyDefinition definition(const Platform& platform, const BrowserTraces& browser) {
     BrowserPrivacyDefinition result{browser.name, browser.processNames, browser.symbol, browser.tint, {}};
     const std::vector<BrowserProfile> profiles = browserProfiles(platform, browser);
     for (const TraceCategory& category : browser.categories) {
         const std::string& reason = category.previewReason;
         const std::string plain = L::tr(category.description);
-        result.categories.push_back({L::tr(category.title), category.note.empty() ? plain : L::tr(category.note, plain),
+        result.categories.push_back({rowKey(CleanerModule::privacy, slug(platform, browser.name) + "/" + category.key),
+                                     L::tr(category.title), category.note.empty() ? plain : L::tr(category.note, plain),
                                      tracePaths(platform, category, profiles), category.risk,
                                      reason.empty() ? "" : L::tr(reason, browser.name)});
     }
@@ -79,6 +95,7 @@ CategorySpec row(const BrowserPrivacyDefinition& browser, const PrivacyCategory&
                  bool running) {
     CategorySpec spec;
     spec.module = CleanerModule::privacy;
+    spec.key = category.key;
     spec.title = browser.name + " " + category.title;
     spec.description = stateText(browser, category, running);
     spec.roots = std::move(existing);
@@ -87,6 +104,7 @@ CategorySpec row(const BrowserPrivacyDefinition& browser, const PrivacyCategory&
     spec.risk = category.risk;
     spec.cleanable = !running && category.previewReason.empty();
     spec.selected = false;
+    spec.splitting = Splitting::Never; // a database, or a store with an index
     return spec;
 }
 
@@ -100,15 +118,20 @@ bool belongsTo(const BrowserTraces& browser, const Path& folder, const PrivacyLa
     });
 }
 
-/// A browser that would vanish from the list, only because its profiles cannot be read.
+/// A browser, or one of its profiles, that would vanish from the list only because it cannot be read.
 void appendClosedProfiles(const EngineContext& context, const BrowserTraces& browser, std::vector<CleanupItem>& rows) {
-    std::set<Path> seen;
+    std::vector<Path> all;
     for (const BrowserFolder& folder : browser.folders) {
         const std::optional<Path> closed = closedFolder(context.platform(), folder.userData);
-        if (closed && belongsTo(browser, *closed, context.layout().privacy) && seen.insert(*closed).second) {
-            rows.push_back(accessLimitedRow(CleanerModule::privacy, browser.name,
-                                            L::tr("无法读取 %@ 的配置文件，请检查权限", browser.name), *closed));
+        if (closed && belongsTo(browser, *closed, context.layout().privacy) &&
+            std::ranges::find(all, *closed) == all.end()) {
+            all.push_back(*closed);
         }
+    }
+    std::ranges::move(closedProfiles(context.platform(), browser), std::back_inserter(all));
+    for (const Path& closed : all) {
+        rows.push_back(accessLimitedRow(CleanerModule::privacy, browser.name,
+                                        L::tr("无法读取 %@ 的配置文件，请检查权限", browser.name), closed));
     }
 }
 
@@ -135,7 +158,9 @@ std::vector<CleanupItem> privacyItems(EngineContext& context) {
         for (const PrivacyCategory& category : browser.categories) {
             context.throwIfCancelled();
             std::vector<Path> existing = category.urls;
-            std::erase_if(existing, [&](const Path& path) { return !context.platform().exists(path); });
+            std::erase_if(existing, [&](const Path& path) {
+                return !context.platform().exists(path) || keptPaths(context).covers(context.platform(), path);
+            });
             if (!existing.empty() || !layout.dropsMissing) {
                 items.push_back(categoryItem(context, row(browser, category, std::move(existing), running)));
             }

@@ -9,6 +9,7 @@ namespace vellmoor {
 
 /// One kind of traces of a browser; texts are localised.
 struct PrivacyCategory {
+    std::string key;
     std::string title;
     std::string description;
     std::vector<Path> urls; ///< whether they exist or not

@@ -1,4 +1,4 @@
-#include "applications/AppUninstaller.h"
+#include "desktop/AppNames.h"
 #include "processes/ProcessApplications.h"
 
 #include <map>

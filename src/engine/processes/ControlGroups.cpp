@@ -1,6 +1,6 @@
 #include "processes/ControlGroups.h"
 
-#include "memory/MemoryText.h"
+#include "processes/MemoryText.h"
 
 #include <algorithm>
 #include <array>

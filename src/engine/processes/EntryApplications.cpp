@@ -11,9 +11,9 @@
 #include "Glob.h"
 #include "Paths.h"
 #include "Platform.h"
-#include "applications/AppUninstaller.h"
-#include "applications/DesktopEntries.h"
-#include "applications/EntryPrograms.h"
+#include "desktop/AppNames.h"
+#include "desktop/DesktopEntries.h"
+#include "desktop/EntryPrograms.h"
 #include "processes/ControlGroups.h"
 #include "processes/LinuxProcesses.h"
 #include "processes/ProcessApplications.h"
@@ -60,9 +60,10 @@ bool hasPseudoTerminal(const std::optional<ProcessLine>& line) {
 
 class EntryApplications : public ProcessApplications {
 public:
-    EntryApplications(EngineContext& context, const std::vector<ProcessMemorySample>& samples)
+    EntryApplications(EngineContext& context, const LinuxProcesses& processes,
+                      const std::vector<ProcessMemorySample>& samples)
         : context_(context),
-          processes_(context.platform(), context.layout()),
+          processes_(processes),
           programs_(context),
           own_(realPath(context.platform().ownPath())),
           ownEntry_(installedProgram(own_)) {
@@ -232,7 +233,7 @@ private:
 
     /// What the variables say that launchers and AppImages set.
     Owner launchedOwner(std::int32_t pid) {
-        const std::string environment = processes_.environment(pid);
+        const std::string& environment = processes_.environment(pid);
         const auto file = environmentValue(environment, "GIO_LAUNCHED_DESKTOP_FILE");
         const auto launched = environmentValue(environment, "GIO_LAUNCHED_DESKTOP_FILE_PID");
         if (file && launched == std::to_string(pid) && file->starts_with('/')) {
@@ -281,7 +282,7 @@ private:
     }
 
     EngineContext& context_;
-    LinuxProcesses processes_;
+    const LinuxProcesses& processes_;
     EntryPrograms programs_;
     Path own_;
     const InstalledEntry* ownEntry_;
@@ -293,9 +294,9 @@ private:
 
 } // namespace
 
-std::unique_ptr<ProcessApplications> entryApplications(EngineContext& context,
+std::unique_ptr<ProcessApplications> entryApplications(EngineContext& context, const LinuxProcesses& processes,
                                                        const std::vector<ProcessMemorySample>& samples) {
-    return std::make_unique<EntryApplications>(context, samples);
+    return std::make_unique<EntryApplications>(context, processes, samples);
 }
 
 } // namespace vellmoor

@@ -1,8 +1,8 @@
 #include "processes/LinuxProcesses.h"
 
 #include "Paths.h"
-#include "memory/MemoryText.h"
 #include "processes/ControlGroups.h"
+#include "processes/MemoryText.h"
 
 #include <algorithm>
 
@@ -23,12 +23,24 @@ Path withoutMark(const Path& program) {
 
 } // namespace
 
-Path LinuxProcesses::file(std::int32_t pid, const char* name) const {
+Path LinuxProcesses::file(std::int32_t pid, std::string_view name) const {
     return layout_.memory.processes.folder / std::to_string(pid) / name;
 }
 
-std::string LinuxProcesses::contents(std::int32_t pid, const char* name) const {
-    return platform_.fileContents(file(pid, name), largestFile).value_or("");
+const LinuxProcesses& LinuxProcesses::of(EngineContext& context) {
+    struct Look {
+        std::optional<LinuxProcesses> processes;
+    };
+    std::optional<LinuxProcesses>& look = context.remembered<Look>().processes;
+    return look ? *look : look.emplace(context.platform(), context.layout());
+}
+
+const std::string& LinuxProcesses::contents(std::int32_t pid, std::string_view name) const {
+    auto& files = known_[pid].files;
+    const auto known = files.find(name);
+    return known != files.end()
+               ? known->second
+               : files.emplace(name, platform_.fileContents(file(pid, name), largestFile).value_or("")).first->second;
 }
 
 bool LinuxProcesses::isOwn(std::int32_t pid) const {
@@ -39,8 +51,11 @@ bool LinuxProcesses::isOwn(std::int32_t pid) const {
     return facts && facts->owner == platform_.userId();
 }
 
-std::vector<std::int32_t> LinuxProcesses::pids() const {
-    std::vector<std::int32_t> found;
+const std::vector<std::int32_t>& LinuxProcesses::pids() const {
+    if (pids_) {
+        return *pids_;
+    }
+    std::vector<std::int32_t>& found = pids_.emplace();
     const auto children = platform_.entries(layout_.memory.processes.folder);
     if (!children) {
         return found;
@@ -56,9 +71,13 @@ std::vector<std::int32_t> LinuxProcesses::pids() const {
     return found;
 }
 
-std::optional<Path> LinuxProcesses::executable(std::int32_t pid) const {
-    const std::optional<Path> target = platform_.linkTarget(file(pid, "exe"));
-    return target ? std::optional(placed(withoutMark(*target), layout_.home, layout_.root)) : std::nullopt;
+const std::optional<Path>& LinuxProcesses::executable(std::int32_t pid) const {
+    std::optional<std::optional<Path>>& known = known_[pid].executable;
+    if (!known) {
+        const std::optional<Path> target = platform_.linkTarget(file(pid, "exe"));
+        known = target ? std::optional(placed(withoutMark(*target), layout_.home, layout_.root)) : std::nullopt;
+    }
+    return *known;
 }
 
 std::string LinuxProcesses::name(std::int32_t pid) const {
@@ -74,7 +93,7 @@ std::optional<std::int64_t> LinuxProcesses::residentBytes(std::int32_t pid) cons
 }
 
 std::optional<std::int32_t> LinuxProcesses::parent(std::int32_t pid) const {
-    const std::string status = contents(pid, "status");
+    const std::string& status = contents(pid, "status");
     const std::optional<std::string_view> value = statusValue(status, "PPid:");
     return value ? decimal<std::int32_t>(*value) : std::nullopt;
 }
@@ -83,9 +102,14 @@ std::optional<ProcessLine> LinuxProcesses::line(std::int32_t pid) const {
     return parseProcessLine(contents(pid, "stat"));
 }
 
+bool LinuxProcesses::hasEnded(std::int32_t pid) const {
+    const std::string& text = contents(pid, "stat");
+    return !text.empty() && !parseProcessLine(text);
+}
+
 std::vector<std::string> LinuxProcesses::arguments(std::int32_t pid) const {
     std::vector<std::string> words;
-    const std::string all = contents(pid, "cmdline");
+    const std::string& all = contents(pid, "cmdline");
     for (std::string_view rest = all; !rest.empty();) {
         const std::size_t end = std::min(rest.find('\0'), rest.size());
         words.emplace_back(rest.substr(0, end));
@@ -98,15 +122,15 @@ std::string LinuxProcesses::group(std::int32_t pid) const {
     return std::string(unifiedGroup(contents(pid, "cgroup")));
 }
 
-std::string LinuxProcesses::environment(std::int32_t pid) const {
+const std::string& LinuxProcesses::environment(std::int32_t pid) const {
     return contents(pid, "environ");
 }
 
 std::optional<Path> LinuxProcesses::appImage(std::int32_t pid) const {
-    const std::string variables = environment(pid);
+    const std::string& variables = environment(pid);
     const auto image = environmentValue(variables, "APPIMAGE");
     const auto mounted = environmentValue(variables, "APPDIR");
-    const std::optional<Path> program = executable(pid);
+    const std::optional<Path>& program = executable(pid);
     if (!image || !image->starts_with('/') || !mounted || !mounted->starts_with('/') || !program) {
         return std::nullopt;
     }
@@ -121,11 +145,16 @@ Path LinuxProcesses::placedPath(std::string_view path) const {
 }
 
 std::string LinuxProcesses::flatpak(std::int32_t pid) const {
-    if (std::string id = groupFlatpak(group(pid)); !id.empty()) {
-        return id;
+    std::optional<std::string>& known = known_[pid].flatpak;
+    if (known) {
+        return *known;
     }
-    const std::optional<KeyFile> info = platform_.keyFile(file(pid, "root/.flatpak-info"));
-    return info ? valueOf(*info, "Application", "name") : std::string();
+    known = groupFlatpak(group(pid));
+    if (known->empty()) {
+        const std::optional<KeyFile> info = platform_.keyFile(file(pid, "root/.flatpak-info"));
+        known = info ? valueOf(*info, "Application", "name") : std::string();
+    }
+    return *known;
 }
 
 std::string LinuxProcesses::snap(std::int32_t pid) const {

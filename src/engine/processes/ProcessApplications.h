@@ -1,6 +1,7 @@
 #pragma once
 
-#include "memory/MemoryText.h"
+#include "processes/LinuxProcesses.h"
+#include "processes/MemoryText.h"
 #include "scan/EngineContext.h"
 
 #include <memory>
@@ -26,8 +27,8 @@ public:
 
 /// By running applications and bundle paths (macOS).
 std::unique_ptr<ProcessApplications> bundleApplications(const EngineContext& context);
-/// By control groups, variables, desktop entries and parents (Linux). `samples` outlives it.
-std::unique_ptr<ProcessApplications> entryApplications(EngineContext& context,
+/// By control groups, variables, desktop entries and parents (Linux). `processes` and `samples` outlive it.
+std::unique_ptr<ProcessApplications> entryApplications(EngineContext& context, const LinuxProcesses& processes,
                                                        const std::vector<ProcessMemorySample>& samples);
 
 } // namespace vellmoor

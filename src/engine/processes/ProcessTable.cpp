@@ -29,11 +29,14 @@ std::set<std::string> listedNames(const Platform& platform, const ToolCall& call
 }
 
 void addNames(const LinuxProcesses& processes, std::int32_t pid, std::set<std::string>& names) {
+    const std::optional<Path> program = processes.executable(pid);
+    if (!program && processes.hasEnded(pid)) {
+        return;
+    }
     if (const std::string id = processes.flatpak(pid); !id.empty()) {
         names.insert("flatpak:" + id);
         return;
     }
-    const std::optional<Path> program = processes.executable(pid);
     if (const std::string snap = processes.snap(pid); !snap.empty()) {
         names.insert("snap:" + snap);
         if (program && !processes.snapOf(*program).empty()) {
@@ -47,6 +50,14 @@ void addNames(const LinuxProcesses& processes, std::int32_t pid, std::set<std::s
     if (std::string name = processes.name(pid); !name.empty()) {
         names.insert(std::move(name));
     }
+}
+
+std::set<std::string> ownNames(const LinuxProcesses& processes) {
+    std::set<std::string> names;
+    for (const std::int32_t pid : processes.pids()) {
+        addNames(processes, pid, names);
+    }
+    return names;
 }
 
 std::vector<ProcessMemorySample> ownSamples(const LinuxProcesses& processes) {
@@ -69,12 +80,7 @@ std::set<std::string> runningProcessNames(const Platform& platform, const System
     if (layout.memory.processes.folder.empty()) {
         return listedNames(platform, layout.memory.processes.names);
     }
-    std::set<std::string> names;
-    const LinuxProcesses processes(platform, layout);
-    for (const std::int32_t pid : processes.pids()) {
-        addNames(processes, pid, names);
-    }
-    return names;
+    return ownNames(LinuxProcesses(platform, layout));
 }
 
 const std::set<std::string>& runningNames(EngineContext& context) {
@@ -83,14 +89,17 @@ const std::set<std::string>& runningNames(EngineContext& context) {
     };
     std::optional<std::set<std::string>>& known = context.remembered<Known>().names;
     if (!known) {
-        known = runningProcessNames(context.platform(), context.layout());
+        const bool ofTool = context.layout().memory.processes.folder.empty();
+        known =
+            ofTool ? runningProcessNames(context.platform(), context.layout()) : ownNames(LinuxProcesses::of(context));
     }
     return *known;
 }
 
-std::vector<ProcessMemorySample> processMemorySamples(const Platform& platform, const SystemLayout& layout) {
+std::vector<ProcessMemorySample> processMemorySamples(const Platform& platform, const SystemLayout& layout,
+                                                      const LinuxProcesses& processes) {
     if (!layout.memory.processes.folder.empty()) {
-        return ownSamples(LinuxProcesses(platform, layout));
+        return ownSamples(processes);
     }
     std::vector<ProcessMemorySample> samples;
     const std::string text = listing(platform, layout.memory.processes.memory).value_or("");

@@ -2,7 +2,8 @@
 
 #include "Platform.h"
 #include "layouts/SystemLayout.h"
-#include "memory/MemoryText.h"
+#include "processes/LinuxProcesses.h"
+#include "processes/MemoryText.h"
 #include "scan/EngineContext.h"
 
 #include <set>
@@ -18,8 +19,9 @@ std::set<std::string> runningProcessNames(const Platform& platform, const System
 /// The same, read at the first call of this context.
 const std::set<std::string>& runningNames(EngineContext& context);
 
-/// The processes with the memory that they hold, in listing order. macOS: all; Linux: the user's own, with an empty
-/// command where the program is not told. Nothing when the listing fails.
-std::vector<ProcessMemorySample> processMemorySamples(const Platform& platform, const SystemLayout& layout);
+/// The processes with the memory that they hold, in listing order. macOS: all; Linux: those of `processes`, with an
+/// empty command where the program is not told. Nothing when the listing fails.
+std::vector<ProcessMemorySample> processMemorySamples(const Platform& platform, const SystemLayout& layout,
+                                                      const LinuxProcesses& processes);
 
 } // namespace vellmoor

@@ -59,10 +59,12 @@ bool isReachedFrom(const Platform& platform, const Path& below, const Path& abov
     return true;
 }
 
-DeepScanFilter::DeepScanFilter(const Platform& platform, const SystemLayout& layout, const Path& root)
+DeepScanFilter::DeepScanFilter(const Platform& platform, const SystemLayout& layout, const Path& root,
+                               const KeptPaths& kept)
     : rules_(layout.deepScan),
       home_(platform.standardized(layout.home)),
-      trashFolders_(rules_.trashFolders) {
+      trashFolders_(rules_.trashFolders),
+      kept_(kept.placesBelow(platform, root)) {
     // A home behind a link has two spellings; the walk may start from either.
     for (const Path& folder : rules_.trashFolders) {
         if (const auto real = platform.realPath(folder); real && *real != folder) {
@@ -75,7 +77,7 @@ DeepScanFilter::DeepScanFilter(const Platform& platform, const SystemLayout& lay
                              });
     trashRule_ = !rootInTrash;
     rootIsHome_ = start == home_;
-    excludesAll_ = start != Path("/") && excludesFolder(start);
+    excludesAll_ = (start != Path("/") && excludesFolder(start)) || kept.covers(platform, root);
 }
 
 bool DeepScanFilter::excludesName(std::string_view name, std::uint32_t depth) const {
@@ -83,6 +85,14 @@ bool DeepScanFilter::excludesName(std::string_view name, std::uint32_t depth) co
         return true;
     }
     return rootIsHome_ && depth == 1 && isCloudName(rules_, name);
+}
+
+bool DeepScanFilter::mayBeKept(std::string_view name) const {
+    return std::ranges::any_of(kept_, [&](const Path& kept) { return kept.filename().native() == name; });
+}
+
+bool DeepScanFilter::isKept(const Path& path) const {
+    return std::ranges::find(kept_, path) != kept_.end();
 }
 
 bool DeepScanFilter::excludesFolder(const Path& folder) const {

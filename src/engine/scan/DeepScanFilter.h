@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform.h"
+#include "keep/KeptPaths.h"
 #include "layouts/SystemLayout.h"
 
 #include <span>
@@ -14,13 +15,17 @@ namespace vellmoor {
 /// look at its path. Immutable, so every worker of a walk may ask it.
 class DeepScanFilter {
 public:
-    /// `root` is where the walk starts; a root that lies in a Trash lifts the Trash rule for this walk.
-    DeepScanFilter(const Platform& platform, const SystemLayout& layout, const Path& root);
+    /// `root` is where the walk starts; a root that lies in a Trash lifts the Trash rule for this walk. What is kept is
+    /// excluded like everything else.
+    DeepScanFilter(const Platform& platform, const SystemLayout& layout, const Path& root, const KeptPaths& kept = {});
 
     /// Everything below the root is excluded, because the root lies in an excluded place.
     [[nodiscard]] bool excludesAll() const { return excludesAll_; }
     /// Whether the name alone excludes an entry; `depth` is 1 for a child of the root.
     [[nodiscard]] bool excludesName(std::string_view name, std::uint32_t depth) const;
+    /// Whether an entry of that name may be a kept one: only then is isKept() worth its path.
+    [[nodiscard]] bool mayBeKept(std::string_view name) const;
+    [[nodiscard]] bool isKept(const Path& path) const;
     /// Whether a folder is excluded by where it lies.
     [[nodiscard]] bool excludesFolder(const Path& folder) const;
     /// Whether the names directly inside a folder below the root mark it as synchronised.
@@ -31,6 +36,7 @@ private:
     const DeepScanRules& rules_;
     Path home_;
     std::vector<Path> trashFolders_;
+    std::vector<Path> kept_; ///< strictly below the root
     bool trashRule_ = true;
     bool rootIsHome_ = false;
     bool excludesAll_ = false;

@@ -4,6 +4,7 @@
 #include "Walk.h"
 #include "scan/DeepScanFilter.h"
 #include "scan/EngineContext.h"
+#include "scan/Offers.h"
 
 #include <vector>
 
@@ -32,7 +33,8 @@ public:
           slots_(slots) {}
 
     walk::Action entry(const walk::Entry& entry, unsigned worker) override {
-        if (filter_.excludesName(entry.name, entry.depth)) {
+        if (filter_.excludesName(entry.name, entry.depth) ||
+            (filter_.mayBeKept(entry.name) && filter_.isKept(entry.path()))) {
             return walk::Action::Prune;
         }
         if (entry.type == walk::EntryType::Directory) {
@@ -56,9 +58,9 @@ private:
 
 /// Walks `folder`; nothing is found where the rules exclude all of it. `options` carries what the caller wants besides.
 template <class Found, class OnFile>
-DeepWalkResult<Found> deepWalk(const EngineContext& context, const Path& folder, walk::Options options, OnFile onFile) {
+DeepWalkResult<Found> deepWalk(EngineContext& context, const Path& folder, walk::Options options, OnFile onFile) {
     DeepWalkResult<Found> result;
-    const DeepScanFilter filter(context.platform(), context.layout(), folder);
+    const DeepScanFilter filter(context.platform(), context.layout(), folder, keptPaths(context));
     if (filter.excludesAll()) {
         return result;
     }

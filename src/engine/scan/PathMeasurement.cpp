@@ -11,7 +11,7 @@
 namespace vellmoor {
 namespace {
 
-PathStats folderStats(const EngineContext& context, const Path& folder) {
+PathStats folderStats(EngineContext& context, const Path& folder) {
     const auto add = [](const walk::Entry& entry, PathStats& total) {
         total.bytes = checkedAdd(total.bytes, entry.allocatedBytes);
         total.files = checkedAdd<std::int64_t>(total.files, 1);
@@ -100,9 +100,16 @@ CleanupTarget target(EngineContext& context, const Path& path, const std::option
             .sameness = sameness};
 }
 
+CleanupTarget target(EngineContext& context, const Offer& offer, bool selected, Sameness sameness) {
+    CleanupTarget made = target(context, offer.path, std::nullopt, selected && offer.heldBack.empty(), sameness);
+    made.heldBack = offer.heldBack;
+    return made;
+}
+
 CleanupItem categoryItem(EngineContext& context, const CategorySpec& spec) {
     CleanupItem item;
     item.module = spec.module;
+    item.key = spec.key;
     item.title = spec.title;
     item.symbol = spec.symbol;
     item.tint = spec.tint;
@@ -111,17 +118,19 @@ CleanupItem categoryItem(EngineContext& context, const CategorySpec& spec) {
         if (!context.platform().exists(root) || UserPlaces::of(context).holdsUserFolder(root)) {
             continue;
         }
-        // Measured once: the figure serves the target and the total.
-        item.targets.push_back(target(context, root, std::nullopt, preselected, spec.sameness));
-        item.bytes = checkedAdd(item.bytes, item.targets.back().bytes);
-        item.files = checkedAdd(item.files, item.targets.back().files);
-        item.isAtLeast = item.isAtLeast || item.targets.back().isAtLeast;
+        for (const Offer& offer : offersOf(context, root, spec.splitting)) {
+            // Measured once: the figure serves the target and the total.
+            item.targets.push_back(target(context, offer, preselected, spec.sameness));
+            item.bytes = checkedAdd(item.bytes, item.targets.back().bytes);
+            item.files = checkedAdd(item.files, item.targets.back().files);
+            item.isAtLeast = item.isAtLeast || item.targets.back().isAtLeast;
+        }
     }
-    const bool found = !item.targets.empty();
-    item.description = found ? spec.description : L::tr("%@；未发现可处理项目", spec.description);
-    item.isCleanable = spec.cleanable && found;
+    const bool mayGo = std::ranges::any_of(item.targets, &CleanupTarget::mayGo);
+    item.description = item.targets.empty() ? L::tr("%@；未发现可处理项目", spec.description) : spec.description;
+    item.isCleanable = spec.cleanable && mayGo;
     item.risk = item.isCleanable ? spec.risk : CleanupRisk::previewOnly;
-    item.isSelected = preselected && found;
+    item.isSelected = preselected && mayGo;
     return item;
 }
 

@@ -3,6 +3,7 @@
 
 #include "ScanSnapshot.h"
 #include "scan/EngineContext.h"
+#include "scan/Offers.h"
 
 #include <map>
 #include <optional>
@@ -31,9 +32,13 @@ std::string symbolFor(const EngineContext& context, const Path& path);
 CleanupTarget target(EngineContext& context, const Path& path, const std::optional<PathStats>& known, bool selected,
                      Sameness sameness = Sameness::Content);
 
+/// What is offered, measured. What is held back is never preselected.
+CleanupTarget target(EngineContext& context, const Offer& offer, bool selected, Sameness sameness = Sameness::Content);
+
 /// What a category is made of; texts are localised already.
 struct CategorySpec {
     CleanerModule module = CleanerModule::smartScan;
+    std::string key; ///< see CleanupItem::key
     std::string title;
     std::string description;
     std::vector<Path> roots;
@@ -43,10 +48,11 @@ struct CategorySpec {
     bool cleanable = true;
     bool selected = false;
     Sameness sameness = Sameness::Content; ///< what a clean compares of its targets
+    Splitting splitting = Splitting::Along;
 };
 
-/// The row of a category over those of its roots that exist and hold none of the user's own folders. Not cleanable:
-/// shown as previewOnly. Preselected only when asked for, cleanable and safe.
+/// The row of a category over those of its roots that exist and hold none of the user's own folders, beside what the
+/// user keeps. Not cleanable: shown as previewOnly. Preselected only when asked for, cleanable and safe.
 CleanupItem categoryItem(EngineContext& context, const CategorySpec& spec);
 
 /// The direct children that are not hidden, in the system's order; none when the folder cannot be listed.

@@ -3,10 +3,13 @@
 
 #include "CancelToken.h"
 #include "CleanupReport.h"
+#include "KeptItem.h"
 #include "Platform.h"
 #include "ScanSnapshot.h"
 
+#include <expected>
 #include <functional>
+#include <string>
 #include <vector>
 
 namespace vellmoor {
@@ -27,6 +30,13 @@ public:
     /// Removes the selected targets of the selected, cleanable items. Never throws: problems are failure lines. Once
     /// `stop` is set it finishes the target at hand and leaves the others untried.
     virtual CleanupReport clean(const std::vector<CleanupItem>& items, const CancelToken& stop) = 0;
+
+    /// Never offers these paths again, nor what lies below them. One that cannot be kept is the failure; the others
+    /// are.
+    virtual Outcome keep(const std::vector<Path>& paths) = 0;
+    virtual Outcome offerAgain(const Path& path) = 0;
+    /// In the order in which they were added; the system's reason when the list cannot be read.
+    virtual std::expected<std::vector<KeptItem>, std::string> keptItems() = 0;
 
     virtual StartupActionResult disableStartupItem(const StartupItem& item) = 0;
     virtual StartupActionResult enableStartupItem(const StartupItem& item) = 0;

@@ -84,7 +84,7 @@ void markCovered(const Platform& platform, std::vector<CleanupItem>& items) {
     for (const bool bodies : {true, false}) {
         for (CleanupItem& item : items) {
             for (CleanupTarget& target : item.targets) {
-                if (isOnDisk(item) && isBody(item, target) == bodies) {
+                if (isOnDisk(item) && target.mayGo() && isBody(item, target) == bodies) {
                     counted.count(target, &item);
                 }
             }

@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <utility>
 
 namespace vellmoor {
 namespace {
@@ -40,12 +41,16 @@ constexpr std::array<Stage, 7> stages{{
     {CleanerModule::trash, "正在读取废纸篓...", "废纸篓扫描完成"},
 }};
 
-std::vector<CleanupItem> stageItems(EngineContext& context, CleanerModule module, const MemorySnapshot& memory) {
+/// What a stage found; what is not listed at first goes to `snapshot` apart.
+std::vector<CleanupItem> stageItems(EngineContext& context, CleanerModule module, ScanSnapshot& snapshot) {
     switch (module) {
     case CleanerModule::systemJunk:
         return systemJunkItems(context);
-    case CleanerModule::largeFiles:
-        return largeFileItems(context, false);
+    case CleanerModule::largeFiles: {
+        LargeFileRows rows = largeFileRows(context);
+        snapshot.furtherLargeFiles = std::move(rows.further);
+        return std::move(rows.listed);
+    }
     case CleanerModule::privacy:
         return privacyItems(context);
     case CleanerModule::appUninstaller:
@@ -53,7 +58,7 @@ std::vector<CleanupItem> stageItems(EngineContext& context, CleanerModule module
     case CleanerModule::performance:
         return performanceItems(context);
     case CleanerModule::memoryOptimization:
-        return memoryItems(memory);
+        return memoryItems(snapshot.memorySnapshot);
     case CleanerModule::trash:
         return trashItems(context);
     case CleanerModule::smartScan:
@@ -90,8 +95,8 @@ std::int64_t entryCount(const EngineContext& context, const Path& folder) {
 std::int64_t cleanableBytes(const std::vector<CleanupItem>& items, bool onDisksOnly) {
     std::int64_t sum = 0;
     for (const CleanupItem& item : items) {
-        if (item.isCleanable && !(onDisksOnly && item.module == CleanerModule::memoryOptimization)) {
-            sum = checkedAdd(sum, item.bytes);
+        if (!(onDisksOnly && item.module == CleanerModule::memoryOptimization)) {
+            sum = checkedAdd(sum, item.cleanableBytes());
         }
     }
     return sum;
@@ -134,7 +139,7 @@ ScanSnapshot scan(EngineContext& context, CleanerModule module, const ProgressCa
         }
         context.throwIfCancelled();
         progress.start(stage.startText);
-        std::ranges::move(stageItems(context, stage.module, snapshot.memorySnapshot),
+        std::ranges::move(stageItems(context, stage.module, snapshot),
                           std::back_inserter(snapshot.cleanupItems));
         progress.end(stage.endText);
         progress.advance();

@@ -1,10 +1,13 @@
 #include "service/SystemCleanerService.h"
 
+#include "Paths.h"
 #include "ScanSnapshot.h"
 #include "clean/Cleaning.h"
+#include "keep/KeptPaths.h"
 #include "login/StartupItems.h"
 #include "memory/Memory.h"
 #include "permissions/PermissionHints.h"
+#include "scan/PathMeasurement.h"
 #include "service/ScanDriver.h"
 
 #include <chrono>
@@ -33,6 +36,38 @@ CleanupReport SystemCleanerService::clean(const std::vector<CleanupItem>& items,
     platform_.enterWorker();
     EngineContext context(platform_, layout_, stop, now());
     return vellmoor::clean(context, items);
+}
+
+Outcome SystemCleanerService::keep(const std::vector<Path>& paths) {
+    Outcome outcome;
+    for (const Path& path : paths) {
+        if (const ListChange changed = vellmoor::keep(platform_, layout_, path); !changed) {
+            outcome = std::unexpected(displayName(path) + ": " + changed.error());
+        }
+    }
+    return outcome;
+}
+
+Outcome SystemCleanerService::offerAgain(const Path& path) {
+    const ListChange changed = vellmoor::offerAgain(platform_, layout_, path);
+    return changed ? Outcome() : std::unexpected(changed.error());
+}
+
+std::expected<std::vector<KeptItem>, std::string> SystemCleanerService::keptItems() {
+    const auto kept = KeptPaths::read(platform_, layout_);
+    if (!kept) {
+        return std::unexpected(kept.error());
+    }
+    const EngineContext context(platform_, layout_, now());
+    std::vector<KeptItem> items;
+    for (const Path& path : kept->paths()) {
+        items.push_back({.url = path,
+                         .name = displayName(path),
+                         .location = displayPath(layout_, path.parent_path()),
+                         .symbol = symbolFor(context, path),
+                         .exists = platform_.exists(path)});
+    }
+    return items;
 }
 
 StartupActionResult SystemCleanerService::disableStartupItem(const StartupItem& item) {

@@ -13,6 +13,9 @@ public:
 
     ScanSnapshot scan(CleanerModule module, const ProgressCallback& progress, const CancelToken& token) override;
     CleanupReport clean(const std::vector<CleanupItem>& items, const CancelToken& stop) override;
+    Outcome keep(const std::vector<Path>& paths) override;
+    Outcome offerAgain(const Path& path) override;
+    std::expected<std::vector<KeptItem>, std::string> keptItems() override;
     StartupActionResult disableStartupItem(const StartupItem& item) override;
     StartupActionResult enableStartupItem(const StartupItem& item) override;
     std::vector<PermissionHint> permissionHints() override;

@@ -1,6 +1,7 @@
 #include "trash/Trash.h"
 
 #include "Paths.h"
+#include "PercentText.h"
 #include "Platform.h"
 #include "scan/AccessLimited.h"
 #include "scan/PathMeasurement.h"
@@ -128,8 +129,15 @@ std::string limitedDescription(const Platform& platform, const TrashSource& sour
     return L::tr("无法读取 %@。开启完全磁盘访问后可扫描废纸篓内容。", source.trash.folder.string());
 }
 
+/// The user's own Trash by name, those of other disks by where they are.
+std::string keyOf(const SystemLayout& layout, const TrashSource& source) {
+    const bool isHome = source.trash.folder == layout.trash.homeFolder;
+    return isHome ? rowKey(CleanerModule::trash, "home") : percentEncoded(source.trash.folder.native());
+}
+
 CleanupItem contentsRow(EngineContext& context, const TrashSource& source, std::vector<Path> paths) {
     return categoryItem(context, {.module = CleanerModule::trash,
+                                  .key = keyOf(context.layout(), source),
                                   .title = source.title,
                                   .description = L::tr("%@，清理后会永久移除", source.description),
                                   .roots = std::move(paths),
@@ -137,7 +145,8 @@ CleanupItem contentsRow(EngineContext& context, const TrashSource& source, std::
                                   .tint = Tint::red,
                                   .risk = CleanupRisk::safe,
                                   .cleanable = true,
-                                  .selected = true});
+                                  .selected = true,
+                                  .splitting = Splitting::Never}); // half an item could not be put back
 }
 
 } // namespace

@@ -103,6 +103,10 @@ void addGoModules(const LinuxEnvironment& env, Patterns& roots) {
     }
 }
 
+void addPnpmStore(Patterns& roots) {
+    roots.folders("PNPM_HOME", roots.data("pnpm"), {"store"});
+}
+
 void addEditors(Patterns& roots) {
     for (const char* editor : {"Code", "Code - Insiders", "Code - OSS", "VSCodium", "Cursor"}) {
         roots.folders(roots.config(editor), {"Cache", "CachedData", "CachedExtensionVSIXs", "Code Cache", "GPUCache",
@@ -115,7 +119,8 @@ std::vector<RootPattern> developerCaches(const LinuxEnvironment& env) {
     const Place cache = roots.cache();
     roots.folders("npm_config_cache", roots.tool(".npm"), {"_cacache", "_npx"});
     roots.folder(roots.cache("yarn")).folders(roots.tool(".yarn"), {"berry/cache"});
-    roots.folders("PNPM_HOME", roots.data("pnpm"), {"store"}).folder(roots.cache("pnpm"));
+    addPnpmStore(roots);
+    roots.folder(roots.cache("pnpm"));
     roots.folders(roots.tool(".bun"), {"install/cache"}).folder(roots.cache("deno"));
     roots.folder("PIP_CACHE_DIR", roots.cache("pip")).folder("UV_CACHE_DIR", roots.cache("uv"));
     roots.folders(cache, {"pypoetry/cache", "pypoetry/artifacts", "pipenv", "pre-commit"});
@@ -198,10 +203,23 @@ std::vector<RootPattern> logs(const LinuxEnvironment& env, const fs::path& root)
 
 } // namespace
 
+std::vector<fs::path> linuxWholeFolders(const LinuxEnvironment& env) {
+    Patterns roots(env);
+    addGoModules(env, roots);                              // read-only folders: nothing can be moved out of them
+    addPnpmStore(roots);                                   // files shared by hard links, with an index beside them
+    roots.folders(roots.cache(), {"bazel", "pre-commit"}); // read-only trees; clones that a database lists
+    std::vector<fs::path> folders;
+    for (const RootPattern& pattern : roots.list()) {
+        folders.push_back(lexicallyStandardized(pattern.base / pattern.below));
+    }
+    return folders;
+}
+
 std::vector<JunkCategory> linuxJunkCategories(const LinuxEnvironment& env, const fs::path& root) {
     const std::vector<RootPattern> developer = developerCaches(env);
     return {
-        {.title = "用户缓存",
+        {.key = "userCaches",
+         .title = "用户缓存",
          .description = "%@ 中的可再生缓存",
          .argument = env.cache,
          .symbol = "externaldrive.badge.timemachine",
@@ -211,7 +229,8 @@ std::vector<JunkCategory> linuxJunkCategories(const LinuxEnvironment& env, const
          .changesByItself = true,
          .listed = {env.cache},
          .roots = userCaches(env, developer)},
-        {.title = "系统日志",
+        {.key = "systemLogs",
+         .title = "系统日志",
          .description = "诊断报告、崩溃日志和旧日志文件",
          .argument = {},
          .symbol = "doc.text.magnifyingglass",
@@ -221,7 +240,8 @@ std::vector<JunkCategory> linuxJunkCategories(const LinuxEnvironment& env, const
          .changesByItself = true,
          .listed = {env.data / "xorg", env.state},
          .roots = logs(env, root)},
-        {.title = "开发缓存",
+        {.key = "developerCaches",
+         .title = "开发缓存",
          .description = "Xcode DerivedData、模拟器缓存和旧归档",
          .argument = {},
          .symbol = "hammer",

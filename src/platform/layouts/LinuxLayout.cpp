@@ -68,6 +68,7 @@ SystemLayout linuxLayout(const LinuxEnvironment& environment, std::uint32_t user
     layout.fileKinds = &FileKinds::linuxDesktop();
     layout.symbols = symbols();
     layout.junk = linuxJunkCategories(environment, root);
+    layout.wholeFolders = linuxWholeFolders(environment);
     layout.installerExtensions = {"dmg",  "pkg", "zip",      "xip",     "ipsw",       "iso",
                                   "deb",  "rpm", "appimage", "flatpak", "flatpakref", "flatpakrepo",
                                   "snap", "run", "bundle",   "img",     "msi",        "exe"};

@@ -17,7 +17,8 @@ RootPattern itself(fs::path path) {
 std::vector<JunkCategory> junkCategories(const fs::path& home) {
     const fs::path library = home / "Library";
     return {
-        {.title = "用户缓存",
+        {.key = "userCaches",
+         .title = "用户缓存",
          .description = "~/Library/Caches 中的可再生缓存",
          .argument = {},
          .symbol = "externaldrive.badge.timemachine",
@@ -27,7 +28,8 @@ std::vector<JunkCategory> junkCategories(const fs::path& home) {
          .changesByItself = true,
          .listed = {library / "Caches"},
          .roots = {childrenOf(library / "Caches")}},
-        {.title = "系统日志",
+        {.key = "systemLogs",
+         .title = "系统日志",
          .description = "诊断报告、崩溃日志和旧日志文件",
          .argument = {},
          .symbol = "doc.text.magnifyingglass",
@@ -37,7 +39,8 @@ std::vector<JunkCategory> junkCategories(const fs::path& home) {
          .changesByItself = true,
          .listed = {library / "Logs", library / "Logs/DiagnosticReports"},
          .roots = {childrenOf(library / "Logs"), childrenOf(library / "Logs/DiagnosticReports")}},
-        {.title = "开发缓存",
+        {.key = "developerCaches",
+         .title = "开发缓存",
          .description = "Xcode DerivedData、模拟器缓存和旧归档",
          .argument = {},
          .symbol = "hammer",

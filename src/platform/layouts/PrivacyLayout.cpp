@@ -50,23 +50,23 @@ Paths joined(std::initializer_list<Paths> parts) {
 // The categories, whose titles and risks every browser shares.
 
 TraceCategory history(std::string_view description, Paths paths) {
-    return {"历史记录", std::string(description), {}, CleanupRisk::high, std::move(paths), {}};
+    return {"history", "历史记录", std::string(description), {}, CleanupRisk::high, std::move(paths), {}};
 }
 
 TraceCategory downloads(std::string_view description, Paths paths) {
-    return {"下载记录", std::string(description), {}, CleanupRisk::cautious, std::move(paths), {}};
+    return {"downloads", "下载记录", std::string(description), {}, CleanupRisk::cautious, std::move(paths), {}};
 }
 
 TraceCategory cookies(Paths paths) {
-    return {"Cookie", "登录会话和站点 Cookie", {}, CleanupRisk::high, std::move(paths), {}};
+    return {"cookies", "Cookie", "登录会话和站点 Cookie", {}, CleanupRisk::high, std::move(paths), {}};
 }
 
 TraceCategory cache(Paths paths) {
-    return {"缓存", "网页缓存和可再生资源", {}, CleanupRisk::cautious, std::move(paths), {}};
+    return {"cache", "缓存", "网页缓存和可再生资源", {}, CleanupRisk::cautious, std::move(paths), {}};
 }
 
 TraceCategory localStorage(std::string_view description, Paths paths) {
-    return {"本地存储", std::string(description), {}, CleanupRisk::high, std::move(paths), {}};
+    return {"localStorage", "本地存储", std::string(description), {}, CleanupRisk::high, std::move(paths), {}};
 }
 
 constexpr std::string_view historyDatabase = "浏览历史数据库";
@@ -197,6 +197,11 @@ PrivacyLayout linuxPrivacyLayout(const LinuxEnvironment& environment, std::uint3
     PrivacyLayout layout{{}, true};
     for (LinuxBrowser& browser : linuxBrowsers(environment)) {
         auto [search, categories] = tracesOf(browser.family);
+        for (TraceCategory& category : categories) {
+            if (category.key == "cookies") {
+                category.note = "%@（所有网站）"; // which sites there are, only the browser's database tells
+            }
+        }
         layout.browsers.push_back({std::move(browser.name), std::move(browser.tokens), std::move(browser.symbol),
                                    browser.tint, search, std::move(browser.folders), std::move(categories)});
     }

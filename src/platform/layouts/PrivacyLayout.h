@@ -25,6 +25,7 @@ struct TracePath {
 
 /// One kind of trace that a browser leaves.
 struct TraceCategory {
+    std::string key;         ///< of its row, behind the browser's
     std::string title;       ///< text key
     std::string description; ///< text key
     std::string note;        ///< text key, %@ stands for the description; empty: none

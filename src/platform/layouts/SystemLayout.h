@@ -35,6 +35,7 @@ struct DeepScanRules {
 
 /// A category of the System Junk module.
 struct JunkCategory {
+    std::string key;         ///< of its row, behind the module's
     std::string title;       ///< text key
     std::string description; ///< text key; %@ stands for `argument` in display form
     std::filesystem::path argument;
@@ -89,7 +90,9 @@ struct SystemLayout {
     const FileKinds* fileKinds = nullptr;
     /// Extension (lower case) and symbol; the first match wins.
     std::vector<std::pair<std::vector<std::string>, std::string>> symbols;
-    std::vector<JunkCategory> junk;               ///< user caches, logs, developer caches, in this order
+    std::vector<JunkCategory> junk; ///< user caches, logs, developer caches, in this order
+    /// Folders of which a part is of no use, or cannot be taken out: what holds something that the user keeps stays.
+    std::vector<std::filesystem::path> wholeFolders;
     std::vector<std::string> installerExtensions; ///< of what counts as a download leftover; lower case
     /// Downloads, Desktop, Documents, Videos, Pictures: used where the platform names no folder.
     std::vector<std::filesystem::path> largeFileRoots;

@@ -85,9 +85,8 @@ std::optional<Path> LinuxPlatform::realPath(const Path& path) const {
     return files::realPath(path);
 }
 
-bool LinuxPlatform::isMountPoint(const Path& path) const {
-    const std::optional<Path> real = realPlace(lexicallyStandardized(path));
-    return real && mounts::isMountPoint(*real); // else nothing is there that could be moved
+bool LinuxPlatform::isMountedAt(const Path& place) const {
+    return mounts::isMountPoint(place);
 }
 
 bool LinuxPlatform::isPackage(const Path& /*folder*/) const {

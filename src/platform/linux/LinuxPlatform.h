@@ -21,7 +21,7 @@ public:
     [[nodiscard]] std::optional<Path> linkTarget(const Path& path) const override;
     [[nodiscard]] Path standardized(const Path& path) const override;
     [[nodiscard]] std::optional<Path> realPath(const Path& path) const override;
-    [[nodiscard]] bool isMountPoint(const Path& path) const override;
+    [[nodiscard]] bool isMountedAt(const Path& place) const override;
     [[nodiscard]] bool isPackage(const Path& folder) const override;
 
     [[nodiscard]] std::unique_ptr<TrashSession> trashSession(TrashPlaces places) const override;

@@ -191,21 +191,17 @@ std::optional<Path> MacPlatform::realPath(const Path& path) const {
     return mac::realPath(path);
 }
 
-bool MacPlatform::isMountPoint(const Path& path) const {
+bool MacPlatform::isMountedAt(const Path& place) const {
     const walk::ThreadPolicy nothingIsFetched;
-    const std::optional<Path> real = realPlace(standardized(path));
-    if (!real) {
-        return false; // nothing there, or nothing that could be moved
-    }
     struct stat itself{};
-    if (::lstat(real->c_str(), &itself) != 0 || S_ISLNK(itself.st_mode)) {
+    if (::lstat(place.c_str(), &itself) != 0 || S_ISLNK(itself.st_mode)) {
         return false;
     }
     struct statfs mounted{};
-    if (::statfs(real->c_str(), &mounted) != 0) {
+    if (::statfs(place.c_str(), &mounted) != 0) {
         return true; // the system does not tell: not to be moved
     }
-    return withoutDataVolume(mounted.f_mntonname) == withoutDataVolume(real->native());
+    return withoutDataVolume(mounted.f_mntonname) == withoutDataVolume(place.native());
 }
 
 bool MacPlatform::isPackage(const Path& folder) const {

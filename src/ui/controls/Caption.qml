@@ -1,17 +1,8 @@
 import QtQuick
 import Vellmoor.Theme
 
-Text {
-    // Whether a screen reader meets this text by itself; most texts belong to something that names them.
-    property bool spoken: false
-
-    Accessible.ignored: !spoken
-    Accessible.name: text
-    Accessible.role: Accessible.StaticText
+// What is of less weight.
+Words {
     color: Colors.vmSecondaryText
-    elide: Text.ElideRight
-    font.family: Type.family
     font.pixelSize: Type.caption
-    font.weight: Font.Normal
-    textFormat: Text.PlainText
 }

@@ -18,6 +18,13 @@ T.Menu {
         radius: Metrics.rowRadius
         reach: 14
     }
+    // The item that Qt makes for a popup bears the role of a menu, but no name.
+    Binding {
+        property: "name"
+        target: root.contentItem.parent ? root.contentItem.parent.Accessible : null
+        value: root.title
+    }
+
     contentItem: ListView {
         implicitHeight: contentHeight
         interactive: false

@@ -1,18 +1,11 @@
 import QtQuick
 import Vellmoor.Theme
 
-Text {
-    // Whether a screen reader meets this heading by itself.
-    property bool spoken: true
-
-    Accessible.ignored: !spoken
-    Accessible.name: text
+// The heading of a page or of a sheet.
+Words {
     Accessible.role: Accessible.Heading
-    color: Colors.vmText
-    elide: Text.ElideRight
-    font.family: Type.family
     font.letterSpacing: -0.2
     font.pixelSize: Type.heading
     font.weight: Font.DemiBold
-    textFormat: Text.PlainText
+    spoken: true
 }

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Vellmoor.Controls
 import Vellmoor.Theme
 
 // A row of an opened list.
@@ -13,6 +14,12 @@ T.ItemDelegate {
     }
     Accessible.selected: checked
     implicitHeight: Metrics.rowButton + 2
+
+    // The list that opened it keeps the keyboard.
+    onHighlightedChanged: {
+        if (highlighted)
+            Spoken.tellFocus();
+    }
 
     background: Rectangle {
         color: root.highlighted || root.hovered ? Colors.tile(Colors.cyan) : Colors.clear

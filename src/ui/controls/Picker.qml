@@ -1,6 +1,7 @@
 // qmllint disable unqualified
 import QtQuick
 import QtQuick.Templates as T
+import Vellmoor.Controls
 import Vellmoor.Theme
 
 // One choice of several, opened as a list.
@@ -8,8 +9,13 @@ T.ComboBox {
     id: root
 
     Accessible.focusable: enabled
-    Accessible.name: displayText
+    // What it chooses.
+    property string title
+
+    Accessible.name: title + " " + displayText
     Accessible.onPressAction: popup.visible ? popup.close() : popup.open()
+    Spoken.expandable: true
+    Spoken.expanded: popup.visible
     focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
     implicitHeight: Metrics.rowButton
     implicitWidth: Metrics.grown(116)
@@ -63,6 +69,9 @@ T.ComboBox {
         }
         contentItem: ListView {
             id: list
+
+            Accessible.name: root.title
+            Accessible.role: Accessible.List
 
             clip: true
             currentIndex: root.highlightedIndex

@@ -6,9 +6,6 @@ Rectangle {
     id: root
 
     property real value: 0
-    // What assistive technology reads of a progress bar where Qt passes it on (6.4 does not).
-    readonly property real minimumValue: 0
-    readonly property real maximumValue: 1
     property color tint: Colors.cyan
 
     color: Colors.track

@@ -1,6 +1,7 @@
 // qmllint disable unqualified
 import QtQuick
 import QtQuick.Templates as T
+import Vellmoor.Controls
 import Vellmoor.Theme
 
 // One choice of a few, all visible. It is one stop of the Tab key; left and right move the choice and the keyboard.
@@ -54,6 +55,7 @@ Rectangle {
                     if (segment.enabled)
                         segment.clicked();
                 }
+                Spoken.tick: isCurrent ? Qt.Checked : Qt.Unchecked
                 checked: isCurrent
                 focusPolicy: isCurrent || activeFocus ? Qt.StrongFocus : Qt.ClickFocus // Qt minds losing it under the keyboard
                 height: root.height - 4

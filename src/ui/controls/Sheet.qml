@@ -33,8 +33,10 @@ T.Popup {
         wasMarked = control !== null && control.visualFocus;
     }
     onClosed: {
-        if (before && before.visible && before.enabled)
-            before.forceActiveFocus(wasMarked ? Qt.TabFocusReason : Qt.PopupFocusReason);
+        // What it stood on may be of no use any more, such as the button of a clean that runs: then what is before it.
+        const free = before?.visible && !before.enabled ? before.nextItemInFocusChain(false) : before;
+        if (free && free.visible && free.enabled)
+            free.forceActiveFocus(wasMarked ? Qt.TabFocusReason : Qt.PopupFocusReason);
         before = null;
     }
 

@@ -14,5 +14,5 @@ BorderImage {
     border.left: radius + reach + 1
     border.right: radius + reach + 1
     border.top: radius + reach + 1
-    source: "image://shadow/" + radius + "," + reach + "," + color
+    source: "image://shadow/" + radius + "," + reach + "," + color.toString() // see Symbol.qml
 }

@@ -1,17 +1,10 @@
 import QtQuick
 import Vellmoor.Theme
 
-Text {
-    // Whether a screen reader meets this heading by itself.
-    property bool spoken: true
-
-    Accessible.ignored: !spoken
-    Accessible.name: text
+// The heading of a list or of a panel.
+Words {
     Accessible.role: Accessible.Heading
-    color: Colors.vmText
-    elide: Text.ElideRight
-    font.family: Type.family
     font.pixelSize: Type.subheading
     font.weight: Font.DemiBold
-    textFormat: Text.PlainText
+    spoken: true
 }

@@ -9,7 +9,8 @@ Image {
     readonly property int drawn: Metrics.grown(size)
 
     height: drawn
-    source: name === "" ? "" : "image://symbol/" + name + "?" + color
+    // toString(): a colour that becomes a text by itself ends the program when Qt 6.4 collects garbage just then.
+    source: name === "" ? "" : "image://symbol/" + name + "?" + color.toString()
     sourceSize.height: drawn
     sourceSize.width: drawn
     width: drawn

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Vellmoor.Controls
 import Vellmoor.Theme
 
 // A tick that follows its model: a click asks, the model answers.
@@ -10,8 +11,6 @@ T.CheckBox {
     property bool partial: false
     property int size: Metrics.tickBox
 
-    Accessible.checkStateMixed: ticked && partial
-    Accessible.checked: ticked && !partial
     Accessible.focusable: enabled
     Accessible.name: text
     Accessible.onPressAction: {
@@ -22,6 +21,7 @@ T.CheckBox {
         if (root.enabled)
             root.clicked();
     }
+    Spoken.tick: checkState
     checkState: !ticked ? Qt.Unchecked : partial ? Qt.PartiallyChecked : Qt.Checked
     focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
     implicitHeight: Metrics.grown(size)

@@ -26,7 +26,11 @@ FocusScope {
     required property string bundle
     required property string leftovers
     required property string path
+    // It stands for files that can be shown.
+    required property bool files
     // Where a list has the keyboard, its keys do what the row's buttons do, and the buttons are passed over.
     property bool hasKeys: true
+    // As a Qt::CheckState; -1: it cannot be ticked.
+    readonly property int tick: !cleanable ? -1 : !ticked ? Qt.Unchecked : partial ? Qt.PartiallyChecked : Qt.Checked
     readonly property int focusPolicy: hasKeys ? Qt.StrongFocus : Qt.ClickFocus
 }

@@ -11,11 +11,12 @@ RowFrame {
     required property CleanupRoles row
     required property CleanupListModel rows
 
-    Accessible.checkable: row.cleanable
-    Accessible.checked: row.ticked && !row.partial
     Accessible.description: row.detail
-    Accessible.name: row.title + " " + row.size + " " + row.riskTitle + (row.expandable ? " " + (row.expanded ? L.tr("已展开") : L.tr("已折叠")) : "")
+    Accessible.name: row.title + " " + row.size + " " + row.riskTitle
     Accessible.role: Accessible.ListItem
+    Spoken.expandable: row.expandable
+    Spoken.expanded: row.expanded
+    Spoken.tick: row.tick
     help: heading.truncated ? row.title + "\n" + row.detail : description.truncated ? row.detail : ""
     implicitHeight: Math.max(54, line.implicitHeight + 12)
 
@@ -50,6 +51,7 @@ RowFrame {
                     id: heading
 
                     Layout.fillWidth: true
+                    elide: Text.ElideMiddle
                     font.weight: Font.DemiBold
                     text: root.row.title
                 }

@@ -12,11 +12,10 @@ RowFrame {
     required property CleanupListModel rows
     readonly property bool isEnabled: row.cleanable
 
-    Accessible.checkable: isEnabled
-    Accessible.checked: row.ticked
     Accessible.description: row.detail
     Accessible.name: row.title + " " + row.size
     Accessible.role: Accessible.ListItem
+    Spoken.tick: row.tick
     border.width: 0
     color: hovered ? Colors.rowHover : Colors.clear
     help: heading.truncated || location.truncated ? row.path : ""

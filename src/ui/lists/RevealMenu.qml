@@ -2,38 +2,18 @@ import QtQuick
 import Vellmoor.Controls
 import Vellmoor.Models
 
-// What can be done with the path of a row.
-ContextMenu {
+// What can be done with a row of a cleanup list.
+PathMenu {
     id: root
 
     required property CleanupRoles row
     required property CleanupListModel rows
 
+    files: row.files
+    owner: row.name
+    paths: rows
+    place: row.index
     title: row.title
-
-    ContextMenuItem {
-        objectName: root.row.name + ".menu.reveal"
-        text: L.tr("在 Finder 中显示")
-        visible: root.row.path !== ""
-
-        onTriggered: root.rows.reveal(root.row.index)
-    }
-
-    ContextMenuItem {
-        objectName: root.row.name + ".menu.openFolder"
-        text: L.tr("打开所在文件夹")
-        visible: root.row.path !== ""
-
-        onTriggered: root.rows.openFolder(root.row.index)
-    }
-
-    ContextMenuItem {
-        objectName: root.row.name + ".menu.copyPath"
-        text: L.tr("复制路径")
-        visible: root.row.path !== ""
-
-        onTriggered: root.rows.copyPath(root.row.index)
-    }
 
     ContextMenuItem {
         objectName: root.row.name + ".menu.leftovers"

@@ -8,7 +8,7 @@ Loader {
 
     required property CleanupRoles row
     required property CleanupListModel rows
-    readonly property bool useful: row.path !== "" || row.bundle !== ""
+    readonly property bool useful: row.files || row.bundle !== ""
 
     function load(): ContextMenu {
         if (!item)

@@ -37,8 +37,7 @@ SoftIconButton {
         required property int choice
         readonly property string value: root.choices[choice].value
 
-        Accessible.checkable: true
-        Accessible.checked: value === root.rows.order
+        Spoken.tick: value === root.rows.order ? Qt.Checked : Qt.Unchecked
         font.bold: value === root.rows.order
         objectName: "sort." + value
         text: root.choices[choice].title

@@ -3,8 +3,6 @@
 #include "ByteCount.h"
 #include "QtText.h"
 
-#include <QClipboard>
-#include <QGuiApplication>
 #include <QMetaObject>
 
 #include <algorithm>
@@ -46,9 +44,8 @@ std::optional<TimePoint> newest(const CleanupItem& item) {
 } // namespace
 
 CleanupListModel::CleanupListModel(CleanerStore& store, Desktop& desktop, QObject* parent)
-    : KeyedListModel(parent),
-      store_(store),
-      desktop_(desktop) {
+    : KeyedListModel(desktop, parent),
+      store_(store) {
     connect(&store_, &CleanerStore::cleanupItemsChanged, this, [this] { rebuild(); });
     connect(&store_, &CleanerStore::selectionChanged, this, &CleanupListModel::noteSelectionChange);
     rebuild();
@@ -106,6 +103,23 @@ void CleanupListModel::setOrder(const QString& order) {
     const auto* const wanted = std::ranges::find(orders, order);
     if (wanted != orders.end() && order != this->order()) {
         choices_[module_].order = static_cast<Order>(wanted - orders.begin());
+        applyChoice();
+    }
+}
+
+QString CleanupListModel::choiceText() const {
+    return filter() + QLatin1Char(' ') + order();
+}
+
+void CleanupListModel::recallChoice(CleanerModule module, const QString& text) {
+    const QStringList words = text.split(QLatin1Char(' '));
+    const auto filter =
+        std::ranges::find(allCleanupFilters, words.value(0), [](CleanupFilter f) { return toQt(rawValue(f)); });
+    const auto* const order = std::ranges::find(orders, words.value(1));
+    Choice& choice = choices_[module];
+    choice.filter = filter == allCleanupFilters.end() ? choice.filter : *filter;
+    choice.order = order == orders.end() ? choice.order : static_cast<Order>(order - orders.begin());
+    if (module == module_) {
         applyChoice();
     }
 }
@@ -256,47 +270,20 @@ void CleanupListModel::setAllSelected(bool selected) {
     store_.setItemsSelected(listed, selected);
 }
 
-const CleanupTarget* CleanupListModel::pathOf(int row) const {
+std::vector<std::filesystem::path> CleanupListModel::pathsOf(int row) const {
     const KeyedRow* found = rowAt(row);
-    const std::size_t part = found == nullptr || found->part < 0 ? 0 : static_cast<std::size_t>(found->part);
-    return found != nullptr && part < itemOf(*found).targets.size() ? &itemOf(*found).targets[part] : nullptr;
-}
-
-void CleanupListModel::reveal(int row) {
-    if (const CleanupTarget* path = pathOf(row)) {
-        desktop_.reveal(path->url);
-    }
-}
-
-void CleanupListModel::openFolder(int row) {
-    if (const CleanupTarget* path = pathOf(row)) {
-        desktop_.openFolder(path->url.parent_path());
-    }
-}
-
-void CleanupListModel::copyPath(int row) {
-    const KeyedRow* found = rowAt(row);
+    std::vector<std::filesystem::path> paths;
     if (found == nullptr) {
-        return;
+        return paths;
     }
-    QStringList paths;
+    int part = 0;
     for (const CleanupTarget& target : itemOf(*found).targets) {
-        paths << toQt(target.url.native());
-    }
-    if (found->part >= 0) {
-        paths = QStringList{paths.at(found->part)};
-    }
-    QGuiApplication::clipboard()->setText(paths.join(QLatin1Char('\n')));
-}
-
-int CleanupListModel::rowStartingWith(const QString& prefix, int after) const {
-    for (int step = 1; step <= rowCount(); ++step) {
-        const int row = (std::max(after, -1) + step) % rowCount();
-        if (data(index(row), TitleRole).toString().startsWith(prefix, Qt::CaseInsensitive)) {
-            return row;
+        if ((found->part < 0 || found->part == part) && standsForFile(target)) {
+            paths.push_back(target.url);
         }
+        ++part;
     }
-    return -1;
+    return paths;
 }
 
 void CleanupListModel::noteSelectionChange(int itemIndex) {

@@ -13,9 +13,12 @@
 
 namespace vellmoor {
 
+/// Whether a path is one of the user's files: some rows stand for none.
+bool standsForFile(const CleanupTarget& target);
+
 /// The categories of a module as one flat list: each category's row, followed by its paths' rows while it is
 /// unfolded. Flat, so that a view of ten thousand paths draws only what is visible.
-class CleanupListModel : public KeyedListModel {
+class CleanupListModel : public vellmoor::KeyedListModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made by the window model")
@@ -59,7 +62,8 @@ public:
         RunningRole,
         BundleRole,
         LeftoversRole,
-        PathRole, ///< what can be shown in the file manager; empty for what is no file
+        PathRole,  ///< of a row that stands for one file or folder; empty otherwise
+        FilesRole, ///< it stands for files that can be shown in the file manager
     };
 
     CleanupListModel(CleanerStore& store, Desktop& desktop, QObject* parent = nullptr);
@@ -81,6 +85,10 @@ public:
     void setSearch(const QString& search);
     [[nodiscard]] QString order() const;
     void setOrder(const QString& order);
+    /// The module's filter and order as a text that can be kept, and back from it; what it does not know is left alone.
+    [[nodiscard]] QString choiceText() const;
+    void recallChoice(CleanerModule module, const QString& text);
+    [[nodiscard]] CleanerModule module() const { return module_; }
     [[nodiscard]] bool hidesAll() const;
     [[nodiscard]] QString hiddenSelection() const;
     /// Takes filter and search away.
@@ -92,16 +100,9 @@ public:
     /// Unfolds or folds; the row of a path folds its category.
     Q_INVOKABLE void setExpanded(int row, bool expanded);
     /// Ticks or unticks every listed category and nothing else.
-    Q_INVOKABLE void setAllSelected(bool selected);
-    /// Shows the row's path in the file manager; for a category its first path.
-    Q_INVOKABLE void reveal(int row);
-    Q_INVOKABLE void openFolder(int row);
-    /// Puts the row's path on the clipboard; for a category all its paths, a line each.
-    Q_INVOKABLE void copyPath(int row);
+    Q_INVOKABLE virtual void setAllSelected(bool selected);
     /// The row of the category that a row belongs to.
     Q_INVOKABLE [[nodiscard]] int headOf(int row) const;
-    /// The next row after `after`, round the end, whose name begins with `prefix`; -1: none.
-    Q_INVOKABLE [[nodiscard]] int rowStartingWith(const QString& prefix, int after) const;
 
 Q_SIGNALS:
     void summaryChanged();
@@ -110,9 +111,10 @@ Q_SIGNALS:
 protected:
     /// Positions in the store's array of the categories to list.
     [[nodiscard]] virtual std::vector<int> listedItems() const;
-    [[nodiscard]] const CleanerStore& store() const { return store_; }
-    [[nodiscard]] CleanerModule module() const { return module_; }
-    [[nodiscard]] const FileKinds& fileKinds() const { return desktop_.fileKinds(); }
+    [[nodiscard]] CleanerStore& store() const { return store_; }
+    [[nodiscard]] std::vector<std::filesystem::path> pathsOf(int row) const override;
+    [[nodiscard]] int nameRole() const override { return TitleRole; }
+    [[nodiscard]] const FileKinds& fileKinds() const { return desktop().fileKinds(); }
 
 private:
     enum class Order : std::uint8_t { given, size, name, date };
@@ -131,8 +133,6 @@ private:
     void addPaths(std::vector<KeyedRow>& wanted, const KeyedRow& head) const;
     [[nodiscard]] const CleanupItem& itemOf(const KeyedRow& row) const;
     [[nodiscard]] bool isExpanded(const std::string& key) const;
-    /// The row's own path, or the first of its category; null when it has none.
-    [[nodiscard]] const CleanupTarget* pathOf(int row) const;
     [[nodiscard]] QVariant categoryData(const KeyedRow& row, const CleanupItem& item, int role) const;
     [[nodiscard]] QVariant appData(const CleanupItem& item, int role) const;
     [[nodiscard]] QVariant fileData(const CleanupItem& item, int role) const;
@@ -141,7 +141,6 @@ private:
     void publishSelectionChanges();
 
     CleanerStore& store_;
-    Desktop& desktop_;
     CleanerModule module_ = CleanerModule::smartScan;
     std::map<CleanerModule, Choice> choices_;
     std::vector<int> indices_; ///< of the listed categories in the store's array

@@ -14,10 +14,8 @@ QString itemName(int position) {
     return QStringLiteral("item.%1").arg(position);
 }
 
-/// Rows that stand for no file carry a path of /dev, or none.
 QString pathText(const CleanupTarget& target) {
-    const std::string& path = target.url.native();
-    return path.starts_with('/') && !path.starts_with("/dev/") ? toQt(path) : QString();
+    return standsForFile(target) ? toQt(target.url.native()) : QString();
 }
 
 QString filesText(std::int64_t files) {
@@ -38,6 +36,12 @@ QString amountText(const CleanupItem& item) {
 
 } // namespace
 
+// Those that do not carry a path of /dev, or none.
+bool standsForFile(const CleanupTarget& target) {
+    const std::string& path = target.url.native();
+    return path.starts_with('/') && !path.starts_with("/dev/");
+}
+
 QHash<int, QByteArray> CleanupListModel::roleNames() const {
     return {{NameRole, "name"},         {IsTargetRole, "isTarget"},     {TitleRole, "title"},
             {DetailRole, "detail"},     {AmountRole, "amount"},         {SizeRole, "size"},
@@ -46,7 +50,8 @@ QHash<int, QByteArray> CleanupListModel::roleNames() const {
             {TickedRole, "ticked"},     {PartialRole, "partial"},       {ExpandedRole, "expanded"},
             {LastRole, "last"},         {ExpandableRole, "expandable"}, {KindRole, "kind"},
             {IconRole, "icon"},         {KindSymbolRole, "kindSymbol"}, {RunningRole, "running"},
-            {BundleRole, "bundle"},     {LeftoversRole, "leftovers"},   {PathRole, "path"}};
+            {BundleRole, "bundle"},     {LeftoversRole, "leftovers"},   {PathRole, "path"},
+            {FilesRole, "files"}};
 }
 
 QVariant CleanupListModel::data(const QModelIndex& index, int role) const {
@@ -71,6 +76,9 @@ QVariant CleanupListModel::data(const QModelIndex& index, int role) const {
         const std::string risk = vellmoor::title(item.risk);
         // What lies in a Trash goes for good, however safe that is.
         return item.module == CleanerModule::trash && item.isCleanable ? localised("%@ · 永久删除", risk) : toQt(risk);
+    }
+    if (role == FilesRole) {
+        return !pathsOf(index.row()).empty();
     }
     return row->part >= 0 ? targetData(*row, item, role) : categoryData(*row, item, role);
 }
@@ -128,7 +136,7 @@ QVariant CleanupListModel::appData(const CleanupItem& item, int role) const {
     }
     switch (role) {
     case IconRole:
-        return applicationIconSource(desktop_, item.appInfo->appPath);
+        return applicationIconSource(desktop(), item.appInfo->appPath);
     case RunningRole:
         return item.appInfo->isRunning;
     case BundleRole:

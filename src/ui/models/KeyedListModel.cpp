@@ -1,5 +1,10 @@
 #include "KeyedListModel.h"
 
+#include "QtText.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+
 #include <algorithm>
 #include <iterator>
 #include <unordered_map>
@@ -18,6 +23,38 @@ std::ptrdiff_t offset(std::size_t row) {
 
 int KeyedListModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+}
+
+int KeyedListModel::rowStartingWith(const QString& prefix, int after) const {
+    for (int step = 1; step <= rowCount(); ++step) {
+        const int row = (std::max(after, -1) + step) % rowCount();
+        if (data(index(row), nameRole()).toString().startsWith(prefix, Qt::CaseInsensitive)) {
+            return row;
+        }
+    }
+    return -1;
+}
+
+void KeyedListModel::reveal(int row) const {
+    if (const auto paths = pathsOf(row); !paths.empty()) {
+        desktop_.reveal(paths.front());
+    }
+}
+
+void KeyedListModel::openFolder(int row) const {
+    if (const auto paths = pathsOf(row); !paths.empty()) {
+        desktop_.openFolder(paths.front().parent_path());
+    }
+}
+
+void KeyedListModel::copyPath(int row) const {
+    QStringList lines;
+    for (const std::filesystem::path& path : pathsOf(row)) {
+        lines << toQt(path.native());
+    }
+    if (!lines.isEmpty()) {
+        QGuiApplication::clipboard()->setText(lines.join(QLatin1Char('\n')));
+    }
 }
 
 const KeyedRow* KeyedListModel::rowAt(int row) const {

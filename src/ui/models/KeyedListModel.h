@@ -1,7 +1,11 @@
 #pragma once
 
-#include <QAbstractListModel>
+#include "Desktop.h"
 
+#include <QAbstractListModel>
+#include <QtQml/qqmlregistration.h>
+
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -20,12 +24,29 @@ struct KeyedRow {
 /// place, their focus and what is unfolded; it never resets.
 class KeyedListModel : public QAbstractListModel {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("a base")
 
 public:
-    using QAbstractListModel::QAbstractListModel;
+    explicit KeyedListModel(Desktop& desktop, QObject* parent = nullptr)
+        : QAbstractListModel(parent),
+          desktop_(desktop) {}
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+    /// The next row after `after`, round the end, whose name begins with `prefix`; -1: none.
+    Q_INVOKABLE [[nodiscard]] int rowStartingWith(const QString& prefix, int after) const;
+    /// Shows the row's path in the file manager; the first one of several.
+    Q_INVOKABLE void reveal(int row) const;
+    /// Opens the folder that holds it.
+    Q_INVOKABLE void openFolder(int row) const;
+    /// Puts the row's paths on the clipboard, a line each.
+    Q_INVOKABLE void copyPath(int row) const;
 
 protected:
+    [[nodiscard]] Desktop& desktop() const { return desktop_; }
+    /// Files and folders that the row stands for.
+    [[nodiscard]] virtual std::vector<std::filesystem::path> pathsOf(int /*row*/) const { return {}; }
+    /// The role of a row's name.
+    [[nodiscard]] virtual int nameRole() const = 0;
     [[nodiscard]] const std::vector<KeyedRow>& rows() const { return rows_; }
     /// Null outside, and for a row whose record is gone.
     [[nodiscard]] const KeyedRow* rowAt(int row) const;
@@ -39,6 +60,7 @@ private:
     void orderAs(const std::vector<KeyedRow>& fresh, const Keys& kept);
     void moveUp(const std::string& key, std::size_t to);
 
+    Desktop& desktop_;
     std::vector<KeyedRow> rows_;
 };
 

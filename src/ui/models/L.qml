@@ -17,6 +17,11 @@ QtObject {
         return Texts.revision >= 0 ? Texts.countText(many, one, number) : "";
     }
 
+    // A number with its digits grouped.
+    function number(number: int): string {
+        return Texts.numberText(number);
+    }
+
     function items(number: int): string {
         return L.count("%d 项", "1 项", number);
     }

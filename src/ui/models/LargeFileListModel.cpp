@@ -1,5 +1,7 @@
 #include "LargeFileListModel.h"
 
+#include "ByteCount.h"
+#include "CheckedMath.h"
 #include "QtText.h"
 
 #include <algorithm>
@@ -9,6 +11,50 @@ namespace vellmoor {
 LargeFileListModel::LargeFileListModel(CleanerStore& store, Desktop& desktop, QObject* parent)
     : CleanupListModel(store, desktop, parent) {
     setModule(CleanerModule::largeFiles);
+    connect(&store, &CleanerStore::cleanupItemsChanged, this, &LargeFileListModel::listAllWhenWanted);
+    // What the user looks for may be any of the files.
+    connect(this, &CleanupListModel::filterChanged, this, [this] {
+        if (!search().isEmpty() || order() != QLatin1String("given")) {
+            listAll();
+        }
+    });
+    connect(this, &LargeFileListModel::filtersChanged, this, &LargeFileListModel::listAll);
+}
+
+int LargeFileListModel::resultCount() const {
+    return itemCount() + static_cast<int>(store().furtherLargeFiles().size());
+}
+
+QString LargeFileListModel::moreText() const {
+    const std::vector<CleanupItem>& further = store().furtherLargeFiles();
+    if (further.empty()) {
+        return {};
+    }
+    std::int64_t bytes = 0;
+    for (const CleanupItem& file : further) {
+        bytes = checkedAdd(bytes, file.bytes);
+    }
+    const std::string size = byteCountText(bytes);
+    return further.size() == 1
+               ? localised("另有 1 个文件，共 %@", size)
+               : localised("另有 %d 个文件，共 %@",
+                           groupedText(static_cast<std::int64_t>(further.size())).toStdString(), size);
+}
+
+void LargeFileListModel::listAll() {
+    wantsAll_ = true;
+    store().listFurtherLargeFiles();
+}
+
+void LargeFileListModel::listAllWhenWanted() {
+    if (wantsAll_) {
+        store().listFurtherLargeFiles();
+    }
+}
+
+void LargeFileListModel::setAllSelected(bool selected) {
+    listAll();
+    CleanupListModel::setAllSelected(selected);
 }
 
 void LargeFileListModel::setKind(int kind) {

@@ -14,6 +14,10 @@ class LargeFileListModel final : public vellmoor::CleanupListModel {
     Q_PROPERTY(int kind READ kind WRITE setKind NOTIFY filtersChanged FINAL)
     /// Position in ageTitles.
     Q_PROPERTY(int age READ age WRITE setAge NOTIFY filtersChanged FINAL)
+    /// With the files that are not listed yet.
+    Q_PROPERTY(int resultCount READ resultCount NOTIFY summaryChanged FINAL)
+    /// What is not listed yet, such as "and 4,989 more, 2.1 TB"; empty when everything is.
+    Q_PROPERTY(QString moreText READ moreText NOTIFY summaryChanged FINAL)
     Q_PROPERTY(QStringList kindTitles READ kindTitles NOTIFY languageChanged FINAL)
     Q_PROPERTY(QStringList ageTitles READ ageTitles NOTIFY languageChanged FINAL)
 
@@ -27,7 +31,13 @@ public:
     [[nodiscard]] QStringList kindTitles() const;
     [[nodiscard]] QStringList ageTitles() const;
 
+    [[nodiscard]] int resultCount() const;
+    [[nodiscard]] QString moreText() const;
+    /// Lists every large file, and goes on doing so after a scan.
+    Q_INVOKABLE void listAll();
+
     void showAll() override;
+    void setAllSelected(bool selected) override;
 
 Q_SIGNALS:
     void filtersChanged();
@@ -37,6 +47,9 @@ protected:
     [[nodiscard]] std::vector<int> listedItems() const override;
 
 private:
+    void listAllWhenWanted();
+
+    bool wantsAll_ = false;
     LargeFileKindFilter kind_ = LargeFileKindFilter::all;
     LargeFileAgeFilter age_ = LargeFileAgeFilter::all;
 };

@@ -69,6 +69,10 @@ QVariant placeholderData(int row, int role) {
 
 } // namespace
 
+int RecordListModel::nameRole() const {
+    return NameRole;
+}
+
 void RecordListModel::reload() {
     std::vector<KeyedRow> fresh;
     std::map<std::string, int> seen;
@@ -83,7 +87,8 @@ void RecordListModel::reload() {
     Q_EMIT countChanged();
 }
 
-ModuleListModel::ModuleListModel(CleanerStore& store, QObject* parent) : RecordListModel(store, parent) {
+ModuleListModel::ModuleListModel(CleanerStore& store, Desktop& desktop, QObject* parent)
+    : RecordListModel(store, desktop, parent) {
     reload();
 }
 
@@ -118,7 +123,8 @@ QHash<int, QByteArray> ModuleListModel::roleNames() const {
     return {{RawRole, "module"}, {TitleRole, "title"}, {SubtitleRole, "subtitle"}, {SymbolRole, "symbol"}};
 }
 
-StorageSegmentModel::StorageSegmentModel(CleanerStore& store, QObject* parent) : RecordListModel(store, parent) {
+StorageSegmentModel::StorageSegmentModel(CleanerStore& store, Desktop& desktop, QObject* parent)
+    : RecordListModel(store, desktop, parent) {
     connect(&store, &CleanerStore::storageSegmentsChanged, this, &StorageSegmentModel::reload);
     reload();
 }
@@ -160,7 +166,8 @@ QHash<int, QByteArray> StorageSegmentModel::roleNames() const {
     return {{TitleRole, "title"}, {ValueRole, "value"}, {FractionRole, "fraction"}, {TintRole, "tint"}};
 }
 
-FileCandidateModel::FileCandidateModel(CleanerStore& store, QObject* parent) : RecordListModel(store, parent) {
+FileCandidateModel::FileCandidateModel(CleanerStore& store, Desktop& desktop, QObject* parent)
+    : RecordListModel(store, desktop, parent) {
     connect(&store, &CleanerStore::fileCandidatesChanged, this, &FileCandidateModel::reload);
     reload();
 }
@@ -202,9 +209,13 @@ QHash<int, QByteArray> FileCandidateModel::roleNames() const {
             {SymbolRole, "symbol"}};
 }
 
+std::vector<std::filesystem::path> FileCandidateModel::pathsOf(int row) const {
+    const FileCandidate* file = recordAt(store().fileCandidates(), rowAt(row));
+    return file == nullptr ? std::vector<std::filesystem::path>() : std::vector{file->url};
+}
+
 StartupListModel::StartupListModel(CleanerStore& store, Desktop& desktop, QObject* parent)
-    : RecordListModel(store, parent),
-      desktop_(desktop) {
+    : RecordListModel(store, desktop, parent) {
     connect(&store, &CleanerStore::startupItemsChanged, this, &StartupListModel::reload);
     reload();
 }
@@ -217,8 +228,9 @@ int StartupListModel::recordCount() const {
     return static_cast<int>(store().startupItems().size());
 }
 
+/// A switch moves the file into another folder; the item stays the same.
 std::string StartupListModel::keyOf(int record) const {
-    return store().startupItems().at(static_cast<std::size_t>(record)).plistURL.native();
+    return store().startupItems().at(static_cast<std::size_t>(record)).plistURL.filename().native();
 }
 
 QVariant StartupListModel::data(const QModelIndex& index, int role) const {
@@ -231,13 +243,13 @@ QVariant StartupListModel::data(const QModelIndex& index, int role) const {
         return toQt(item->name);
     case LocationRole:
         return toQt(
-            displayPath(item->program ? std::filesystem::path(*item->program) : item->plistURL, desktop_.homeFolder()));
+            displayPath(item->program ? std::filesystem::path(*item->program) : item->plistURL, desktop().homeFolder()));
     case EnabledRole:
         return item->isEnabled;
     case KindRole:
         return item->startsAtLogin ? localised("登录启动") : localised("后台代理");
     case IconRole:
-        return item->appURL ? applicationIconSource(desktop_, *item->appURL) : QString();
+        return item->appURL ? applicationIconSource(desktop(), *item->appURL) : QString();
     default:
         return {};
     }
@@ -251,15 +263,13 @@ QHash<int, QByteArray> StartupListModel::roleNames() const {
             {IconRole, "icon"}};
 }
 
-void StartupListModel::reveal(int row) {
-    if (const StartupItem* item = recordAt(store().startupItems(), rowAt(row))) {
-        desktop_.reveal(item->plistURL);
-    }
+std::vector<std::filesystem::path> StartupListModel::pathsOf(int row) const {
+    const StartupItem* item = recordAt(store().startupItems(), rowAt(row));
+    return item == nullptr ? std::vector<std::filesystem::path>() : std::vector{item->plistURL};
 }
 
 MemoryAppListModel::MemoryAppListModel(CleanerStore& store, Desktop& desktop, QObject* parent)
-    : RecordListModel(store, parent),
-      desktop_(desktop) {
+    : RecordListModel(store, desktop, parent) {
     connect(&store, &CleanerStore::memoryAppsChanged, this, &MemoryAppListModel::reload);
     reload();
 }
@@ -285,7 +295,7 @@ QVariant MemoryAppListModel::data(const QModelIndex& index, int role) const {
     case MemoryRole:
         return toQt(byteCountText(app->bytes));
     case IconRole:
-        return app->path ? applicationIconSource(desktop_, *app->path) : QString();
+        return app->path ? applicationIconSource(desktop(), *app->path) : QString();
     default:
         return {};
     }
@@ -293,6 +303,12 @@ QVariant MemoryAppListModel::data(const QModelIndex& index, int role) const {
 
 QHash<int, QByteArray> MemoryAppListModel::roleNames() const {
     return {{NameRole, "name"}, {ProcessesRole, "processes"}, {MemoryRole, "memory"}, {IconRole, "icon"}};
+}
+
+std::vector<std::filesystem::path> MemoryAppListModel::pathsOf(int row) const {
+    const MemoryApp* app = recordAt(store().memoryApps(), rowAt(row));
+    return app == nullptr || !app->path ? std::vector<std::filesystem::path>()
+                                        : std::vector<std::filesystem::path>{*app->path};
 }
 
 namespace {
@@ -317,7 +333,8 @@ std::vector<MemoryPart> memoryParts(const MemorySnapshot& memory) {
 
 } // namespace
 
-MemoryPartModel::MemoryPartModel(CleanerStore& store, QObject* parent) : RecordListModel(store, parent) {
+MemoryPartModel::MemoryPartModel(CleanerStore& store, Desktop& desktop, QObject* parent)
+    : RecordListModel(store, desktop, parent) {
     connect(&store, &CleanerStore::memorySnapshotChanged, this, &MemoryPartModel::reload);
     reload();
 }
@@ -357,7 +374,8 @@ QHash<int, QByteArray> MemoryPartModel::roleNames() const {
     return {{TitleRole, "title"}, {ValueRole, "value"}, {FractionRole, "fraction"}, {TintRole, "tint"}};
 }
 
-PermissionListModel::PermissionListModel(CleanerStore& store, QObject* parent) : RecordListModel(store, parent) {
+PermissionListModel::PermissionListModel(CleanerStore& store, Desktop& desktop, QObject* parent)
+    : RecordListModel(store, desktop, parent) {
     connect(&store, &CleanerStore::permissionHintsChanged, this, &PermissionListModel::reload);
     reload();
 }

@@ -12,14 +12,16 @@
 namespace vellmoor {
 
 /// A list of one row per record.
-class RecordListModel : public KeyedListModel {
+class RecordListModel : public vellmoor::KeyedListModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("a base")
     Q_PROPERTY(int count READ count NOTIFY countChanged FINAL)
 
 public:
-    explicit RecordListModel(CleanerStore& store, QObject* parent = nullptr) : KeyedListModel(parent), store_(store) {}
+    RecordListModel(CleanerStore& store, Desktop& desktop, QObject* parent = nullptr)
+        : KeyedListModel(desktop, parent),
+          store_(store) {}
     [[nodiscard]] int count() const { return rowCount(); }
     /// Reads the array again.
     void reload();
@@ -29,6 +31,7 @@ Q_SIGNALS:
 
 protected:
     [[nodiscard]] const CleanerStore& store() const { return store_; }
+    [[nodiscard]] int nameRole() const override;
     [[nodiscard]] virtual int recordCount() const = 0;
     /// What the record is, whatever its place; the same key twice is told apart by the base.
     [[nodiscard]] virtual std::string keyOf(int record) const = 0;
@@ -46,7 +49,7 @@ class ModuleListModel final : public vellmoor::RecordListModel {
     QML_UNCREATABLE("made by the window model")
 
 public:
-    explicit ModuleListModel(CleanerStore& store, QObject* parent = nullptr);
+    ModuleListModel(CleanerStore& store, Desktop& desktop, QObject* parent = nullptr);
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 
@@ -62,7 +65,7 @@ class StorageSegmentModel final : public vellmoor::RecordListModel {
     QML_UNCREATABLE("made by the window model")
 
 public:
-    explicit StorageSegmentModel(CleanerStore& store, QObject* parent = nullptr);
+    StorageSegmentModel(CleanerStore& store, Desktop& desktop, QObject* parent = nullptr);
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 
@@ -78,13 +81,14 @@ class FileCandidateModel final : public vellmoor::RecordListModel {
     QML_UNCREATABLE("made by the window model")
 
 public:
-    explicit FileCandidateModel(CleanerStore& store, QObject* parent = nullptr);
+    FileCandidateModel(CleanerStore& store, Desktop& desktop, QObject* parent = nullptr);
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 
 protected:
     [[nodiscard]] int recordCount() const override;
     [[nodiscard]] std::string keyOf(int record) const override;
+    [[nodiscard]] std::vector<std::filesystem::path> pathsOf(int row) const override;
 };
 
 /// What starts at login.
@@ -99,15 +103,11 @@ public:
     [[nodiscard]] int enabledCount() const;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
-    /// Shows the item's configuration in the file manager.
-    Q_INVOKABLE void reveal(int row);
 
 protected:
     [[nodiscard]] int recordCount() const override;
     [[nodiscard]] std::string keyOf(int record) const override;
-
-private:
-    Desktop& desktop_;
+    [[nodiscard]] std::vector<std::filesystem::path> pathsOf(int row) const override;
 };
 
 /// The applications that use the most memory.
@@ -124,9 +124,7 @@ public:
 protected:
     [[nodiscard]] int recordCount() const override;
     [[nodiscard]] std::string keyOf(int record) const override;
-
-private:
-    Desktop& desktop_;
+    [[nodiscard]] std::vector<std::filesystem::path> pathsOf(int row) const override;
 };
 
 /// The parts of the memory bar: programs, file caches where the system tells them, and what is free; empty until a scan
@@ -137,7 +135,7 @@ class MemoryPartModel final : public vellmoor::RecordListModel {
     QML_UNCREATABLE("made by the window model")
 
 public:
-    explicit MemoryPartModel(CleanerStore& store, QObject* parent = nullptr);
+    MemoryPartModel(CleanerStore& store, Desktop& desktop, QObject* parent = nullptr);
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 
@@ -153,7 +151,7 @@ class PermissionListModel final : public vellmoor::RecordListModel {
     QML_UNCREATABLE("made by the window model")
 
 public:
-    explicit PermissionListModel(CleanerStore& store, QObject* parent = nullptr);
+    PermissionListModel(CleanerStore& store, Desktop& desktop, QObject* parent = nullptr);
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 

@@ -18,12 +18,12 @@ QStringList linesOf(const std::vector<std::string>& texts) {
 } // namespace
 
 ReportModel::ReportModel(CleanerStore& store, QObject* parent) : QObject(parent), store_(store) {
-    connect(&store_, &CleanerStore::latestReportChanged, this, &ReportModel::changed);
-}
-
-const CleanupReport& ReportModel::report() const {
-    static const CleanupReport none;
-    return store_.latestReport() ? *store_.latestReport() : none;
+    connect(&store_, &CleanerStore::latestReportChanged, this, [this] {
+        if (store_.latestReport()) {
+            shown_ = *store_.latestReport();
+        }
+        Q_EMIT changed();
+    });
 }
 
 QString ReportModel::title() const {
@@ -58,7 +58,8 @@ QString ReportModel::failures() const {
 
 QString ReportModel::share() const {
     if (!memory()) {
-        return localised("%d/%d 个路径", report().removedCount, report().attemptedCount);
+        return localised("%d/%d 个路径", groupedText(report().removedCount).toStdString(),
+                         groupedText(report().attemptedCount).toStdString());
     }
     if (!report().memoryBefore || !report().memoryAfter) {
         return QStringLiteral("--");

@@ -41,7 +41,7 @@ public:
 
     [[nodiscard]] bool present() const { return store_.latestReport().has_value(); }
     [[nodiscard]] bool memory() const { return module_ == CleanerModule::memoryOptimization; }
-    [[nodiscard]] bool failed() const { return present() && report().failedCount > 0; }
+    [[nodiscard]] bool failed() const { return report().failedCount > 0; }
     [[nodiscard]] bool nothingDone() const { return failed() && report().removedCount == 0; }
     [[nodiscard]] QString title() const;
     [[nodiscard]] QString subtitle() const;
@@ -57,9 +57,9 @@ Q_SIGNALS:
     void changed();
 
 private:
-    /// The shown report; an empty one when there is none.
-    [[nodiscard]] const CleanupReport& report() const;
+    [[nodiscard]] const CleanupReport& report() const { return shown_; }
     CleanerStore& store_;
+    CleanupReport shown_; ///< the last one: the sheet that closes still shows it
     CleanerModule module_ = CleanerModule::smartScan;
 };
 

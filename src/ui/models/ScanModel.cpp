@@ -12,9 +12,6 @@ namespace vellmoor {
 ScanModel::ScanModel(CleanerStore& store, QObject* parent) : QObject(parent), store_(store) {
     const auto notify = [this](auto signal) { connect(&store_, signal, this, &ScanModel::changed); };
     connect(&store_, &CleanerStore::isScanningChanged, this, [this] {
-        if (store_.isScanning()) {
-            scannedModule_ = store_.activeModule();
-        }
         Q_EMIT changed();
         announceStartOrEnd();
     });
@@ -84,13 +81,18 @@ QString ScanModel::lastScan() const {
 
 QString ScanModel::title() const {
     if (scanning()) {
-        return localised("正在扫描 %@", vellmoor::title(scannedModule_));
+        return localised("正在扫描 %@", vellmoor::title(store_.scannedModule()));
     }
     if (!scanned()) {
         return module_ == CleanerModule::smartScan ? localised("准备好后开始扫描你的 Mac")
                                                    : localised("尚未扫描此模块");
     }
-    return localised("发现 %@ 可安全处理项目", byteCountText(store_.cleanableBytes(module_)));
+    const std::int64_t cleanable = store_.cleanableBytes(module_);
+    if (cleanable == 0 && module_ == CleanerModule::performance && !store_.startupItems().empty()) {
+        return countText("%d 个启动项", "1 个启动项", static_cast<std::int64_t>(store_.startupItems().size()));
+    }
+    return itemCount() == 0 ? localised("未发现可处理项目")
+                            : localised("发现 %@ 可安全处理项目", byteCountText(cleanable));
 }
 
 QString ScanModel::headline() const {
@@ -102,7 +104,7 @@ QString ScanModel::description() const {
 }
 
 QString ScanModel::ringNumber() const {
-    const bool hasFigure = scanned() && !scanning();
+    const bool hasFigure = scanned() && !scanning() && itemCount() > 0;
     return hasFigure ? toQt(byteCountParts(store_.cleanableBytes(module_)).number) : QString();
 }
 
@@ -112,6 +114,9 @@ QString ScanModel::ringUnit() const {
     }
     if (!scanned()) {
         return localised("等待扫描");
+    }
+    if (itemCount() == 0) {
+        return localised("无需清理");
     }
     const ByteCountParts size = byteCountParts(store_.cleanableBytes(module_));
     return size.unit == "GB" ? localised("GB 可清理") : localised("%@ 可清理", size.unit);

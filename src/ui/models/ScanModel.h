@@ -77,7 +77,6 @@ private:
     void announceQuarter();
     CleanerStore& store_;
     CleanerModule module_ = CleanerModule::smartScan;
-    CleanerModule scannedModule_ = CleanerModule::smartScan; ///< the one that the running scan looks at
     int announcedQuarters_ = 0;
 };
 

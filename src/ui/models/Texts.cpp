@@ -47,6 +47,10 @@ QString Texts::countText(const QString& many, const QString& one, int count) con
     return vellmoor::countText(many.toStdString(), one.toStdString(), count);
 }
 
+QString Texts::numberText(int number) const {
+    return groupedText(number);
+}
+
 void Texts::switchLanguage() {
     if (languages_ != nullptr) {
         languages_->setLanguage(languages_->language() == AppLanguage::english ? AppLanguage::chinese

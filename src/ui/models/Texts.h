@@ -32,6 +32,8 @@ public:
     Q_INVOKABLE [[nodiscard]] QString text1(const QString& key, const QString& argument) const;
     /// The text of a number of things; `one` is that for exactly one.
     Q_INVOKABLE [[nodiscard]] QString countText(const QString& many, const QString& one, int count) const;
+    /// With its digits grouped.
+    Q_INVOKABLE [[nodiscard]] QString numberText(int number) const;
     /// Changes the language of the whole window to the other one.
     Q_INVOKABLE void switchLanguage();
 

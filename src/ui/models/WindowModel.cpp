@@ -22,21 +22,22 @@ WindowModel::WindowModel(CleanerStore& store, LanguageManager& languages, Deskto
       store_(store),
       desktop_(desktop),
       module_(store.activeModule()),
+      chosen_(module_),
       scan_(store),
-      modules_(store),
-      segments_(store),
+      modules_(store, desktop),
+      segments_(store, desktop),
       items_(store, desktop),
       largeFiles_(store, desktop),
       memoryItems_(store, desktop),
       startupExtras_(store, desktop),
       details_(store, desktop),
-      candidates_(store),
+      candidates_(store, desktop),
       startup_(store, desktop),
       memory_(store),
       memoryApps_(store, desktop),
-      memoryParts_(store),
+      memoryParts_(store, desktop),
       question_(store),
-      permissions_(store),
+      permissions_(store, desktop),
       report_(store),
       rootNotice_(desktop.runsAsRoot()) {
     memoryItems_.setModule(CleanerModule::memoryOptimization);
@@ -51,12 +52,12 @@ WindowModel::WindowModel(CleanerStore& store, LanguageManager& languages, Deskto
 }
 
 void WindowModel::connectStore() {
-    // A clean or a switched start-up item ends with a scan of its module, which becomes the shown one.
-    connect(&store_, &CleanerStore::activeModuleChanged, this, [this] { follow(store_.activeModule()); });
+    connect(&store_, &CleanerStore::activeModuleChanged, this, &WindowModel::followStore);
     connect(&store_, &CleanerStore::selectionChanged, this, &WindowModel::noteSelectionChange);
     connect(&store_, &CleanerStore::cleanupItemsChanged, this, &WindowModel::selectionChanged);
     connect(&store_, &CleanerStore::permissionHintsChanged, this, &WindowModel::limitationChanged);
     connect(&question_, &Question::switchAgreed, this, &WindowModel::switchStartupItem);
+    connect(&store_, &CleanerStore::quitAnswered, this, &WindowModel::showNotice);
     connect(&store_, &CleanerStore::actionFailureChanged, this, &WindowModel::actionFailureChanged);
     connect(&store_, &CleanerStore::isScanningChanged, this, [this] {
         Q_EMIT busyChanged();
@@ -80,8 +81,17 @@ void WindowModel::setModule(const QString& module) {
     if (!wanted || *wanted == module_) {
         return;
     }
+    chosen_ = *wanted;
     store_.show(*wanted);
-    follow(*wanted);
+}
+
+/// A clean or a switched start-up item ends with a scan of its module; the user may be on another page by then.
+void WindowModel::followStore() {
+    if (store_.activeModule() == chosen_) {
+        follow(chosen_);
+    } else {
+        store_.keepShowing(chosen_);
+    }
 }
 
 void WindowModel::follow(CleanerModule module) {
@@ -163,7 +173,9 @@ QString WindowModel::selectedPathsText() const {
     for (const CleanupItem& item : store_.selectedItems(module_)) {
         paths += item.selectedTargetCount();
     }
-    return localised("已选择 %d 个路径，预计释放 %@", paths, byteCountText(store_.selectedBytes(module_)));
+    const std::string freed = byteCountText(store_.selectedBytes(module_));
+    return paths == 1 ? localised("已选择 1 个路径，预计释放 %@", freed)
+                      : localised("已选择 %d 个路径，预计释放 %@", groupedText(paths).toStdString(), freed);
 }
 
 int WindowModel::recommendedCount() const {
@@ -227,6 +239,7 @@ QStringList WindowModel::confirmationParts() const {
 }
 
 void WindowModel::showNotice(const QString& text, bool isFailure) {
+    closeNotice(); // screen readers read out what appears
     notice_ = text;
     noticeIsFailure_ = isFailure;
     noticeTime_.start();
@@ -266,6 +279,13 @@ QString WindowModel::limitation() const {
                            : localised("开启完全磁盘访问后，可扫描 %@。", areas.join(localised("、")).toStdString());
 }
 
+void WindowModel::setSheetOpen(bool open) {
+    if (sheetOpen_ != open) {
+        sheetOpen_ = open;
+        Q_EMIT sheetOpenChanged();
+    }
+}
+
 void WindowModel::scanOrCancel() {
     if (store_.isScanning()) {
         store_.cancelScan();
@@ -290,6 +310,10 @@ void WindowModel::cleanSelected() {
 
 void WindowModel::closeReport() {
     store_.clearReport();
+}
+
+void WindowModel::closeActionFailure() {
+    store_.clearActionFailure();
 }
 
 void WindowModel::rescanReported() {

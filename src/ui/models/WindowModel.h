@@ -78,6 +78,8 @@ class WindowModel final : public QObject {
     Q_PROPERTY(bool rootNotice READ rootNotice NOTIFY rootNoticeChanged FINAL)
     /// Why the last action failed, until the user goes on; empty: it did not.
     Q_PROPERTY(QString actionFailure READ actionFailure NOTIFY actionFailureChanged FINAL)
+    /// Whether a sheet or a question is open, as the window says: what comes from outside waits or is dropped then.
+    Q_PROPERTY(bool sheetOpen READ sheetOpen WRITE setSheetOpen NOTIFY sheetOpenChanged FINAL)
     /// The row of the start-up item being changed; -1: none.
     Q_PROPERTY(int changingStartupRow READ changingStartupRow NOTIFY busyChanged FINAL)
 
@@ -97,6 +99,10 @@ public:
     [[nodiscard]] LargeFileListModel* largeFiles() { return &largeFiles_; }
     [[nodiscard]] CleanupListModel* memoryItems() { return &memoryItems_; }
     [[nodiscard]] CleanupListModel* startupExtras() { return &startupExtras_; }
+    /// The list of a module's page.
+    [[nodiscard]] CleanupListModel& listOf(CleanerModule module) {
+        return module == CleanerModule::largeFiles ? static_cast<CleanupListModel&>(largeFiles_) : items_;
+    }
     [[nodiscard]] CleanupListModel* details() { return &details_; }
     [[nodiscard]] FileCandidateModel* candidates() { return &candidates_; }
     [[nodiscard]] StartupListModel* startup() { return &startup_; }
@@ -133,6 +139,9 @@ public:
     /// The row of the login item whose change runs; -1: none.
     [[nodiscard]] int changingStartupRow() const;
 
+    [[nodiscard]] bool sheetOpen() const { return sheetOpen_; }
+    void setSheetOpen(bool open);
+
     /// The scan button: starts a scan of the shown module, or cancels the running one.
     Q_INVOKABLE void scanOrCancel();
     /// Starts a scan of the shown module unless one runs.
@@ -140,6 +149,7 @@ public:
     /// After the user confirmed.
     Q_INVOKABLE void cleanSelected();
     Q_INVOKABLE void closeReport();
+    Q_INVOKABLE void closeActionFailure();
     Q_INVOKABLE void rescanReported();
     Q_INVOKABLE void setAllSelected(bool selected);
     Q_INVOKABLE void refreshPermissions();
@@ -162,9 +172,13 @@ Q_SIGNALS:
     void limitationChanged();
     void rootNoticeChanged();
     void noticeChanged();
+    void sheetOpenChanged();
+    /// The desktop's menu asked for a clean of what is selected: the question that stands before one opens.
+    void cleanOffered();
 
 private:
     void connectStore();
+    void followStore();
     void follow(CleanerModule module);
     void noteSelectionChange();
     void retranslate();
@@ -175,6 +189,7 @@ private:
     CleanerStore& store_;
     Desktop& desktop_;
     CleanerModule module_;
+    CleanerModule chosen_; ///< by the user; module_ is there when the store is
     ScanModel scan_;
     ModuleListModel modules_;
     StorageSegmentModel segments_;
@@ -192,6 +207,7 @@ private:
     PermissionListModel permissions_;
     ReportModel report_;
     bool rootNotice_;
+    bool sheetOpen_ = false;
     std::optional<StartupItem> changingStartup_;
     bool selectionChangePending_ = false;
     QString notice_;

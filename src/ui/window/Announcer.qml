@@ -14,6 +14,7 @@ Item {
         visible = false;
         text = what;
         visible = true;
+        readOut.restart();
     }
 
     Accessible.name: text
@@ -22,6 +23,23 @@ Item {
     objectName: "announcer"
     visible: false
     width: 1
+
+    // It was read out; what stays would be found by those who look around.
+    Timer {
+        id: readOut
+
+        interval: 4000
+
+        onTriggered: root.visible = false
+    }
+
+    Connections {
+        function onRevisionChanged(): void {
+            root.visible = false;
+        }
+
+        target: Texts
+    }
 
     Connections {
         function onAnnounced(text: string): void {

@@ -95,6 +95,7 @@ GlassPanel {
     ProgressLine {
         Accessible.name: root.vm.scan.title + " " + root.vm.scan.progressText
         Accessible.role: Accessible.ProgressBar
+        Spoken.value: root.vm.scan.progress
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 1
         anchors.left: parent.left

@@ -4,14 +4,17 @@
 #include "Ground.h"
 #include "QtText.h"
 #include "ShadowImageProvider.h"
+#include "Spoken.h"
 #include "SymbolImageProvider.h"
 #include "Texts.h"
 
+#include <QGuiApplication>
 #include <QQuickItem>
 #include <QScreen>
 #include <QVariant>
 #include <QtQml/qqml.h>
 
+#include <algorithm>
 #include <utility>
 
 /// Qt Quick's own; its library calls it at the first import.
@@ -31,10 +34,29 @@ std::optional<QSize> sizeOf(const std::string& text) {
     return parts.size() == 2 && !size.isEmpty() ? std::optional(size) : std::nullopt;
 }
 
+std::optional<QPoint> placeOf(const std::string& text) {
+    const QStringList parts = QString::fromStdString(text).split(QLatin1Char(','));
+    bool isLeft = false;
+    bool isTop = false;
+    const QPoint place(parts.value(0).toInt(&isLeft), parts.value(1).toInt(&isTop));
+    return parts.size() == 2 && isLeft && isTop ? std::optional(place) : std::nullopt;
+}
+
+/// A screen may be gone since the window was there.
+bool isOnAScreen(const QRect& area) {
+    return std::ranges::any_of(QGuiApplication::screens(),
+                               [&](const QScreen* screen) { return screen->availableGeometry().contains(area); });
+}
+
+/// The name under which the choices of a module's list are remembered.
+std::string listSetting(CleanerModule module) {
+    return "vmList." + std::string(rawValue(module));
+}
+
 } // namespace
 
 WindowStart windowStart(const DesktopLook& look, const std::optional<std::string>& theme,
-                        const std::optional<std::string>& size) {
+                        const std::optional<std::string>& size, const std::optional<std::string>& place) {
     WindowStart start;
     start.look = look;
     if (theme) {
@@ -42,6 +64,9 @@ WindowStart windowStart(const DesktopLook& look, const std::optional<std::string
     }
     if (size) {
         start.size = sizeOf(*size);
+    }
+    if (place) {
+        start.place = placeOf(*place);
     }
     return start;
 }
@@ -63,11 +88,15 @@ MainWindow::MainWindow(const WindowStart& start)
     if (qmlTypeId("QtQuick", 2, 0, "Item") < 0) { // not a second time, for a second window
         qml_register_types_QtQuick();
     }
+    Spoken::install();
     const QSize available = window_->screen()->availableSize();
     const QSize largest = available - QSize(0, frameHeight);
     window_->setTitle(QStringLiteral("Vellmoor"));
     window_->setMinimumSize(smallestWindow(available));
     window_->resize(start.size.value_or(usualSize).boundedTo(largest).expandedTo(window_->minimumSize()));
+    if (start.place && isOnAScreen(QRect(*start.place, window_->size()))) {
+        window_->setFramePosition(*start.place);
+    }
     layGround();
 }
 
@@ -100,17 +129,52 @@ void MainWindow::followDesktop(Desktop& desktop) {
     desktop.whenActionFails([this](std::string_view key) { model_->showNotice(localised(key), true); });
 }
 
+bool MainWindow::isMaximised() const {
+    return window_->windowStates().testFlag(Qt::WindowMaximized);
+}
+
 void MainWindow::rememberIn(Desktop& desktop) {
     QObject::connect(&appearance_, &Appearance::choiceChanged, window_.get(),
                      [this, &desktop] { desktop.remember(themeSetting, appearance_.choice().toStdString()); });
     QObject::connect(model_.get(), &WindowModel::moduleChanged, window_.get(),
                      [this, &desktop] { desktop.remember(moduleSetting, model_->module().toStdString()); });
-    QObject::connect(window_.get(), &QWindow::visibleChanged, window_.get(), [this, &desktop](bool visible) {
-        if (!visible && window_->visibility() != QWindow::Maximized) {
-            const QString size = QStringLiteral("%1x%2").arg(window_->width()).arg(window_->height());
-            desktop.remember(sizeSetting, size.toStdString());
+    rememberWindow(desktop);
+    rememberLists(desktop);
+}
+
+/// Only what the user changed is worth a file.
+void MainWindow::rememberWindow(Desktop& desktop) {
+    QObject::connect(
+        window_.get(), &QWindow::visibleChanged, window_.get(),
+        [this, &desktop, size = window_->size(), place = window_->framePosition()](bool visible) {
+            if (visible || isMaximised()) {
+                return;
+            }
+            if (window_->size() != size) {
+                const QString text = QStringLiteral("%1x%2").arg(window_->width()).arg(window_->height());
+                desktop.remember(sizeSetting, text.toStdString());
+            }
+            if (const QPoint now = window_->framePosition(); now != place) {
+                desktop.remember(placeSetting, QStringLiteral("%1,%2").arg(now.x()).arg(now.y()).toStdString());
+            }
+        });
+}
+
+void MainWindow::rememberLists(Desktop& desktop) {
+    for (const CleanerModule module : allCleanerModules) {
+        if (const auto choice = desktop.remembered(listSetting(module))) {
+            model_->listOf(module).recallChoice(module, QString::fromStdString(*choice));
         }
-    });
+    }
+    for (CleanupListModel* list : {model_->items(), static_cast<CleanupListModel*>(model_->largeFiles())}) {
+        QObject::connect(list, &CleanupListModel::filterChanged, window_.get(), [list, &desktop] {
+            const std::string name = listSetting(list->module());
+            const std::string choice = list->choiceText().toStdString();
+            if (choice != desktop.remembered(name).value_or("all given")) {
+                desktop.remember(name, choice);
+            }
+        });
+    }
 }
 
 void MainWindow::fill(QQmlEngine& engine, CleanerStore& store, LanguageManager& languages, Desktop& desktop,
@@ -164,7 +228,8 @@ MainWindow::Outcome MainWindow::createViews() {
 std::expected<std::unique_ptr<MainWindow>, std::string> loadMainWindow(QQmlEngine& engine, CleanerStore& store,
                                                                        LanguageManager& languages, Desktop& desktop) {
     auto main = std::make_unique<MainWindow>(
-        windowStart(desktop.look(), desktop.remembered(themeSetting), desktop.remembered(sizeSetting)));
+        windowStart(desktop.look(), desktop.remembered(themeSetting), desktop.remembered(sizeSetting),
+                                       desktop.remembered(placeSetting)));
     MainWindow::Outcome outcome;
     main->fill(engine, store, languages, desktop, QQmlComponent::PreferSynchronous,
                [&outcome](const MainWindow::Outcome& filled) { outcome = filled; });

@@ -23,15 +23,17 @@ struct WindowStart {
     DesktopLook look;
     ThemeChoice theme = ThemeChoice::system;
     std::optional<QSize> size; ///< that it had last
+    std::optional<QPoint> place;
 };
 
 /// As the desktop and its memory have it.
 WindowStart windowStart(const DesktopLook& look, const std::optional<std::string>& theme,
-                        const std::optional<std::string>& size);
+                        const std::optional<std::string>& size, const std::optional<std::string>& place = {});
 
 /// The names under which the desktop remembers them.
 inline constexpr std::string_view themeSetting = "vmTheme";
 inline constexpr std::string_view sizeSetting = "vmWindowSize";
+inline constexpr std::string_view placeSetting = "vmWindowPlace";
 inline constexpr std::string_view moduleSetting = "vmModule";
 
 /// The smallest window for a screen whose free area is `available`: all of the usual one where that fits.
@@ -65,6 +67,9 @@ private:
     void layGround();
     void followDesktop(Desktop& desktop);
     void rememberIn(Desktop& desktop);
+    void rememberWindow(Desktop& desktop);
+    void rememberLists(Desktop& desktop);
+    [[nodiscard]] bool isMaximised() const;
 
     Appearance appearance_;
     Desktop* desktop_ = nullptr;         ///< that is listened to

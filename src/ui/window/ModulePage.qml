@@ -67,26 +67,27 @@ Flickable {
             onOpenSettings: root.vm.openPermissionSettings()
         }
 
-        RowLayout {
+        Item {
             Layout.fillHeight: true
             Layout.fillWidth: true
             Layout.preferredHeight: Metrics.leastList
-            spacing: Metrics.panelGap
 
             ViewLoader {
                 id: page
 
-                Layout.fillHeight: true
-                Layout.fillWidth: true
+                anchors.fill: parent
+                anchors.rightMargin: root.hasColumns ? Metrics.secondaryWidth + Metrics.panelGap : 0
                 file: root.pageFiles[root.vm.module] ?? "cleanup/CleanupPage.qml"
                 vm: root.vm
             }
 
             SecondaryColumn {
-                Layout.fillHeight: true
-                Layout.preferredWidth: Metrics.secondaryWidth
+                anchors.bottom: parent.bottom
+                anchors.right: parent.right
+                anchors.top: parent.top
                 visible: root.hasColumns
                 vm: root.vm
+                width: Metrics.secondaryWidth
 
                 onViewAll: root.viewAll()
             }

@@ -66,6 +66,21 @@ Item {
 
     onOccupiedChanged: nextQuestion.restart()
 
+    Binding {
+        property: "sheetOpen"
+        target: root.vm
+        value: root.occupied || root.isOpen(help)
+    }
+
+    // From the desktop's menu.
+    Connections {
+        function onCleanOffered(): void {
+            root.askClean();
+        }
+
+        target: root.vm
+    }
+
     // When the sheet that has just closed is out of the way.
     Timer {
         id: nextQuestion

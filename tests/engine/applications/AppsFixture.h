@@ -3,6 +3,7 @@
 
 #include "EngineHome.h"
 #include "applications/AppUninstaller.h"
+#include "desktop/AppNames.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -6,6 +6,9 @@
 
 #include <gmock/gmock.h>
 
+#include <string>
+#include <thread>
+
 namespace vellmoor {
 namespace {
 
@@ -16,10 +19,7 @@ using testing::IsEmpty;
 
 class Keeping : public ::testing::TestWithParam<System> {
 protected:
-    [[nodiscard]] Outcome keepPath(const Path& path) const {
-        EngineContext context = home_.context();
-        return keep(context, path);
-    }
+    [[nodiscard]] ListChange keepPath(const Path& path) const { return keep(home_.platform, home_.layout, path); }
     [[nodiscard]] KeptPaths list() const { return KeptPaths::read(home_.platform, home_.layout).value(); }
     [[nodiscard]] bool covers(const Path& path) const { return list().covers(home_.platform, path); }
 
@@ -46,7 +46,7 @@ TEST_P(Keeping, APathAndAllBelowItAreKeptAndNothingBesideIt) {
 TEST_P(Keeping, TheListIsInTheOrderInWhichPathsWereAddedEachOnce) {
     ASSERT_TRUE(keepPath(home_.file("b")));
     ASSERT_TRUE(keepPath(home_.file("a")));
-    ASSERT_TRUE(keepPath(home_.place("b")));
+    EXPECT_EQ(keepPath(home_.place("b")), false);
     EXPECT_THAT(list().paths(), ElementsAre(home_.place("b"), home_.place("a")));
 }
 
@@ -81,6 +81,41 @@ TEST_P(Keeping, AKeptLinkKeepsWhatItNames) {
     EXPECT_TRUE(covers(home_.place("elsewhere/file")));
 }
 
+TEST_P(Keeping, ALinkToAFolderThatHoldsAKeptPathTakesNothingAlong) {
+    home_.file("real/kept");
+    home_.link(home_.place("real"), "link");
+    ASSERT_TRUE(keepPath(home_.place("real/kept")));
+    EXPECT_TRUE(list().liesBelow(home_.platform, home_.place("real")));
+    EXPECT_FALSE(list().liesBelow(home_.platform, home_.place("link")));
+}
+
+TEST_P(Keeping, WhatIsGoneHoldsNoFolderBack) {
+    ASSERT_TRUE(keepPath(home_.file("folder/gone")));
+    std::filesystem::remove(home_.place("folder/gone"));
+    EXPECT_FALSE(list().liesBelow(home_.platform, home_.place("folder")));
+}
+
+TEST_P(Keeping, PlacesBelowAFolderAreSpelledAsAWalkFromItMeetsThem) {
+    home_.file("real/data/file");
+    home_.link(home_.place("real"), "alias");
+    ASSERT_TRUE(keepPath(home_.place("real/data/file")));
+    EXPECT_THAT(list().placesBelow(home_.platform, home_.home / "alias"), ElementsAre(home_.home / "alias/data/file"));
+    EXPECT_THAT(list().placesBelow(home_.platform, home_.place("real/data/file")), IsEmpty());
+}
+
+TEST_P(Keeping, TwoThatKeepAtOnceBothStandOnTheList) {
+    constexpr int each = 20;
+    const auto keepMany = [&](const std::string& name) {
+        for (int i = 0; i < each; ++i) {
+            EXPECT_TRUE(keepPath(home_.home / (name + std::to_string(i))));
+        }
+    };
+    std::thread other([&] { keepMany("other"); });
+    keepMany("one");
+    other.join();
+    EXPECT_EQ(list().paths().size(), 2U * each);
+}
+
 TEST_P(Keeping, HomeTheRootAndUserFoldersCannotBeKept) {
     for (const Path& path : {Path("/"), home_.home, home_.home.parent_path(), home_.place("Documents")}) {
         EXPECT_FALSE(keepPath(path)) << path;
@@ -91,9 +126,8 @@ TEST_P(Keeping, HomeTheRootAndUserFoldersCannotBeKept) {
 TEST_P(Keeping, WhatIsOfferedAgainIsNoLongerKept) {
     ASSERT_TRUE(keepPath(home_.file("a")));
     ASSERT_TRUE(keepPath(home_.file("b")));
-    EngineContext context = home_.context();
-    ASSERT_TRUE(offerAgain(context, home_.place("a")));
-    ASSERT_TRUE(offerAgain(context, home_.place("never kept")));
+    EXPECT_EQ(offerAgain(home_.platform, home_.layout, home_.place("a")), true);
+    EXPECT_EQ(offerAgain(home_.platform, home_.layout, home_.place("never kept")), false);
     EXPECT_THAT(list().paths(), ElementsAre(home_.place("b")));
 }
 

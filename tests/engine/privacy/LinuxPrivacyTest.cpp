@@ -208,7 +208,7 @@ TEST_P(LinuxBrowserPlace, WhileItRunsItsRowsSaySoAndAreNotCleanable) {
 TEST_P(LinuxBrowserPlace, WhileAnotherProgramRunsItsRowsAreCleanable) {
     runProcess(home_, 4242, "/usr/bin/gedit");
     const auto row = rowOf(privacyRows(home_), GetParam().name + " Cookies");
-    EXPECT_EQ(row.description, "Login sessions and site cookies, unchecked by default");
+    EXPECT_EQ(row.description, "Login sessions and site cookies (of all sites), unchecked by default");
     EXPECT_TRUE(row.isCleanable);
     EXPECT_FALSE(row.isSelected);
 }
@@ -296,6 +296,22 @@ TEST(LinuxPrivacy, TheClosedFolderItselfIsTheTarget) {
     home.setMode(".config/BraveSoftware/Brave-Browser", 0);
     const ScopedUnprivileged unprivileged;
     EXPECT_THAT(targetsOf(home, "Brave access limited"), ElementsAre(".config/BraveSoftware/Brave-Browser"));
+}
+
+TEST(LinuxPrivacy, OneClosedProfileBesideOpenOnesIsNamedToo) {
+    const EngineHome home(System::Linux);
+    makeFiles(home, below(".mozilla/firefox/a.default", {"prefs.js", "cookies.sqlite"}));
+    makeFiles(home, below(".mozilla/firefox/b.work", {"prefs.js", "cookies.sqlite"}));
+    home.file(".config/chromium/Profile 1/Preferences");
+    home.folder(".config/chromium/Crashpad");
+    home.setMode(".mozilla/firefox/b.work", 0);
+    home.setMode(".config/chromium/Profile 1", 0);
+    home.setMode(".config/chromium/Crashpad", 0);
+    const ScopedUnprivileged unprivileged;
+    const auto rows = privacyRows(home);
+    ASSERT_THAT(titles(rows), ElementsAre("Firefox access limited", "Firefox Cookies", "Chromium access limited"));
+    EXPECT_THAT(targetPaths(home, rows[0]), ElementsAre(".mozilla/firefox/b.work"));
+    EXPECT_THAT(targetPaths(home, rows[2]), ElementsAre(".config/chromium/Profile 1"));
 }
 
 TEST(LinuxPrivacy, AClosedFolderThatBrowsersShareAccusesNone) {

@@ -30,7 +30,9 @@ protected:
         setTool(home, "/bin/ps", answering(std::move(output), status));
     }
     std::set<std::string> names() { return runningProcessNames(home.platform, home.layout); }
-    std::vector<ProcessMemorySample> samples() { return processMemorySamples(home.platform, home.layout); }
+    std::vector<ProcessMemorySample> samples() {
+        return processMemorySamples(home.platform, home.layout, {home.platform, home.layout});
+    }
 
     EngineHome home{System::Mac};
 };
@@ -82,7 +84,9 @@ class LinuxProcessTable : public ::testing::Test {
 protected:
     LinuxProcessTable() { home.layout.memory.processes.pageBytes = 4096; }
     std::set<std::string> names() { return runningProcessNames(home.platform, home.layout); }
-    std::vector<ProcessMemorySample> samples() { return processMemorySamples(home.platform, home.layout); }
+    std::vector<ProcessMemorySample> samples() {
+        return processMemorySamples(home.platform, home.layout, {home.platform, home.layout});
+    }
 
     EngineHome home{System::Linux};
 };
@@ -167,6 +171,26 @@ TEST_F(LinuxProcessTable, AProcessThatMayNotBeLookedIntoIsNamedByItself) {
     EXPECT_THAT(names(), ElementsAre("ssh-agent"));
 }
 
+TEST_F(LinuxProcessTable, AProcessThatHasEndedDoesNotRun) {
+    addProcess(home, {.pid = 10, .comm = "firefox"});
+    home.text("/proc/10/stat", "10 (firefox) Z 1 10 10 0 -1 4194304 0 0 0 0 0 0 0 0 20 0 1 0 100 0 0 0\n");
+    EXPECT_THAT(names(), IsEmpty());
+}
+
+TEST_F(LinuxProcessTable, OneLookStaysAsItWasAndAnotherSeesWhatChanged) {
+    addProcess(home, {.pid = 10, .exe = "/usr/bin/one", .comm = "one"});
+    const LinuxProcesses look(home.platform, home.layout);
+    EXPECT_EQ(look.name(10), "one");
+    EXPECT_THAT(look.pids(), ElementsAre(10));
+    home.text("/proc/10/comm", "two\n");
+    addProcess(home, {.pid = 11, .exe = "/usr/bin/three"});
+    EXPECT_EQ(look.name(10), "one");
+    EXPECT_THAT(look.pids(), ElementsAre(10));
+    const LinuxProcesses again(home.platform, home.layout);
+    EXPECT_EQ(again.name(10), "two");
+    EXPECT_THAT(again.pids(), ElementsAre(10, 11));
+}
+
 TEST_F(LinuxProcessTable, OnlyNumbersAreProcesses) {
     home.text("/proc/self/comm", "self\n");
     home.text("/proc/12a/comm", "no\n");
@@ -217,7 +241,7 @@ TEST(RealProcesses, TheTestProgramFindsItself) {
     const Path self = std::filesystem::read_symlink("/proc/self/exe");
     EXPECT_THAT(runningProcessNames(platform, layout), Contains(self.filename().string()));
 
-    const std::vector<ProcessMemorySample> samples = processMemorySamples(platform, layout);
+    const std::vector<ProcessMemorySample> samples = processMemorySamples(platform, layout, {platform, layout});
     const auto own = std::ranges::find(samples, getpid(), &ProcessMemorySample::pid);
     ASSERT_NE(own, samples.end());
     EXPECT_EQ(own->command, self.string());

@@ -197,6 +197,7 @@ TEST_F(ShutDownJourney, ASessionThatEndsDuringACleanWaitsForThePathAtHandOnly) {
         ASSERT_TRUE(click(window, "sidebar.systemJunk"));
         ASSERT_TRUE(click(window, "scanButton"));
         ASSERT_TRUE(click(window, "cleanButton"));
+        ASSERT_TRUE(click(window, "details.clean"));
         ASSERT_TRUE(click(window, "confirm.accept"));
         EXPECT_EQ(textOf(window, "cleanButton"), tr("清理中..."));
         ::raise(SIGTERM);

@@ -14,11 +14,12 @@ RowFrame {
 
     readonly property bool isApp: row.bundle !== ""
 
-    Accessible.checkable: row.cleanable
-    Accessible.checked: row.ticked
     Accessible.description: row.detail
     Accessible.name: row.title + " " + row.size
     Accessible.role: Accessible.ListItem
+    Spoken.expandable: row.expandable
+    Spoken.expanded: row.expanded
+    Spoken.tick: row.tick
     help: heading.truncated ? row.title : ""
     implicitHeight: content.implicitHeight + 16
 

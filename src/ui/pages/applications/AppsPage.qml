@@ -20,7 +20,7 @@ GlassPanel {
         ListHeader {
             Layout.fillWidth: true
             Layout.leftMargin: 4
-            counter: L.tr1("%d 个待卸载", root.vm.items.selectedCount)
+            counter: L.tr1("%d 个待卸载", L.number(root.vm.items.selectedCount))
             rows: root.vm.items
             title: L.tr("应用")
 

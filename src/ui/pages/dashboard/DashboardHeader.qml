@@ -72,7 +72,7 @@ GlassPanel {
                     symbol: "shield"
                     tint: Colors.cyan
                     title: L.tr("可处理项")
-                    value: root.scan.itemCount
+                    value: L.number(root.scan.itemCount)
                 }
 
                 StatusPill {

@@ -60,10 +60,20 @@ GlassPanel {
 
                 BodyText {
                     Layout.fillWidth: true
+                    Layout.maximumWidth: implicitWidth + 1
                     font.weight: Font.DemiBold
                     objectName: "headerTitle"
                     spoken: true
-                    text: root.scan.title + (root.compact && root.scan.findings !== "" ? " · " + root.scan.findings : "")
+                    text: root.scan.title
+                }
+
+                BodyText {
+                    Layout.fillWidth: true
+                    color: Colors.vmSecondaryText
+                    objectName: "headerFindings"
+                    spoken: true
+                    text: "· " + root.scan.findings
+                    visible: root.compact && root.scan.findings !== ""
                 }
             }
         }

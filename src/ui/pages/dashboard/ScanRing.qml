@@ -10,17 +10,14 @@ Item {
     required property ScanModel scan
     property bool compact: false
 
-    // What assistive technology reads of a progress bar where Qt passes it on (6.4 does not).
     // Nothing was found: that is well, but nothing to fill a ring with.
     readonly property bool empty: scan.scanned && !scan.scanning && scan.itemCount === 0
     readonly property real value: scan.scanning ? scan.progress : (scan.scanned && !empty ? 1 : 0)
-    readonly property real minimumValue: 0
-    readonly property real maximumValue: 1
-
     readonly property string number: scan.scanning ? scan.progressText : scan.ringNumber
 
     Accessible.name: (number + " " + scan.ringUnit).trim()
     Accessible.role: Accessible.ProgressBar
+    Spoken.value: value
     implicitHeight: compact ? Metrics.grown(80) : Metrics.grown(124)
     implicitWidth: implicitHeight
 
@@ -56,8 +53,8 @@ Item {
 
         Symbol {
             anchors.horizontalCenter: parent.horizontalCenter
-            color: Colors.cyan
-            name: "sparkles"
+            color: root.empty ? Colors.green : Colors.cyan
+            name: root.empty ? "checkmark.circle.fill" : "sparkles"
             size: root.compact ? 20 : 28
             visible: !root.scan.scanning && root.number === ""
         }

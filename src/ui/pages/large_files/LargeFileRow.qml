@@ -12,11 +12,10 @@ RowFrame {
     required property CleanupRoles row
     required property CleanupListModel rows
 
-    Accessible.checkable: row.cleanable
-    Accessible.checked: row.ticked
     Accessible.description: row.detail
     Accessible.name: row.title + " " + row.size
     Accessible.role: Accessible.ListItem
+    Spoken.tick: row.tick
     help: name.truncated || folder.truncated ? row.path : ""
     implicitHeight: Math.max(60, line.implicitHeight + 12)
 

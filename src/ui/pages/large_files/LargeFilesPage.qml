@@ -21,7 +21,7 @@ GlassPanel {
         ListHeader {
             Layout.fillWidth: true
             Layout.leftMargin: 4
-            counter: L.count("%d 个结果", "1 个结果", root.files.itemCount)
+            counter: L.count("%d 个结果", "1 个结果", root.files.resultCount)
             rows: root.files
             title: L.tr("大文件")
 
@@ -32,6 +32,7 @@ GlassPanel {
                 implicitWidth: Metrics.grown(100)
                 model: root.files.kindTitles
                 objectName: "kindFilter"
+                title: L.tr("种类")
 
                 onActivated: index => root.files.kind = index
             }
@@ -41,6 +42,7 @@ GlassPanel {
                 implicitWidth: Metrics.grown(100)
                 model: root.files.ageTitles
                 objectName: "ageFilter"
+                title: L.tr("修改时间")
 
                 onActivated: index => root.files.age = index
             }
@@ -76,7 +78,7 @@ GlassPanel {
             Badge {
                 objectName: "list.selection"
                 spoken: true
-                text: L.tr1("%d 个已选", root.files.selectedCount)
+                text: L.tr1("%d 个已选", L.number(root.files.selectedCount))
                 tint: Colors.green
             }
         }
@@ -91,6 +93,32 @@ GlassPanel {
             rows: root.files
             scanning: root.vm.scan.scanning
             title: L.tr("大文件")
+        }
+
+        RowLayout {
+            Layout.bottomMargin: Metrics.gap
+            Layout.leftMargin: 4
+            spacing: Metrics.gap
+            visible: root.files.moreText !== ""
+
+            BodyText {
+                Layout.fillWidth: true
+                color: Colors.vmSecondaryText
+                objectName: "moreFiles"
+                spoken: true
+                text: root.files.moreText
+            }
+
+            SecondaryButton {
+                compact: true
+                objectName: "listAll"
+                text: L.tr("显示全部")
+
+                onClicked: {
+                    root.files.listAll();
+                    list.forceActiveFocus(Qt.TabFocusReason);
+                }
+            }
         }
     }
 }

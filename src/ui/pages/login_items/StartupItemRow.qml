@@ -9,6 +9,7 @@ import Vellmoor.Theme
 RowFrame {
     id: root
 
+    required property StartupListModel rows
     required property int index
     required property string name
     required property string location
@@ -21,6 +22,10 @@ RowFrame {
     readonly property string status: startsEnabled ? L.tr("已启用") : L.tr("已禁用")
     readonly property bool canChange: !isWorking && !locked
 
+    function openMenu(): void {
+        menu.popupBelow(root);
+    }
+
     signal changeAsked
     signal revealAsked
 
@@ -29,9 +34,22 @@ RowFrame {
     Accessible.role: Accessible.ListItem
     ListView.onPooled: visible = false
     ListView.onReused: visible = true
-    help: heading.truncated ? name : ""
+    help: heading.truncated || place.truncated ? name + "\n" + location : ""
     implicitHeight: Math.max(60, line.implicitHeight + 12)
     objectName: "startup." + index
+
+    onMenuAsked: menu.popup()
+
+    MenuLoader {
+        id: menu
+
+        menu: PathMenu {
+            owner: root.objectName
+            paths: root.rows
+            place: root.index
+            title: root.name
+        }
+    }
 
     RowLayout {
         id: line
@@ -60,6 +78,8 @@ RowFrame {
             }
 
             Caption {
+                id: place
+
                 Layout.fillWidth: true
                 elide: Text.ElideMiddle
                 text: root.location

@@ -1,7 +1,6 @@
 // qmllint disable unqualified
 import QtQuick
 import QtQuick.Layouts
-import QtQuick.Templates as T
 import Vellmoor.Controls
 import Vellmoor.Lists
 import Vellmoor.Models
@@ -81,6 +80,16 @@ GlassPanel {
                 text: root.vm.actionFailure
                 wrapMode: Text.Wrap
             }
+
+            SoftIconButton {
+                flat: true
+                help: L.tr("关闭")
+                objectName: "startupFailure.close"
+                size: Metrics.rowButton
+                symbol: "xmark.circle"
+
+                onClicked: root.vm.closeActionFailure()
+            }
         }
 
         Rectangle {
@@ -92,45 +101,34 @@ GlassPanel {
         ListHeader {
             Layout.fillWidth: true
             Layout.leftMargin: 4
-            counter: L.tr1("%d 个已启用", root.vm.startup.enabledCount)
+            counter: L.tr1("%d 个已启用", L.number(root.vm.startup.enabledCount))
             small: true
             title: L.tr("启动项")
         }
 
-        ListView {
+        RowList {
             id: list
 
-            Accessible.name: L.tr("启动项")
-            Keys.onReturnPressed: root.vm.startup.reveal(currentIndex)
-            Keys.onSpacePressed: {
+            function ask(): void {
                 const row = currentItem as StartupItemRow;
                 if (row && row.canChange)
                     row.changeAsked();
             }
-            activeFocusOnTab: true
 
-            Accessible.role: Accessible.List
             Layout.fillHeight: true
             Layout.fillWidth: true
             Layout.rightMargin: -10
-            bottomMargin: 11
-            boundsBehavior: Flickable.StopAtBounds
-            clip: true
-            model: root.vm.startup
             objectName: "startupList"
-            reuseItems: true
-            spacing: 6
+            rows: root.vm.startup
+            title: L.tr("启动项")
 
-            onActiveFocusChanged: {
-                if (activeFocus && currentIndex < 0)
-                    currentIndex = 0;
-            }
+            onMenuWanted: (currentItem as StartupItemRow)?.openMenu()
+            onSwitched: ask()
 
-            T.ScrollBar.vertical: ScrollLine {
-            }
             delegate: StartupItemRow {
                 isWorking: root.vm.changingStartupRow === index
                 locked: root.vm.scan.scanning || root.vm.scan.cleaning
+                rows: root.vm.startup
                 width: ListView.view.width - 10
 
                 onChangeAsked: root.vm.question.askStartup(index)

@@ -9,6 +9,7 @@ import Vellmoor.Theme
 RowFrame {
     id: root
 
+    required property MemoryAppListModel rows
     required property int index
     required property string name
     required property string processes
@@ -22,8 +23,23 @@ RowFrame {
     Accessible.name: name + " " + memory
     Accessible.role: Accessible.ListItem
     help: heading.truncated ? name : ""
-    implicitHeight: Math.max(46, line.implicitHeight + 8)
+    implicitHeight: Math.max(42, line.implicitHeight + 4)
     objectName: "memoryApp." + index
+
+    Keys.onMenuPressed: menu.popupBelow(root)
+
+    onMenuAsked: menu.popup()
+
+    MenuLoader {
+        id: menu
+
+        menu: PathMenu {
+            owner: root.objectName
+            paths: root.rows
+            place: root.index
+            title: root.name
+        }
+    }
 
     RowLayout {
         id: line

@@ -62,6 +62,7 @@ GlassPanel {
 
             MemoryAppRow {
                 Layout.fillWidth: true
+                rows: root.vm.memoryApps
 
                 onMonitorAsked: root.vm.openSystemMonitor()
                 onQuitAsked: root.vm.question.askQuit(index)

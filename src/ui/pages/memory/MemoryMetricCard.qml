@@ -18,7 +18,7 @@ Rectangle {
     Layout.preferredWidth: 1
     border.color: Colors.vmLine
     color: Colors.row
-    implicitHeight: Math.max(40, line.implicitHeight + 4)
+    implicitHeight: Math.max(36, line.implicitHeight + 4)
     radius: Metrics.rowRadius
 
     RowLayout {

@@ -12,16 +12,16 @@ GlassPanel {
     required property MemoryModel memory
     required property MemoryPartModel parts
 
-    implicitHeight: content.implicitHeight + 24
+    implicitHeight: content.implicitHeight + 20
 
     ColumnLayout {
         id: content
 
         anchors.left: parent.left
-        anchors.margins: 12
+        anchors.margins: 10
         anchors.right: parent.right
         anchors.top: parent.top
-        spacing: Metrics.gap
+        spacing: 6
 
         RowLayout {
             PanelHeader {

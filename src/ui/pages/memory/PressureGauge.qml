@@ -10,13 +10,9 @@ Item {
     required property MemoryModel memory
     readonly property color tint: Colors.tint(memory.pressureTint)
 
-    // What assistive technology reads of a progress bar where Qt passes it on (6.4 does not).
-    readonly property real value: memory.usage
-    readonly property real minimumValue: 0
-    readonly property real maximumValue: 1
-
     Accessible.name: (memory.usageText + " " + memory.pressure).trim()
     Accessible.role: Accessible.ProgressBar
+    Spoken.value: memory.usage
     implicitHeight: Metrics.grown(84)
     implicitWidth: Metrics.grown(96)
 

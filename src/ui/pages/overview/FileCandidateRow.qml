@@ -19,6 +19,10 @@ RowLayout {
     Accessible.role: Accessible.ListItem
     spacing: 10
 
+    HoverHandler {
+        id: hover
+    }
+
     SymbolTile {
         size: 30
         symbol: root.symbol
@@ -30,12 +34,21 @@ RowLayout {
         spacing: 1
 
         BodyText {
+            id: heading
+
             Layout.fillWidth: true
             elide: Text.ElideMiddle
             text: root.name
+
+            HelpTip {
+                shown: hover.hovered && (heading.truncated || place.truncated)
+                text: root.location + "/" + root.name
+            }
         }
 
         Caption {
+            id: place
+
             Layout.fillWidth: true
             elide: Text.ElideMiddle
             text: root.modified === "" ? root.location : root.location + " · " + root.modified

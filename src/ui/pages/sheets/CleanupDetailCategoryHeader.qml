@@ -12,10 +12,11 @@ RowFrame {
     required property CleanupRoles row
     required property CleanupListModel rows
 
-    Accessible.checkable: row.cleanable
-    Accessible.checked: row.ticked
     Accessible.name: row.title + " " + row.size + " " + row.riskTitle
     Accessible.role: Accessible.ListItem
+    Spoken.expandable: row.expandable
+    Spoken.expanded: row.expanded
+    Spoken.tick: row.tick
     color: hovered ? Colors.popup : Colors.sheetRow
     implicitHeight: Math.max(44, Metrics.grown(40))
 

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "ExitStatus.h"
+
+#include <filesystem>
+#include <string>
+
+namespace vellmoor::cli {
+
+/// One line on standard error.
+void complain(const std::string& line);
+/// The same, as the answer of a command.
+ExitStatus fail(const std::string& line, ExitStatus status = ExitStatus::Failed);
+
+/// A path for a reader's eye: no byte of it moves the cursor.
+std::string shown(const std::filesystem::path& path);
+
+} // namespace vellmoor::cli

@@ -1,0 +1,101 @@
+// What a screen reader is told beyond what Qt Quick says by itself.
+#include "WindowFixture.h"
+
+#include <QAccessible>
+
+namespace vellmoor {
+namespace {
+
+class SpokenTest : public WindowTest {
+protected:
+    void SetUp() override {
+        WindowTest::SetUp();
+        QAccessible::setActive(true);
+    }
+    void TearDown() override {
+        WindowTest::TearDown();
+        QAccessible::setActive(false);
+    }
+    [[nodiscard]] QAccessibleInterface* spoken(const char* objectName) {
+        QQuickItem* item = window().item(QString::fromUtf8(objectName));
+        return item == nullptr ? nullptr : QAccessible::queryAccessibleInterface(item);
+    }
+    [[nodiscard]] QAccessible::State state(const char* objectName) {
+        QAccessibleInterface* found = spoken(objectName);
+        EXPECT_NE(found, nullptr) << objectName;
+        return found == nullptr ? QAccessible::State() : found->state();
+    }
+};
+INSTANTIATE_IN_BOTH_LANGUAGES(SpokenTest);
+
+TEST_P(SpokenTest, AButtonThatIsOfNoUseIsDisabled) {
+    open();
+    EXPECT_TRUE(state("cleanButton").disabled);
+    EXPECT_FALSE(state("scanButton").disabled);
+    window().scan();
+    EXPECT_FALSE(state("cleanButton").disabled);
+}
+
+TEST_P(SpokenTest, ABoxThatStartsTickedIsToldWhenItIsUnticked) {
+    openScanned(CleanerModule::systemJunk);
+    EXPECT_TRUE(state("item.0.toggle").checked);
+    EXPECT_TRUE(state("item.0").checked);
+    ASSERT_TRUE(window().click(QStringLiteral("item.0.toggle")));
+    EXPECT_FALSE(state("item.0.toggle").checked);
+    EXPECT_FALSE(state("item.0").checked);
+    EXPECT_TRUE(state("item.0").checkable);
+}
+
+TEST_P(SpokenTest, APartlyTickedCategoryIsMixed) {
+    openScanned(CleanerModule::systemJunk);
+    ASSERT_TRUE(window().click(QStringLiteral("item.0.expand")));
+    ASSERT_TRUE(window().click(QStringLiteral("item.0.target.0.toggle")));
+    EXPECT_TRUE(state("item.0").checkStateMixed);
+    EXPECT_FALSE(state("item.0").checked);
+}
+
+TEST_P(SpokenTest, ACategoryTellsWhetherItIsUnfolded) {
+    openScanned(CleanerModule::systemJunk);
+    EXPECT_TRUE(state("item.0").expandable);
+    EXPECT_TRUE(state("item.0").collapsed);
+    ASSERT_TRUE(window().click(QStringLiteral("item.0.expand")));
+    EXPECT_TRUE(state("item.0").expanded);
+    EXPECT_FALSE(state("item.0").collapsed);
+}
+
+TEST_P(SpokenTest, WhatIsLockedCannotBeTicked) {
+    openScanned(CleanerModule::privacy);
+    EXPECT_FALSE(state("item.0").checkable);
+}
+
+TEST_P(SpokenTest, TheGaugeOfMemoryHasAValue) {
+    openScanned(CleanerModule::memoryOptimization);
+    QQuickItem* text = window().item(QStringLiteral("pressure"));
+    ASSERT_NE(text, nullptr);
+    QAccessibleInterface* gauge = QAccessible::queryAccessibleInterface(text->parentItem()->parentItem());
+    ASSERT_NE(gauge, nullptr);
+    EXPECT_EQ(gauge->role(), QAccessible::ProgressBar);
+    ASSERT_NE(gauge->valueInterface(), nullptr);
+    const double share = gauge->valueInterface()->currentValue().toDouble();
+    EXPECT_NEAR(share, store().memorySnapshot().usagePercent() / 100.0, 0.001);
+}
+
+TEST_P(SpokenTest, AFilterIsNamedByWhatItChoosesAndNotByItsValueAlone) {
+    openScanned(CleanerModule::largeFiles);
+    EXPECT_EQ(spoken("kindFilter")->text(QAccessible::Name), tr("种类") + QLatin1Char(' ') + tr("全部"));
+    EXPECT_TRUE(state("kindFilter").expandable);
+}
+
+TEST_P(SpokenTest, ItsFamilyIsTheOneOfQt) {
+    openScanned(CleanerModule::systemJunk);
+    QAccessibleInterface* row = spoken("item.0");
+    QAccessibleInterface* around = row->parent();
+    ASSERT_NE(around, nullptr);
+    EXPECT_GE(around->indexOfChild(row), 0);
+    EXPECT_EQ(around->child(around->indexOfChild(row)), row);
+    EXPECT_EQ(row->text(QAccessible::Name).left(2), tr("用户缓存").left(2));
+    EXPECT_NE(row->actionInterface(), nullptr);
+}
+
+} // namespace
+} // namespace vellmoor
