@@ -117,7 +117,7 @@ ExitStatus statusOf(const CleanupReport& report) {
 
 ExitStatus cleanRows(const terminal::OwnSystem& own, const Call& call, const std::vector<CleanupItem>& rows) {
     SystemCleanerService service(*own.platform, own.layout);
-    const CleanupReport report = service.clean(rows, stopOnSignals());
+    const CleanupReport report = service.clean(rows, {}, stopOnSignals());
     if (call.wantsJson) {
         std::cout << terminal::text(terminal::json(report)) << '\n';
         return statusOf(report);
