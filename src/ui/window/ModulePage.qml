@@ -21,7 +21,8 @@ Flickable {
             "largeFiles": "large_files/LargeFilesPage.qml",
             "appUninstaller": "applications/AppsPage.qml",
             "performance": "login_items/StartupPage.qml",
-            "memoryOptimization": "memory/MemoryPage.qml"
+            "memoryOptimization": "memory/MemoryPage.qml",
+            "trash": "trash/TrashPage.qml"
         })
 
     boundsBehavior: Flickable.StopAtBounds

@@ -17,7 +17,7 @@ Sheet {
     wantedWidth: 720
 
     contentItem: ColumnLayout {
-        spacing: 18
+        spacing: 14
 
         RowLayout {
             spacing: 14
@@ -52,6 +52,12 @@ Sheet {
         ResultMetrics {
             Layout.fillWidth: true
             report: root.report
+        }
+
+        ResultSums {
+            Layout.fillWidth: true
+            visible: !root.report.memory && implicitHeight > 0
+            vm: root.vm
         }
 
         ResultDetails {
