@@ -39,6 +39,9 @@ struct CleanupTarget {
     bool isCovered = false;
     std::int64_t coveredBytes = 0;
     std::int64_t coveredFiles = 0;
+    /// Of what lies in a Trash: where it was, if that is known.
+    std::optional<std::filesystem::path> origin = {};
+    bool isFromClean = false; ///< a clean that can be taken back put it into the Trash where it lies
     /// Localised: why this path stays whatever is ticked, since it holds what the user keeps and can only go as a
     /// whole. Its tick is disabled; empty: it may go.
     std::string heldBack;

@@ -50,9 +50,17 @@ struct CleanupReport {
     std::int64_t attemptedCount = 0;
     std::int64_t removedCount = 0;
     std::int64_t failedCount = 0;
-    std::int64_t keptCount = 0;      ///< left in place on purpose, which is no failure
-    std::int64_t freedBytes = 0;     ///< an estimate, made before anything is removed
-    std::int64_t processedBytes = 0; ///< of what really moved to a Trash or went
+    std::int64_t keptCount = 0;           ///< left in place on purpose, which is no failure
+    std::int64_t untriedCount = 0;        ///< not touched, since the clean ended before
+    bool wasStopped = false;              ///< by the user
+    std::int64_t freedBytes = 0;          ///< an estimate, made before anything is removed
+    std::int64_t processedBytes = 0;      ///< of what really moved to a Trash or went
+    std::int64_t trashedCount = 0;        ///< what lies in a Trash now
+    std::int64_t trashedBytes = 0;        ///< of it; still on the disk
+    std::int64_t removedBytes = 0;        ///< of what went for good
+    std::optional<std::int64_t> freedNow; ///< how much more room its disks have; nothing when they do not tell
+    bool freedNowMayGrow = false;         ///< one of these disks frees what was removed only later
+    std::string historyId;                ///< by which the history knows it; empty: it does not
     std::vector<std::string> failures;
     std::vector<std::string> notes;       ///< lines for what was kept, and what else is worth telling
     std::vector<CleanupOutcome> outcomes; ///< one for each attempted path, in order
@@ -62,5 +70,11 @@ struct CleanupReport {
     /// The one-line summary of what really happened, localised; its first number is the removed count.
     [[nodiscard]] std::string message() const;
 };
+
+/// How many failure lines a report has; its outcomes tell of all.
+inline constexpr std::size_t mostFailureLines = 5;
+
+/// A report's message with how much was left when the user stopped it.
+std::string withStopped(std::string message, std::int64_t untriedCount);
 
 } // namespace vellmoor

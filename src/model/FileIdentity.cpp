@@ -9,6 +9,9 @@ bool isSame(const FileIdentity& shown, const FileIdentity& found, Sameness wante
     if (wanted == Sameness::Kind) {
         return true;
     }
+    if (wanted == Sameness::File) {
+        return shown.inode == found.inode;
+    }
     const bool sameContent =
         shown.kind != FileKind::File || (shown.length == found.length && shown.modified == found.modified);
     return shown.inode == found.inode && sameContent;

@@ -22,6 +22,8 @@ struct FileIdentity {
 enum class Sameness : std::uint8_t {
     /// Disk and kind, for a log that grows or a cache that is replaced while nobody asks.
     Kind,
+    /// Disk, file and kind, whatever it holds by now.
+    File,
     /// Disk, file and kind; of a plain file also length and modification time.
     Content,
 };

@@ -29,7 +29,7 @@ const Table& english() {
         for (const TextEntry& entry : englishTexts()) {
             all.emplace(entry.chinese, entry.english);
         }
-        for (const LinuxTextEntry& entry : linuxTexts()) {
+        for (const FurtherTextEntry& entry : furtherTexts()) {
             all.emplace(entry.chinese, entry.english);
         }
         return all;
@@ -40,7 +40,7 @@ const Table& english() {
 const Table& linuxReplacements() {
     static const Table& table = *new Table([] {
         Table all;
-        for (const LinuxTextEntry& entry : linuxTexts()) {
+        for (const FurtherTextEntry& entry : furtherTexts()) {
             if (!entry.replaces.empty()) {
                 all.emplace(entry.replaces, entry.chinese);
             }

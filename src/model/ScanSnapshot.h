@@ -49,7 +49,8 @@ struct StartupItem {
 /// Outcome of disabling or enabling a login item.
 struct StartupActionResult {
     bool succeeded = false;
-    std::string message; ///< localised, shown to the user
+    std::string message;             ///< localised, shown to the user
+    std::filesystem::path file = {}; ///< its configuration, where it lies then
 };
 
 /// One permission status line.

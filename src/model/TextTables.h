@@ -11,13 +11,13 @@ struct TextEntry {
     std::string_view english;
 };
 
-struct LinuxTextEntry {
+struct FurtherTextEntry {
     std::string_view chinese;
     std::string_view english;
     std::string_view replaces; ///< the key of the main table that this text stands in for; empty: a text of its own
 };
 
 std::span<const TextEntry> englishTexts();
-std::span<const LinuxTextEntry> linuxTexts();
+std::span<const FurtherTextEntry> furtherTexts();
 
 } // namespace vellmoor

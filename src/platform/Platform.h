@@ -31,6 +31,7 @@ struct FileFacts {
     std::int64_t length = 0;         ///< bytes of the content
     std::optional<TimePoint> modified;
     std::uint32_t owner = 0; ///< user id
+    std::uint32_t mode = 0;  ///< permission bits
     std::uint64_t device = 0;
     std::uint64_t inode = 0;
 };
@@ -57,6 +58,16 @@ struct Volume {
 struct Capacity {
     std::int64_t totalBytes = 0;
     std::int64_t availableBytes = 0; ///< what the user may still fill
+};
+
+/// The disk that holds a path.
+struct Disk {
+    std::string name; ///< its file system's UUID, by which it is known wherever it is mounted; empty without one
+    Path mount;
+    bool keepsInodes = true;    ///< a file keeps its number when the disk is mounted anew
+    bool isCopyOnWrite = false; ///< what was removed may be free only later
+
+    bool operator==(const Disk&) const = default;
 };
 
 /// A Trash folder: `contents` holds the items; on Linux `folder` also holds their restore notes.
@@ -191,6 +202,8 @@ public:
     /// Those that may hold a Trash of the user, in the system's order.
     [[nodiscard]] virtual std::vector<Volume> mountedVolumes() const = 0;
     [[nodiscard]] virtual std::optional<Capacity> capacity(const Path& path) const = 0;
+    /// Of something that exists; nothing when the system does not tell.
+    [[nodiscard]] virtual std::optional<Disk> disk(const Path& path) const = 0;
     /// Linux: the localised user folders, read afresh; on macOS all empty.
     [[nodiscard]] virtual UserFolders userFolders() const = 0;
 
@@ -227,6 +240,9 @@ public:
 
     // Host
     [[nodiscard]] virtual std::uint32_t userId() const = 0;
+    /// A text that differs each time the system was started, where the devices of identities hold no longer than that;
+    /// always the same one where they do.
+    [[nodiscard]] virtual std::string systemRun() const = 0;
     [[nodiscard]] virtual std::int64_t physicalMemory() const = 0; ///< bytes; 0 when unknown
     /// The first of the user's preferred languages as the system writes it ("zh-Hans-CN", "en_GB.UTF-8").
     [[nodiscard]] virtual std::optional<std::string> preferredLanguage() const = 0;

@@ -1,6 +1,6 @@
 // Life and fields of the store. Its other files: StoreModules (showing and caching results), StoreSelection (queries
-// and ticks), StoreScan (one scan at a time), StoreActions (cleaning, login items, quitting an application), StoreKeep
-// (what is never offered again).
+// and ticks), StoreScan (one scan at a time), StoreActions (cleaning, login items, quitting an application),
+// StoreHistory (taking back), StoreKeep (what is never offered again).
 #include "L.h"
 #include "StoreState.h"
 
@@ -44,6 +44,7 @@ void CleanerStore::State::announce() {
         &CleanerStore::permissionHintsChanged, &CleanerStore::scanProgressChanged, &CleanerStore::scanStageChanged,
         &CleanerStore::isScanningChanged,      &CleanerStore::isCleaningChanged,   &CleanerStore::statusMessageChanged,
         &CleanerStore::lastScanLabelChanged,   &CleanerStore::latestReportChanged, &CleanerStore::actionFailureChanged,
+        &CleanerStore::cleanProgressChanged,   &CleanerStore::historyChanged,      &CleanerStore::latestRestoreChanged,
         &CleanerStore::keptItemsChanged,
     };
     const std::bitset<FieldCount> changed = std::exchange(pending, {});
@@ -147,6 +148,15 @@ const std::optional<CleanupReport>& CleanerStore::latestReport() const {
 
 const std::string& CleanerStore::actionFailure() const {
     return state_->actionFailure;
+}
+const std::optional<CleanProgress>& CleanerStore::cleanProgress() const {
+    return state_->cleanProgress;
+}
+const History& CleanerStore::history() const {
+    return state_->history;
+}
+const std::optional<RestoreReport>& CleanerStore::latestRestore() const {
+    return state_->latestRestore;
 }
 bool CleanerStore::hasResult(CleanerModule module) const {
     return state_->cachedStates.contains(module);

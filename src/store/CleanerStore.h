@@ -8,6 +8,7 @@
 #include <QObject>
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
@@ -61,6 +62,12 @@ public:
     [[nodiscard]] const std::string& statusMessage() const;
     [[nodiscard]] const std::string& lastScanLabel() const;
     [[nodiscard]] const std::optional<CleanupReport>& latestReport() const;
+    /// How far the running clean, or way back, has come; nothing while none runs or none has told.
+    [[nodiscard]] const std::optional<CleanProgress>& cleanProgress() const;
+    /// What can be taken back, as it was last loaded.
+    [[nodiscard]] const History& history() const;
+    /// What the last way back brought, until clearRestore().
+    [[nodiscard]] const std::optional<RestoreReport>& latestRestore() const;
     /// Why the last action failed as a whole; it outlives the scan that follows an action, whose messages replace
     /// statusMessage. Empty when it did not, and once the user goes on: another action, module or scan of theirs.
     [[nodiscard]] const std::string& actionFailure() const;
@@ -111,12 +118,27 @@ public:
     /// What the scan button does while a scan runs; nothing when none does.
     void cancelScan();
 
-    // Actions. While a clean or a login-item change runs (isCleaning) another is ignored.
+    // Actions. While one of them runs (isCleaning) another is ignored. Each ends in a scan and reads the history again.
     /// Cleans a copy of what is selected now, publishes the report, then scans `module` again, which makes it the
     /// active one. Nothing without a selection.
     void cleanSelected(CleanerModule module);
-    /// The session ends: a running clean finishes the path at hand and leaves the others where they are.
+    /// A running action finishes the path at hand (a removal for good ends between two entries) and leaves the others
+    /// where they are.
     void stopCleaning();
+    /// Puts items of a clean of the history back: those of these indices, or all that lie in a Trash when there are
+    /// none. This and what follows ends in a scan of the active module where that has a result.
+    void putBack(const std::string& clean, const std::vector<std::size_t>& indices = {});
+    /// Puts a target of a Trash's row back; nothing unless it is known where it was.
+    void putBackTarget(int itemIndex, int targetIndex);
+    /// Puts back every ticked target in `module`'s list of which is known where it was.
+    void putBackSelected(CleanerModule module);
+    /// Takes what a clean of the history still had to do.
+    void finishClean(const std::string& clean);
+    /// Removes for good what a clean of the history put into a Trash.
+    void removeForGood(const std::string& clean);
+    /// Switches a login item to what it was before that change.
+    void putBackSwitch(const HistorySwitch& change);
+    void forgetHistory();
     /// Ignored while a scan runs too. Ends in a scan of `performance`, which makes it the active module.
     void setStartupItem(const StartupItem& item, bool enabled);
     /// Asks the application to quit and words the outcome in statusMessage. A moment later, when the application had
@@ -130,6 +152,16 @@ public:
     void setMemoryRefreshDelay(std::chrono::milliseconds delay);
     /// The result sheet was closed.
     void clearReport();
+    void clearRestore();
+
+    // The history
+    /// Once at the start: puts right what a kill has left, then loads the history.
+    void recover();
+    /// Reads it on a worker; historyChanged follows.
+    void loadHistory();
+    /// Why a clean of what is ticked in `module` could not be taken back, a whole sentence; empty: it can. Asks the
+    /// engine at once.
+    [[nodiscard]] std::string whyNoWayBack(CleanerModule module) const;
     /// The user has read it.
     void clearActionFailure();
 
@@ -166,6 +198,9 @@ Q_SIGNALS:
     /// The application cannot be asked to quit, and was sent nothing: it can only be ended, with a loss.
     void endOffered(const vellmoor::MemoryApp& app);
     void actionFailureChanged();
+    void cleanProgressChanged();
+    void historyChanged();
+    void latestRestoreChanged();
     void keptItemsChanged();
 
 private:

@@ -25,12 +25,11 @@ void CleanerStore::cleanSelected(CleanerModule module) {
     if (chosen.empty() || state_->isCleaning) {
         return;
     }
-    const auto stop = std::make_shared<CancelToken>();
-    state_->cleanToken = stop;
-    state_->startAction(L::tr("正在清理选中项目..."), module, [chosen, stop](CleanerService& engine) {
-        CleanupReport report = engine.clean(chosen, *stop);
-        return State::ActionOutcome{{}, std::move(report), false};
-    });
+    state_->startLongAction(
+        L::tr("正在清理选中项目..."), module,
+        [chosen](CleanerService& engine, const CleanProgressCallback& progress, const CancelToken& stop) {
+            return State::ActionOutcome{{}, engine.clean(chosen, progress, stop), false};
+        });
 }
 
 void CleanerStore::stopCleaning() {
@@ -69,11 +68,25 @@ void CleanerStore::setMemoryRefreshDelay(std::chrono::milliseconds delay) {
     state_->memoryRefresh.setInterval(delay);
 }
 
-void CleanerStore::State::startAction(const std::string& status, CleanerModule rescanned, const Action& action) {
+void CleanerStore::State::startLongAction(const std::string& status, std::optional<CleanerModule> rescanned,
+                                          const LongAction& action) {
+    const auto stop = std::make_shared<CancelToken>();
+    cleanToken = stop;
+    startAction(status, rescanned, [this, action, stop, out = workers](CleanerService& engine) {
+        const auto tell = [&](const CleanProgress& progress) {
+            out->post([this, progress] { set(cleanProgress, std::optional(progress), Advance); });
+        };
+        return action(engine, tell, *stop);
+    });
+}
+
+void CleanerStore::State::startAction(const std::string& status, std::optional<CleanerModule> rescanned,
+                                      const Action& action) {
     const Update update(*this);
     set(isCleaning, true, Cleaning);
     set(statusMessage, status, Status);
     set(actionFailure, {}, ActionFailure);
+    set(latestRestore, {}, Restore);
     // `this` is used in posted jobs only: they run on the store's thread, and not after its death.
     const auto actAndPost = [this, rescanned, action, engine = service, out = workers] {
         ActionOutcome outcome;
@@ -83,6 +96,7 @@ void CleanerStore::State::startAction(const std::string& status, CleanerModule r
             outcome = {error.what(), {}, true}; // the engine does not throw; memory can still run out
         }
         out->post([this, rescanned, outcome] { endAction(outcome, rescanned); });
+        out->post([this, past = engine->history()] { set(history, past, Past); });
     };
     try {
         workers->start(actAndPost);
@@ -91,17 +105,26 @@ void CleanerStore::State::startAction(const std::string& status, CleanerModule r
     }
 }
 
-void CleanerStore::State::endAction(const ActionOutcome& outcome, CleanerModule rescanned) {
+void CleanerStore::State::endAction(const ActionOutcome& outcome, std::optional<CleanerModule> rescanned) {
     {
         const Update update(*this);
         if (outcome.report) {
             set(latestReport, outcome.report, Report);
         }
-        set(actionFailure, outcome.failed ? outcome.message : std::string(), ActionFailure);
+        if (outcome.restore) {
+            set(latestRestore, outcome.restore, Restore);
+        }
+        const std::string message = outcome.report    ? outcome.report->message()
+                                    : outcome.restore ? outcome.restore->message()
+                                                      : outcome.message;
+        set(actionFailure, outcome.failed ? message : std::string(), ActionFailure);
         set(isCleaning, false, Cleaning);
-        set(statusMessage, outcome.report ? outcome.report->message() : outcome.message, Status);
+        set(cleanProgress, {}, Advance);
+        set(statusMessage, message, Status);
     }
-    store.scan(rescanned, false);
+    if (rescanned) {
+        store.scan(*rescanned, false);
+    }
 }
 
 void CleanerStore::State::startFarewell(const MemoryApp& app, Farewell farewell) {

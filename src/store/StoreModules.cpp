@@ -165,16 +165,18 @@ void CleanerStore::State::takeOutOfSmartScan(const ScanSnapshot& fresh, CleanerM
 
 void CleanerStore::State::cache(const ScanSnapshot& snapshot, CleanerModule scannedModule) {
     const bool isSmartScan = scannedModule == CleanerModule::smartScan;
-    const CachedModuleState whole{snapshot, clock(), isSmartScan ? L::tr("智能扫描") : L::tr("单独扫描")};
+    CachedModuleState whole{snapshot, clock(), isSmartScan ? L::tr("智能扫描") : L::tr("单独扫描")};
     if (!isSmartScan) {
+        keepTicks(knownItems(scannedModule), whole.cleanupItems);
         if (scansAfterAction) {
             takeOutOfSmartScan(snapshot, scannedModule);
         }
-        cachedStates.insert_or_assign(scannedModule, whole);
+        cachedStates.insert_or_assign(scannedModule, std::move(whole));
         return;
     }
     CachedModuleState once = whole;
     once.cleanupItems = countedOnce(std::move(once.cleanupItems));
+    keepTicks(knownItems(scannedModule), once.cleanupItems);
     once.furtherLargeFiles.clear();
     cachedStates.insert_or_assign(scannedModule, std::move(once));
     for (const CleanerModule module : allCleanerModules) {
@@ -183,6 +185,7 @@ void CleanerStore::State::cache(const ScanSnapshot& snapshot, CleanerModule scan
         }
         CachedModuleState part = whole;
         std::erase_if(part.cleanupItems, [module](const CleanupItem& item) { return item.module != module; });
+        keepTicks(knownItems(module), part.cleanupItems);
         part.fileCandidates = fileCandidates(part.cleanupItems);
         if (module != CleanerModule::largeFiles) {
             part.furtherLargeFiles.clear();

@@ -90,15 +90,13 @@ void CleanerStore::State::completeScan(const ScanSnapshot& snapshot, CleanerModu
         return;
     }
     const Update update(*this);
+    persistShownResults(); // what was ticked while it ran
     cache(snapshot, module);
     set(scanProgress, 1.0, Progress);
     set(scanStage, L::tr("扫描完成"), Stage);
     set(isScanning, false, Scanning);
     scanToken.reset();
     const bool concernsActiveModule = activeModule == module || module == CleanerModule::smartScan;
-    if (!concernsActiveModule && shownModule != module) {
-        persistShownResults(); // the ticks of the page that is shown
-    }
     const auto result = cachedStates.find(activeModule);
     if (result == cachedStates.end()) {
         applyNotScannedState(activeModule);

@@ -36,6 +36,9 @@ struct CleanerStore::State {
         LastScan,
         Report,
         ActionFailure,
+        Advance,
+        Past,
+        Restore,
         Kept,
         FieldCount,
     };
@@ -57,8 +60,12 @@ struct CleanerStore::State {
         std::string message;
         std::optional<CleanupReport> report;
         bool failed = false; ///< the message says why
+        std::optional<RestoreReport> restore = {};
     };
     using Action = std::function<ActionOutcome(CleanerService&)>;
+    /// One that tells how far it has come and can be stopped.
+    using LongAction =
+        std::function<ActionOutcome(CleanerService&, const CleanProgressCallback& progress, const CancelToken& stop)>;
 
     State(CleanerStore& owner, std::shared_ptr<CleanerService> engine, Clock now);
 
@@ -80,6 +87,9 @@ struct CleanerStore::State {
     void apply(const CachedModuleState& state);
     void applyNotScannedState(CleanerModule module);
     void persistShownResults();
+    /// What was ticked and unticked stays so in what is found anew, by path.
+    static void keepTicks(const std::vector<CleanupItem>& before, std::vector<CleanupItem>& found);
+    [[nodiscard]] const std::vector<CleanupItem>& knownItems(CleanerModule module) const;
     /// After a scan that brought nothing: no other module's results stay under the active one's name.
     void showOwnResults();
     void takeOutOfSmartScan(const ScanSnapshot& fresh, CleanerModule module);
@@ -98,8 +108,13 @@ struct CleanerStore::State {
     [[nodiscard]] std::string scanCompletionMessage(const std::string& cleanable, CleanerModule module) const;
 
     // Actions
-    void startAction(const std::string& status, CleanerModule rescanned, const Action& action);
-    void endAction(const ActionOutcome& outcome, CleanerModule rescanned);
+    void startAction(const std::string& status, std::optional<CleanerModule> rescanned, const Action& action);
+    void startLongAction(const std::string& status, std::optional<CleanerModule> rescanned, const LongAction& action);
+    void startPutBack(const std::vector<std::filesystem::path>& places);
+    void endAction(const ActionOutcome& outcome, std::optional<CleanerModule> rescanned);
+    /// The active module, where it shows a result.
+    [[nodiscard]] std::optional<CleanerModule> shownAgain() const;
+    void startReading(bool recovers);
     using Farewell = QuitOutcome (CleanerService::*)(const MemoryApp&);
     void startFarewell(const MemoryApp& app, Farewell farewell);
     void showQuitOutcome(const MemoryApp& app, QuitOutcome outcome);
@@ -132,6 +147,9 @@ struct CleanerStore::State {
     std::string lastScanLabel;
     std::optional<CleanupReport> latestReport;
     std::string actionFailure;
+    std::optional<CleanProgress> cleanProgress;
+    History history;
+    std::optional<RestoreReport> latestRestore;
     std::vector<KeptItem> keptItems;
     std::vector<Path> keptMeanwhile; ///< since the running scan began, which may list it
 

@@ -16,7 +16,7 @@ def _entries(file, fields):
 
 
 _ENGLISH = dict(_entries("EnglishTable.cpp", 2))
-_ON_LINUX = {replaced: (chinese, english) for chinese, english, replaced in _entries("LinuxTexts.cpp", 3) if replaced}
+_ON_LINUX = {replaced: (chinese, english) for chinese, english, replaced in _entries("FurtherTexts.cpp", 3) if replaced}
 
 
 def text(key, language):

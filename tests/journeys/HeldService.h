@@ -28,9 +28,33 @@ public:
     [[nodiscard]] std::vector<Ended> ended() const;
 
     ScanSnapshot scan(CleanerModule module, const ProgressCallback& progress, const CancelToken& token) override;
-    CleanupReport clean(const std::vector<CleanupItem>& items, const CancelToken& stop) override {
-        return engine_->clean(items, stop);
+    CleanupReport clean(const std::vector<CleanupItem>& items, const CleanProgressCallback& progress,
+                        const CancelToken& stop) override {
+        return engine_->clean(items, progress, stop);
     }
+    CleanupReport finish(const std::string& clean, const CleanProgressCallback& progress,
+                         const CancelToken& stop) override {
+        return engine_->finish(clean, progress, stop);
+    }
+    CleanupReport removeForGood(const std::string& clean, const CleanProgressCallback& progress,
+                                const CancelToken& stop) override {
+        return engine_->removeForGood(clean, progress, stop);
+    }
+    RestoreReport putBack(const std::string& clean, const std::vector<std::size_t>& indices,
+                          const CleanProgressCallback& progress, const CancelToken& stop) override {
+        return engine_->putBack(clean, indices, progress, stop);
+    }
+    RestoreReport putBackTrashed(const std::vector<Path>& places, const CleanProgressCallback& progress,
+                                 const CancelToken& stop) override {
+        return engine_->putBackTrashed(places, progress, stop);
+    }
+    void recover() override { engine_->recover(); }
+    History history() override { return engine_->history(); }
+    Outcome forgetHistory() override { return engine_->forgetHistory(); }
+    std::optional<std::string> whyNoWayBack(const std::vector<CleanupItem>& items) override {
+        return engine_->whyNoWayBack(items);
+    }
+    StartupActionResult putBackSwitch(const HistorySwitch& change) override { return engine_->putBackSwitch(change); }
     Outcome keep(const std::vector<Path>& paths) override { return engine_->keep(paths); }
     Outcome offerAgain(const Path& path) override { return engine_->offerAgain(path); }
     std::expected<std::vector<KeptItem>, std::string> keptItems() override { return engine_->keptItems(); }

@@ -80,30 +80,30 @@ TEST(EnglishTable, UsesNoOtherPlaceholderThanTextAndInteger) {
     }
 }
 
-TEST(LinuxTexts, ReplaceKeysOfTheMainTableOnly) {
-    for (const LinuxTextEntry& entry : linuxTexts()) {
+TEST(FurtherTexts, ReplaceKeysOfTheMainTableOnly) {
+    for (const FurtherTextEntry& entry : furtherTexts()) {
         EXPECT_TRUE(entry.replaces.empty() || isKey(entry.replaces)) << entry.replaces;
     }
 }
 
-TEST(LinuxTexts, ReplaceNoKeyTwice) {
+TEST(FurtherTexts, ReplaceNoKeyTwice) {
     std::set<std::string_view> replaced;
-    for (const LinuxTextEntry& entry : linuxTexts()) {
+    for (const FurtherTextEntry& entry : furtherTexts()) {
         EXPECT_TRUE(entry.replaces.empty() || replaced.insert(entry.replaces).second) << entry.replaces;
     }
 }
 
-TEST(LinuxTexts, AreNewAndEachThereOnce) {
+TEST(FurtherTexts, AreNewAndEachThereOnce) {
     std::set<std::string_view> keys;
-    for (const LinuxTextEntry& entry : linuxTexts()) {
+    for (const FurtherTextEntry& entry : furtherTexts()) {
         EXPECT_FALSE(isKey(entry.chinese)) << entry.chinese;
         EXPECT_TRUE(keys.insert(entry.chinese).second) << entry.chinese;
         EXPECT_FALSE(entry.english.empty()) << entry.chinese;
     }
 }
 
-TEST(LinuxTexts, KeepThePlaceholdersOfEachKeyAndOfTheKeyItReplaces) {
-    for (const LinuxTextEntry& entry : linuxTexts()) {
+TEST(FurtherTexts, KeepThePlaceholdersOfEachKeyAndOfTheKeyItReplaces) {
+    for (const FurtherTextEntry& entry : furtherTexts()) {
         EXPECT_EQ(placeholders(entry.english), placeholders(entry.chinese)) << entry.chinese;
         if (!entry.replaces.empty()) {
             EXPECT_EQ(placeholders(entry.chinese), placeholders(entry.replaces)) << entry.chinese;
@@ -111,8 +111,8 @@ TEST(LinuxTexts, KeepThePlaceholdersOfEachKeyAndOfTheKeyItReplaces) {
     }
 }
 
-TEST(LinuxTexts, NeverNameThePiecesOfAnotherSystem) {
-    for (const LinuxTextEntry& entry : linuxTexts()) {
+TEST(FurtherTexts, NeverNameThePiecesOfAnotherSystem) {
+    for (const FurtherTextEntry& entry : furtherTexts()) {
         for (const char* foreign :
              {"macOS", "Mac ", "Finder", "LaunchAgents", "Activity Monitor", "Library", "purge"}) {
             EXPECT_EQ(entry.english.find(foreign), std::string_view::npos) << entry.english;
@@ -202,7 +202,7 @@ TEST(Lookup, LeavesOtherPercentSignsAlone) {
 }
 
 TEST(Lookup, UsesTheLinuxWordingOnLinuxInBothLanguages) {
-    for (const LinuxTextEntry& entry : linuxTexts()) {
+    for (const FurtherTextEntry& entry : furtherTexts()) {
         if (entry.replaces.empty()) {
             continue;
         }
@@ -216,7 +216,7 @@ TEST(Lookup, UsesTheLinuxWordingOnLinuxInBothLanguages) {
 }
 
 TEST(Lookup, UsesTheLinuxWordingOnLinuxOnly) {
-    for (const LinuxTextEntry& entry : linuxTexts()) {
+    for (const FurtherTextEntry& entry : furtherTexts()) {
         if (entry.replaces.empty()) {
             continue;
         }
@@ -233,7 +233,7 @@ TEST(Lookup, UsesTheLinuxWordingOnLinuxOnly) {
 TEST(Lookup, KeepsEveryOtherTextOnLinux) {
     const LanguageScope english(AppLanguage::english, TextSet::Linux);
     std::set<std::string_view> replaced;
-    for (const LinuxTextEntry& entry : linuxTexts()) {
+    for (const FurtherTextEntry& entry : furtherTexts()) {
         replaced.insert(entry.replaces);
     }
     for (const TextEntry& entry : englishTexts()) {

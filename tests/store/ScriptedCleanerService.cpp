@@ -37,16 +37,88 @@ ScanSnapshot ScriptedCleanerService::scan(CleanerModule module, const ProgressCa
     return script ? script(module, progress, token) : ScanSnapshot();
 }
 
-CleanupReport ScriptedCleanerService::clean(const std::vector<CleanupItem>& items, const CancelToken& stop) {
+CleanupReport ScriptedCleanerService::clean(const std::vector<CleanupItem>& items,
+                                            const CleanProgressCallback& progress, const CancelToken& stop) {
     const Clean script = noted(lock_, clean_, cleans_, items);
     const auto run = [this](const CancelToken* token) {
         const std::scoped_lock guard(lock_);
         stop_ = token;
     };
     run(&stop);
+    progress({.doneCount = 0, .totalCount = static_cast<std::int64_t>(items.size())});
     CleanupReport report = script ? script(items) : CleanupReport();
     run(nullptr);
     return report;
+}
+
+CleanupReport ScriptedCleanerService::finish(const std::string& clean, const CleanProgressCallback& /*progress*/,
+                                             const CancelToken& /*stop*/) {
+    noteCall("finish " + clean);
+    return {};
+}
+
+CleanupReport ScriptedCleanerService::removeForGood(const std::string& clean, const CleanProgressCallback& /*progress*/,
+                                                    const CancelToken& /*stop*/) {
+    noteCall("removeForGood " + clean);
+    return {};
+}
+
+RestoreReport ScriptedCleanerService::putBack(const std::string& clean, const std::vector<std::size_t>& indices,
+                                              const CleanProgressCallback& progress, const CancelToken& /*stop*/) {
+    std::string call = "putBack " + clean;
+    for (const std::size_t index : indices) {
+        call += " " + std::to_string(index);
+    }
+    return restored(call, progress);
+}
+
+RestoreReport ScriptedCleanerService::putBackTrashed(const std::vector<Path>& places,
+                                                     const CleanProgressCallback& progress,
+                                                     const CancelToken& /*stop*/) {
+    std::string call = "putBackTrashed";
+    for (const Path& place : places) {
+        call += " " + place.string();
+    }
+    return restored(call, progress);
+}
+
+void ScriptedCleanerService::recover() {
+    noteCall("recover");
+}
+
+History ScriptedCleanerService::history() {
+    const std::scoped_lock guard(lock_);
+    return history_;
+}
+
+Outcome ScriptedCleanerService::forgetHistory() {
+    noteCall("forget");
+    return {};
+}
+
+std::optional<std::string> ScriptedCleanerService::whyNoWayBack(const std::vector<CleanupItem>& /*items*/) {
+    const std::scoped_lock guard(lock_);
+    return noWayBack_;
+}
+
+StartupActionResult ScriptedCleanerService::putBackSwitch(const HistorySwitch& change) {
+    noteCall("putBackSwitch " + change.name);
+    return {.succeeded = true, .message = "switched"};
+}
+
+RestoreReport ScriptedCleanerService::restored(const std::string& call, const CleanProgressCallback& progress) {
+    noteCall(call);
+    Restore script;
+    {
+        const std::scoped_lock guard(lock_);
+        script = putBack_;
+    }
+    return script ? script(progress) : RestoreReport();
+}
+
+void ScriptedCleanerService::noteCall(const std::string& call) {
+    const std::scoped_lock guard(lock_);
+    historyCalls_.push_back(call);
 }
 
 bool ScriptedCleanerService::isCleanStopped() const {
@@ -142,6 +214,26 @@ void ScriptedCleanerService::onQuit(Quit script) {
 void ScriptedCleanerService::onEnd(Quit script) {
     const std::scoped_lock guard(lock_);
     end_ = std::move(script);
+}
+
+void ScriptedCleanerService::onPutBack(Restore script) {
+    const std::scoped_lock guard(lock_);
+    putBack_ = std::move(script);
+}
+
+void ScriptedCleanerService::setHistory(History history) {
+    const std::scoped_lock guard(lock_);
+    history_ = std::move(history);
+}
+
+void ScriptedCleanerService::setNoWayBack(std::optional<std::string> reason) {
+    const std::scoped_lock guard(lock_);
+    noWayBack_ = std::move(reason);
+}
+
+std::vector<std::string> ScriptedCleanerService::historyCalls() const {
+    const std::scoped_lock guard(lock_);
+    return historyCalls_;
 }
 
 void ScriptedCleanerService::setHints(std::vector<PermissionHint> hints) {

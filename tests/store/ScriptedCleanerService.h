@@ -32,9 +32,25 @@ public:
     using Clean = std::function<CleanupReport(const std::vector<CleanupItem>&)>;
     using Startup = std::function<StartupActionResult(const StartupItem&)>;
     using Quit = std::function<QuitOutcome(const MemoryApp&)>;
+    /// A way back, by the name of the call and what it was asked for.
+    using Restore = std::function<RestoreReport(const CleanProgressCallback&)>;
 
     ScanSnapshot scan(CleanerModule module, const ProgressCallback& progress, const CancelToken& token) override;
-    CleanupReport clean(const std::vector<CleanupItem>& items, const CancelToken& stop) override;
+    CleanupReport clean(const std::vector<CleanupItem>& items, const CleanProgressCallback& progress,
+                        const CancelToken& stop) override;
+    CleanupReport finish(const std::string& clean, const CleanProgressCallback& progress,
+                         const CancelToken& stop) override;
+    CleanupReport removeForGood(const std::string& clean, const CleanProgressCallback& progress,
+                                const CancelToken& stop) override;
+    RestoreReport putBack(const std::string& clean, const std::vector<std::size_t>& indices,
+                          const CleanProgressCallback& progress, const CancelToken& stop) override;
+    RestoreReport putBackTrashed(const std::vector<Path>& places, const CleanProgressCallback& progress,
+                                 const CancelToken& stop) override;
+    void recover() override;
+    History history() override;
+    Outcome forgetHistory() override;
+    std::optional<std::string> whyNoWayBack(const std::vector<CleanupItem>& items) override;
+    StartupActionResult putBackSwitch(const HistorySwitch& change) override;
     Outcome keep(const std::vector<Path>& paths) override;
     Outcome offerAgain(const Path& path) override;
     std::expected<std::vector<KeptItem>, std::string> keptItems() override;
@@ -54,9 +70,12 @@ public:
     void onEnable(Startup script);
     void onQuit(Quit script);
     void onEnd(Quit script);
+    void onPutBack(Restore script);
     /// Why the list of kept items cannot be changed or read; empty: it can.
     void refuseList(const std::string& reason);
     void setHints(std::vector<PermissionHint> hints);
+    void setHistory(History history);
+    void setNoWayBack(std::optional<std::string> reason);
 
     // What was asked
     [[nodiscard]] std::vector<CleanerModule> scans() const;
@@ -65,6 +84,8 @@ public:
     [[nodiscard]] std::vector<StartupItem> enables() const;
     [[nodiscard]] std::vector<MemoryApp> quits() const;
     [[nodiscard]] std::vector<MemoryApp> ends() const;
+    /// Calls about the history, such as "putBack one 0 2" or "forget".
+    [[nodiscard]] std::vector<std::string> historyCalls() const;
 
 private:
     mutable std::mutex lock_;
@@ -74,6 +95,13 @@ private:
     Startup enable_;
     Quit quit_;
     Quit end_;
+    RestoreReport restored(const std::string& call, const CleanProgressCallback& progress);
+    void noteCall(const std::string& call);
+
+    Restore putBack_;
+    History history_;
+    std::optional<std::string> noWayBack_;
+    std::vector<std::string> historyCalls_;
     const CancelToken* stop_ = nullptr; ///< of the running clean
     std::vector<PermissionHint> hints_;
     std::vector<Path> kept_;

@@ -257,6 +257,10 @@ std::optional<Capacity> StandInPlatform::capacity(const Path& /*path*/) const {
     return diskCapacity;
 }
 
+std::optional<Disk> StandInPlatform::disk(const Path& path) const {
+    return diskOf ? diskOf(path) : hostPlatform().disk(path);
+}
+
 UserFolders StandInPlatform::userFolders() const {
     return system == System::Mac ? UserFolders{} : folders;
 }
@@ -295,6 +299,10 @@ QuitOutcome StandInPlatform::endApplication(const MemoryApp& app) const {
 
 std::uint32_t StandInPlatform::userId() const {
     return user;
+}
+
+std::string StandInPlatform::systemRun() const {
+    return run;
 }
 
 std::int64_t StandInPlatform::physicalMemory() const {

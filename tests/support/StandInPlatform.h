@@ -20,6 +20,7 @@ enum class Operation : std::uint8_t {
     List,
     MoveToTrash,
     RemoveFromTrash,
+    PutBack,  ///< its path is the one in the Trash
     MoveItem, ///< its path is the one moved from
     CreateFolder,
     CreateFile,
@@ -67,7 +68,10 @@ public:
     UserFolders folders;         ///< empty: the layout's own folders are used
     std::optional<Capacity> diskCapacity = Capacity{500'000'000'000, 200'000'000'000}; ///< nothing: cannot be read
     std::int64_t physical = 17'179'869'184;
-    std::uint32_t user = 0; ///< set to the real user id, so that the files belong to the user
+    std::uint32_t user = 0;    ///< set to the real user id, so that the files belong to the user
+    std::string run = "first"; ///< of the system
+    /// What disk() answers instead of the host's word.
+    std::function<std::optional<Disk>(const Path&)> diskOf;
     std::optional<std::string> language = "en";
     Path own; ///< what ownPath answers; some application in the root
     QuitOutcome quitOutcome = QuitOutcome::Requested;
@@ -112,6 +116,7 @@ public:
 
     [[nodiscard]] std::vector<Volume> mountedVolumes() const override;
     [[nodiscard]] std::optional<Capacity> capacity(const Path& path) const override;
+    [[nodiscard]] std::optional<Disk> disk(const Path& path) const override;
     [[nodiscard]] UserFolders userFolders() const override;
     [[nodiscard]] std::optional<KeyFile> keyFile(const Path& path) const override;
 
@@ -130,6 +135,7 @@ public:
                                                    const std::vector<std::string>& arguments) const override;
 
     [[nodiscard]] std::uint32_t userId() const override;
+    [[nodiscard]] std::string systemRun() const override;
     [[nodiscard]] std::int64_t physicalMemory() const override;
     [[nodiscard]] std::optional<std::string> preferredLanguage() const override;
 

@@ -2,6 +2,7 @@
 
 #include "Host.h"
 #include "Paths.h"
+#include "ReturnByPath.h"
 
 #include <ctime>
 #include <iomanip>
@@ -67,7 +68,7 @@ Removal moveIntoFolder(const RemovalRequest& request, const Path& folder) {
             (void)hostPlatform().moveItem(place, request.path); // the next look shows where it is
             return plain(*result);
         }
-        return {.result = RemovalResult::Done, .reason = "", .place = place};
+        return {.result = RemovalResult::Done, .reason = "", .place = place, .moved = hostPlatform().identity(place)};
     }
 }
 
@@ -113,6 +114,22 @@ Removal StandInTrashSession::removeFromTrash(const RemovalRequest& request, cons
     return scripted(Operation::RemoveFromTrash, request, [&] {
         return host_ ? host_->removeFromTrash(request, trash) : removeFromFolder(request, trash.contents);
     });
+}
+
+Return StandInTrashSession::putBack(const ReturnRequest& request, const TrashFolder& trash) {
+    Return answer;
+    const Outcome outcome = platform_.change(Operation::PutBack, request.place, [&]() -> Outcome {
+        answer = host_ ? host_->putBack(request, trash) : putBackByPath(hostPlatform(), request);
+        return answer.result == ReturnResult::Done ? Outcome() : std::unexpected(answer.reason);
+    });
+    const bool isRefused = !outcome && answer.result == ReturnResult::Done;
+    return isRefused ? Return{.result = ReturnResult::Failed, .reason = outcome.error()} : answer;
+}
+
+void StandInTrashSession::forgetNotes(const std::set<Path>& places) {
+    if (host_) {
+        host_->forgetNotes(places);
+    }
 }
 
 void StandInTrashSession::finish() {

@@ -16,6 +16,8 @@ public:
 
     [[nodiscard]] Removal moveToTrash(const RemovalRequest& request) override;
     [[nodiscard]] Removal removeFromTrash(const RemovalRequest& request, const TrashFolder& trash) override;
+    [[nodiscard]] Return putBack(const ReturnRequest& request, const TrashFolder& trash) override;
+    void forgetNotes(const std::set<Path>& places) override;
     void finish() override;
 
 private:

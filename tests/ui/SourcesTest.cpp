@@ -46,7 +46,7 @@ std::set<std::string> knownKeys() {
     for (const TextEntry& entry : englishTexts()) {
         keys.emplace(entry.chinese);
     }
-    for (const LinuxTextEntry& entry : linuxTexts()) {
+    for (const FurtherTextEntry& entry : furtherTexts()) {
         keys.emplace(entry.chinese);
     }
     return keys;

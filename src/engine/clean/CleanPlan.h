@@ -11,6 +11,7 @@ struct CleanPlan {
     struct Row {
         CleanupItem item;
         std::vector<CleanupTarget> targets; ///< the selected ones; an application before its leftovers
+        bool isFinishing = false;           ///< of a clean that was cut off: the application itself may have gone then
     };
     std::vector<Row> rows;
     std::int64_t attempted = 0; ///< targets of all rows

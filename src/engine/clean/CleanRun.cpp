@@ -4,18 +4,19 @@
 #include "Paths.h"
 #include "PosixFiles.h"
 #include "applications/AppUninstaller.h"
+#include "clean/CleanPlaces.h"
+#include "clean/DiskRoom.h"
+#include "clean/Recovery.h"
 #include "memory/Memory.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <iterator>
 #include <thread>
 #include <utility>
 
 namespace vellmoor {
 namespace {
 
-constexpr std::size_t mostFailureLines = 5;
 constexpr std::size_t mostNotes = 50; // the outcomes have them all
 constexpr std::chrono::seconds askAgain{1};
 
@@ -29,63 +30,60 @@ bool isAmbiguous(const Platform& platform, const Path& url, const std::optional<
     return climbs && platform.realPlace(url) != place;
 }
 
-/// The folders that the rules themselves open through links: users move whole folders to other disks.
-std::vector<Path> anchors(const EngineContext& context, const PathGuard& guard) {
-    std::vector<Path> all = guard.folders();
-    for (const JunkCategory& category : context.layout().junk) {
-        std::ranges::transform(category.roots, std::back_inserter(all), &RootPattern::base);
-    }
-    for (const BrowserTraces& browser : context.layout().privacy.browsers) {
-        for (const BrowserFolder& folder : browser.folders) {
-            all.insert(all.end(), {folder.userData, folder.cache});
-        }
-    }
-    std::erase_if(all, [](const Path& path) { return !path.is_absolute(); });
-    return all;
-}
-
-TrashPlaces placesOf(const EngineContext& context, const TrashedPaths& trashed, const PathGuard& guard) {
-    const TrashLayout& layout = context.layout().trash;
-    return {.home = homeTrash(layout),
-            .known = trashed.folders(),
-            .volumeForms = layout.volumeForms,
-            .anchors = anchors(context, guard)};
-}
-
 std::string line(const Path& path, const std::string& reason) {
     return displayName(path) + ": " + reason;
 }
 
 } // namespace
 
-CleanRun::CleanRun(EngineContext& context, std::chrono::milliseconds settle)
+CleanRun::CleanRun(EngineContext& context, std::chrono::milliseconds settle, const CleanProgressCallback& progress)
     : context_(context),
       platform_(context.platform()),
       settle_(settle),
+      progress_(progress),
       guard_(platform_, context.layout()),
       trashed_(TrashedPaths::of(context)),
-      session_(platform_.trashSession(placesOf(context, *trashed_, guard_))),
-      owners_(context) {}
+      session_(platform_.trashSession(cleanPlaces(context, *trashed_, guard_))),
+      owners_(context) {
+    recoverCutOff(context, *session_);
+}
 
-CleanupReport CleanRun::run(const CleanPlan& plan) {
+CleanupReport CleanRun::run(const CleanPlan& plan, CleanRecord& record) {
     report_.attemptedCount = plan.attempted;
     report_.freedBytes = plan.estimate;
+    const DiskRoom room(context_, plan);
+    WorkProgress progress(progress_, plan.attempted, plan.estimate);
     for (const CleanPlan::Row& row : plan.rows) {
         if (row.item.module == CleanerModule::memoryOptimization) {
-            if (!context_.isCancelled()) {
+            if (context_.isCancelled()) {
+                report_.untriedCount += std::ssize(row.targets);
+            } else {
                 optimize(row);
             }
+            for (const CleanupTarget& target : row.targets) {
+                progress.done(target.bytes);
+            }
         } else {
-            cleanRow(row);
+            cleanRow(row, record, progress);
         }
     }
+    finish(record);
+    room.measure(report_);
+    progress.end();
+    return std::move(report_);
+}
+
+void CleanRun::finish(CleanRecord& record) {
     session_->finish();
-    const bool moved = std::ranges::any_of(
-        report_.outcomes, [](const CleanupOutcome& outcome) { return outcome.fate == CleanupFate::Trashed; });
-    if (moved && !session_->seesNotes()) {
+    record.end();
+    report_.historyId = record.id();
+    report_.wasStopped = report_.wasStopped || (context_.isCancelled() && report_.untriedCount > 0);
+    if (report_.trashedCount > 0 && !session_->seesNotes()) {
         report_.notes.push_back(L::tr("项目由系统移到废纸篓，无法检查其回收记录"));
     }
-    return std::move(report_);
+    if (report_.trashedCount > 0 && record.problem()) {
+        report_.notes.push_back(L::tr("无法撤销此次清理：%@", *record.problem()));
+    }
 }
 
 void CleanRun::optimize(const CleanPlan::Row& row) {
@@ -101,20 +99,32 @@ void CleanRun::optimize(const CleanPlan::Row& row) {
     report_.memoryAfter = memorySnapshot(context_);
 }
 
-void CleanRun::cleanRow(const CleanPlan::Row& row) {
+void CleanRun::cleanRow(const CleanPlan::Row& row, CleanRecord& record, WorkProgress& progress) {
     rowKept_.reset();
     folder_.reset();
     askedApplication_.reset();
     owners_.refresh();
+    if (isInstalledAgain(row)) {
+        rowKept_ = L::tr("应用已重新安装，已保留");
+    }
     kept_ = KeptPaths::read(platform_, context_.layout());
     for (const CleanupTarget& target : row.targets) {
+        progress.begin(target.url);
         Answer answer = remove(row, target);
         const bool stays = answer.fate == CleanupFate::Kept || answer.fate == CleanupFate::Failed;
         if (isBody(row.item, target) && stays) {
             rowKept_ = answer.reason; // what it has left behind is still in use
         }
-        record(target, std::move(answer));
+        record.did(count(target, std::move(answer)));
+        progress.done(target.bytes);
     }
+}
+
+/// What an application has left behind is its own again when it is back.
+bool CleanRun::isInstalledAgain(const CleanPlan::Row& row) const {
+    const auto isItself = [&](const CleanupTarget& target) { return isBody(row.item, target); };
+    return row.isFinishing && row.item.appInfo && std::ranges::none_of(row.targets, isItself) &&
+           platform_.exists(row.item.appInfo->appPath);
 }
 
 const CleanRun::Folder& CleanRun::folderOf(const Path& path) {
@@ -230,7 +240,8 @@ CleanRun::Answer CleanRun::removeExisting(const Subject& subject) {
                       .reason = std::move(reason),
                       .place = std::move(removal.place),
                       .endsClean = endsClean,
-                      .note = removal.noteRemains ? L::tr("已移除，但其回收记录仍保留") : ""};
+                      .note = removal.noteRemains ? L::tr("已移除，但其回收记录仍保留") : "",
+                      .moved = removal.moved};
     };
     switch (removal.result) {
     case RemovalResult::Done:
@@ -247,6 +258,9 @@ CleanRun::Answer CleanRun::removeExisting(const Subject& subject) {
         return answer(CleanupFate::Failed, trashed ? removal.reason : L::tr("此磁盘已满，请先清空废纸篓"), true);
     case RemovalResult::ReadOnly:
         return answer(CleanupFate::Failed, removal.reason, true);
+    case RemovalResult::Stopped:
+        report_.wasStopped = true;
+        return answer(CleanupFate::Kept, L::tr("已停止，剩余部分仍在废纸篓中"));
     case RemovalResult::Failed:
         break;
     }
@@ -270,10 +284,16 @@ CleanRun::Answer CleanRun::removeFlatpak(const Subject& subject) {
     return {.fate = CleanupFate::Removed, .reason = "", .place = {}, .note = ""};
 }
 
-void CleanRun::record(const CleanupTarget& target, Answer answer) {
+const CleanupOutcome& CleanRun::count(const CleanupTarget& target, Answer answer) {
     switch (answer.fate) {
     case CleanupFate::Trashed:
+        ++report_.trashedCount;
+        report_.trashedBytes = checkedAdd(report_.trashedBytes, target.bytes);
+        ++report_.removedCount;
+        report_.processedBytes = checkedAdd(report_.processedBytes, target.bytes);
+        break;
     case CleanupFate::Removed:
+        report_.removedBytes = checkedAdd(report_.removedBytes, target.bytes);
         ++report_.removedCount;
         report_.processedBytes = checkedAdd(report_.processedBytes, target.bytes);
         break;
@@ -284,8 +304,10 @@ void CleanRun::record(const CleanupTarget& target, Answer answer) {
     case CleanupFate::Failed:
         fail(line(target.url, answer.reason));
         break;
-    case CleanupFate::Vanished:
     case CleanupFate::Untried:
+        ++report_.untriedCount;
+        break;
+    case CleanupFate::Vanished:
         break;
     }
     if (!answer.note.empty()) {
@@ -296,8 +318,9 @@ void CleanRun::record(const CleanupTarget& target, Answer answer) {
                                 .fate = answer.fate,
                                 .place = std::move(answer.place),
                                 .bytes = target.bytes,
-                                .identity = target.identity,
+                                .identity = answer.moved ? answer.moved : target.identity,
                                 .reason = std::move(answer.reason)});
+    return report_.outcomes.back();
 }
 
 void CleanRun::note(std::string line) {

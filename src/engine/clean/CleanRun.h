@@ -1,11 +1,14 @@
 #pragma once
 
+#include "CleanProgress.h"
 #include "CleanupReport.h"
 #include "ProtectedPaths.h"
 #include "TrashSession.h"
 #include "clean/CleanPlan.h"
+#include "clean/CleanRecord.h"
 #include "clean/RunningOwners.h"
 #include "clean/TrashedPaths.h"
+#include "clean/WorkProgress.h"
 #include "keep/KeptPaths.h"
 #include "scan/EngineContext.h"
 
@@ -20,10 +23,11 @@ namespace vellmoor {
 /// One clean: takes row after row of a plan and writes down what becomes of each target.
 class CleanRun {
 public:
-    /// `settle` is the wait before the second memory reading.
-    CleanRun(EngineContext& context, std::chrono::milliseconds settle);
+    /// `settle` is the wait before the second memory reading. What a killed clean left in a Trash is put right at once.
+    CleanRun(EngineContext& context, std::chrono::milliseconds settle, const CleanProgressCallback& progress);
 
-    CleanupReport run(const CleanPlan& plan);
+    /// Every target of the plan that is a file goes into `record`, in order.
+    CleanupReport run(const CleanPlan& plan, CleanRecord& record);
 
 private:
     /// What became of one target, before it is counted.
@@ -33,6 +37,7 @@ private:
         Path place;
         bool endsClean = false;
         std::string note;
+        std::optional<FileIdentity> moved = {};
     };
 
     /// What is known of the folder of the target at hand: targets stand beside each other.
@@ -52,7 +57,9 @@ private:
     const Folder& folderOf(const Path& path);
     Subject subject(const CleanPlan::Row& row, const CleanupTarget& target);
     void optimize(const CleanPlan::Row& row);
-    void cleanRow(const CleanPlan::Row& row);
+    void cleanRow(const CleanPlan::Row& row, CleanRecord& record, WorkProgress& progress);
+    void finish(CleanRecord& record);
+    [[nodiscard]] bool isInstalledAgain(const CleanPlan::Row& row) const;
     Answer remove(const CleanPlan::Row& row, const CleanupTarget& target);
     Answer removeExisting(const Subject& subject);
     Answer removeFlatpak(const Subject& subject);
@@ -60,13 +67,14 @@ private:
     /// What the list of kept paths says of a target, whatever its row says.
     [[nodiscard]] std::optional<Answer> keptBack(const Path& path) const;
     [[nodiscard]] std::optional<std::string> refusal(const Subject& subject) const;
-    void record(const CleanupTarget& target, Answer answer);
+    const CleanupOutcome& count(const CleanupTarget& target, Answer answer);
     void note(std::string line);
     void fail(std::string line);
 
     EngineContext& context_;
     const Platform& platform_;
     std::chrono::milliseconds settle_;
+    const CleanProgressCallback& progress_;
     PathGuard guard_;
     std::expected<KeptPaths, std::string> kept_; ///< as it was when the current row began
     std::unique_ptr<const TrashedPaths> trashed_;

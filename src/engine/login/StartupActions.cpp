@@ -178,7 +178,7 @@ StartupActionResult disableStartupItem(EngineContext& context, const StartupItem
         return failed(L::tr("禁用 %@ 失败：%@", item.name, moved.error()));
     }
     loader.forget();
-    return {.succeeded = true, .message = L::tr("已禁用 %@ 的开机自启动。", item.name)};
+    return {.succeeded = true, .message = L::tr("已禁用 %@ 的开机自启动。", item.name), .file = destination};
 }
 
 StartupActionResult enableStartupItem(EngineContext& context, const StartupItem& item) {
@@ -203,7 +203,7 @@ StartupActionResult enableStartupItem(EngineContext& context, const StartupItem&
         return failed(L::tr("恢复 %@ 失败：%@", item.name, moved.error()));
     }
     Loader(context, folders.kind).load(destination, item.startsAtLogin);
-    return {.succeeded = true, .message = L::tr("已恢复 %@ 的开机自启动。", item.name)};
+    return {.succeeded = true, .message = L::tr("已恢复 %@ 的开机自启动。", item.name), .file = destination};
 }
 
 } // namespace vellmoor

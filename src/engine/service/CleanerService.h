@@ -2,13 +2,18 @@
 #pragma once
 
 #include "CancelToken.h"
+#include "CleanProgress.h"
 #include "CleanupReport.h"
+#include "History.h"
 #include "KeptItem.h"
 #include "Platform.h"
+#include "RestoreReport.h"
 #include "ScanSnapshot.h"
 
+#include <cstddef>
 #include <expected>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,9 +32,36 @@ public:
     /// ScanCancelled once `token` is set, and nothing else.
     virtual ScanSnapshot scan(CleanerModule module, const ProgressCallback& progress, const CancelToken& token) = 0;
 
-    /// Removes the selected targets of the selected, cleanable items. Never throws: problems are failure lines. Once
-    /// `stop` is set it finishes the target at hand and leaves the others untried.
-    virtual CleanupReport clean(const std::vector<CleanupItem>& items, const CancelToken& stop) = 0;
+    // What changes files. None of these throws: problems are failure lines. Once `stop` is set the target at hand is
+    // finished (a removal for good ends between two entries), and the others stay untried. One at a time: while another
+    // window or command line of the user is at it, nothing happens, and the one failure line says so.
+
+    /// Removes the selected targets of the selected, cleanable items.
+    virtual CleanupReport clean(const std::vector<CleanupItem>& items, const CleanProgressCallback& progress,
+                                const CancelToken& stop) = 0;
+    /// What a clean of the history still had to do, where it is the same file: as a clean of its own.
+    virtual CleanupReport finish(const std::string& clean, const CleanProgressCallback& progress,
+                                 const CancelToken& stop) = 0;
+    /// For good, exactly what a clean of the history put into a Trash and still lies there.
+    virtual CleanupReport removeForGood(const std::string& clean, const CleanProgressCallback& progress,
+                                        const CancelToken& stop) = 0;
+    /// The items of a clean of the history that have these indices, or all that lie in a Trash when there are none.
+    virtual RestoreReport putBack(const std::string& clean, const std::vector<std::size_t>& indices,
+                                  const CleanProgressCallback& progress, const CancelToken& stop) = 0;
+    /// What lies in a Trash at these places, whoever put it there.
+    virtual RestoreReport putBackTrashed(const std::vector<Path>& places, const CleanProgressCallback& progress,
+                                         const CancelToken& stop) = 0;
+    /// Puts right what a kill has left, once at the start; nothing is lost when it is not called.
+    virtual void recover() = 0;
+
+    // The history
+    virtual History history() = 0;
+    /// Empties it; what lies in a Trash stays there.
+    virtual Outcome forgetHistory() = 0;
+    /// Why a clean of these could not be taken back, in a whole sentence; nothing: it can.
+    virtual std::optional<std::string> whyNoWayBack(const std::vector<CleanupItem>& items) = 0;
+    /// Switches a login item to what it was before that change.
+    virtual StartupActionResult putBackSwitch(const HistorySwitch& change) = 0;
 
     /// Never offers these paths again, nor what lies below them. One that cannot be kept is the failure; the others
     /// are.

@@ -5,6 +5,7 @@
 #include "ScanSnapshot.h"
 #include "applications/AppUninstaller.h"
 #include "files/LargeFiles.h"
+#include "history/HistoryList.h"
 #include "junk/SystemJunk.h"
 #include "login/StartupItems.h"
 #include "memory/Memory.h"
@@ -147,6 +148,7 @@ ScanSnapshot scan(EngineContext& context, CleanerModule module, const ProgressCa
 
     context.throwIfCancelled();
     progress.start("正在整理扫描结果...");
+    markFromCleans(context, snapshot.cleanupItems);
     snapshot.fileCandidates = makeFileCandidates(context, snapshot.cleanupItems);
     const bool countsOnce = context.layout().countsOnce;
     if (countsOnce && module == CleanerModule::smartScan) {

@@ -3,13 +3,17 @@
 #include "Paths.h"
 #include "ScanSnapshot.h"
 #include "clean/Cleaning.h"
+#include "clean/Recovery.h"
+#include "history/HistoryList.h"
 #include "keep/KeptPaths.h"
 #include "login/StartupItems.h"
 #include "memory/Memory.h"
 #include "permissions/PermissionHints.h"
+#include "restore/Restore.h"
 #include "scan/PathMeasurement.h"
 #include "service/ScanDriver.h"
 
+#include <algorithm>
 #include <chrono>
 
 namespace vellmoor {
@@ -32,10 +36,73 @@ ScanSnapshot SystemCleanerService::scan(CleanerModule module, const ProgressCall
     return vellmoor::scan(context, module, progress);
 }
 
-CleanupReport SystemCleanerService::clean(const std::vector<CleanupItem>& items, const CancelToken& stop) {
+CleanupReport SystemCleanerService::clean(const std::vector<CleanupItem>& items, const CleanProgressCallback& progress,
+                                          const CancelToken& stop) {
     platform_.enterWorker();
     EngineContext context(platform_, layout_, stop, now());
-    return vellmoor::clean(context, items);
+    return vellmoor::clean(context, items, memorySettles, progress);
+}
+
+CleanupReport SystemCleanerService::finish(const std::string& clean, const CleanProgressCallback& progress,
+                                           const CancelToken& stop) {
+    platform_.enterWorker();
+    EngineContext context(platform_, layout_, stop, now());
+    return vellmoor::finishClean(context, clean, progress);
+}
+
+CleanupReport SystemCleanerService::removeForGood(const std::string& clean, const CleanProgressCallback& progress,
+                                                  const CancelToken& stop) {
+    platform_.enterWorker();
+    EngineContext context(platform_, layout_, stop, now());
+    return vellmoor::removeForGood(context, clean, progress);
+}
+
+RestoreReport SystemCleanerService::putBack(const std::string& clean, const std::vector<std::size_t>& indices,
+                                            const CleanProgressCallback& progress, const CancelToken& stop) {
+    platform_.enterWorker();
+    EngineContext context(platform_, layout_, stop, now());
+    return vellmoor::putBack(context, clean, indices, progress);
+}
+
+RestoreReport SystemCleanerService::putBackTrashed(const std::vector<Path>& places,
+                                                   const CleanProgressCallback& progress, const CancelToken& stop) {
+    platform_.enterWorker();
+    EngineContext context(platform_, layout_, stop, now());
+    return vellmoor::putBackTrashed(context, places, progress);
+}
+
+void SystemCleanerService::recover() {
+    platform_.enterWorker();
+    EngineContext context(platform_, layout_, now());
+    vellmoor::recover(context);
+}
+
+History SystemCleanerService::history() {
+    platform_.enterWorker();
+    EngineContext context(platform_, layout_, now());
+    return vellmoor::history(context);
+}
+
+Outcome SystemCleanerService::forgetHistory() {
+    platform_.enterWorker();
+    EngineContext context(platform_, layout_, now());
+    return vellmoor::forgetHistory(context);
+}
+
+std::optional<std::string> SystemCleanerService::whyNoWayBack(const std::vector<CleanupItem>& items) {
+    const EngineContext context(platform_, layout_, now());
+    return vellmoor::whyNoWayBack(context, items);
+}
+
+StartupActionResult SystemCleanerService::putBackSwitch(const HistorySwitch& change) {
+    platform_.enterWorker();
+    EngineContext context(platform_, layout_, now());
+    const std::vector<StartupItem> items = startupItems(context);
+    const auto item = std::ranges::find(items, change.file, &StartupItem::plistURL);
+    if (item == items.end()) {
+        return {.succeeded = false, .message = L::tr("%@ 已不在列表中。", change.name)};
+    }
+    return change.isEnabled ? disableStartupItem(*item) : enableStartupItem(*item);
 }
 
 Outcome SystemCleanerService::keep(const std::vector<Path>& paths) {
@@ -73,13 +140,21 @@ std::expected<std::vector<KeptItem>, std::string> SystemCleanerService::keptItem
 StartupActionResult SystemCleanerService::disableStartupItem(const StartupItem& item) {
     platform_.enterWorker();
     EngineContext context(platform_, layout_, now());
-    return vellmoor::disableStartupItem(context, item);
+    StartupActionResult result = vellmoor::disableStartupItem(context, item);
+    if (result.succeeded) {
+        rememberSwitch(context, item.name, result.file, false);
+    }
+    return result;
 }
 
 StartupActionResult SystemCleanerService::enableStartupItem(const StartupItem& item) {
     platform_.enterWorker();
     EngineContext context(platform_, layout_, now());
-    return vellmoor::enableStartupItem(context, item);
+    StartupActionResult result = vellmoor::enableStartupItem(context, item);
+    if (result.succeeded) {
+        rememberSwitch(context, item.name, result.file, true);
+    }
+    return result;
 }
 
 std::vector<PermissionHint> SystemCleanerService::permissionHints() {

@@ -3,6 +3,7 @@
 #include "Paths.h"
 #include "PercentText.h"
 #include "Platform.h"
+#include "TrashNotes.h"
 #include "scan/AccessLimited.h"
 #include "scan/PathMeasurement.h"
 
@@ -136,23 +137,38 @@ std::string keyOf(const SystemLayout& layout, const TrashSource& source) {
 }
 
 CleanupItem contentsRow(EngineContext& context, const TrashSource& source, std::vector<Path> paths) {
-    return categoryItem(context, {.module = CleanerModule::trash,
-                                  .key = keyOf(context.layout(), source),
-                                  .title = source.title,
-                                  .description = L::tr("%@，清理后会永久移除", source.description),
-                                  .roots = std::move(paths),
-                                  .symbol = "trash",
-                                  .tint = Tint::red,
-                                  .risk = CleanupRisk::safe,
-                                  .cleanable = true,
-                                  .selected = true,
-                                  .splitting = Splitting::Never}); // half an item could not be put back
+    CleanupItem row = categoryItem(context, {.module = CleanerModule::trash,
+                                             .key = keyOf(context.layout(), source),
+                                             .title = source.title,
+                                             .description = L::tr("%@，清理后会永久移除", source.description),
+                                             .roots = std::move(paths),
+                                             .symbol = "trash",
+                                             .tint = Tint::red,
+                                             .risk = CleanupRisk::safe,
+                                             .cleanable = true,
+                                             .selected = true,
+                                             .splitting = Splitting::Never}); // half an item could not be put back
+    for (CleanupTarget& target : row.targets) {
+        target.origin = trashedOrigin(context, source.trash, target.url);
+    }
+    return row;
 }
 
 } // namespace
 
 TrashFolder homeTrash(const TrashLayout& layout) {
     return trashAt(layout, layout.homeFolder, layout.homeFolder.parent_path());
+}
+
+std::optional<Path> trashedOrigin(const EngineContext& context, const TrashFolder& trash, const Path& place) {
+    constexpr std::size_t longest = std::size_t{1} << 16;
+    const TrashLayout& layout = context.layout().trash;
+    if (layout.notes.empty()) {
+        return std::nullopt;
+    }
+    const Path note = trash.folder / layout.notes / noteName(place.filename().string());
+    const std::optional<std::string> text = context.platform().fileContents(note, longest);
+    return text ? notedOrigin(*text, trash, trash.folder == layout.homeFolder) : std::nullopt;
 }
 
 std::vector<TrashSource> trashSources(const EngineContext& context) {

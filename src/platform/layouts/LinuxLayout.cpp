@@ -87,6 +87,7 @@ SystemLayout linuxLayout(const LinuxEnvironment& environment, std::uint32_t user
         .homeFolder = environment.data / "Trash",
         .homeDescription = "%@ 中的文件",
         .contents = "files",
+        .notes = "info",
         .volumePrefix = "",
         .volumeForms = {{.folder = fs::path(".Trash") / user, .needsStickyParent = true, .needsRealFolder = true},
                         {.folder = ".Trash-" + user, .needsStickyParent = false, .needsRealFolder = true}},

@@ -90,6 +90,7 @@ SystemLayout macosLayout(const fs::path& homeFolder, std::uint32_t userId, const
     layout.trash = {.homeFolder = home / ".Trash",
                     .homeDescription = "~/.Trash 中的文件",
                     .contents = "",
+                    .notes = "",
                     .volumePrefix = underRoot(root, "/Volumes/").string(),
                     .volumeForms = {{.folder = fs::path(".Trashes") / std::to_string(userId)}},
                     .checksOwner = false,

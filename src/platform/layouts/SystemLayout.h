@@ -70,6 +70,7 @@ struct TrashLayout {
     std::filesystem::path homeFolder;
     std::string homeDescription; ///< text key; %@ stands for homeFolder in display form
     std::string contents;        ///< name of the folder that holds the items; empty: the Trash folder itself
+    std::string notes;           ///< name of the folder that holds their restore notes; empty: they have none
     std::string volumePrefix;    ///< only volumes below it count; empty: as the platform lists them
     std::vector<VolumeTrashForm> volumeForms;
     bool checksOwner = false; ///< a foreign, readable Trash is passed over

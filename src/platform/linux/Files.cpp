@@ -44,6 +44,7 @@ std::optional<FileFacts> facts(const Path& path) {
     facts.length = status.st_size;
     facts.modified = timePoint(status.st_mtim);
     facts.owner = status.st_uid;
+    facts.mode = status.st_mode & 07777U;
     facts.device = status.st_dev;
     facts.inode = status.st_ino;
     return facts;

@@ -130,6 +130,10 @@ std::optional<Capacity> LinuxPlatform::capacity(const Path& path) const {
     return files::capacity(path);
 }
 
+std::optional<Disk> LinuxPlatform::disk(const Path& path) const {
+    return mounts::diskOf(path);
+}
+
 UserFolders LinuxPlatform::userFolders() const {
     constexpr std::size_t largest = std::size_t{1} << 20;
     const LinuxEnvironment environment = processEnvironment();
@@ -186,6 +190,10 @@ CommandResult LinuxPlatform::untranslatedResult(const Path& tool, const std::vec
 
 std::uint32_t LinuxPlatform::userId() const {
     return ::getuid();
+}
+
+std::string LinuxPlatform::systemRun() const {
+    return files::contents("/proc/sys/kernel/random/boot_id", 64).value_or("");
 }
 
 std::int64_t LinuxPlatform::physicalMemory() const {

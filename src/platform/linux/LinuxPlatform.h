@@ -33,6 +33,7 @@ public:
 
     [[nodiscard]] std::vector<Volume> mountedVolumes() const override;
     [[nodiscard]] std::optional<Capacity> capacity(const Path& path) const override;
+    [[nodiscard]] std::optional<Disk> disk(const Path& path) const override;
     [[nodiscard]] UserFolders userFolders() const override;
     [[nodiscard]] std::optional<KeyFile> keyFile(const Path& path) const override;
 
@@ -51,6 +52,7 @@ public:
                                                    const std::vector<std::string>& arguments) const override;
 
     [[nodiscard]] std::uint32_t userId() const override;
+    [[nodiscard]] std::string systemRun() const override;
     [[nodiscard]] std::int64_t physicalMemory() const override;
     [[nodiscard]] std::optional<std::string> preferredLanguage() const override;
 

@@ -24,6 +24,8 @@ Removal failure(int error) {
         return {.result = RemovalResult::DiskFull, .reason = files::reason(error), .place = {}};
     case EROFS:
         return {.result = RemovalResult::ReadOnly, .reason = files::reason(error), .place = {}};
+    case ECANCELED:
+        return {.result = RemovalResult::Stopped, .reason = "", .place = {}};
     default:
         return {.result = meansGone(error) ? RemovalResult::Vanished : RemovalResult::Failed,
                 .reason = files::reason(error),
@@ -245,7 +247,10 @@ Removal LinuxTrashSession::moveInto(TrashDirectory& trash, const Path& base, con
         const auto moved = factsAt(trash.files(), name->c_str());
         if (moved && isAsShown(request, *moved) && isSameFile(seen, *moved)) {
             trash.forgetSize(*name);
-            return {.result = RemovalResult::Done, .reason = "", .place = trash.place().contents / *name};
+            return {.result = RemovalResult::Done,
+                    .reason = "",
+                    .place = trash.place().contents / *name,
+                    .moved = moved->identity};
         }
         // Another file had the name when it moved.
         const int back = renameWithoutReplacing(trash.files(), name->c_str(), parent.folder.get(), item.c_str());
@@ -314,7 +319,7 @@ Removal LinuxTrashSession::takeOut(TrashDirectory& trash, int folder, const Remo
     if (error == 0) {
         const auto moved = factsAt(way->folder, name.c_str());
         const bool isStranger = !moved || !isAsShown(request, *moved) || !isSameFile(*moved, seen);
-        error = isStranger ? ESTALE : removeTree(way->folder, name.c_str(), moved->identity);
+        error = isStranger ? ESTALE : removeTree(way->folder, name.c_str(), moved->identity, places_.stop);
         if (error == 0) {
             return {};
         }
@@ -331,6 +336,17 @@ Removal LinuxTrashSession::takeOut(TrashDirectory& trash, int folder, const Remo
         setMode(opened->get(), *before);
     }
     return afterFailure(error, folder, item);
+}
+
+void LinuxTrashSession::forgetNotes(const std::set<Path>& places) {
+    for (const auto& [folder, trash] : known_) {
+        if (trash->open() == 0) {
+            trash->forgetNotes([&](std::string_view note) {
+                const auto origin = notedOrigin(note, trash->place(), folder == places_.home.folder);
+                return origin && places.contains(*origin);
+            });
+        }
+    }
 }
 
 void LinuxTrashSession::finish() {

@@ -3,6 +3,7 @@
 #include "Files.h"
 #include "GlibPointers.h"
 #include "MountPoints.h"
+#include "Paths.h"
 
 #include <gio/gunixmounts.h>
 
@@ -51,14 +52,42 @@ struct FreeMounts {
 
 Mount mountOf(GUnixMountEntry* entry) {
 #if GLIB_CHECK_VERSION(2, 84, 0)
-    return {g_unix_mount_entry_get_mount_path(entry), text(g_unix_mount_entry_get_fs_type(entry)),
-            text(g_unix_mount_entry_get_options(entry)), g_unix_mount_entry_is_readonly(entry) != 0,
-            g_unix_mount_entry_is_system_internal(entry) != 0};
+    return {.path = g_unix_mount_entry_get_mount_path(entry),
+            .fileSystem = text(g_unix_mount_entry_get_fs_type(entry)),
+            .options = text(g_unix_mount_entry_get_options(entry)),
+            .device = text(g_unix_mount_entry_get_device_path(entry)),
+            .root = text(g_unix_mount_entry_get_root_path(entry)),
+            .isReadOnly = g_unix_mount_entry_is_readonly(entry) != 0,
+            .isSystemInternal = g_unix_mount_entry_is_system_internal(entry) != 0};
 #else
-    return {g_unix_mount_get_mount_path(entry), text(g_unix_mount_get_fs_type(entry)),
-            text(g_unix_mount_get_options(entry)), g_unix_mount_is_readonly(entry) != 0,
-            g_unix_mount_is_system_internal(entry) != 0};
+    return {.path = g_unix_mount_get_mount_path(entry),
+            .fileSystem = text(g_unix_mount_get_fs_type(entry)),
+            .options = text(g_unix_mount_get_options(entry)),
+            .device = text(g_unix_mount_get_device_path(entry)),
+            .root = text(g_unix_mount_get_root_path(entry)),
+            .isReadOnly = g_unix_mount_is_readonly(entry) != 0,
+            .isSystemInternal = g_unix_mount_is_system_internal(entry) != 0};
 #endif
+}
+
+// By the links that udev keeps; a name is that of the file system, with the part of it that is mounted.
+std::string nameOf(const Mount& mount) {
+    const std::optional<Path> device = files::realPath(mount.device);
+    const auto links = files::entries("/dev/disk/by-uuid");
+    if (!device || !links) {
+        return {};
+    }
+    for (const FolderEntry& link : *links) {
+        if (files::realPath(Path("/dev/disk/by-uuid") / link.name) == device) {
+            return mount.root.empty() || mount.root == "/" ? link.name : link.name + ":" + mount.root;
+        }
+    }
+    return {};
+}
+
+template <std::size_t Count>
+bool isOneOf(const std::array<const char*, Count>& types, std::string_view type) {
+    return std::ranges::find(types, type) != types.end();
 }
 
 } // namespace
@@ -84,6 +113,28 @@ std::vector<Mount> list() {
         all.push_back(mountOf(static_cast<GUnixMountEntry*>(entry->data)));
     }
     return all;
+}
+
+std::optional<Disk> diskOf(const Path& path) {
+    // They number a file anew each time when it is looked at after a mount.
+    constexpr std::array withoutInodes{"vfat", "msdos", "exfat", "fuseblk"};
+    constexpr std::array copyOnWrite{"btrfs", "zfs", "bcachefs"};
+    const std::optional<Path> real = files::realPath(path);
+    const std::vector<Mount> all = list();
+    const Mount* nearest = nullptr;
+    for (const Mount& mount : all) { // of several at one place the last is seen
+        const bool holds = real && isAtOrBelow(*real, mount.path);
+        if (holds && (nearest == nullptr || mount.path.native().size() >= nearest->path.native().size())) {
+            nearest = &mount;
+        }
+    }
+    if (nearest == nullptr) {
+        return std::nullopt;
+    }
+    return Disk{.name = nameOf(*nearest),
+                .mount = nearest->path,
+                .keepsInodes = !isOneOf(withoutInodes, nearest->fileSystem),
+                .isCopyOnWrite = isOneOf(copyOnWrite, nearest->fileSystem)};
 }
 
 std::vector<Volume> volumesWithTrash(const std::vector<Mount>& all) {

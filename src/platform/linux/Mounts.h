@@ -16,6 +16,8 @@ struct Mount {
     Path path;
     std::string fileSystem; ///< its type, such as "ext4"
     std::string options;    ///< comma-separated
+    std::string device;     ///< what is mounted, such as "/dev/sda1"
+    std::string root;       ///< the folder of the file system that is seen here; "/" for all of it
     bool isReadOnly = false;
     bool isSystemInternal = false; ///< in GLib's sense
 };
@@ -26,6 +28,9 @@ bool mayHoldTrash(const Mount& mount);
 /// All mounts, in the system's order.
 std::vector<Mount> list();
 std::vector<Volume> volumesWithTrash(const std::vector<Mount>& all);
+
+/// The disk below `path`, with its UUID as udev tells it.
+std::optional<Disk> diskOf(const Path& path);
 
 /// Whether something is mounted at `real`, a path without links above it. When the system does not tell, yes.
 bool isMountPoint(const Path& real);

@@ -59,10 +59,10 @@ public:
     };
     /// The folder above `path`: from the nearest anchor on without following a link.
     std::expected<const Parent*, int> of(const Path& path);
-
-private:
+    /// `folder` itself, in the same way.
     std::expected<Descriptor, int> open(const Path& folder);
 
+private:
     std::vector<Path> anchors_;
     std::map<Path, Descriptor> opened_; ///< the anchors that were needed so far
     Path last_;

@@ -48,4 +48,23 @@ int renameWithoutReplacing(int fromFolder, const char* from, int toFolder, const
     return error == EINVAL || error == ENOSYS ? renameOverReservation(fromFolder, from, toFolder, to) : error;
 }
 
+int renameWithRights(int fromFolder, const char* from, const FileIdentity& expected, int toFolder, const char* to) {
+    const int error = renameWithoutReplacing(fromFolder, from, toFolder, to);
+    if (error != EACCES || expected.kind != FileKind::Folder) {
+        return error;
+    }
+    const auto item = openFolder(fromFolder, from);
+    const auto facts = item ? factsAt(item->get(), "") : std::unexpected(item.error());
+    if (!facts || !isSame(expected, facts->identity, Sameness::File)) {
+        return error;
+    }
+    const auto before = makeAccessible(item->get());
+    if (!before) {
+        return error;
+    }
+    const int again = renameWithoutReplacing(fromFolder, from, toFolder, to);
+    setMode(item->get(), *before);
+    return again;
+}
+
 } // namespace vellmoor

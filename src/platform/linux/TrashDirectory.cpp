@@ -159,6 +159,30 @@ int TrashDirectory::removeNote(const std::string& name) {
     return isGone ? 0 : errno;
 }
 
+void TrashDirectory::forgetNotes(const std::function<bool(std::string_view note)>& isMeant) {
+    constexpr std::size_t longest = std::size_t{1} << 16;
+    if (!info_) {
+        return;
+    }
+    for (const std::string& note : namesIn(info_.get())) {
+        const auto item = notedItem(note);
+        const auto facts = item ? factsAt(files_.get(), item->c_str()) : std::unexpected(EINVAL);
+        if (facts || facts.error() != ENOENT) {
+            continue;
+        }
+        const Descriptor file(
+            ::openat(info_.get(), note.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+        struct stat status{};
+        if (!file || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) {
+            continue;
+        }
+        if (const auto text = files::contents(file.get(), longest); text && isMeant(*text)) {
+            begin();
+            ::unlinkat(info_.get(), note.c_str(), 0); // what stays is found by the next clean
+        }
+    }
+}
+
 std::expected<TrashDirectory::PrivateFolder, int> TrashDirectory::privateFolder() {
     begin();
     if (private_) {
@@ -227,14 +251,8 @@ void TrashDirectory::recoverFolder(int above, const std::string& name) {
 
 // Back to where the user sees it: what was ticked and is still there can be ticked again.
 void TrashDirectory::recoverItem(int folder, const std::string& from, const std::string& name) {
-    if (renameWithoutReplacing(folder, from.c_str(), files_.get(), name.c_str()) != EACCES) {
-        return;
-    }
-    if (const auto item = openFolder(folder, from.c_str())) { // a read-only folder cannot change its place
-        if (const auto before = makeAccessible(item->get())) {
-            (void)renameWithoutReplacing(folder, from.c_str(), files_.get(), name.c_str()); // else the next time
-            setMode(item->get(), *before);
-        }
+    if (const auto facts = factsAt(folder, from.c_str())) {
+        (void)renameWithRights(folder, from.c_str(), facts->identity, files_.get(), name.c_str()); // else the next time
     }
 }
 

@@ -5,9 +5,11 @@
 #include "TrashSession.h"
 
 #include <expected>
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vellmoor {
@@ -34,6 +36,8 @@ public:
     /// Writes the restore note for an item of that name and answers the name that it gets.
     std::expected<std::string, int> writeNote(const std::string& name, const std::string& text);
     int removeNote(const std::string& name);
+    /// Removes the notes without an item of which `isMeant` says so by their text.
+    void forgetNotes(const std::function<bool(std::string_view note)>& isMeant);
     /// The item's name was used or is free by now: a size that is known under it holds no longer.
     void forgetSize(const std::string& name) { sizesToForget_.insert(name); }
 
@@ -44,6 +48,8 @@ public:
     };
     std::expected<PrivateFolder, int> privateFolder();
 
+    /// To be called before the first change: gives its folders the rights that the work needs.
+    void begin();
     /// Puts back what an interrupted clean has left on its way out, and removes its temporary files.
     void recover();
     /// Forgets sizes, waits for the disk, and gives modes back.
@@ -51,7 +57,6 @@ public:
 
 private:
     int access(Descriptor& folder, int above, const char* name);
-    void begin(); ///< the first change is about to be made
     void raise(int folder);
     void recoverFolder(int above, const std::string& name);
     void recoverItem(int folder, const std::string& from, const std::string& name);

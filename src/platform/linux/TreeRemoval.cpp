@@ -72,7 +72,7 @@ bool isSameFolder(const FileIdentity& one, const FileIdentity& other) {
 
 class TreeRemoval {
 public:
-    explicit TreeRemoval(int top) : top_(top) {}
+    TreeRemoval(int top, const CancelToken* stop) : top_(top), stop_(stop) {}
 
     int run(const char* name, const FileIdentity& expected) {
         const auto above = factsAt(top_, "");
@@ -107,6 +107,9 @@ private:
     }
 
     int unlink(const char* name, int flags) {
+        if (stop_ != nullptr && stop_->isCancelled()) {
+            return ECANCELED;
+        }
         const int folder = current();
         const auto deed = [&] {
             // Already gone is as good as deleted.
@@ -215,14 +218,15 @@ private:
     }
 
     int top_;
+    const CancelToken* stop_;
     std::uint64_t device_ = 0;
     std::vector<Folder> stack_;
 };
 
 } // namespace
 
-int removeTree(int parent, const char* name, const FileIdentity& expected) {
-    return TreeRemoval(parent).run(name, expected);
+int removeTree(int parent, const char* name, const FileIdentity& expected, const CancelToken* stop) {
+    return TreeRemoval(parent, stop).run(name, expected);
 }
 
 } // namespace vellmoor

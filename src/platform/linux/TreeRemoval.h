@@ -1,5 +1,6 @@
 #pragma once
 
+#include "CancelToken.h"
 #include "FileIdentity.h"
 
 namespace vellmoor {
@@ -8,7 +9,7 @@ namespace vellmoor {
 /// and no mount point is entered. `expected` is what has been seen there; another folder of that name is not entered
 /// (ESTALE). A folder of the user's inside that forbids it is made accessible. Any depth, at most a dozen
 /// descriptors. Stops at the first entry that cannot be deleted; 0, or its errno (EXDEV: another file system or a
-/// mount point).
-int removeTree(int parent, const char* name, const FileIdentity& expected);
+/// mount point). ECANCELED once `stop` is set, between two entries.
+int removeTree(int parent, const char* name, const FileIdentity& expected, const CancelToken* stop = nullptr);
 
 } // namespace vellmoor

@@ -116,6 +116,7 @@ std::optional<FileFacts> MacPlatform::facts(const Path& path) const {
     facts.length = status.st_size;
     facts.modified = files::timePoint(status.st_mtimespec);
     facts.owner = status.st_uid;
+    facts.mode = status.st_mode & 07777U;
     facts.device = static_cast<std::uint64_t>(status.st_dev);
     facts.inode = status.st_ino;
     return facts;

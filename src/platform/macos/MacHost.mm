@@ -31,6 +31,11 @@ void setSetting(const std::string& key, const std::string& value) {
 
 namespace vellmoor {
 
+// The devices of identities are made from the volumes' UUIDs.
+std::string MacPlatform::systemRun() const {
+    return "always";
+}
+
 std::int64_t MacPlatform::physicalMemory() const {
     @autoreleasepool {
         return static_cast<std::int64_t>(NSProcessInfo.processInfo.physicalMemory);

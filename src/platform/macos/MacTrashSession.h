@@ -16,6 +16,9 @@ public:
     /// Refused unless the path really lies below the Trash folder, whatever links lie on the way. Links inside are
     /// removed, never followed; the first thing that cannot be removed ends it.
     [[nodiscard]] Removal removeFromTrash(const RemovalRequest& request, const TrashFolder& trash) override;
+    /// Foundation keeps no notes that others may read: the request alone says where the item goes.
+    [[nodiscard]] Return putBack(const ReturnRequest& request, const TrashFolder& trash) override;
+    void forgetNotes(const std::set<Path>& /*places*/) override {}
     void finish() override {}
 
 private:

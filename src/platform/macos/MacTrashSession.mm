@@ -3,6 +3,7 @@
 #include "FoundationValues.h"
 #include "MacPaths.h"
 #include "MacPlatform.h"
+#include "ReturnByPath.h"
 
 #include <cerrno>
 #include <functional>
@@ -66,7 +67,7 @@ Removal MacTrashSession::moveToTrash(const RemovalRequest& request) {
         if (moved && isChanged(request, *moved)) { // privacy protection may hide it: then nothing speaks against it
             return returned(place, request.path);
         }
-        return {.result = RemovalResult::Done, .reason = "", .place = place};
+        return {.result = RemovalResult::Done, .reason = "", .place = place, .moved = moved};
     }
 }
 
@@ -84,6 +85,13 @@ Removal MacTrashSession::removeFromTrash(const RemovalRequest& request, const Tr
         }
         return failure(error, "Removing from the Trash");
     }
+}
+
+Return MacTrashSession::putBack(const ReturnRequest& request, const TrashFolder& trash) {
+    if (!mac::reallyLiesIn(request.place, trash.contents)) {
+        return {.result = ReturnResult::Failed, .reason = files::reason(EPERM)};
+    }
+    return putBackByPath(platform_, request);
 }
 
 std::unique_ptr<TrashSession> MacPlatform::trashSession(TrashPlaces /*places*/) const {

@@ -41,4 +41,18 @@ std::optional<Capacity> MacPlatform::capacity(const Path& path) const {
     }
 }
 
+std::optional<Disk> MacPlatform::disk(const Path& path) const {
+    @autoreleasepool {
+        NSDictionary<NSURLResourceKey, id>* values =
+            [addressOf(path) resourceValuesForKeys:@[ NSURLVolumeURLKey, NSURLVolumeUUIDStringKey ] error:nullptr];
+        NSURL* mount = [values objectForKey:NSURLVolumeURLKey];
+        if (mount == nil) {
+            return std::nullopt;
+        }
+        NSString* name = [values objectForKey:NSURLVolumeUUIDStringKey]; // some have none
+        // APFS shares blocks and keeps snapshots: what was removed may be free only later.
+        return Disk{.name = name == nil ? std::string() : textOf(name), .mount = pathOf(mount), .isCopyOnWrite = true};
+    }
+}
+
 } // namespace vellmoor

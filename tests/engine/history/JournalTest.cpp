@@ -21,18 +21,29 @@ protected:
     [[nodiscard]] PastClean clean(std::string id, TimePoint at) const {
         PastTarget target;
         target.path = home_.home / "odd \xFF\nname";
-        target.title = "User Caches";
         target.identity = {
             .device = 66, .inode = ~std::uint64_t{0}, .kind = FileKind::Folder, .length = 4096, .modified = at};
         target.sameness = Sameness::Kind;
         target.bytes = 12345;
         target.parentModes = {0755, 0700};
-        target.place = home_.home / ".local/share/Trash/files/odd";
+        PastTarget body = target;
+        body.row = 1;
+        body.isBody = true;
+        body.wasTrashed = true;
+        const PastRow caches{
+            .module = CleanerModule::systemJunk, .title = "User Caches", .application = {}, .identifier = {}};
+        const PastRow application{.module = CleanerModule::appUninstaller,
+                                  .title = "bad \"name\"",
+                                  .application = home_.home / "\xFF.AppImage",
+                                  .identifier = "org.example.App"};
         return {.id = std::move(id),
                 .at = at,
                 .module = CleanerModule::systemJunk,
-                .boot = "boot",
-                .targets = {target, target}};
+                .run = "run",
+                .home = home_.home,
+                .disks = {{.device = 66, .name = "1234-ABCD", .mount = "/media/\xFFstick"}},
+                .rows = {caches, application},
+                .targets = {target, body}};
     }
     [[nodiscard]] Past past() const { return journal_.read().value(); }
     [[nodiscard]] Path file() const { return home_.layout.stateFolder / "history.jsonl"; }
@@ -91,7 +102,7 @@ TEST_F(Journals, LinesThatCannotBeReadArePassedOverAndKept) {
     add("no json\n{\"event\":\"from the future\",\"x\":1}\n{\"event\":\"did\",\"id\":\"one\",\"index\":99}\n[1]\n");
     ASSERT_TRUE(journal_.begin(clean("two", home_.now)));
     EXPECT_THAT(past().cleans, SizeIs(2));
-    ASSERT_TRUE(journal_.prune(home_.now - test::days(1), 200, [](const PastTarget&) { return true; }));
+    ASSERT_TRUE(journal_.prune(home_.now - test::days(1), 200, [](const PastClean&) { return false; }));
     EXPECT_THAT(past().cleans, SizeIs(1));
     std::ifstream in(file());
     const std::string text((std::istreambuf_iterator<char>(in)), {});
@@ -104,19 +115,24 @@ TEST_F(Journals, OldCleansThoseBeyondTheLimitAndEmptyOnesAreDropped) {
         ASSERT_TRUE(entry);
         ASSERT_TRUE(day == 3 || entry->end());
     }
-    ASSERT_TRUE(journal_.prune(home_.now - test::days(4), 4, [](const PastTarget&) { return true; }));
+    ASSERT_TRUE(journal_.prune(home_.now - test::days(4), 4, [](const PastClean&) { return false; }));
     ASSERT_THAT(past().cleans, SizeIs(4));
     EXPECT_EQ(past().cleans.back().id, "3");
-    ASSERT_TRUE(journal_.prune(home_.now - test::days(4), 4, [](const PastTarget&) { return false; }));
+    ASSERT_TRUE(journal_.prune(home_.now - test::days(4), 4, [](const PastClean& clean) { return clean.isFinished; }));
     ASSERT_THAT(past().cleans, SizeIs(1)) << "the one that was cut off stays";
     EXPECT_EQ(past().cleans[0].id, "3");
 }
 
 TEST_F(Journals, WhatWasPutBackIsRemembered) {
     ASSERT_TRUE(journal_.begin(clean("one", home_.now)));
-    ASSERT_TRUE(journal_.putBack("one", 1));
+    auto entry = journal_.resume("one");
+    ASSERT_TRUE(entry);
+    ASSERT_TRUE(entry->putBack(1));
     EXPECT_FALSE(past().cleans[0].targets[0].isPutBack);
     EXPECT_TRUE(past().cleans[0].targets[1].isPutBack);
+    EXPECT_FALSE(past().cleans[0].isSettled);
+    ASSERT_TRUE(entry->settle());
+    EXPECT_TRUE(past().cleans[0].isSettled);
 }
 
 TEST_F(Journals, SwitchedLoginItemsAreRemembered) {
@@ -124,6 +140,24 @@ TEST_F(Journals, SwitchedLoginItemsAreRemembered) {
         .at = home_.now, .name = "Sync", .file = home_.home / ".config/autostart.disabled/sync.desktop"};
     ASSERT_TRUE(journal_.addSwitch(change));
     EXPECT_THAT(past().switches, ElementsAre(change));
+}
+
+TEST_F(Journals, SwitchesEndWithTheirAgeToo) {
+    ASSERT_TRUE(journal_.addSwitch({.at = home_.now - test::days(100), .name = "Old", .file = "/a"}));
+    ASSERT_TRUE(journal_.addSwitch({.at = home_.now, .name = "New", .file = "/b"}));
+    ASSERT_TRUE(journal_.prune(home_.now - test::days(90), 200, [](const PastClean&) { return false; }));
+    ASSERT_THAT(past().switches, SizeIs(1));
+    EXPECT_EQ(past().switches[0].name, "New");
+}
+
+TEST_F(Journals, WhatReallyMovedIsWhatIsKnownAgain) {
+    auto entry = journal_.begin(clean("one", home_.now));
+    ASSERT_TRUE(entry);
+    CleanupOutcome outcome{.fate = CleanupFate::Trashed, .place = "/T/files/odd"};
+    outcome.identity = FileIdentity{
+        .device = 66, .inode = 7, .kind = FileKind::File, .length = 3, .modified = home_.now - test::days(1)};
+    ASSERT_TRUE(entry->did(0, outcome));
+    EXPECT_EQ(past().cleans[0].targets[0].identity, *outcome.identity);
 }
 
 TEST_F(Journals, ForgettingEmptiesIt) {

@@ -101,6 +101,34 @@ TEST_F(MacStaged, TheNextVolumeOfTheSameNumberIsAnother) {
     EXPECT_FALSE(platform_.identity(folder_ / "gone"));
 }
 
+TEST_F(MacStaged, ATrashedItemGoesBackToItsPlaceAndReplacesNothing) {
+    stage().trash = folder_.folder("Trash");
+    const Path file = folder_.text("gone/a", "words");
+    const Removal removal = toTrash(file);
+    ASSERT_EQ(removal.result, RemovalResult::Done);
+    std::filesystem::remove(file.parent_path());
+    const ReturnRequest request{
+        .place = removal.place, .identity = *platform_.identity(removal.place), .path = file, .parentModes = {0705}};
+    const TrashFolder trash{.folder = stage().trash, .contents = stage().trash, .anchor = stage().trash};
+    EXPECT_EQ(platform_.trashSession({})->putBack(request, trash).result, ReturnResult::Done);
+    EXPECT_EQ(platform_.fileContents(file, 10), "words");
+    EXPECT_EQ(platform_.facts(file.parent_path())->mode, 0705U);
+    ASSERT_EQ(toTrash(file).result, RemovalResult::Done);
+    (void)folder_.text("gone/a", "another");
+    EXPECT_EQ(platform_.trashSession({})->putBack(request, trash).result, ReturnResult::NameTaken);
+    EXPECT_EQ(platform_.fileContents(removal.place, 10), "words");
+}
+
+TEST_F(MacStaged, ADiskIsKnownByItsVolumesNumberAndFreesWhatWasRemovedLater) {
+    stage().volumes = {{.path = "/Volumes/Stick", .name = "Stick"}};
+    stage().volumeNumber = "1234";
+    EXPECT_EQ(platform_.disk("/Volumes/Stick/a"),
+              (Disk{.name = "1234", .mount = "/Volumes/Stick", .keepsInodes = true, .isCopyOnWrite = true}));
+    stage().volumes.clear();
+    EXPECT_EQ(platform_.disk("/Volumes/Stick/a"), std::nullopt);
+    EXPECT_EQ(platform_.systemRun(), platform_.systemRun()) << "identities hold from one start to the next";
+}
+
 TEST_F(MacStaged, AFailureIsLoggedWithItsCodeAndWithoutTheUsersNames) {
     test::takeLog();
     stage().trashFailure = "\"secret.txt\" could not be moved.";

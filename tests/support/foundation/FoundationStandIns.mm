@@ -65,6 +65,14 @@ id resourceValue(NSURL* address, NSString* key) {
     if ([key isEqualToString:NSURLVolumeAvailableCapacityKey]) {
         return number(stage().plainBytes);
     }
+    if ([key isEqualToString:NSURLVolumeURLKey]) {
+        for (const StagedVolume& volume : stage().volumes) {
+            if (path.native().starts_with(volume.path.native())) {
+                return [NSURL fileURLWithPath:objectOf(volume.path.native()) isDirectory:YES];
+            }
+        }
+        return nil;
+    }
     if ([key isEqualToString:NSURLVolumeUUIDStringKey]) {
         return stage().volumeNumber.empty() ? nil : objectOf(stage().volumeNumber);
     }

@@ -8,6 +8,7 @@ typedef NSString* NSURLResourceKey;
 FOUNDATION_EXPORT NSURLResourceKey const NSURLIsPackageKey;
 FOUNDATION_EXPORT NSURLResourceKey const NSURLVolumeNameKey;
 FOUNDATION_EXPORT NSURLResourceKey const NSURLVolumeIsBrowsableKey;
+FOUNDATION_EXPORT NSURLResourceKey const NSURLVolumeURLKey;
 FOUNDATION_EXPORT NSURLResourceKey const NSURLVolumeUUIDStringKey;
 FOUNDATION_EXPORT NSURLResourceKey const NSURLVolumeTotalCapacityKey;
 FOUNDATION_EXPORT NSURLResourceKey const NSURLVolumeAvailableCapacityForImportantUsageKey;

@@ -1,5 +1,6 @@
 #include "TrashNotes.h"
 
+#include "Paths.h"
 #include "PercentText.h"
 
 #include <algorithm>
@@ -25,7 +26,48 @@ std::string_view cutAtCharacter(std::string_view text, std::size_t size) {
     return text.substr(0, continues(end) ? size : end);
 }
 
+// The first value of a key in the note's own group, which comes first.
+std::optional<std::string_view> noteValue(std::string_view note, std::string_view key) {
+    bool isInGroup = false;
+    while (!note.empty()) {
+        std::string_view line = note.substr(0, note.find('\n'));
+        note.remove_prefix(std::min(note.size(), line.size() + 1));
+        if (line.ends_with('\r')) {
+            line.remove_suffix(1);
+        }
+        if (line.starts_with('[')) {
+            if (isInGroup || line != "[Trash Info]") {
+                return std::nullopt;
+            }
+            isInGroup = true;
+        } else if (isInGroup && line.starts_with(key) && line.substr(key.size()).starts_with('=')) {
+            return line.substr(key.size() + 1);
+        }
+    }
+    return std::nullopt;
+}
+
+// A path that leads where it says: no detour, no name that no file has.
+bool isStraight(const Path& path) {
+    return path.has_filename() && path.filename() != "." && std::ranges::find(path, Path("..")) == path.end() &&
+           path.native().find('\0') == std::string::npos;
+}
+
 } // namespace
+
+std::optional<Path> notedOrigin(std::string_view note, const TrashFolder& trash, bool isHome) {
+    const auto value = noteValue(note, "Path");
+    const Path named = value ? Path(percentDecoded(*value)) : Path();
+    if (!isStraight(named) || (isHome && !named.is_absolute())) {
+        return std::nullopt;
+    }
+    Path origin = (named.is_absolute() ? named : trash.anchor / named).lexically_normal();
+    const bool isOutside = !isHome && !isStrictlyBelow(origin, trash.anchor);
+    if (isOutside || isAtOrBelow(origin, trash.folder)) {
+        return std::nullopt;
+    }
+    return origin;
+}
 
 std::string trashNote(const std::filesystem::path& place, std::time_t deleted) {
     std::tm local{};
@@ -37,6 +79,11 @@ std::string trashNote(const std::filesystem::path& place, std::time_t deleted) {
 
 std::string noteName(std::string_view name) {
     return std::string(name) += ending;
+}
+
+std::optional<std::string> notedItem(std::string_view noteName) {
+    const bool isNote = noteName.size() > ending.size() && noteName.ends_with(ending);
+    return isNote ? std::optional(std::string(noteName.substr(0, noteName.size() - ending.size()))) : std::nullopt;
 }
 
 std::string trashName(std::string_view name, unsigned number, std::size_t limit) {

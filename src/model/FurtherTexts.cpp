@@ -1,4 +1,4 @@
-// Linux wordings: further texts, and the key of the main table that a text stands in for on Linux.
+// Texts beside the main table, and Linux's own wordings with the key of the main table that each stands in for there.
 #include "TextTables.h"
 
 #include <array>
@@ -7,7 +7,7 @@ namespace vellmoor {
 namespace {
 
 // clang-format off
-constexpr auto linuxTable = std::to_array<LinuxTextEntry>({
+constexpr auto furtherTable = std::to_array<FurtherTextEntry>({
     {"%@ 中的可再生缓存", "Regenerable caches in %@", ""},
     {"npm、pip、Cargo、Go、Gradle 等工具的下载与构建缓存", "Download and build caches of npm, pip, Cargo, Go, Gradle and other tools", "Xcode DerivedData、模拟器缓存和旧归档"},
     {"%@ 中的文件", "Files in %@", ""},
@@ -116,6 +116,7 @@ constexpr auto linuxTable = std::to_array<LinuxTextEntry>({
     {"已授权", "Granted", ""},
     {"未授权", "Not granted", ""},
     {"种类", "Kind", ""},
+    {"这些路径及其中的一切不会列出、统计或清理。", "These paths and everything in them are not listed, measured or cleaned.", ""},
     {"修改时间", "Modified", ""},
     {"%d 个启动项", "%d startup items", ""},
     {"1 个启动项", "1 startup item", ""},
@@ -126,6 +127,32 @@ constexpr auto linuxTable = std::to_array<LinuxTextEntry>({
     {"已选择 1 个路径，预计释放 %@", "1 path selected, estimated %@ freed", ""},
     {"许可证", "Licences", ""},
     {"%@ · 永久删除", "%@ · For Good", ""},
+    {"%@ 已停止，%d 项未处理。", "%@ Stopped: %d not touched.", ""},
+    {"已停止，%d 项未处理", "Stopped: %d not touched", ""},
+    {"已停止，剩余部分仍在废纸篓中", "stopped; what is left of it is still in the Trash", ""},
+    {"已放回 %d 项（%@）。", "Put back %d items (%@).", ""},
+    {"已放回 %d 项（%@），%d 项仍在废纸篓中。", "Put back %d items (%@), %d stay in the Trash.", ""},
+    {"原位置已有同名项目，仍在废纸篓中", "something of that name is in its place; it stays in the Trash", ""},
+    {"废纸篓中的项目已更改，仍在废纸篓中", "what lies in the Trash is another item; it stays there", ""},
+    {"已不在废纸篓中", "is in no Trash any more", ""},
+    {"没有有效的回收记录，仍在废纸篓中", "has no valid Trash note; it stays in the Trash", ""},
+    {"应用已重新安装，已保留", "its application is installed again; kept", ""},
+    {"另一个 Vellmoor 正在清理", "Another Vellmoor is cleaning", ""},
+    {"历史记录中没有这次清理", "The history does not know this clean", ""},
+    {"无法撤销此次清理：%@", "This clean cannot be taken back: %@", ""},
+    {"来自清理，可放回", "From a clean, can be put back", ""},
+    {"放回", "Put Back", ""},
+    {"正在放回...", "Putting back...", ""},
+    {"正在永久删除...", "Removing for good...", ""},
+    {"永久删除这些项目", "Remove These for Good", ""},
+    {"完成清理", "Finish", ""},
+    {"历史记录", "History", ""},
+    {"清除历史记录", "Forget History", ""},
+    {"已清除历史记录。", "The history was forgotten.", ""},
+    {"在废纸篓中", "In the Trash", ""},
+    {"已永久删除", "Removed for good", ""},
+    {"现已释放", "Free now", ""},
+    {"目前为止", "so far", ""},
     {"此位置本身从不会被移除，只能保留其中的项目", "This place itself is never removed; only what lies in it can be kept", ""},
     {"其中有你保留的项目，而它只能整体移除", "holds something that you keep, and can only go as a whole", ""},
     {"，其中有你保留的项目", ", holds something that you keep", ""},
@@ -172,8 +199,8 @@ constexpr auto linuxTable = std::to_array<LinuxTextEntry>({
 
 } // namespace
 
-std::span<const LinuxTextEntry> linuxTexts() {
-    return linuxTable;
+std::span<const FurtherTextEntry> furtherTexts() {
+    return furtherTable;
 }
 
 } // namespace vellmoor

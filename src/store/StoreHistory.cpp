@@ -1,0 +1,185 @@
+// Taking back: what was done is read, and undone, aside; ticks outlive a scan.
+#include "L.h"
+#include "StoreState.h"
+
+#include <algorithm>
+#include <set>
+#include <tuple>
+#include <utility>
+
+namespace vellmoor {
+
+void CleanerStore::recover() {
+    state_->requireOwnThread();
+    state_->startReading(true);
+}
+
+void CleanerStore::loadHistory() {
+    state_->requireOwnThread();
+    state_->startReading(false);
+}
+
+std::string CleanerStore::whyNoWayBack(CleanerModule module) const {
+    const std::vector<CleanupItem> chosen = selectedItems(module);
+    return chosen.empty() ? std::string() : state_->service->whyNoWayBack(chosen).value_or("");
+}
+
+void CleanerStore::clearRestore() {
+    state_->requireOwnThread();
+    state_->set(state_->latestRestore, {}, State::Restore);
+}
+
+void CleanerStore::putBack(const std::string& clean, const std::vector<std::size_t>& indices) {
+    state_->requireOwnThread();
+    if (state_->isCleaning) {
+        return;
+    }
+    state_->startLongAction(
+        L::tr("正在放回..."), state_->shownAgain(),
+        [clean, indices](CleanerService& engine, const CleanProgressCallback& progress, const CancelToken& stop) {
+            return State::ActionOutcome{{}, {}, false, engine.putBack(clean, indices, progress, stop)};
+        });
+}
+
+void CleanerStore::putBackTarget(int itemIndex, int targetIndex) {
+    state_->requireOwnThread();
+    const std::vector<CleanupItem>& items = cleanupItems();
+    if (itemIndex < 0 || targetIndex < 0 || static_cast<std::size_t>(itemIndex) >= items.size()) {
+        return;
+    }
+    const CleanupItem& item = items[static_cast<std::size_t>(itemIndex)];
+    if (static_cast<std::size_t>(targetIndex) < item.targets.size()) {
+        const CleanupTarget& target = item.targets[static_cast<std::size_t>(targetIndex)];
+        if (target.origin) {
+            state_->startPutBack({target.url});
+        }
+    }
+}
+
+void CleanerStore::putBackSelected(CleanerModule module) {
+    std::vector<std::filesystem::path> places;
+    for (const CleanupItem& item : items(module)) {
+        for (const CleanupTarget& target : item.targets) {
+            if (target.isSelected && target.origin) {
+                places.push_back(target.url);
+            }
+        }
+    }
+    state_->startPutBack(places);
+}
+
+void CleanerStore::finishClean(const std::string& clean) {
+    state_->requireOwnThread();
+    if (state_->isCleaning) {
+        return;
+    }
+    state_->startLongAction(
+        L::tr("正在清理选中项目..."), state_->shownAgain(),
+        [clean](CleanerService& engine, const CleanProgressCallback& progress, const CancelToken& stop) {
+            return State::ActionOutcome{{}, engine.finish(clean, progress, stop), false};
+        });
+}
+
+void CleanerStore::removeForGood(const std::string& clean) {
+    state_->requireOwnThread();
+    if (state_->isCleaning) {
+        return;
+    }
+    state_->startLongAction(
+        L::tr("正在永久删除..."), state_->shownAgain(),
+        [clean](CleanerService& engine, const CleanProgressCallback& progress, const CancelToken& stop) {
+            return State::ActionOutcome{{}, engine.removeForGood(clean, progress, stop), false};
+        });
+}
+
+void CleanerStore::putBackSwitch(const HistorySwitch& change) {
+    state_->requireOwnThread();
+    if (state_->isScanning || state_->isCleaning) {
+        return;
+    }
+    state_->startAction(L::tr("正在放回..."), state_->shownAgain(), [change](CleanerService& engine) {
+        const StartupActionResult result = engine.putBackSwitch(change);
+        return State::ActionOutcome{result.message, {}, !result.succeeded};
+    });
+}
+
+void CleanerStore::forgetHistory() {
+    state_->requireOwnThread();
+    if (state_->isCleaning) {
+        return;
+    }
+    // The Trash's rows say what comes from a clean.
+    const auto rescanned = activeModule() == CleanerModule::trash ? state_->shownAgain() : std::nullopt;
+    state_->startAction(L::tr("清除历史记录"), rescanned, [](CleanerService& engine) {
+        const Outcome forgotten = engine.forgetHistory();
+        return State::ActionOutcome{forgotten ? L::tr("已清除历史记录。") : forgotten.error(), {}, !forgotten};
+    });
+}
+
+void CleanerStore::State::startPutBack(const std::vector<std::filesystem::path>& places) {
+    if (isCleaning || places.empty()) {
+        return;
+    }
+    startLongAction(L::tr("正在放回..."), shownAgain(),
+                    [places](CleanerService& engine, const CleanProgressCallback& progress, const CancelToken& stop) {
+                        return ActionOutcome{{}, {}, false, engine.putBackTrashed(places, progress, stop)};
+                    });
+}
+
+std::optional<CleanerModule> CleanerStore::State::shownAgain() const {
+    return cachedStates.contains(activeModule) ? std::optional(activeModule) : std::nullopt;
+}
+
+void CleanerStore::State::startReading(bool recovers) {
+    const auto readAndPost = [this, recovers, engine = service, out = workers] {
+        if (recovers) {
+            engine->recover();
+        }
+        out->post([this, past = engine->history()] { set(history, past, Past); });
+    };
+    try {
+        workers->start(readAndPost);
+    } catch (const std::exception& noThread) {
+        set<std::string>(statusMessage, noThread.what(), Status);
+    }
+}
+
+const std::vector<CleanupItem>& CleanerStore::State::knownItems(CleanerModule module) const {
+    static const std::vector<CleanupItem> none;
+    const auto known = cachedStates.find(module);
+    return known == cachedStates.end() ? none : known->second.cleanupItems;
+}
+
+void CleanerStore::State::keepTicks(const std::vector<CleanupItem>& before, std::vector<CleanupItem>& found) {
+    using RowKey = std::tuple<CleanerModule, std::string, std::string>;
+    std::map<std::pair<RowKey, std::filesystem::path>, const CleanupTarget*> known;
+    std::set<RowKey> unticked;
+    for (const CleanupItem& item : before) {
+        const RowKey row{item.module, item.key, item.title};
+        if (item.isCleanable && !item.isSelected) {
+            unticked.insert(row);
+        }
+        for (const CleanupTarget& target : item.targets) {
+            if (item.isCleanable) {
+                known.emplace(std::pair(row, target.url), &target);
+            }
+        }
+    }
+    for (CleanupItem& item : found) {
+        if (!item.isCleanable || item.targets.empty()) {
+            continue;
+        }
+        const RowKey row{item.module, item.key, item.title};
+        for (CleanupTarget& target : item.targets) {
+            const auto same = known.find(std::pair(row, target.url));
+            if (same == known.end()) {
+                target.isSelected = target.isSelected && !unticked.contains(row); // a row that is off stays off
+            } else if (same->second->isFromClean == target.isFromClean) {
+                target.isSelected = same->second->isSelected && target.mayGo();
+            }
+        }
+        item.isSelected = std::ranges::any_of(item.targets, &CleanupTarget::isSelected);
+    }
+}
+
+} // namespace vellmoor
