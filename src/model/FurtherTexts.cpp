@@ -116,6 +116,7 @@ constexpr auto furtherTable = std::to_array<FurtherTextEntry>({
     {"已授权", "Granted", ""},
     {"未授权", "Not granted", ""},
     {"种类", "Kind", ""},
+    {"这些路径及其中的一切不会列出、统计或清理。", "These paths and everything in them are not listed, measured or cleaned.", ""},
     {"修改时间", "Modified", ""},
     {"%d 个启动项", "%d startup items", ""},
     {"1 个启动项", "1 startup item", ""},

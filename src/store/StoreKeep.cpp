@@ -66,6 +66,11 @@ bool takeOut(ScanSnapshot& snapshot, const std::vector<Path>& kept) {
         isChanged = isChanged || lost;
         return lost && item.targets.empty();
     });
+    std::erase_if(snapshot.furtherLargeFiles, [&](CleanupItem& item) {
+        const bool lost = takeOut(item, kept);
+        isChanged = isChanged || lost;
+        return lost && item.targets.empty();
+    });
     std::erase_if(snapshot.fileCandidates, [&](const FileCandidate& candidate) { return isKept(candidate.url, kept); });
     return isChanged;
 }

@@ -16,6 +16,14 @@ PathMenu {
     title: row.title
 
     ContextMenuItem {
+        objectName: root.row.name + ".menu.keep"
+        text: L.tr("保留")
+        visible: root.rows.canKeep(root.row.index)
+
+        onTriggered: root.rows.keep(root.row.index)
+    }
+
+    ContextMenuItem {
         objectName: root.row.name + ".menu.leftovers"
         text: L.tr("查看残留文件")
         visible: root.row.bundle !== ""

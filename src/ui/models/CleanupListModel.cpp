@@ -270,6 +270,20 @@ void CleanupListModel::setAllSelected(bool selected) {
     store_.setItemsSelected(listed, selected);
 }
 
+bool CleanupListModel::canKeep(int row) const {
+    const KeyedRow* found = rowAt(row);
+    return found != nullptr && itemOf(*found).module != CleanerModule::trash && !pathsOf(row).empty();
+}
+
+void CleanupListModel::keep(int row) {
+    const KeyedRow* found = rowAt(row);
+    if (!canKeep(row)) {
+        return;
+    }
+    const auto& app = itemOf(*found).appInfo;
+    store_.keep(found->part < 0 && app ? std::vector<std::filesystem::path>{app->appPath} : pathsOf(row));
+}
+
 std::vector<std::filesystem::path> CleanupListModel::pathsOf(int row) const {
     const KeyedRow* found = rowAt(row);
     std::vector<std::filesystem::path> paths;

@@ -101,6 +101,10 @@ public:
     Q_INVOKABLE void setExpanded(int row, bool expanded);
     /// Ticks or unticks every listed category and nothing else.
     Q_INVOKABLE virtual void setAllSelected(bool selected);
+    /// The row's files are never offered again; an application is what it is installed as.
+    Q_INVOKABLE void keep(int row);
+    /// Whether a row is of a kind that can be kept: what lies in a Trash is not.
+    Q_INVOKABLE [[nodiscard]] bool canKeep(int row) const;
     /// The row of the category that a row belongs to.
     Q_INVOKABLE [[nodiscard]] int headOf(int row) const;
 

@@ -67,7 +67,7 @@ QVariant CleanupListModel::data(const QModelIndex& index, int role) const {
         return index.row() + 1 == rowCount();
     }
     if (role == CleanableRole) {
-        return item.isCleanable;
+        return item.isCleanable && (row->part < 0 || item.targets.at(static_cast<std::size_t>(row->part)).mayGo());
     }
     if (role == RiskRole) {
         return toQt(rawValue(item.risk));
@@ -158,7 +158,7 @@ QVariant CleanupListModel::targetData(const KeyedRow& row, const CleanupItem& it
     case PathRole:
         return pathText(target);
     case DetailRole:
-        return toQt(target.location);
+        return toQt(target.heldBack.empty() ? target.location : target.location + " · " + target.heldBack);
     case AmountRole:
         return filesText(target.files);
     case SizeRole:

@@ -39,6 +39,7 @@ WindowModel::WindowModel(CleanerStore& store, LanguageManager& languages, Deskto
       question_(store),
       permissions_(store, desktop),
       report_(store),
+      kept_(store, desktop),
       rootNotice_(desktop.runsAsRoot()) {
     memoryItems_.setModule(CleanerModule::memoryOptimization);
     startupExtras_.setModule(CleanerModule::performance);
@@ -58,7 +59,13 @@ void WindowModel::connectStore() {
     connect(&store_, &CleanerStore::permissionHintsChanged, this, &WindowModel::limitationChanged);
     connect(&question_, &Question::switchAgreed, this, &WindowModel::switchStartupItem);
     connect(&store_, &CleanerStore::quitAnswered, this, &WindowModel::showNotice);
-    connect(&store_, &CleanerStore::actionFailureChanged, this, &WindowModel::actionFailureChanged);
+    connect(&store_, &CleanerStore::actionFailureChanged, this, [this] {
+        // Login items say it beside their list.
+        if (!store_.actionFailure().empty() && module_ != CleanerModule::performance) {
+            showNotice(actionFailure(), true);
+        }
+        Q_EMIT actionFailureChanged();
+    });
     connect(&store_, &CleanerStore::isScanningChanged, this, [this] {
         Q_EMIT busyChanged();
         Q_EMIT selectionChanged();

@@ -3,6 +3,7 @@
 #include "CleanerStore.h"
 #include "CleanupListModel.h"
 #include "Desktop.h"
+#include "KeptListModel.h"
 #include "LanguageManager.h"
 #include "LargeFileListModel.h"
 #include "MemoryModel.h"
@@ -48,6 +49,7 @@ class WindowModel final : public QObject {
     Q_PROPERTY(vellmoor::Question* question READ question CONSTANT FINAL)
     Q_PROPERTY(vellmoor::PermissionListModel* permissions READ permissions CONSTANT FINAL)
     Q_PROPERTY(vellmoor::ReportModel* report READ report CONSTANT FINAL)
+    Q_PROPERTY(vellmoor::KeptListModel* kept READ kept CONSTANT FINAL)
 
     Q_PROPERTY(QString volumeLabel READ volumeLabel NOTIFY textsChanged FINAL)
     Q_PROPERTY(QString selectedSize READ selectedSize NOTIFY selectionChanged FINAL)
@@ -112,6 +114,7 @@ public:
     [[nodiscard]] Question* question() { return &question_; }
     [[nodiscard]] PermissionListModel* permissions() { return &permissions_; }
     [[nodiscard]] ReportModel* report() { return &report_; }
+    [[nodiscard]] KeptListModel* kept() { return &kept_; }
 
     [[nodiscard]] QString volumeLabel() const;
     [[nodiscard]] QString selectedSize() const;
@@ -206,6 +209,7 @@ private:
     Question question_;
     PermissionListModel permissions_;
     ReportModel report_;
+    KeptListModel kept_;
     bool rootNotice_;
     bool sheetOpen_ = false;
     std::optional<StartupItem> changingStartup_;

@@ -54,6 +54,7 @@ set(VELLMOOR_SYMBOLS
   pause.circle=pause-circle
   percent=percent
   photo=image
+  pin=pin-angle
   play.circle=play-circle
   play.fill=play-fill
   power=power

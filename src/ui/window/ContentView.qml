@@ -26,6 +26,7 @@ import Vellmoor.Theme
 //   confirmQuit.accept, confirmQuit.cancel; confirmEnd.accept, confirmEnd.cancel, confirmEnd.message
 //   confirmStartup.accept, confirmStartup.cancel
 //   shortcuts, about, overview                                                            further sheets
+//   kept.N, kept.N.reveal, kept.N.offer, keptList, kept.done, keptButton
 //   result.title, result.openTrash, result.rescan, result.done, result.failures, result.noFailures, result.caches
 // Lists are virtual: only rows near the visible part exist. Rows of the sheet's list carry the same names as the
 // page's; look for them below detailsList.
@@ -60,6 +61,7 @@ Item {
             vm: root.vm
 
             onAboutAsked: sheets.showAbout()
+            onKeptAsked: sheets.showKept()
         }
 
         ColumnLayout {
@@ -91,7 +93,7 @@ Item {
                 Layout.fillWidth: true
                 vm: root.vm
 
-                onCleanAsked: root.vm.previewsClean ? sheets.showDetails(true) : sheets.askClean()
+                onCleanAsked: sheets.startClean()
                 onPreviewAsked: sheets.showDetails(false)
             }
         }

@@ -22,6 +22,14 @@ Item {
             });
     }
 
+    // A clean of files goes over the sheet of its paths.
+    function startClean(): void {
+        if (root.vm.previewsClean)
+            showDetails(true);
+        else
+            askClean();
+    }
+
     function askClean(): void {
         open(confirmation, "CleanConfirmation.qml", {});
     }
@@ -53,6 +61,10 @@ Item {
         open(help, "AboutSheet.qml", {});
     }
 
+    function showKept(): void {
+        open(help, "KeptSheet.qml", {});
+    }
+
     function showOverview(): void {
         open(help, "OverviewSheet.qml", {});
     }
@@ -75,7 +87,7 @@ Item {
     // From the desktop's menu.
     Connections {
         function onCleanOffered(): void {
-            root.askClean();
+            root.startClean();
         }
 
         target: root.vm

@@ -14,6 +14,7 @@ Rectangle {
     property bool narrow: false
 
     signal aboutAsked
+    signal keptAsked
 
     // Shows the module at that position, as far as there is one, and leaves the keyboard there.
     function go(position: int): void {
@@ -116,7 +117,7 @@ Rectangle {
             Layout.leftMargin: root.narrow ? 0 : 4
             Layout.topMargin: 6
             columnSpacing: 6
-            columns: root.narrow ? 1 : 3
+            columns: root.narrow ? 1 : 4
             rowSpacing: 6
 
             SecondaryButton {
@@ -138,6 +139,17 @@ Rectangle {
             ThemeSwitch {
                 Layout.alignment: Qt.AlignHCenter
                 wordless: root.narrow
+            }
+
+            SoftIconButton {
+                Layout.alignment: Qt.AlignHCenter
+                flat: true
+                help: L.tr("保留的项目")
+                objectName: "keptButton"
+                size: Metrics.rowButton
+                symbol: "pin"
+
+                onClicked: root.keptAsked()
             }
 
             SoftIconButton {

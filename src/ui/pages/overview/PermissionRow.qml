@@ -20,7 +20,7 @@ RowLayout {
     spacing: 10
 
     SymbolTile {
-        Layout.alignment: Qt.AlignTop
+        Layout.alignment: root.granted ? Qt.AlignVCenter : Qt.AlignTop
         size: Metrics.smallTile
         symbol: root.symbol
         tint: root.granted ? Colors.green : Colors.orange
@@ -32,12 +32,23 @@ RowLayout {
         BodyText {
             Layout.fillWidth: true
             text: root.title
+
+            HoverHandler {
+                id: hover
+            }
+
+            HelpTip {
+                shown: hover.hovered && root.granted
+                text: root.subtitle
+            }
         }
 
+        // What is well needs no words; they are in the tip.
         Caption {
             Layout.fillWidth: true
             elide: Text.ElideNone
-            text: root.granted ? root.subtitle : root.recommendation
+            text: root.recommendation
+            visible: !root.granted
             wrapMode: Text.Wrap
         }
     }
