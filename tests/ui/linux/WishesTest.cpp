@@ -1,7 +1,6 @@
 // What the desktop's menu and the command line ask of the window, over scripted results.
-#include "Wishes.h"
-
 #include "WindowFixture.h"
+#include "Wishes.h"
 
 namespace vellmoor {
 namespace {
