@@ -113,7 +113,7 @@ int runClean(const Session& session, const Arguments& arguments) {
     select(session, arguments, items);
     SystemCleanerService service(*session.platform, session.layout);
     const CancelToken untilDone;
-    print(json(service.clean(items, untilDone)));
+    print(json(service.clean(items, {}, untilDone)));
     return succeeded;
 }
 
