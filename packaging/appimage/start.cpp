@@ -5,6 +5,7 @@
 #include <sqfs/compressor.h>
 #include <sqfs/data_reader.h>
 #include <sqfs/dir_reader.h>
+#include <sqfs/error.h>
 #include <sqfs/id_table.h>
 #include <sqfs/inode.h>
 #include <sqfs/io.h>

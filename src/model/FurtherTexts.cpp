@@ -215,6 +215,19 @@ constexpr auto furtherTable = std::to_array<FurtherTextEntry>({
     {"不在保留列表中", "is not on the list of kept items", ""},
     {"以 root 身份运行时不会改动任何文件，请用你自己的账户", "as root nothing is changed; use your own account", ""},
     {"已停止", "stopped", ""},
+    {"正在清理", "Cleaning", ""},
+    {"正在放回", "Putting back", ""},
+    {"永久删除 %@。", "%@ gone for good.", ""},
+    {"磁盘现已空出 %@。", "The disk has %@ more room.", ""},
+    {"到目前为止磁盘空出 %@。", "So far the disk has %@ more room.", ""},
+    {"废纸篓中 %@，仍占用磁盘；放回：vellmoor-cli put-back %@", "%@ in the Trash, still on the disk; to put it back: vellmoor-cli put-back %@", ""},
+    {"未完成", "unfinished", ""},
+    {"残留未清理", "leftovers stayed", ""},
+    {"没有可放回的项目", "nothing to put back", ""},
+    {"历史记录中没有 %@", "the history has no %@", ""},
+    {"有 %d 次清理以 %@ 开头", "%d cleans begin with %@", ""},
+    {"将放回 %d 项，未改动任何文件。", "%d items would be put back; nothing was changed.", ""},
+    {"废纸篓中 %d 项，%@", "%d in the Trash, %@", ""},
 });
 // clang-format on
 

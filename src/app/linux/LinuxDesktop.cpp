@@ -137,7 +137,8 @@ void LinuxDesktop::openPermissionSettings() {
     }
     const std::string folder = fileUri(firstUnreadableFolder());
     askFileManager(QStringLiteral("ShowItemProperties"), folder, userTime_.startupId(), [this, folder] {
-        askFileManager(QStringLiteral("ShowItems"), folder, userTime_.startupId(), [this] { tellFailure("文件管理器没有打开。"); });
+        askFileManager(QStringLiteral("ShowItems"), folder, userTime_.startupId(),
+                       [this] { tellFailure("文件管理器没有打开。"); });
     });
 }
 

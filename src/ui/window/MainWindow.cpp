@@ -167,20 +167,20 @@ void MainWindow::rememberIn(Desktop& desktop) {
 
 /// Only what the user changed is worth a file.
 void MainWindow::rememberWindow(Desktop& desktop) {
-    QObject::connect(
-        window_.get(), &QWindow::visibleChanged, window_.get(),
-        [this, &desktop, size = window_->size(), place = window_->framePosition()](bool visible) {
-            if (visible || isMaximised()) {
-                return;
-            }
-            if (window_->size() != size) {
-                const QString text = QStringLiteral("%1x%2").arg(window_->width()).arg(window_->height());
-                desktop.remember(sizeSetting, text.toStdString());
-            }
-            if (const QPoint now = window_->framePosition(); now != place) {
-                desktop.remember(placeSetting, QStringLiteral("%1,%2").arg(now.x()).arg(now.y()).toStdString());
-            }
-        });
+    QObject::connect(window_.get(), &QWindow::visibleChanged, window_.get(),
+                     [this, &desktop, size = window_->size(), place = window_->framePosition()](bool visible) {
+                         if (visible || isMaximised()) {
+                             return;
+                         }
+                         if (window_->size() != size) {
+                             const QString text = QStringLiteral("%1x%2").arg(window_->width()).arg(window_->height());
+                             desktop.remember(sizeSetting, text.toStdString());
+                         }
+                         if (const QPoint now = window_->framePosition(); now != place) {
+                             desktop.remember(placeSetting,
+                                              QStringLiteral("%1,%2").arg(now.x()).arg(now.y()).toStdString());
+                         }
+                     });
 }
 
 void MainWindow::rememberLists(Desktop& desktop) {
@@ -254,9 +254,9 @@ MainWindow::Outcome MainWindow::createViews() {
 
 std::expected<std::unique_ptr<MainWindow>, std::string> loadMainWindow(QQmlEngine& engine, CleanerStore& store,
                                                                        LanguageManager& languages, Desktop& desktop) {
-    auto main = std::make_unique<MainWindow>(
-        windowStart(desktop.look(), desktop.remembered(themeSetting), desktop.remembered(sizeSetting),
-                                       desktop.remembered(placeSetting)));
+    auto main =
+        std::make_unique<MainWindow>(windowStart(desktop.look(), desktop.remembered(themeSetting),
+                                                 desktop.remembered(sizeSetting), desktop.remembered(placeSetting)));
     MainWindow::Outcome outcome;
     main->fill(engine, store, languages, desktop, QQmlComponent::PreferSynchronous,
                [&outcome](const MainWindow::Outcome& filled) { outcome = filled; });
