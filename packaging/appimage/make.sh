@@ -66,18 +66,20 @@ done <"$work/modules"
 # programs that the AppImage runs on are those of this system's age and younger.
 c_library='^(ld-linux.*|libc|libm|libdl|librt|libpthread|libresolv|libutil|libanl|libnss_.*)\.so'
 { find "$app/usr" -name '*.so' -type f; echo "$app/usr/bin/vellmoor"; } | xargs ldd \
-  | sed -n 's/^\t[^ ]* => \(\/[^ ]*\) .*/\1/p' | sort -u | while IFS= read -r library; do
-    file=$(basename "$library")
-    if [[ $file =~ $c_library ]]; then
-      continue
-    elif [[ $file == libQt6* ]]; then
-      cp -L "$library" "$app/usr/lib/"
-    else
-      cp -L "$library" "$app/usr/spare/"
-    fi
-    # /lib is /usr/lib: a package may have named it either way.
-    dpkg-query -S "$library" "/usr$library" "${library#/usr}" 2>/dev/null || true
-  done | sed 's/:.*//' | sort -u >"$work/packages"
+  | sed -n 's/^\t[^ ]* => \(\/[^ ]*\) .*/\1/p' | sort -u >"$work/libraries"
+while IFS= read -r library; do
+  file=$(basename "$library")
+  if [[ $file =~ $c_library ]]; then
+    continue
+  elif [[ $file == libQt6* ]]; then
+    cp -L "$library" "$app/usr/lib/"
+  else
+    cp -L "$library" "$app/usr/spare/"
+  fi
+done <"$work/libraries"
+# Their licences. /lib is /usr/lib: a package may have named a library either way.
+{ sed 'p; s|^/usr||; t; s|^|/usr|' "$work/libraries" | xargs dpkg-query -S 2>/dev/null || true; } \
+  | sed 's/:.*//' | sort -u >"$work/packages"
 while IFS= read -r package; do
   mkdir -p "$app/usr/share/doc/$package"
   cp -L "/usr/share/doc/$package/copyright" "$app/usr/share/doc/$package/"

@@ -3,6 +3,8 @@
 set -euo pipefail
 version=${1:?the version}
 cd /vellmoor
+# Without a display, and without a session around it, Qt says what it cannot do.
+complaints() { grep -v -e '^This plugin does not support' -e '^QStandardPaths: XDG_RUNTIME_DIR not set' window.log || true; }
 phase() { printf '== %s\n' "$*"; }
 fail() { printf '%s\n' "$*" >&2; exit 1; }
 as_user() { setpriv --reuid tester --regid tester --clear-groups env HOME=/home/tester TMPDIR=/tmp "$@"; }
@@ -33,7 +35,7 @@ grep -q '^APPDIR=/tmp/.vellmoor-appimage-' environment || fail "APPDIR does not 
 kill -TERM "$window"
 wait "$window" || { cat window.log >&2; fail "It ended with a failure."; }
 nothing_left
-[ ! -s window.log ] || { cat window.log >&2; fail "It complained."; }
+[ -z "$(complaints)" ] || fail "It complained: $(complaints)"
 
 phase "The AppImage on a display"
 apt-get update -qq

@@ -1,13 +1,14 @@
 #!/usr/bin/env bash
 # The packages and the AppImage of dist/ in fresh minimal systems of this release, made for this and removed afterwards: what
 # a person with a new machine does, step by step. Needs root (or sudo).
-# Usage: packaging/check/roots.sh VERSION
+# Usage: packaging/check/roots.sh VERSION [package | appimage]   (both without a name)
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 # shellcheck source=scripts/common.sh
 . scripts/common.sh
 
 version=${1:?the version}
+what=${2:-both}
 install_debian "" mmdebstrap
 if [ "$(id -u)" -ne 0 ]; then
   exec sudo "$0" "$@"
@@ -58,14 +59,18 @@ in_root() {
     ${http_proxy:+http_proxy=$http_proxy} "$@"
 }
 
-make_root package
-mkdir "$roots/package/vellmoor/sources"
-git archive --format=tar HEAD tests/desktop packaging src/model debian/tests scripts | tar -x -C "$roots/package/vellmoor/sources"
-cp dist/vellmoor_"$version"_"$machine".deb dist/vellmoor-cli_"$version"_"$machine".deb "$roots/package/vellmoor/"
-in_root package bash /vellmoor/sources/packaging/check/package-in-root.sh "$version"
+if [ "$what" != appimage ]; then
+  make_root package
+  mkdir "$roots/package/vellmoor/sources"
+  git archive --format=tar HEAD tests/desktop packaging src/model debian/tests scripts | tar -x -C "$roots/package/vellmoor/sources"
+  cp dist/vellmoor_"$version"_"$machine".deb dist/vellmoor-cli_"$version"_"$machine".deb "$roots/package/vellmoor/"
+  in_root package bash /vellmoor/sources/packaging/check/package-in-root.sh "$version"
+fi
 
-make_root appimage
-cp "dist/Vellmoor-$version-$(uname -m).AppImage" "$roots/appimage/vellmoor/Vellmoor.AppImage"
-cp packaging/check/appimage-in-root.sh "$roots/appimage/vellmoor/"
-in_root appimage bash /vellmoor/appimage-in-root.sh "$version"
-echo "Everything that was installed works, and goes without a trace."
+if [ "$what" != package ]; then
+  make_root appimage
+  cp "dist/Vellmoor-$version-$(uname -m).AppImage" "$roots/appimage/vellmoor/Vellmoor.AppImage"
+  cp packaging/check/appimage-in-root.sh "$roots/appimage/vellmoor/"
+  in_root appimage bash /vellmoor/appimage-in-root.sh "$version"
+fi
+echo "It works, and goes without a trace."

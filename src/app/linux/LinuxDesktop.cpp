@@ -188,6 +188,10 @@ DesktopLook LinuxDesktop::look() const {
     return look;
 }
 
+void LinuxDesktop::notify(const QString& title, const QString& text, std::function<void()> opened) {
+    notes_.show(title, text, std::move(opened));
+}
+
 std::optional<std::string> LinuxDesktop::remembered(std::string_view name) const {
     return rememberedSetting(name);
 }
