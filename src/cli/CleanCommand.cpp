@@ -5,8 +5,10 @@
 #include "Json.h"
 #include "ModuleScan.h"
 #include "Output.h"
+#include "ProgressLine.h"
 #include "RowChoice.h"
 #include "ScanSnapshot.h"
+#include "ShownWork.h"
 #include "Stop.h"
 #include "applications/AppUninstaller.h"
 #include "service/SystemCleanerService.h"
@@ -101,6 +103,9 @@ ExitStatus showPlan(const terminal::OwnSystem& own, const Call& call, const std:
 }
 
 void tellOutcomes(const CleanupReport& report) {
+    if (report.failedCount == 0) { // what came before any path, such as another clean that runs
+        std::ranges::for_each(report.failures, complain);
+    }
     for (const CleanupOutcome& outcome : report.outcomes) {
         if (outcome.fate == CleanupFate::Failed || outcome.fate == CleanupFate::Kept) {
             complain(shown(outcome.path) + ": " + outcome.reason);
@@ -108,8 +113,24 @@ void tellOutcomes(const CleanupReport& report) {
     }
 }
 
+/// What the one line of the report leaves open: a move to the Trash frees nothing.
+void tellSums(const CleanupReport& report) {
+    if (report.removedBytes > 0) {
+        std::cout << L::tr("永久删除 %@。", byteCountText(report.removedBytes)) << '\n';
+    }
+    if (report.freedNow && *report.freedNow > 0) {
+        const char* freed = report.freedNowMayGrow ? "到目前为止磁盘空出 %@。" : "磁盘现已空出 %@。";
+        std::cout << L::tr(freed, byteCountText(*report.freedNow)) << '\n';
+    }
+    if (report.trashedCount > 0 && !report.historyId.empty()) {
+        std::cout << L::tr("废纸篓中 %@，仍占用磁盘；放回：vellmoor-cli put-back %@",
+                           byteCountText(report.trashedBytes), report.historyId.substr(0, shortId))
+                  << '\n';
+    }
+}
+
 ExitStatus statusOf(const CleanupReport& report) {
-    if (report.failedCount > 0) {
+    if (!report.failures.empty() || report.wasStopped) {
         return ExitStatus::Failed;
     }
     return report.removedCount > 0 ? ExitStatus::Done : ExitStatus::NothingToDo;
@@ -117,19 +138,28 @@ ExitStatus statusOf(const CleanupReport& report) {
 
 ExitStatus cleanRows(const terminal::OwnSystem& own, const Call& call, const std::vector<CleanupItem>& rows) {
     SystemCleanerService service(*own.platform, own.layout);
-    const CleanupReport report = service.clean(rows, stopOnSignals());
+    if (const auto reason = service.whyNoWayBack(rows)) {
+        complain(*reason); // before it runs
+    }
+    ProgressLine line(call.isQuiet);
+    const CleanupReport report = service.clean(rows, showingOn(line, L::tr("正在清理")), stopOnSignals());
+    line.clear();
     if (call.wantsJson) {
         std::cout << terminal::text(terminal::json(report)) << '\n';
         return statusOf(report);
     }
     tellOutcomes(report);
     std::cout << report.message() << '\n';
+    tellSums(report);
     return statusOf(report);
 }
 
 } // namespace
 
 ExitStatus runClean(const terminal::OwnSystem& own, const Call& call) {
+    if (!call.isDryRun) {
+        SystemCleanerService(*own.platform, own.layout).recover();
+    }
     const auto chosen = chosenRows(own, call);
     if (!chosen) {
         return fail(chosen.error(), ExitStatus::WrongCall);

@@ -9,6 +9,8 @@ namespace vellmoor::cli {
 
 ExitStatus runScan(const terminal::OwnSystem& own, const Call& call);
 ExitStatus runClean(const terminal::OwnSystem& own, const Call& call);
+ExitStatus runHistory(const terminal::OwnSystem& own, const Call& call);
+ExitStatus runPutBack(const terminal::OwnSystem& own, const Call& call);
 ExitStatus runKeep(const terminal::OwnSystem& own, const Call& call);
 ExitStatus runKept(const terminal::OwnSystem& own, const Call& call);
 ExitStatus runOffer(const terminal::OwnSystem& own, const Call& call);

@@ -27,8 +27,9 @@ ExitStatus runCommand(const terminal::OwnSystem& own, const Call& call) {
     case Command::Offer:
         return runOffer(own, call);
     case Command::History:
+        return runHistory(own, call);
     case Command::PutBack:
-        break;
+        return runPutBack(own, call);
     case Command::Version:
         std::cout << "vellmoor-cli " VELLMOOR_VERSION "\n";
         return ExitStatus::Done;

@@ -2,10 +2,14 @@
 
 #include "ExitStatus.h"
 
+#include <cstddef>
 #include <filesystem>
 #include <string>
 
 namespace vellmoor::cli {
+
+/// So much of a clean's id is shown, and enough to name it.
+inline constexpr std::size_t shortId = 8;
 
 /// One line on standard error.
 void complain(const std::string& line);

@@ -46,6 +46,18 @@ Json json(const std::optional<AppCleanupInfo>& info) {
             {"isRunning", info->isRunning}};
 }
 
+const char* stateName(HistoryState state) {
+    switch (state) {
+    case HistoryState::CutOff:
+        return "cutOff";
+    case HistoryState::LeftoversStayed:
+        return "leftoversStayed";
+    case HistoryState::Finished:
+        break;
+    }
+    return "finished";
+}
+
 Json rawValues(const std::vector<CleanerModule>& modules) {
     Json list = Json::array();
     for (const CleanerModule module : modules) {
@@ -156,6 +168,13 @@ Json json(const CleanupReport& report) {
             {"removedCount", report.removedCount},
             {"failedCount", report.failedCount},
             {"keptCount", report.keptCount},
+            {"untriedCount", report.untriedCount},
+            {"wasStopped", report.wasStopped},
+            {"trashedCount", report.trashedCount},
+            {"trashedBytes", report.trashedBytes},
+            {"removedBytes", report.removedBytes},
+            {"freedNow", report.freedNow ? Json(*report.freedNow) : Json()},
+            {"historyId", report.historyId},
             {"freedBytes", report.freedBytes},
             {"processedBytes", report.processedBytes},
             {"notes", report.notes},
@@ -163,6 +182,60 @@ Json json(const CleanupReport& report) {
             {"outcomes", json(report.outcomes)},
             {"memoryBefore", json(report.memoryBefore)},
             {"memoryAfter", json(report.memoryAfter)},
+            {"message", report.message()}};
+}
+
+Json json(const HistoryItem& item) {
+    return {{"index", item.index},         {"path", item.path.string()},  {"title", item.title},
+            {"bytes", item.bytes},         {"fate", rawValue(item.fate)}, {"place", item.place.string()},
+            {"isPutBack", item.isPutBack}, {"reason", item.reason}};
+}
+
+Json json(const HistoryClean& clean) {
+    return {{"id", clean.id},
+            {"at", json(std::optional(clean.at))},
+            {"module", rawValue(clean.module)},
+            {"state", stateName(clean.state)},
+            {"movedCount", clean.movedCount},
+            {"movedBytes", clean.movedBytes},
+            {"trashedCount", clean.trashedCount},
+            {"trashedBytes", clean.trashedBytes},
+            {"openCount", clean.openCount},
+            {"openBytes", clean.openBytes},
+            {"items", json(clean.items)}};
+}
+
+Json json(const HistorySwitch& change) {
+    return {{"at", json(std::optional(change.at))},
+            {"name", change.name},
+            {"file", change.file.string()},
+            {"isEnabled", change.isEnabled},
+            {"canBePutBack", change.canBePutBack}};
+}
+
+Json json(const History& history) {
+    return {{"cleans", json(history.cleans)}, {"switches", json(history.switches)}};
+}
+
+Json json(const RestoreOutcome& outcome) {
+    return {{"path", outcome.path.string()},
+            {"place", outcome.place.string()},
+            {"fate", rawValue(outcome.fate)},
+            {"bytes", outcome.bytes},
+            {"reason", outcome.reason}};
+}
+
+Json json(const RestoreReport& report) {
+    return {{"id", report.id.text()},
+            {"completedAt", json(std::optional(report.completedAt))},
+            {"attemptedCount", report.attemptedCount},
+            {"restoredCount", report.restoredCount},
+            {"restoredBytes", report.restoredBytes},
+            {"failedCount", report.failedCount},
+            {"untriedCount", report.untriedCount},
+            {"wasStopped", report.wasStopped},
+            {"failures", report.failures},
+            {"outcomes", json(report.outcomes)},
             {"message", report.message()}};
 }
 

@@ -3,6 +3,8 @@
 #pragma once
 
 #include "CleanupReport.h"
+#include "History.h"
+#include "RestoreReport.h"
 #include "ScanSnapshot.h"
 
 #include <nlohmann/json.hpp>
@@ -28,6 +30,14 @@ Json json(const CleanupOutcome& outcome);
 Json json(const CleanupReport& report);
 Json json(const StartupItem& item);
 Json json(const StartupActionResult& result);
+
+Json json(const HistoryItem& item);
+Json json(const HistoryClean& clean);
+Json json(const HistorySwitch& change);
+/// Without the field "problem": what could not be read is no history.
+Json json(const History& history);
+Json json(const RestoreOutcome& outcome);
+Json json(const RestoreReport& report);
 
 template <class Record>
 Json json(const std::vector<Record>& records) {

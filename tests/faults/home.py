@@ -163,10 +163,12 @@ class Home:
         parts = {"systemJunk": (self._caches, self._logs, self._developer, self._downloads, self._flatpak),
                  "privacy": (self._chromium, self._firefox), "trash": (), "largeFiles": (self._large,),
                  "appUninstaller": (self._applications,),
-                 "smartScan": (self._caches, self._logs, self._downloads, self._chromium)}
+                 "smartScan": (self._caches, self._logs, self._downloads, self._chromium),
+                 "everything": (self._caches, self._logs, self._developer, self._downloads, self._flatpak, self._chromium,
+                                self._firefox, self._large, self._applications)}
         for part in parts[module]:
             part()
-        self._trash(fullness=9 if module in ("trash", "smartScan") else 3)
+        self._trash(fullness=9 if module in ("trash", "smartScan", "everything") else 3)
 
     def _precious(self):
         """Outside the home: what links lead to. Shaped like what a cleaner looks for."""

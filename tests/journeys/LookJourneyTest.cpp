@@ -17,7 +17,9 @@ protected:
         click(QStringLiteral("scanButton"));
         waitFor("the middle of the scan", [&] { return service->isHeld() && store->scanProgress() >= 0.5; });
     }
-    [[nodiscard]] int ink() const { return find(QStringLiteral("moduleTitle"))->property("color").value<QColor>().lightness(); }
+    [[nodiscard]] int ink() const {
+        return find(QStringLiteral("moduleTitle"))->property("color").value<QColor>().lightness();
+    }
     [[nodiscard]] double textHeight() const { return find(QStringLiteral("moduleTitle"))->height(); }
 };
 IN_BOTH_LANGUAGES(LookJourney);

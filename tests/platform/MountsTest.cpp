@@ -16,7 +16,7 @@ using ::testing::Field;
 using ::testing::Not;
 
 Mount disk(const char* path) {
-    return {path, "ext4", "rw,relatime", false, false};
+    return {.path = path, .fileSystem = "ext4", .options = "rw,relatime", .device = "", .root = "/"};
 }
 
 TEST(TrashMounts, AnOrdinaryDiskCounts) {

@@ -1,5 +1,6 @@
 // Rows with identities: what their views are told.
 #include "KeyedListModel.h"
+#include "RecordingDesktop.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
@@ -18,6 +19,7 @@ using ::testing::ElementsAre;
 
 class Letters final : public KeyedListModel {
 public:
+    explicit Letters(Desktop& desktop) : KeyedListModel(desktop) {}
     void show(const std::string& letters) {
         std::vector<KeyedRow> fresh;
         for (const char letter : letters) {
@@ -37,18 +39,22 @@ public:
         }
         return all;
     }
+
+protected:
+    [[nodiscard]] int nameRole() const override { return Qt::DisplayRole; }
 };
 
 class KeyedListModelTest : public ::testing::Test {
 protected:
     /// Filled before anything listens to it.
-    static std::unique_ptr<Letters> filled() {
-        auto made = std::make_unique<Letters>();
+    static std::unique_ptr<Letters> filled(Desktop& desktop) {
+        auto made = std::make_unique<Letters>(desktop);
         made->show("abcdef");
         return made;
     }
 
-    std::unique_ptr<Letters> owner = filled();
+    RecordingDesktop desktop;
+    std::unique_ptr<Letters> owner = filled(desktop);
     Letters& letters = *owner;
     QAbstractItemModelTester tester{&letters, QAbstractItemModelTester::FailureReportingMode::Fatal};
     QSignalSpy resets{&letters, &QAbstractItemModel::modelReset};

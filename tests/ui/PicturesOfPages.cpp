@@ -106,6 +106,15 @@ bool takeLimited(const PictureFrame& frame) {
     return done;
 }
 
+bool takeHistory(const PictureFrame& frame) {
+    PictureSession session(frame);
+    session.service().setHistory(sample::history());
+    session.driver().store().loadHistory();
+    session.showScanned(CleanerModule::trash);
+    session.driver().waitFor([&] { return !session.driver().store().history().cleans.empty(); });
+    return session.takeAfterClick("history.1.expand", "trash-history");
+}
+
 bool takeUnfolded(const PictureFrame& frame) {
     PictureSession session(frame);
     session.showScanned(CleanerModule::systemJunk);
@@ -135,6 +144,7 @@ bool takePicturesOfPages(const PictureFrame& frame) {
     done &= takeFailedChange(frame);
     done &= takeLimited(frame);
     done &= takeUnfolded(frame);
+    done &= takeHistory(frame);
     return done;
 }
 

@@ -30,6 +30,31 @@ bool takeConfirmations(const PictureFrame& frame) {
     return done;
 }
 
+/// A clean that can be taken back.
+bool takeSums(const PictureFrame& frame) {
+    PictureSession session(frame);
+    session.service().setHistory(sample::history());
+    CleanupReport report = sample::cleanReport();
+    report.historyId = sample::history().cleans.back().id;
+    report.trashedBytes = sample::history().cleans.back().trashedBytes;
+    report.removedBytes = 1'100'000'000;
+    report.freedNow = 1'098'000'000;
+    report.freedNowMayGrow = true;
+    session.driver().store().loadHistory();
+    session.showScanned(CleanerModule::smartScan);
+    session.clean(report);
+    bool done = session.take("result-sums");
+    done &= session.takeAfterClick("result.forGood", "confirm-for-good");
+    return done;
+}
+
+bool takeHelp(const PictureFrame& frame) {
+    PictureSession session(frame);
+    bool done = session.takeAfterClick("aboutButton", "about") && session.click("about.done");
+    done &= session.takeAfterClick("keptButton", "kept-empty");
+    return done;
+}
+
 bool takeResult(const PictureFrame& frame, CleanerModule module, const CleanupReport& report, const std::string& name) {
     PictureSession session(frame);
     session.showScanned(module);
@@ -43,6 +68,8 @@ bool takePicturesOfSheets(const PictureFrame& frame) {
     const auto memory = CleanerModule::memoryOptimization;
     bool done = takeDetails(frame);
     done &= takeConfirmations(frame);
+    done &= takeSums(frame);
+    done &= takeHelp(frame);
     done &= takeResult(frame, CleanerModule::smartScan, sample::cleanReport(), "result");
     done &= takeResult(frame, CleanerModule::smartScan, sample::partlyFailedReport(), "result-failures");
     done &= takeResult(frame, memory, sample::memoryReport(), "result-memory");

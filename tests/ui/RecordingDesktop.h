@@ -34,6 +34,9 @@ public:
         return found == memory.end() ? std::nullopt : std::optional(found->second);
     }
     void remember(std::string_view name, const std::string& value) override { memory[std::string(name)] = value; }
+    void notify(const QString& /*title*/, const QString& text, std::function<void()> /*opened*/) override {
+        notes.push_back(text);
+    }
     /// The desktop's look is another from now on.
     void setLook(const DesktopLook& look) {
         look_ = look;
@@ -45,6 +48,7 @@ public:
     std::vector<std::filesystem::path> revealed;
     std::vector<std::filesystem::path> folders;
     std::vector<std::string> asked;
+    std::vector<QString> notes;
     std::map<std::string, std::string, std::less<>> memory;
     std::string label = "系统磁盘";
     std::filesystem::path home = "/home/anna";

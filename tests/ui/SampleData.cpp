@@ -377,6 +377,74 @@ CleanupReport partlyFailedReport() {
     return report;
 }
 
+namespace {
+
+HistoryItem pastItem(std::size_t index, const std::string& path, std::int64_t bytes, CleanupFate fate) {
+    HistoryItem item;
+    item.index = index;
+    item.path = path;
+    item.bytes = bytes;
+    item.fate = fate;
+    if (fate == CleanupFate::Trashed) {
+        item.place = "/home/anna/.local/share/Trash/files/" + item.path.filename().string();
+    }
+    return item;
+}
+
+} // namespace
+
+History history() {
+    HistoryClean cutOff;
+    cutOff.id = "one";
+    cutOff.at = daysAgo(0);
+    cutOff.module = CleanerModule::systemJunk;
+    cutOff.state = HistoryState::CutOff;
+    cutOff.items = {pastItem(0, "/home/anna/.cache/thumbnails", 310 * megabyte, CleanupFate::Trashed),
+                    pastItem(1, "/home/anna/.cache/pip", 920 * megabyte, CleanupFate::Untried)};
+    cutOff.movedCount = 1;
+    cutOff.movedBytes = 310 * megabyte;
+    cutOff.trashedCount = 1;
+    cutOff.trashedBytes = 310 * megabyte;
+    cutOff.openCount = 1;
+    cutOff.openBytes = 920 * megabyte;
+    HistoryClean whole;
+    whole.id = "two";
+    whole.at = daysAgo(3);
+    whole.items = {pastItem(0, "/home/anna/.cache/mesa_shader_cache", 640 * megabyte, CleanupFate::Trashed),
+                   pastItem(1, "/home/anna/Downloads/old-installer.deb", 88 * megabyte, CleanupFate::Trashed),
+                   pastItem(2, "/home/anna/.cache/fontconfig", 12 * megabyte, CleanupFate::Trashed),
+                   pastItem(3, "/home/anna/.local/share/Trash/files/film.mkv", 1'100 * megabyte, CleanupFate::Removed)};
+    whole.movedCount = 4;
+    whole.movedBytes = 1'840 * megabyte;
+    whole.trashedCount = 3;
+    whole.trashedBytes = 740 * megabyte;
+    HistorySwitch change;
+    change.at = daysAgo(9);
+    change.name = "Nextcloud";
+    change.file = "/home/anna/.config/autostart.disabled/Nextcloud.desktop";
+    change.canBePutBack = true;
+    return {.cleans = {cutOff, whole}, .switches = {change}, .problem = {}};
+}
+
+RestoreReport restoreReport() {
+    RestoreReport report;
+    report.attemptedCount = 2;
+    report.restoredCount = 1;
+    report.failedCount = 1;
+    report.outcomes = {
+        {.path = "/home/anna/.cache/fontconfig",
+         .place = {},
+         .fate = RestoreFate::Restored,
+         .bytes = 12 * megabyte,
+         .reason = {}},
+        {.path = "/home/anna/.cache/mesa_shader_cache",
+         .place = "/home/anna/.local/share/Trash/files/mesa_shader_cache",
+         .fate = RestoreFate::NameTaken,
+         .bytes = 640 * megabyte,
+         .reason = L::tr("原位置已有同名项目，仍在废纸篓中")}};
+    return report;
+}
+
 CleanupReport memoryReport() {
     CleanupReport report;
     report.attemptedCount = 1;

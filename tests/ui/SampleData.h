@@ -2,6 +2,8 @@
 #pragma once
 
 #include "CleanupReport.h"
+#include "History.h"
+#include "RestoreReport.h"
 #include "ScanSnapshot.h"
 
 namespace vellmoor::sample {
@@ -15,6 +17,11 @@ CleanupItem category(CleanerModule module, std::string title, CleanupRisk risk, 
 std::vector<PermissionHint> grantedHints();
 /// The same places, two of them unreadable.
 std::vector<PermissionHint> limitedHints();
+
+/// An unfinished clean, then one of four items: three in the Trash, one gone; and a login item that was switched off.
+History history();
+/// Of two items one stayed in the Trash, since its name was taken.
+RestoreReport restoreReport();
 
 CleanupReport cleanReport();
 CleanupReport partlyFailedReport();

@@ -174,6 +174,10 @@ Step readCommand(Words& words, Arguments& arguments) {
         arguments.command = Command::Measure;
         return readPaths(words, arguments);
     }
+    if (name == "put-back") {
+        arguments.command = Command::PutBack;
+        return words.empty() ? Step() : Wrong("put-back takes nothing");
+    }
     if (name == "scan") {
         arguments.command = Command::Scan;
     } else if (name == "report") {
@@ -189,7 +193,8 @@ Step readCommand(Words& words, Arguments& arguments) {
 } // namespace
 
 bool Arguments::changesFiles() const {
-    return command == Command::Clean || command == Command::StartupDisable || command == Command::StartupEnable;
+    return command == Command::Clean || command == Command::PutBack || command == Command::StartupDisable ||
+           command == Command::StartupEnable;
 }
 
 std::expected<Arguments, std::string> parse(const std::vector<std::string>& list) {
@@ -225,6 +230,7 @@ std::string help() {
   measure PATH...            [{"path", "bytes", "files"}]
   clean MODULE [--select default|all|none] [--tick TITLE]...
                              scans, sets the selection, cleans; a CleanupReport and its message
+  put-back                   takes back all that the history knows; a line for each clean
   startup list | disable ID | enable ID
 
   MODULE          smartScan, systemJunk, largeFiles, privacy, appUninstaller, performance, memoryOptimization, trash
@@ -233,7 +239,7 @@ std::string help() {
   --running FILE  the running applications (macOS): [{"name", "bundleIdentifier", "bundlePath", "pid", "isActive"}]
   --layout        that of the running system when it is left out; Linux shows both, a Mac its own
 
-clean, disable and enable need --home, refuse the real one, and touch nothing outside --home and --root.
+clean, put-back, disable and enable need --home, refuse the real one, and touch nothing outside --home and --root.
 A wrong call exits with 2, a failure of the engine with 1.
 )";
 }

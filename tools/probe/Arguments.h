@@ -11,7 +11,17 @@
 
 namespace vellmoor::probe {
 
-enum class Command : std::uint8_t { Help, Scan, Report, Measure, Clean, StartupList, StartupDisable, StartupEnable };
+enum class Command : std::uint8_t {
+    Help,
+    Scan,
+    Report,
+    Measure,
+    Clean,
+    PutBack,
+    StartupList,
+    StartupDisable,
+    StartupEnable
+};
 enum class Layout : std::uint8_t { Linux, Mac };
 /// What a clean starts from: the scan's own ticks, every cleanable row, or none.
 enum class Selection : std::uint8_t { Default, All, None };

@@ -113,8 +113,32 @@ int runClean(const Session& session, const Arguments& arguments) {
     select(session, arguments, items);
     SystemCleanerService service(*session.platform, session.layout);
     const CancelToken untilDone;
-    print(json(service.clean(items, untilDone)));
+    print(json(service.clean(items, {}, untilDone)));
     return succeeded;
+}
+
+/// Takes back all that the history knows, the newest clean first, after what a kill has left was put right.
+int runPutBack(const Session& session) {
+    SystemCleanerService service(*session.platform, session.layout);
+    service.recover();
+    History history = service.history();
+    if (!history.problem.empty()) {
+        return complain(history.problem);
+    }
+    std::ranges::sort(history.cleans, std::ranges::greater(), &HistoryClean::at);
+    const CancelToken untilDone;
+    bool isWhole = true;
+    for (const HistoryClean& clean : history.cleans) {
+        const RestoreReport report = service.putBack(clean.id, {}, {}, untilDone);
+        std::cout << report.message() << '\n';
+        for (const RestoreOutcome& outcome : report.outcomes) {
+            if (outcome.fate != RestoreFate::Restored) {
+                isWhole = false;
+                complain(outcome.path.string() + ": " + outcome.reason);
+            }
+        }
+    }
+    return isWhole ? succeeded : failed;
 }
 
 int runStartup(const Session& session, const Arguments& arguments) {
@@ -157,6 +181,8 @@ int run(const std::vector<std::string>& words) {
         return runMeasure(*session, *arguments);
     case Command::Clean:
         return runClean(*session, *arguments);
+    case Command::PutBack:
+        return runPutBack(*session);
     default:
         return runStartup(*session, *arguments);
     }

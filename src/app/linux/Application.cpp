@@ -1,7 +1,6 @@
 #include "Application.h"
 
 #include "CleanerStore.h"
-#include "StartOptions.h"
 #include "LanguageManager.h"
 #include "LinuxDesktop.h"
 #include "LinuxPlatform.h"
@@ -9,6 +8,7 @@
 #include "MainWindow.h"
 #include "Renderer.h"
 #include "SingleInstance.h"
+#include "StartOptions.h"
 #include "StatusBarController.h"
 #include "TerminationSignals.h"
 #include "Wishes.h"
@@ -199,7 +199,7 @@ int runApplication(int argc, char* argv[], const std::filesystem::path& root) {
     if (options->kind == StartOptions::Kind::help || options->kind == StartOptions::Kind::version) {
         const bool helps = options->kind == StartOptions::Kind::help;
         return std::fputs(helps ? helpText().c_str() : "vellmoor " VELLMOOR_VERSION "\n", stdout) < 0 ? EXIT_FAILURE
-                                                                                                     : EXIT_SUCCESS;
+                                                                                                      : EXIT_SUCCESS;
     }
     QApplication application(argc, argv);
     nameApplication();

@@ -83,7 +83,8 @@ bool launchUri(const std::string& uri, const std::string& startupId) {
 
 bool launchDesktopEntry(const std::string& identifier, const std::string& startupId) {
     const std::unique_ptr<GDesktopAppInfo, Unref> entry(g_desktop_app_info_new((identifier + ".desktop").c_str()));
-    return entry && g_app_info_launch(G_APP_INFO(entry.get()), nullptr, sessionContext(startupId).get(), nullptr) != FALSE;
+    return entry &&
+           g_app_info_launch(G_APP_INFO(entry.get()), nullptr, sessionContext(startupId).get(), nullptr) != FALSE;
 }
 
 bool desktopAnimates() {

@@ -137,7 +137,8 @@ void LinuxDesktop::openPermissionSettings() {
     }
     const std::string folder = fileUri(firstUnreadableFolder());
     askFileManager(QStringLiteral("ShowItemProperties"), folder, userTime_.startupId(), [this, folder] {
-        askFileManager(QStringLiteral("ShowItems"), folder, userTime_.startupId(), [this] { tellFailure("文件管理器没有打开。"); });
+        askFileManager(QStringLiteral("ShowItems"), folder, userTime_.startupId(),
+                       [this] { tellFailure("文件管理器没有打开。"); });
     });
 }
 
@@ -185,6 +186,10 @@ DesktopLook LinuxDesktop::look() const {
     DesktopLook look = looks_.look();
     look.reducedMotion = look.reducedMotion || !desktopAnimates();
     return look;
+}
+
+void LinuxDesktop::notify(const QString& title, const QString& text, std::function<void()> opened) {
+    notes_.show(title, text, std::move(opened));
 }
 
 std::optional<std::string> LinuxDesktop::remembered(std::string_view name) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Desktop.h"
+#include "DesktopNotes.h"
 #include "DesktopTools.h"
 #include "LookWatcher.h"
 #include "Platform.h"
@@ -32,6 +33,7 @@ public:
     void openSystemMonitor() override;
     void openLoginItemsSettings() override;
     void openPermissionSettings() override;
+    void notify(const QString& title, const QString& text, std::function<void()> opened) override;
     [[nodiscard]] const FileKinds& fileKinds() const override { return FileKinds::linuxDesktop(); }
     [[nodiscard]] std::string volumeLabel() const override { return volumeLabel_; }
     [[nodiscard]] std::filesystem::path homeFolder() const override { return environment_.home; }
@@ -54,6 +56,7 @@ private:
     std::string volumeLabel_;
     QObject lookConnection_;
     UserTime userTime_;
+    DesktopNotes notes_{QDBusConnection::sessionBus()};
     std::map<std::filesystem::path, QIcon> icons_; ///< of applications asked for so far
 };
 

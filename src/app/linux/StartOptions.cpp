@@ -98,7 +98,8 @@ std::expected<StartOptions, std::string> readStartOptions(std::span<const char* 
 
 std::string helpText() {
     return "Usage: vellmoor [OPTION]...\n"
-           "Find the disk space and memory that can be got back, show every path, and move what you tick to the Trash.\n"
+           "Find the disk space and memory that can be got back, show every path, and move what you tick to the "
+           "Trash.\n"
            "\n"
            "Options:\n"
            "  --module NAME   open this module\n"

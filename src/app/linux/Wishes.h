@@ -1,8 +1,8 @@
 #pragma once
 
 #include "CleanerStore.h"
-#include "Wish.h"
 #include "WindowModel.h"
+#include "Wish.h"
 
 #include <QObject>
 

@@ -140,8 +140,7 @@ ScanSnapshot scan(EngineContext& context, CleanerModule module, const ProgressCa
         }
         context.throwIfCancelled();
         progress.start(stage.startText);
-        std::ranges::move(stageItems(context, stage.module, snapshot),
-                          std::back_inserter(snapshot.cleanupItems));
+        std::ranges::move(stageItems(context, stage.module, snapshot), std::back_inserter(snapshot.cleanupItems));
         progress.end(stage.endText);
         progress.advance();
     }

@@ -28,6 +28,8 @@ FocusScope {
     required property string path
     // It stands for files that can be shown.
     required property bool files
+    // Of a path in a Trash: it can be put back.
+    required property bool returnable
     // Where a list has the keyboard, its keys do what the row's buttons do, and the buttons are passed over.
     property bool hasKeys: true
     // As a Qt::CheckState; -1: it cannot be ticked.

@@ -75,6 +75,20 @@ RowFrame {
             text: root.row.size
         }
 
+        SoftIconButton {
+            Accessible.name: help + " " + root.row.title
+            flat: true
+            focusPolicy: root.row.focusPolicy
+            help: L.tr("放回")
+            ink: Colors.vmSecondaryText
+            objectName: root.row.name + ".putBack"
+            size: Metrics.rowButton
+            symbol: "arrow.uturn.backward"
+            visible: root.row.returnable
+
+            onClicked: root.rows.putBack(root.row.index)
+        }
+
         RevealButton {
             row: root.row
             rows: root.rows

@@ -24,6 +24,14 @@ PathMenu {
     }
 
     ContextMenuItem {
+        objectName: root.row.name + ".menu.putBack"
+        text: L.tr("放回")
+        visible: root.row.returnable
+
+        onTriggered: root.rows.putBack(root.row.index)
+    }
+
+    ContextMenuItem {
         objectName: root.row.name + ".menu.leftovers"
         text: L.tr("查看残留文件")
         visible: root.row.bundle !== ""

@@ -284,6 +284,13 @@ void CleanupListModel::keep(int row) {
     store_.keep(found->part < 0 && app ? std::vector<std::filesystem::path>{app->appPath} : pathsOf(row));
 }
 
+void CleanupListModel::putBack(int row) {
+    const KeyedRow* found = rowAt(row);
+    if (found != nullptr && found->part >= 0) {
+        store_.putBackTarget(indices_.at(static_cast<std::size_t>(found->record)), found->part);
+    }
+}
+
 std::vector<std::filesystem::path> CleanupListModel::pathsOf(int row) const {
     const KeyedRow* found = rowAt(row);
     std::vector<std::filesystem::path> paths;

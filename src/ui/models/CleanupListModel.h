@@ -64,6 +64,7 @@ public:
         LeftoversRole,
         PathRole,  ///< of a row that stands for one file or folder; empty otherwise
         FilesRole, ///< it stands for files that can be shown in the file manager
+        ReturnableRole, ///< of a path in a Trash: it is known where it was
     };
 
     CleanupListModel(CleanerStore& store, Desktop& desktop, QObject* parent = nullptr);
@@ -105,6 +106,8 @@ public:
     Q_INVOKABLE void keep(int row);
     /// Whether a row is of a kind that can be kept: what lies in a Trash is not.
     Q_INVOKABLE [[nodiscard]] bool canKeep(int row) const;
+    /// Puts a path of a Trash back where it was.
+    Q_INVOKABLE void putBack(int row);
     /// The row of the category that a row belongs to.
     Q_INVOKABLE [[nodiscard]] int headOf(int row) const;
 

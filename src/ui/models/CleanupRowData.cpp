@@ -51,7 +51,8 @@ QHash<int, QByteArray> CleanupListModel::roleNames() const {
             {LastRole, "last"},         {ExpandableRole, "expandable"}, {KindRole, "kind"},
             {IconRole, "icon"},         {KindSymbolRole, "kindSymbol"}, {RunningRole, "running"},
             {BundleRole, "bundle"},     {LeftoversRole, "leftovers"},   {PathRole, "path"},
-            {FilesRole, "files"}};
+            {FilesRole, "files"},
+            {ReturnableRole, "returnable"}};
 }
 
 QVariant CleanupListModel::data(const QModelIndex& index, int role) const {
@@ -131,6 +132,9 @@ QVariant CleanupListModel::fileData(const CleanupItem& item, int role) const {
 }
 
 QVariant CleanupListModel::appData(const CleanupItem& item, int role) const {
+    if (role == ReturnableRole) {
+        return false;
+    }
     if (!item.appInfo) {
         return role == RunningRole ? QVariant(false) : QVariant(QString());
     }
@@ -158,7 +162,10 @@ QVariant CleanupListModel::targetData(const KeyedRow& row, const CleanupItem& it
     case PathRole:
         return pathText(target);
     case DetailRole:
-        return toQt(target.heldBack.empty() ? target.location : target.location + " · " + target.heldBack);
+        return toQt(target.heldBack.empty() ? target.location : target.location + " · " + target.heldBack) +
+               (target.isFromClean ? QStringLiteral(" · ") + localised("来自清理，可放回") : QString());
+    case ReturnableRole:
+        return target.origin.has_value();
     case AmountRole:
         return filesText(target.files);
     case SizeRole:

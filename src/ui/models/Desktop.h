@@ -34,6 +34,9 @@ public:
     virtual void openLoginItemsSettings() = 0;
     /// Where the user can give Vellmoor access to folders that it may not read.
     virtual void openPermissionSettings() = 0;
+    /// Tells the user, who looks elsewhere, that something is over; `opened` is called on a click. Nothing where the
+    /// desktop has no such notes.
+    virtual void notify(const QString& /*title*/, const QString& /*text*/, std::function<void()> /*opened*/) {}
     /// Which kinds of files the large-file list tells apart.
     [[nodiscard]] virtual const FileKinds& fileKinds() const = 0;
     /// The name of the home's volume: a text key or a plain name.

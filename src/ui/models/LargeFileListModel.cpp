@@ -35,10 +35,9 @@ QString LargeFileListModel::moreText() const {
         bytes = checkedAdd(bytes, file.bytes);
     }
     const std::string size = byteCountText(bytes);
-    return further.size() == 1
-               ? localised("另有 1 个文件，共 %@", size)
-               : localised("另有 %d 个文件，共 %@",
-                           groupedText(static_cast<std::int64_t>(further.size())).toStdString(), size);
+    return further.size() == 1 ? localised("另有 1 个文件，共 %@", size)
+                               : localised("另有 %d 个文件，共 %@",
+                                           groupedText(static_cast<std::int64_t>(further.size())).toStdString(), size);
 }
 
 void LargeFileListModel::listAll() {

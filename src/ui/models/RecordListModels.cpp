@@ -242,8 +242,8 @@ QVariant StartupListModel::data(const QModelIndex& index, int role) const {
     case NameRole:
         return toQt(item->name);
     case LocationRole:
-        return toQt(
-            displayPath(item->program ? std::filesystem::path(*item->program) : item->plistURL, desktop().homeFolder()));
+        return toQt(displayPath(item->program ? std::filesystem::path(*item->program) : item->plistURL,
+                                desktop().homeFolder()));
     case EnabledRole:
         return item->isEnabled;
     case KindRole:

@@ -3,6 +3,11 @@
 #include "ByteCount.h"
 #include "QtText.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+
+#include <algorithm>
+
 namespace vellmoor {
 
 namespace {
@@ -24,6 +29,7 @@ ReportModel::ReportModel(CleanerStore& store, QObject* parent) : QObject(parent)
         }
         Q_EMIT changed();
     });
+    connect(&store_, &CleanerStore::historyChanged, this, &ReportModel::changed);
 }
 
 QString ReportModel::title() const {
@@ -76,12 +82,53 @@ QString ReportModel::caches() const {
                                   : QString();
 }
 
+QString ReportModel::trashed() const {
+    return report().trashedBytes > 0 ? toQt(byteCountText(report().trashedBytes)) : QString();
+}
+
+QString ReportModel::removedForGood() const {
+    return report().removedBytes > 0 ? toQt(byteCountText(report().removedBytes)) : QString();
+}
+
+QString ReportModel::freedNow() const {
+    if (!report().freedNow || memory()) {
+        return {};
+    }
+    const QString size = toQt(byteCountText(std::max<std::int64_t>(*report().freedNow, 0)));
+    return report().freedNowMayGrow ? size + QLatin1Char(' ') + localised("目前为止") : size;
+}
+
+bool ReportModel::hasSums() const {
+    return !memory() && (returnable() || !trashed().isEmpty() || !removedForGood().isEmpty() || !freedNow().isEmpty());
+}
+
+bool ReportModel::returnable() const {
+    const auto& cleans = store_.history().cleans;
+    const auto found = std::ranges::find(cleans, report().historyId, &HistoryClean::id);
+    return !report().historyId.empty() && found != cleans.end() && found->trashedCount > 0;
+}
+
 QStringList ReportModel::failureLines() const {
-    return linesOf(report().failures);
+    QStringList lines;
+    for (const CleanupOutcome& outcome : report().outcomes) {
+        if (outcome.fate == CleanupFate::Failed) {
+            lines << toQt(outcome.path.native()) + QStringLiteral(": ") + toQt(outcome.reason);
+        }
+    }
+    // A report of memory has no paths.
+    return lines.isEmpty() ? linesOf(report().failures) : lines;
+}
+
+void ReportModel::copyFailures() const {
+    QGuiApplication::clipboard()->setText(failureLines().join(QLatin1Char('\n')));
 }
 
 QStringList ReportModel::noteLines() const {
-    return linesOf(report().notes);
+    QStringList lines = linesOf(report().notes);
+    if (report().wasStopped) {
+        lines.prepend(localised("已停止，%d 项未处理", groupedText(report().untriedCount).toStdString()));
+    }
+    return lines;
 }
 
 } // namespace vellmoor

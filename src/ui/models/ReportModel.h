@@ -29,6 +29,16 @@ class ReportModel final : public QObject {
     Q_PROPERTY(QString share READ share NOTIFY changed FINAL)
     /// The file caches before and after a memory optimisation; empty where the system tells none.
     Q_PROPERTY(QString caches READ caches NOTIFY changed FINAL)
+    /// Where it went: each empty when it is nothing, or not known.
+    Q_PROPERTY(QString trashed READ trashed NOTIFY changed FINAL)
+    Q_PROPERTY(QString removedForGood READ removedForGood NOTIFY changed FINAL)
+    Q_PROPERTY(QString freedNow READ freedNow NOTIFY changed FINAL)
+    Q_PROPERTY(bool hasSums READ hasSums NOTIFY changed FINAL)
+    /// Something of it lies in the Trash and can be put back, or removed for good.
+    Q_PROPERTY(bool returnable READ returnable NOTIFY changed FINAL)
+    /// The clean in the history.
+    Q_PROPERTY(QString clean READ clean NOTIFY changed FINAL)
+    /// Every failure, a line each.
     Q_PROPERTY(QStringList failureLines READ failureLines NOTIFY changed FINAL)
     /// What was kept on purpose, and what else is worth telling.
     Q_PROPERTY(QStringList noteLines READ noteLines NOTIFY changed FINAL)
@@ -50,7 +60,15 @@ public:
     [[nodiscard]] QString failures() const;
     [[nodiscard]] QString share() const;
     [[nodiscard]] QString caches() const;
+    [[nodiscard]] QString trashed() const;
+    [[nodiscard]] QString removedForGood() const;
+    [[nodiscard]] QString freedNow() const;
+    [[nodiscard]] bool hasSums() const;
+    [[nodiscard]] bool returnable() const;
+    [[nodiscard]] QString clean() const { return QString::fromStdString(report().historyId); }
     [[nodiscard]] QStringList failureLines() const;
+    /// Puts all failures on the clipboard.
+    Q_INVOKABLE void copyFailures() const;
     [[nodiscard]] QStringList noteLines() const;
 
 Q_SIGNALS:

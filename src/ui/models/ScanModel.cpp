@@ -7,6 +7,8 @@
 #include <QMetaObject>
 #include <QStringList>
 
+#include <algorithm>
+
 namespace vellmoor {
 
 ScanModel::ScanModel(CleanerStore& store, QObject* parent) : QObject(parent), store_(store) {
@@ -17,6 +19,9 @@ ScanModel::ScanModel(CleanerStore& store, QObject* parent) : QObject(parent), st
     });
     connect(&store_, &CleanerStore::scanProgressChanged, this, &ScanModel::announceQuarter);
     notify(&CleanerStore::isCleaningChanged);
+    notify(&CleanerStore::cleanProgressChanged);
+    connect(&store_, &CleanerStore::cleanProgressChanged, this, &ScanModel::announceQuarter);
+    connect(&store_, &CleanerStore::isCleaningChanged, this, [this] { announcedQuarters_ = 0; });
     notify(&CleanerStore::scanProgressChanged);
     notify(&CleanerStore::scanStageChanged);
     notify(&CleanerStore::statusMessageChanged);
@@ -42,15 +47,34 @@ void ScanModel::announceStartOrEnd() {
 }
 
 void ScanModel::announceQuarter() {
-    const int quarters = static_cast<int>(progress() * 4);
-    if (scanning() && quarters > announcedQuarters_ && quarters < 4) {
+    const int quarters = static_cast<int>(workProgress() * 4);
+    if (working() && quarters > announcedQuarters_ && quarters < 4) {
         announcedQuarters_ = quarters;
         Q_EMIT announced(title() + QLatin1Char(' ') + progressText());
     }
 }
 
 QString ScanModel::progressText() const {
-    return percentText(progress());
+    return percentText(workProgress());
+}
+
+double ScanModel::workProgress() const {
+    if (!tellsClean()) {
+        return progress();
+    }
+    const CleanProgress& done = *store_.cleanProgress();
+    if (done.totalBytes > 0) {
+        return std::clamp(static_cast<double>(done.doneBytes) / static_cast<double>(done.totalBytes), 0.0, 1.0);
+    }
+    return done.totalCount > 0 ? static_cast<double>(done.doneCount) / static_cast<double>(done.totalCount) : 0;
+}
+
+QString ScanModel::cleanText() const {
+    const CleanProgress& done = *store_.cleanProgress();
+    return localised("已处理 %d/%d 项，%@/%@", groupedText(done.doneCount).toStdString(),
+                     groupedText(done.totalCount).toStdString(), byteCountText(done.doneBytes),
+                     byteCountText(done.totalBytes)) +
+           (done.current.empty() ? QString() : QStringLiteral(" · ") + toQt(done.current.native()));
 }
 
 QString ScanModel::findings() const {
@@ -72,6 +96,9 @@ QString ScanModel::stage() const {
 }
 
 QString ScanModel::status() const {
+    if (tellsClean()) {
+        return cleanText();
+    }
     return toQt(store_.statusMessage());
 }
 
@@ -80,6 +107,9 @@ QString ScanModel::lastScan() const {
 }
 
 QString ScanModel::title() const {
+    if (tellsClean()) {
+        return localised("清理中...");
+    }
     if (scanning()) {
         return localised("正在扫描 %@", vellmoor::title(store_.scannedModule()));
     }
@@ -104,11 +134,14 @@ QString ScanModel::description() const {
 }
 
 QString ScanModel::ringNumber() const {
-    const bool hasFigure = scanned() && !scanning() && itemCount() > 0;
+    const bool hasFigure = !tellsClean() && scanned() && !scanning() && itemCount() > 0;
     return hasFigure ? toQt(byteCountParts(store_.cleanableBytes(module_)).number) : QString();
 }
 
 QString ScanModel::ringUnit() const {
+    if (tellsClean()) {
+        return localised("清理中...");
+    }
     if (scanning()) {
         return localised("扫描中");
     }

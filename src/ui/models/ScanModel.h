@@ -25,6 +25,10 @@ class ScanModel final : public QObject {
     Q_PROPERTY(bool ready READ ready NOTIFY changed FINAL)
     /// What the headline's figure is made of: how much is memory, how much is ticked; empty without a figure.
     Q_PROPERTY(QString findings READ findings NOTIFY changed FINAL)
+    /// Whether a clean runs that tells how far it is, or a scan.
+    Q_PROPERTY(bool working READ working NOTIFY changed FINAL)
+    /// How far a running clean, or else the scan, has come; 0 to 1.
+    Q_PROPERTY(double workProgress READ workProgress NOTIFY changed FINAL)
     Q_PROPERTY(QString stage READ stage NOTIFY changed FINAL)
     Q_PROPERTY(QString status READ status NOTIFY changed FINAL)
     Q_PROPERTY(QString lastScan READ lastScan NOTIFY changed FINAL)
@@ -51,6 +55,9 @@ public:
     [[nodiscard]] double progress() const { return store_.scanProgress(); }
     [[nodiscard]] QString progressText() const;
     [[nodiscard]] bool ready() const { return !scanning() && !cleaning(); }
+    [[nodiscard]] bool tellsClean() const { return cleaning() && store_.cleanProgress().has_value(); }
+    [[nodiscard]] bool working() const { return scanning() || tellsClean(); }
+    [[nodiscard]] double workProgress() const;
     [[nodiscard]] QString findings() const;
     [[nodiscard]] QString stage() const;
     [[nodiscard]] QString status() const;
@@ -75,6 +82,7 @@ Q_SIGNALS:
 private:
     void announceStartOrEnd();
     void announceQuarter();
+    [[nodiscard]] QString cleanText() const;
     CleanerStore& store_;
     CleanerModule module_ = CleanerModule::smartScan;
     int announcedQuarters_ = 0;

@@ -9,11 +9,14 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <utility>
 
 namespace vellmoor {
 namespace {
 
 constexpr std::chrono::seconds noticeDuration{8};
+/// A scan that takes longer is told of at its end, when the user looks elsewhere.
+constexpr std::chrono::seconds longScan{10};
 
 } // namespace
 
@@ -39,6 +42,9 @@ WindowModel::WindowModel(CleanerStore& store, LanguageManager& languages, Deskto
       question_(store),
       permissions_(store, desktop),
       report_(store),
+      history_(store, desktop),
+      restore_(store, desktop),
+      decision_(store),
       kept_(store, desktop),
       rootNotice_(desktop.runsAsRoot()) {
     memoryItems_.setModule(CleanerModule::memoryOptimization);
@@ -66,14 +72,14 @@ void WindowModel::connectStore() {
         }
         Q_EMIT actionFailureChanged();
     });
+    connect(&restore_, &RestoreModel::succeeded, this, [this](const QString& text) { showNotice(text, false); });
     connect(&store_, &CleanerStore::isScanningChanged, this, [this] {
+        noteScan();
         Q_EMIT busyChanged();
         Q_EMIT selectionChanged();
     });
     connect(&store_, &CleanerStore::isCleaningChanged, this, [this] {
-        if (!store_.isCleaning()) {
-            changingStartup_.reset();
-        }
+        noteClean();
         Q_EMIT busyChanged();
         Q_EMIT selectionChanged();
     });
@@ -142,6 +148,7 @@ void WindowModel::retranslate() {
     Q_EMIT scan_.changed();
     Q_EMIT memory_.changed();
     Q_EMIT report_.changed();
+    history_.retranslate();
     Q_EMIT textsChanged();
     Q_EMIT selectionChanged();
     Q_EMIT limitationChanged();
@@ -232,12 +239,18 @@ bool WindowModel::removesForGood() const {
 }
 
 QStringList WindowModel::confirmationParts() const {
+    QStringList warning;
+    if (previewsClean()) {
+        if (const std::string why = store_.whyNoWayBack(module_); !why.empty()) {
+            warning << toQt(why);
+        }
+    }
     if (!removesForGood()) {
-        return {};
+        return warning;
     }
     const std::int64_t forGood = selectedBytesForGood();
     const std::int64_t toTrash = store_.selectedBytes(module_) - forGood;
-    QStringList parts;
+    QStringList parts = warning;
     if (toTrash > 0) {
         parts << localised("移到废纸篓：%@", byteCountText(toTrash));
     }
@@ -321,6 +334,61 @@ void WindowModel::closeReport() {
 
 void WindowModel::closeActionFailure() {
     store_.clearActionFailure();
+}
+
+void WindowModel::putBackReported() {
+    store_.putBack(report_.clean().toStdString());
+}
+
+void WindowModel::closeRestore() {
+    store_.clearRestore();
+}
+
+void WindowModel::stopCleaning() {
+    store_.stopCleaning();
+}
+
+bool WindowModel::mayClose() {
+    if (!store_.isCleaning() || closesAfterClean_) {
+        return true;
+    }
+    Q_EMIT closingAsked();
+    return false;
+}
+
+void WindowModel::closeAfterClean(bool stops) {
+    if (!store_.isCleaning()) {
+        Q_EMIT closingAgreed();
+        return;
+    }
+    closesAfterClean_ = true;
+    if (stops) {
+        store_.stopCleaning();
+    }
+}
+
+void WindowModel::noteScan() {
+    if (store_.isScanning()) {
+        scanStart_ = std::chrono::steady_clock::now();
+        return;
+    }
+    if (!isActive_ && std::chrono::steady_clock::now() - scanStart_ > longScan) {
+        // The message of the end is set together with it, and told after it.
+        QMetaObject::invokeMethod(this, [this] { Q_EMIT finishedAside(scan_.status()); }, Qt::QueuedConnection);
+    }
+}
+
+void WindowModel::noteClean() {
+    if (store_.isCleaning()) {
+        return;
+    }
+    const bool wasSwitch = std::exchange(changingStartup_, std::nullopt).has_value();
+    if (!isActive_ && !wasSwitch) {
+        Q_EMIT finishedAside(toQt(store_.statusMessage()));
+    }
+    if (std::exchange(closesAfterClean_, false)) {
+        Q_EMIT closingAgreed();
+    }
 }
 
 void WindowModel::rescanReported() {

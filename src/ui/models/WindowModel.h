@@ -2,7 +2,9 @@
 
 #include "CleanerStore.h"
 #include "CleanupListModel.h"
+#include "Decision.h"
 #include "Desktop.h"
+#include "HistoryModel.h"
 #include "KeptListModel.h"
 #include "LanguageManager.h"
 #include "LargeFileListModel.h"
@@ -10,6 +12,7 @@
 #include "Question.h"
 #include "RecordListModels.h"
 #include "ReportModel.h"
+#include "RestoreModel.h"
 #include "ScanModel.h"
 
 #include <QObject>
@@ -17,6 +20,7 @@
 #include <QTimer>
 #include <QtQml/qqmlregistration.h>
 
+#include <chrono>
 #include <optional>
 
 namespace vellmoor {
@@ -49,7 +53,10 @@ class WindowModel final : public QObject {
     Q_PROPERTY(vellmoor::Question* question READ question CONSTANT FINAL)
     Q_PROPERTY(vellmoor::PermissionListModel* permissions READ permissions CONSTANT FINAL)
     Q_PROPERTY(vellmoor::ReportModel* report READ report CONSTANT FINAL)
+    Q_PROPERTY(vellmoor::HistoryModel* history READ history CONSTANT FINAL)
+    Q_PROPERTY(vellmoor::RestoreModel* restore READ restore CONSTANT FINAL)
     Q_PROPERTY(vellmoor::KeptListModel* kept READ kept CONSTANT FINAL)
+    Q_PROPERTY(vellmoor::Decision* decision READ decision CONSTANT FINAL)
 
     Q_PROPERTY(QString volumeLabel READ volumeLabel NOTIFY textsChanged FINAL)
     Q_PROPERTY(QString selectedSize READ selectedSize NOTIFY selectionChanged FINAL)
@@ -114,7 +121,10 @@ public:
     [[nodiscard]] Question* question() { return &question_; }
     [[nodiscard]] PermissionListModel* permissions() { return &permissions_; }
     [[nodiscard]] ReportModel* report() { return &report_; }
+    [[nodiscard]] HistoryModel* history() { return &history_; }
+    [[nodiscard]] RestoreModel* restore() { return &restore_; }
     [[nodiscard]] KeptListModel* kept() { return &kept_; }
+    [[nodiscard]] Decision* decision() { return &decision_; }
 
     [[nodiscard]] QString volumeLabel() const;
     [[nodiscard]] QString selectedSize() const;
@@ -153,6 +163,16 @@ public:
     Q_INVOKABLE void cleanSelected();
     Q_INVOKABLE void closeReport();
     Q_INVOKABLE void closeActionFailure();
+    /// Puts back what the reported clean put into the Trash.
+    Q_INVOKABLE void putBackReported();
+    Q_INVOKABLE void closeRestore();
+    /// Ends the running clean after the item at hand.
+    Q_INVOKABLE void stopCleaning();
+    /// The window is to close when the clean has ended; `stops` ends it after the item at hand.
+    Q_INVOKABLE void closeAfterClean(bool stops);
+    /// The window is asked to close: false when a clean runs, and the user is asked first.
+    [[nodiscard]] bool mayClose();
+    void setActive(bool active) { isActive_ = active; }
     Q_INVOKABLE void rescanReported();
     Q_INVOKABLE void setAllSelected(bool selected);
     Q_INVOKABLE void refreshPermissions();
@@ -175,6 +195,12 @@ Q_SIGNALS:
     void limitationChanged();
     void rootNoticeChanged();
     void noticeChanged();
+    /// A clean runs: what is to become of it?
+    void closingAsked();
+    /// Nothing holds the window back any more.
+    void closingAgreed();
+    /// Something that took long is over while the window was not the active one.
+    void finishedAside(const QString& text);
     void sheetOpenChanged();
     /// The desktop's menu asked for a clean of what is selected: the question that stands before one opens.
     void cleanOffered();
@@ -182,6 +208,8 @@ Q_SIGNALS:
 private:
     void connectStore();
     void followStore();
+    void noteScan();
+    void noteClean();
     void follow(CleanerModule module);
     void noteSelectionChange();
     void retranslate();
@@ -209,6 +237,9 @@ private:
     Question question_;
     PermissionListModel permissions_;
     ReportModel report_;
+    HistoryModel history_;
+    RestoreModel restore_;
+    Decision decision_;
     KeptListModel kept_;
     bool rootNotice_;
     bool sheetOpen_ = false;
@@ -217,6 +248,9 @@ private:
     QString notice_;
     bool noticeIsFailure_ = false;
     QTimer noticeTime_;
+    bool closesAfterClean_ = false;
+    bool isActive_ = true;
+    std::chrono::steady_clock::time_point scanStart_;
 };
 
 } // namespace vellmoor

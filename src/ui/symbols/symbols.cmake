@@ -8,6 +8,7 @@ set(VELLMOOR_SYMBOLS
   arrow.triangle.2.circlepath=arrow-repeat
   chart.line.uptrend.xyaxis=graph-up-arrow
   arrow.up.arrow.down=arrow-down-up
+  arrow.uturn.backward=arrow-counterclockwise
   checkmark=check-lg
   checkmark.circle=check-circle
   checkmark.circle.fill=check-circle-fill
@@ -20,6 +21,7 @@ set(VELLMOOR_SYMBOLS
   clock=clock
   clock.arrow.circlepath=clock-history
   doc=file-earmark
+  doc.on.clipboard=clipboard
   doc.text=file-earmark-text
   doc.text.magnifyingglass=file-earmark-medical
   doc.zipper=file-earmark-zip

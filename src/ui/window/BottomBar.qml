@@ -47,6 +47,7 @@ GlassPanel {
 
             Caption {
                 Layout.fillWidth: true
+                elide: root.vm.scan.cleaning ? Text.ElideMiddle : Text.ElideRight
                 objectName: "statusMessage"
                 spoken: true
                 text: root.vm.scan.status
@@ -73,10 +74,20 @@ GlassPanel {
         }
 
         SecondaryButton {
+            objectName: "stopClean"
+            symbol: "xmark.circle"
+            text: L.tr("停止")
+            visible: root.vm.scan.cleaning && root.vm.scan.working
+
+            onClicked: root.vm.stopCleaning()
+        }
+
+        SecondaryButton {
             enabled: root.vm.scan.itemCount > 0
             objectName: "previewButton"
             symbol: "eye"
             text: L.tr("预览项目")
+            visible: !root.vm.scan.cleaning || !root.vm.scan.working
 
             onClicked: root.previewAsked()
         }
@@ -95,7 +106,7 @@ GlassPanel {
     ProgressLine {
         Accessible.name: root.vm.scan.title + " " + root.vm.scan.progressText
         Accessible.role: Accessible.ProgressBar
-        Spoken.value: root.vm.scan.progress
+        Spoken.value: root.vm.scan.workProgress
         anchors.bottom: parent.bottom
         anchors.bottomMargin: 1
         anchors.left: parent.left
@@ -103,7 +114,7 @@ GlassPanel {
         anchors.right: parent.right
         anchors.rightMargin: Metrics.panelRadius
         implicitHeight: 3
-        value: root.vm.scan.progress
-        visible: root.vm.scan.scanning
+        value: root.vm.scan.workProgress
+        visible: root.vm.scan.working
     }
 }

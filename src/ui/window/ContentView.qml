@@ -26,7 +26,11 @@ import Vellmoor.Theme
 //   confirmQuit.accept, confirmQuit.cancel; confirmEnd.accept, confirmEnd.cancel, confirmEnd.message
 //   confirmStartup.accept, confirmStartup.cancel
 //   shortcuts, about, overview                                                            further sheets
+//   history.N, history.N.item.M, history.switch.N with .putBack, .finish, .expand, .toggle, .condition, .menu.putBack
+//   historyList, forgetHistory, historyProblem; decide.accept, decide.cancel, decide.message
 //   kept.N, kept.N.reveal, kept.N.offer, keptList, kept.done, keptButton
+//   restore.list, restore.showBoth.N, restore.done; closing.finish, closing.stop, closing.back; stopClean
+//   result.trashed, result.removed, result.freedNow, result.putBack, result.forGood, result.copyFailures
 //   result.title, result.openTrash, result.rescan, result.done, result.failures, result.noFailures, result.caches
 // Lists are virtual: only rows near the visible part exist. Rows of the sheet's list carry the same names as the
 // page's; look for them below detailsList.

@@ -8,6 +8,7 @@
 #include "SymbolImageProvider.h"
 #include "Texts.h"
 
+#include <QEvent>
 #include <QGuiApplication>
 #include <QQuickItem>
 #include <QScreen>
@@ -107,6 +108,25 @@ MainWindow::~MainWindow() {
     }
 }
 
+void MainWindow::bringToFront() {
+    if (window_->visibility() == QWindow::Minimized) {
+        window_->showNormal();
+    } else {
+        window_->show();
+    }
+    window_->raise();
+    window_->requestActivate();
+}
+
+bool MainWindow::Closing::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Close && watched == main_.window_.get() && main_.model_ &&
+        !main_.model_->mayClose()) {
+        event->ignore();
+        return true;
+    }
+    return QObject::eventFilter(watched, event);
+}
+
 /// The window's ground follows its size and the theme.
 void MainWindow::layGround() {
     auto* ground = new Ground(window_->contentItem());
@@ -126,6 +146,9 @@ void MainWindow::followDesktop(Desktop& desktop) {
     desktop_ = &desktop;
     appearance_.follow(desktop.look());
     desktop.whenLookChanges([this, &desktop] { appearance_.follow(desktop.look()); });
+    QObject::connect(model_.get(), &WindowModel::finishedAside, window_.get(), [this, &desktop](const QString& text) {
+        desktop.notify(QStringLiteral("Vellmoor"), text, [this] { bringToFront(); });
+    });
     desktop.whenActionFails([this](std::string_view key) { model_->showNotice(localised(key), true); });
 }
 
@@ -144,20 +167,20 @@ void MainWindow::rememberIn(Desktop& desktop) {
 
 /// Only what the user changed is worth a file.
 void MainWindow::rememberWindow(Desktop& desktop) {
-    QObject::connect(
-        window_.get(), &QWindow::visibleChanged, window_.get(),
-        [this, &desktop, size = window_->size(), place = window_->framePosition()](bool visible) {
-            if (visible || isMaximised()) {
-                return;
-            }
-            if (window_->size() != size) {
-                const QString text = QStringLiteral("%1x%2").arg(window_->width()).arg(window_->height());
-                desktop.remember(sizeSetting, text.toStdString());
-            }
-            if (const QPoint now = window_->framePosition(); now != place) {
-                desktop.remember(placeSetting, QStringLiteral("%1,%2").arg(now.x()).arg(now.y()).toStdString());
-            }
-        });
+    QObject::connect(window_.get(), &QWindow::visibleChanged, window_.get(),
+                     [this, &desktop, size = window_->size(), place = window_->framePosition()](bool visible) {
+                         if (visible || isMaximised()) {
+                             return;
+                         }
+                         if (window_->size() != size) {
+                             const QString text = QStringLiteral("%1x%2").arg(window_->width()).arg(window_->height());
+                             desktop.remember(sizeSetting, text.toStdString());
+                         }
+                         if (const QPoint now = window_->framePosition(); now != place) {
+                             desktop.remember(placeSetting,
+                                              QStringLiteral("%1,%2").arg(now.x()).arg(now.y()).toStdString());
+                         }
+                     });
 }
 
 void MainWindow::rememberLists(Desktop& desktop) {
@@ -189,13 +212,17 @@ void MainWindow::fill(QQmlEngine& engine, CleanerStore& store, LanguageManager& 
     Texts::setLanguages(engine, languages);
     appearance_.serve(engine);
     model_ = std::make_unique<WindowModel>(store, languages, desktop);
+    store.recover();
     followDesktop(desktop);
     if (const auto module = desktop.remembered(moduleSetting)) {
         model_->setModule(QString::fromStdString(*module));
     }
     rememberIn(desktop);
     QQmlEngine::setObjectOwnership(model_.get(), QQmlEngine::CppOwnership);
+    QObject::connect(model_.get(), &WindowModel::closingAgreed, window_.get(), &QWindow::close, Qt::QueuedConnection);
+    window_->installEventFilter(&closing_); // the last one is asked first
     QObject::connect(window_.get(), &QQuickWindow::activeChanged, model_.get(), [this] {
+        model_->setActive(window_->isActive());
         if (window_->isActive()) {
             model_->activated();
         }
@@ -227,9 +254,9 @@ MainWindow::Outcome MainWindow::createViews() {
 
 std::expected<std::unique_ptr<MainWindow>, std::string> loadMainWindow(QQmlEngine& engine, CleanerStore& store,
                                                                        LanguageManager& languages, Desktop& desktop) {
-    auto main = std::make_unique<MainWindow>(
-        windowStart(desktop.look(), desktop.remembered(themeSetting), desktop.remembered(sizeSetting),
-                                       desktop.remembered(placeSetting)));
+    auto main =
+        std::make_unique<MainWindow>(windowStart(desktop.look(), desktop.remembered(themeSetting),
+                                                 desktop.remembered(sizeSetting), desktop.remembered(placeSetting)));
     MainWindow::Outcome outcome;
     main->fill(engine, store, languages, desktop, QQmlComponent::PreferSynchronous,
                [&outcome](const MainWindow::Outcome& filled) { outcome = filled; });

@@ -63,7 +63,18 @@ public:
     [[nodiscard]] WindowModel& model() { return *model_; }
 
 private:
+    /// Asks the user before the window closes over a running clean.
+    class Closing : public QObject {
+    public:
+        explicit Closing(MainWindow& main) : main_(main) {}
+        bool eventFilter(QObject* watched, QEvent* event) override;
+
+    private:
+        MainWindow& main_;
+    };
+
     [[nodiscard]] Outcome createViews();
+    void bringToFront();
     void layGround();
     void followDesktop(Desktop& desktop);
     void rememberIn(Desktop& desktop);
@@ -73,6 +84,7 @@ private:
 
     Appearance appearance_;
     Desktop* desktop_ = nullptr;         ///< that is listened to
+    Closing closing_{*this};
     std::unique_ptr<WindowModel> model_; ///< outlives the views that read it
     std::unique_ptr<QQuickWindow> window_;
     std::unique_ptr<QQmlComponent> views_;

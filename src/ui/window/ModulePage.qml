@@ -21,7 +21,8 @@ Flickable {
             "largeFiles": "large_files/LargeFilesPage.qml",
             "appUninstaller": "applications/AppsPage.qml",
             "performance": "login_items/StartupPage.qml",
-            "memoryOptimization": "memory/MemoryPage.qml"
+            "memoryOptimization": "memory/MemoryPage.qml",
+            "trash": "trash/TrashPage.qml"
         })
 
     boundsBehavior: Flickable.StopAtBounds
@@ -70,7 +71,7 @@ Flickable {
         Item {
             Layout.fillHeight: true
             Layout.fillWidth: true
-            Layout.preferredHeight: Metrics.leastList
+            Layout.preferredHeight: page.item?.leastHeight ?? Metrics.leastList
 
             ViewLoader {
                 id: page

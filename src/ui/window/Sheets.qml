@@ -76,6 +76,16 @@ Item {
         (place.item as Sheet).open();
     }
 
+    // Over whatever is open: the result, or the page.
+    function showDecision(): void {
+        if (root.vm.decision.kind !== "")
+            open(decision, "DecisionDialog.qml", {});
+    }
+
+    function showClosing(): void {
+        open(closing, "CloseConfirmation.qml", {});
+    }
+
     onOccupiedChanged: nextQuestion.restart()
 
     Binding {
@@ -118,6 +128,18 @@ Item {
         id: result
     }
 
+    Loader {
+        id: restore
+    }
+
+    Loader {
+        id: decision
+    }
+
+    Loader {
+        id: closing
+    }
+
     Connections {
         function onCleanAsked(): void {
             root.askClean();
@@ -154,5 +176,30 @@ Item {
         }
 
         target: root.vm.question
+    }
+
+    Connections {
+        function onChanged(): void {
+            root.showDecision();
+        }
+
+        target: root.vm.decision
+    }
+
+    Connections {
+        function onChanged(): void {
+            if (root.vm.restore.present && !root.isOpen(restore))
+                root.open(restore, "RestoreSheet.qml", {});
+        }
+
+        target: root.vm.restore
+    }
+
+    Connections {
+        function onClosingAsked(): void {
+            root.showClosing();
+        }
+
+        target: root.vm
     }
 }

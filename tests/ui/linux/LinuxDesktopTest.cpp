@@ -98,7 +98,7 @@ TEST(DesktopServices, APathThatIsNoUtf8HasAnAddress) {
 }
 
 TEST(DesktopServices, AnApplicationThatIsNotInstalledIsNotStarted) {
-    EXPECT_FALSE(launchDesktopEntry("org.example.NotInstalled"));
+    EXPECT_FALSE(launchDesktopEntry("org.example.NotInstalled", {}));
 }
 
 TEST(SingleInstance, TheAccountsHomeHasTheApplicationsOwnName) {

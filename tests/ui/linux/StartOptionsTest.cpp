@@ -68,10 +68,10 @@ TEST(StartOptions, TheHelpNamesEveryModule) {
 }
 
 TEST(Wish, ArrivesOverTheBusAsItWasSent) {
-    for (const Wish& wish : {Wish{.module = CleanerModule::trash, .deed = Wish::Deed::none},
-                             Wish{.module = {}, .deed = Wish::Deed::scan},
-                             Wish{.module = CleanerModule::privacy, .deed = Wish::Deed::scan},
-                             Wish{.module = {}, .deed = Wish::Deed::offerEmptyTrash}}) {
+    for (const Wish& wish :
+         {Wish{.module = CleanerModule::trash, .deed = Wish::Deed::none}, Wish{.module = {}, .deed = Wish::Deed::scan},
+          Wish{.module = CleanerModule::privacy, .deed = Wish::Deed::scan},
+          Wish{.module = {}, .deed = Wish::Deed::offerEmptyTrash}}) {
         const WishedAction action = actionOf(wish);
         EXPECT_EQ(wishOf(action.name, action.module), wish);
     }

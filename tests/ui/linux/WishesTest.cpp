@@ -1,6 +1,7 @@
 // What the desktop's menu and the command line ask of the window, over scripted results.
-#include "WindowFixture.h"
 #include "Wishes.h"
+
+#include "WindowFixture.h"
 
 namespace vellmoor {
 namespace {

@@ -11,9 +11,9 @@ Item {
     property bool compact: false
 
     // Nothing was found: that is well, but nothing to fill a ring with.
-    readonly property bool empty: scan.scanned && !scan.scanning && scan.itemCount === 0
-    readonly property real value: scan.scanning ? scan.progress : (scan.scanned && !empty ? 1 : 0)
-    readonly property string number: scan.scanning ? scan.progressText : scan.ringNumber
+    readonly property bool empty: scan.scanned && !scan.working && scan.itemCount === 0
+    readonly property real value: scan.working ? scan.workProgress : (scan.scanned && !empty ? 1 : 0)
+    readonly property string number: scan.working ? scan.progressText : scan.ringNumber
 
     Accessible.name: (number + " " + scan.ringUnit).trim()
     Accessible.role: Accessible.ProgressBar

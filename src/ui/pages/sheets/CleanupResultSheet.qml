@@ -17,7 +17,7 @@ Sheet {
     wantedWidth: 720
 
     contentItem: ColumnLayout {
-        spacing: 18
+        spacing: 14
 
         RowLayout {
             spacing: 14
@@ -52,6 +52,14 @@ Sheet {
         ResultMetrics {
             Layout.fillWidth: true
             report: root.report
+        }
+
+        ResultSums {
+            Layout.fillWidth: true
+            visible: root.report.hasSums
+            vm: root.vm
+
+            onLeaving: root.close()
         }
 
         ResultDetails {

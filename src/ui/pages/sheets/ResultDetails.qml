@@ -29,8 +29,22 @@ Rectangle {
         spacing: Metrics.gap
         visible: list.count > 0
 
-        Subheading {
-            text: lines.title
+        RowLayout {
+            Subheading {
+                Layout.fillWidth: true
+                text: lines.title
+            }
+
+            SoftIconButton {
+                flat: true
+                help: L.tr("复制全部")
+                objectName: list.objectName === "result.failures" ? "result.copyFailures" : ""
+                size: Metrics.rowButton
+                symbol: "doc.on.clipboard"
+                visible: objectName !== ""
+
+                onClicked: root.report.copyFailures()
+            }
         }
 
         ListView {
@@ -40,6 +54,10 @@ Rectangle {
             Accessible.role: Accessible.List
             Layout.fillHeight: true
             Layout.fillWidth: true
+            Keys.onPressed: event => {
+                if (event.matches(StandardKey.Copy))
+                    root.report.copyFailures();
+            }
             activeFocusOnTab: true
             boundsBehavior: Flickable.StopAtBounds
             clip: true
@@ -66,12 +84,21 @@ Rectangle {
                     size: 14
                 }
 
-                BodyText {
+                // Can be marked and copied.
+                TextEdit {
+                    Accessible.ignored: true
                     Layout.fillWidth: true
+                    activeFocusOnPress: true
                     color: Colors.ink(lines.tint)
-                    elide: Text.ElideNone
+                    font.family: Type.family
+                    font.pixelSize: Type.body
+                    readOnly: true
+                    selectByMouse: true
+                    selectedTextColor: Colors.onAccent
+                    selectionColor: Colors.primary
                     text: line.modelData
-                    wrapMode: Text.Wrap
+                    textFormat: TextEdit.PlainText
+                    wrapMode: TextEdit.Wrap
                 }
             }
         }
