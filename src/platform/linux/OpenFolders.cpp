@@ -129,6 +129,12 @@ bool setMode(int folder, mode_t mode) {
 Parents::Parents(std::vector<Path> anchors) : anchors_(std::move(anchors)) {
     // The nearest first: it is the one whose links were meant last.
     std::ranges::sort(anchors_, std::ranges::greater(), [](const Path& path) { return path.native().size(); });
+    // All of them now: a link in the place of one is the user's own only before the work begins.
+    for (const Path& anchor : anchors_) {
+        if (auto folder = opened(::open(anchor.c_str(), placeFlags))) {
+            opened_.emplace(anchor, std::move(*folder));
+        }
+    }
 }
 
 std::expected<Descriptor, int> Parents::open(const Path& folder) {
