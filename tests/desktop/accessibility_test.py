@@ -229,7 +229,7 @@ class AccessibilityTest(DesktopTest):
         self.wait_for("the focus on Cancel", lambda: self.tree.focused().name == self.window.text("取消"))
         self.window.press("取消")
         self.wait_for("the question to go", lambda: len(self.tree.find_all(Role.DIALOG)) == 1)
-        self.window.press_in_dialog("完成")
+        self.window.press_in_dialog("取消")
         self.wait_for("the sheet to go", lambda: not self.window.has_dialog())
         self.assertTrue(self.home.path(".cache/player/data").exists())
 

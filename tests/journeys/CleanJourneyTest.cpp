@@ -63,7 +63,9 @@ TEST_F(CleanJourney, WhatIsTickedGoesToTheTrashAndWhatIsNotStaysThenTheTrashIsEm
     show(CleanerModule::trash);
     scan();
     ASSERT_EQ(listed("User Trash"), 0);
-    EXPECT_TRUE(store->items(CleanerModule::trash).front().isSelected);
+    EXPECT_FALSE(store->items(CleanerModule::trash).front().isSelected) << "what a clean put there can be put back";
+    click(QStringLiteral("item.0.toggle"));
+    waitFor("the tick", [&] { return store->selectedBytes(CleanerModule::trash) > 0; });
     clean();
     EXPECT_EQ(store->latestReport()->failedCount, 0);
     EXPECT_TRUE(fs::is_empty(home() / trash / "files"));

@@ -138,7 +138,7 @@ QVariant HistoryModel::data(const QModelIndex& index, int role) const {
         return switchData(row->record - static_cast<int>(store_.history().cleans.size()), *change, role);
     }
     if (const HistoryItem* item = itemAt(index.row())) {
-        return itemData(*row, *item, role);
+        return partData(*row, *item, role);
     }
     const HistoryClean* clean = cleanAt(index.row());
     return clean == nullptr ? QVariant() : cleanData(*row, *clean, role);
@@ -181,7 +181,7 @@ QVariant HistoryModel::cleanData(const KeyedRow& row, const HistoryClean& clean,
     }
 }
 
-QVariant HistoryModel::itemData(const KeyedRow& row, const HistoryItem& item, int role) const {
+QVariant HistoryModel::partData(const KeyedRow& row, const HistoryItem& item, int role) const {
     switch (role) {
     case NameRole:
         return QStringLiteral("history.%1.item.%2").arg(row.record).arg(row.part);

@@ -76,7 +76,7 @@ private:
     [[nodiscard]] const HistoryItem* itemAt(int row) const;
     [[nodiscard]] const HistorySwitch* switchAt(int row) const;
     [[nodiscard]] QVariant cleanData(const KeyedRow& row, const HistoryClean& clean, int role) const;
-    [[nodiscard]] QVariant itemData(const KeyedRow& row, const HistoryItem& item, int role) const;
+    [[nodiscard]] QVariant partData(const KeyedRow& row, const HistoryItem& item, int role) const;
     [[nodiscard]] QVariant switchData(int number, const HistorySwitch& change, int role) const;
     [[nodiscard]] bool isTicked(const HistoryClean& clean, const HistoryItem& item) const;
 

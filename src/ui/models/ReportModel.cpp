@@ -98,6 +98,10 @@ QString ReportModel::freedNow() const {
     return report().freedNowMayGrow ? size + QLatin1Char(' ') + localised("目前为止") : size;
 }
 
+bool ReportModel::hasSums() const {
+    return !memory() && (returnable() || !trashed().isEmpty() || !removedForGood().isEmpty() || !freedNow().isEmpty());
+}
+
 bool ReportModel::returnable() const {
     const auto& cleans = store_.history().cleans;
     const auto found = std::ranges::find(cleans, report().historyId, &HistoryClean::id);

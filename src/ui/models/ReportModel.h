@@ -33,6 +33,7 @@ class ReportModel final : public QObject {
     Q_PROPERTY(QString trashed READ trashed NOTIFY changed FINAL)
     Q_PROPERTY(QString removedForGood READ removedForGood NOTIFY changed FINAL)
     Q_PROPERTY(QString freedNow READ freedNow NOTIFY changed FINAL)
+    Q_PROPERTY(bool hasSums READ hasSums NOTIFY changed FINAL)
     /// Something of it lies in the Trash and can be put back, or removed for good.
     Q_PROPERTY(bool returnable READ returnable NOTIFY changed FINAL)
     /// The clean in the history.
@@ -62,6 +63,7 @@ public:
     [[nodiscard]] QString trashed() const;
     [[nodiscard]] QString removedForGood() const;
     [[nodiscard]] QString freedNow() const;
+    [[nodiscard]] bool hasSums() const;
     [[nodiscard]] bool returnable() const;
     [[nodiscard]] QString clean() const { return QString::fromStdString(report().historyId); }
     [[nodiscard]] QStringList failureLines() const;

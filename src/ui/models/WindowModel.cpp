@@ -383,8 +383,8 @@ void WindowModel::noteClean() {
         return;
     }
     const bool wasSwitch = std::exchange(changingStartup_, std::nullopt).has_value();
-    if (!isActive_ && !wasSwitch && store_.latestReport()) {
-        Q_EMIT finishedAside(toQt(store_.latestReport()->message()));
+    if (!isActive_ && !wasSwitch) {
+        Q_EMIT finishedAside(toQt(store_.statusMessage()));
     }
     if (std::exchange(closesAfterClean_, false)) {
         Q_EMIT closingAgreed();

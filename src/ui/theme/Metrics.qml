@@ -37,6 +37,9 @@ QtObject {
     readonly property int compactHeaderHeight: 64
     readonly property int bottomBarHeight: 54
     readonly property int sidebarRow: 56
+    readonly property int lowSidebarRow: 42
+    // A window of less height, for text of the usual size, has no room for explanations.
+    readonly property int lowBelow: 640
 
     readonly property int smallGap: 4
     readonly property int wideGap: 12

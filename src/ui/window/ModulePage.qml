@@ -71,7 +71,7 @@ Flickable {
         Item {
             Layout.fillHeight: true
             Layout.fillWidth: true
-            Layout.preferredHeight: Metrics.leastList
+            Layout.preferredHeight: page.item?.leastHeight ?? Metrics.leastList
 
             ViewLoader {
                 id: page

@@ -100,6 +100,7 @@ Rectangle {
                         Keys.onUpPressed: root.go(index - 1)
                         Layout.fillWidth: true
                         isSelected: module === root.vm.module
+                        low: root.height / Metrics.growth < Metrics.lowBelow
                         narrow: root.narrow
 
                         onClicked: root.vm.module = module

@@ -14,6 +14,8 @@ T.TabButton {
     required property string symbol
     property bool isSelected: false
     property bool narrow: false
+    // In a low window all modules are in sight without their explanations.
+    property bool low: false
 
     Accessible.description: subtitle
     Accessible.name: title
@@ -26,7 +28,7 @@ T.TabButton {
     autoExclusive: false
     checkable: false
     focusPolicy: Qt.StrongFocus
-    implicitHeight: root.narrow ? 42 : Math.max(Metrics.sidebarRow, line.implicitHeight + 10)
+    implicitHeight: root.narrow ? 42 : Math.max(root.low ? Metrics.lowSidebarRow : Metrics.sidebarRow, line.implicitHeight + 10)
     objectName: "sidebar." + module
 
     background: Rectangle {
@@ -78,6 +80,7 @@ T.TabButton {
 
                     Layout.fillWidth: true
                     text: root.subtitle
+                    visible: !root.low
                 }
             }
         }
@@ -86,7 +89,7 @@ T.TabButton {
     Keys.onReturnPressed: root.clicked()
 
     HelpTip {
-        shown: root.hovered && (root.narrow || explanation.truncated)
+        shown: root.hovered && (root.narrow || root.low || explanation.truncated)
         text: root.narrow ? root.title : root.subtitle
     }
 }

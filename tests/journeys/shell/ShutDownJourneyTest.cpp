@@ -177,6 +177,12 @@ TEST_F(ShutDownJourney, ACleanThatWasConfirmedIsFinishedBeforeTheProgramEnds) {
         ASSERT_TRUE(click(window, "confirm.accept"));
         EXPECT_EQ(textOf(window, "cleanButton"), tr("清理中..."));
         window.close();
+        // It asks first; a clean that came to its end meanwhile leaves nothing to ask.
+        if (window.isVisible() && find(window, "closing.finish") != nullptr) {
+            click(window, "closing.finish");
+        } else if (window.isVisible()) {
+            window.close();
+        }
     });
     for (int folder = 0; folder < folders; ++folder) {
         const std::string name = "program-" + std::to_string(folder);

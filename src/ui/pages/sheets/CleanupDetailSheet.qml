@@ -38,7 +38,7 @@ Sheet {
 
         SecondaryButton {
             objectName: "details.done"
-            text: L.tr("完成")
+            text: L.tr("取消")
 
             onClicked: root.close()
         }

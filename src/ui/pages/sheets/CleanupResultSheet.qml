@@ -56,8 +56,10 @@ Sheet {
 
         ResultSums {
             Layout.fillWidth: true
-            visible: !root.report.memory && implicitHeight > 0
+            visible: root.report.hasSums
             vm: root.vm
+
+            onLeaving: root.close()
         }
 
         ResultDetails {

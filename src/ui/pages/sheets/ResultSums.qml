@@ -11,6 +11,9 @@ Flow {
     required property WindowModel vm
     readonly property ReportModel report: vm.report
 
+    // Nothing is left to be read here.
+    signal leaving
+
     spacing: Metrics.gap
 
     component Sum: BodyText {
@@ -53,7 +56,10 @@ Flow {
         text: L.tr("放回")
         visible: root.report.returnable
 
-        onClicked: root.vm.putBackReported()
+        onClicked: {
+            root.vm.putBackReported();
+            root.leaving();
+        }
     }
 
     SecondaryButton {

@@ -11,6 +11,9 @@ ColumnLayout {
     required property WindowModel vm
     readonly property bool hasHistory: vm.history.count > 0 || vm.history.problem !== ""
 
+    // Room for both; a low window scrolls.
+    readonly property real leastHeight: Metrics.leastList * (hasHistory ? 1.6 : 1)
+
     spacing: Metrics.tightGap
 
     CleanupPage {
