@@ -148,6 +148,16 @@ std::expected<Descriptor, int> Parents::open(const Path& folder) {
         }
         known = opened_.emplace(anchor, std::move(*fresh)).first;
     }
+    // It may have gone to the Trash itself since, or be another one by now.
+    const auto again = opened(::open(anchor.c_str(), placeFlags));
+    const auto now = again ? factsAt(again->get(), "") : std::unexpected(again.error());
+    const auto then = factsAt(known->second.get(), "");
+    if (!now || !then) {
+        return std::unexpected(now ? then.error() : now.error());
+    }
+    if (now->identity.device != then->identity.device || now->identity.inode != then->identity.inode) {
+        return std::unexpected(ESTALE);
+    }
     return openFolderBelow(known->second.get(), folder.lexically_relative(anchor));
 }
 
