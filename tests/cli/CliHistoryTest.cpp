@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <fcntl.h>
 #include <random>
 #include <sys/file.h>
@@ -219,7 +220,13 @@ TEST_P(CliKilled, ACleanThatIsKilledAtAnyItemIsPutBack) {
     EXPECT_EQ(std::distance(fs::directory_iterator(notes, none), fs::directory_iterator()), 0) << "a note was left";
 }
 
-INSTANTIATE_TEST_SUITE_P(Seeds, CliKilled, ::testing::Range(1U, 101U));
+/// So many for each run of all tests; VELLMOOR_KILLS asks for more.
+unsigned kills() {
+    const char* asked = std::getenv("VELLMOOR_KILLS");
+    return asked == nullptr ? 20 : static_cast<unsigned>(std::strtoul(asked, nullptr, 10));
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, CliKilled, ::testing::Range(1U, kills() + 1));
 
 } // namespace
 } // namespace vellmoor::test
