@@ -32,7 +32,8 @@ TEST(TrashNotes, ThatAreBrokenNameNothing) {
     for (const char* path : {"", "/", "/home/u/a/", "/home/u/../a", "/home/u/%00", "/home/u/."}) {
         EXPECT_EQ(origin(path, homeTrash), std::nullopt) << path;
     }
-    for (const char* note : {"", "Path=/a\n", "[Other]\nPath=/a\n", "[Trash Info]\n[Other]\nPath=/a\n", "[Trash Info]\n"}) {
+    for (const char* note :
+         {"", "Path=/a\n", "[Other]\nPath=/a\n", "[Trash Info]\n[Other]\nPath=/a\n", "[Trash Info]\n"}) {
         EXPECT_EQ(notedOrigin(note, homeTrash, true), std::nullopt) << note;
     }
     EXPECT_EQ(notedOrigin("[Trash Info]\r\nPath=/a\r\n", homeTrash, true), Path("/a"));

@@ -107,8 +107,7 @@ Whereabouts::Trashed Whereabouts::trashed(const PastTarget& target, const Entry&
     return {.place = found.place,
             .trash = *found.trash,
             .identity = found.identity,
-            .isUnchanged =
-                isSameContent(target.identity, found.identity, diskOf(found.trash->contents).keepsInodes)};
+            .isUnchanged = isSameContent(target.identity, found.identity, diskOf(found.trash->contents).keepsInodes)};
 }
 
 bool Whereabouts::isIts(const PastClean& clean, const PastTarget& target, const Entry& found) {
