@@ -131,12 +131,12 @@ TEST_F(MacProgramTest, TheSystemHearsFromTheFirstWorkToTheLast) {
     ASSERT_TRUE(QTest::qWaitFor([&] { return shell_.calls.back() == "idle"; }, 60000));
 }
 
-TEST_F(MacProgramTest, ACleanOfAClosedWindowKeepsTheSystemAwakeToItsEnd) {
+TEST_F(MacProgramTest, ACleanWhoseWindowIsToCloseKeepsTheSystemAwakeToItsEnd) {
     ASSERT_TRUE(program_.start());
     Gate gate;
     scanAndClean(gate);
     keeper_.window()->close();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return keeper_.window() == nullptr; }, 60000));
+    EXPECT_NE(keeper_.window(), nullptr) << "the user is asked first";
     EXPECT_TRUE(keeper_.isCleaning());
     EXPECT_NE(shell_.calls.back(), "idle");
     gate.open();

@@ -77,7 +77,7 @@ Path Whereabouts::origin(const PastClean& clean, const PastTarget& target) {
 std::expected<Whereabouts::Trashed, Whereabouts::Absence> Whereabouts::find(const PastClean& clean,
                                                                             const PastTarget& target) {
     if (!target.fate) {
-        return target.wasTrashed ? std::unexpected(Absence::Gone) : search(clean, target);
+        return target.wasTrashed || target.isRepeated ? std::unexpected(Absence::Gone) : search(clean, target);
     }
     if (*target.fate != CleanupFate::Trashed || target.isPutBack || target.place.empty()) {
         return std::unexpected(Absence::Gone);

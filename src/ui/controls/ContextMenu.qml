@@ -6,12 +6,24 @@ import Vellmoor.Theme
 T.Menu {
     id: root
 
+    // Where the keyboard was.
+    property Item before: null
+
     cascade: false
     implicitHeight: contentHeight + 8
     implicitWidth: 196
     margins: 4
     overlap: 1
     padding: 4
+
+    onAboutToShow: before = parent ? parent.Window.activeFocusItem : null
+    // Qt gives the keyboard back itself, unless the command took its own item out of use. What it opened keeps it.
+    onClosed: {
+        const covered = T.Overlay.overlay !== null && T.Overlay.overlay.visible;
+        if (before && before.visible && before.enabled && !before.activeFocus && !covered)
+            before.forceActiveFocus(Qt.PopupFocusReason);
+        before = null;
+    }
 
     background: GlassPanel {
         color: Colors.popup

@@ -332,6 +332,28 @@ TEST_P(LinuxRecorded, ANoteWhoseItemNeverCameGoesWithTheNextStart) {
     EXPECT_TRUE(home.has(file));
 }
 
+TEST_P(LinuxRecorded, SoDoesAnEmptyNoteOfThatName) {
+    const Path file = home.text("Stuff/a.tar.gz", "1");
+    cleanUntil(0, shownRow(home, {file}));
+    home.folder(trash.contents);
+    const Path note = home.text(trash.folder / "info/a.tar.3.gz.trashinfo", "");
+    const Path others = home.text(trash.folder / "info/a.tar.trashinfo", "");
+    EngineContext context = home.context();
+    recover(context);
+    EXPECT_FALSE(home.has(note));
+    EXPECT_TRUE(home.has(others));
+}
+
+TEST_P(LinuxRecorded, APathInTwoRowsIsPutBackOnce) {
+    const Path file = home.text("Stuff/a", "1");
+    CleanupItem row = shownRow(home, {file, file, home.text("Stuff/b", "2")});
+    cleanUntil(1, row);
+    ASSERT_THAT(past().cleans, SizeIs(1));
+    EXPECT_EQ(past().cleans[0].trashedCount, 1);
+    EXPECT_EQ(past().cleans[0].openCount, 1);
+    EXPECT_EQ(back(past().cleans[0].id).attemptedCount, 1);
+}
+
 TEST_P(LinuxRecorded, AHardLinkInTheTrashIsNotTakenForTheItem) {
     const Path file = home.text("Stuff/a", "1");
     home.folder(trash.contents);
