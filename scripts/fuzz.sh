@@ -49,7 +49,7 @@ for target in "${targets[@]}"; do
   case $target in
     Exec) readers=(src/engine/desktop/ExecLine.cpp) ;;
     DesktopEntry)
-      readers=(src/engine/applications/{ExecLine,DesktopEntries}.cpp src/model/{L,EnglishTable,FurtherTexts}.cpp
+      readers=(src/engine/desktop/{ExecLine,DesktopEntries}.cpp src/model/{L,EnglishTable,FurtherTexts}.cpp
         src/platform/{Paths,Platform,PosixFiles}.cpp src/platform/linux/{Files,KeyFiles,OpenFolders,Rename}.cpp)
       packages=(glib-2.0) ;;
     LaunchAgent)

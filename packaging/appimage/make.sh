@@ -87,7 +87,10 @@ done < <({ cat "$work/packages"; printf '%s\n' libsquashfs1 libzstd1; } | sort -
 mkdir -p "$app/usr/share/doc/vellmoor"
 cp debian/copyright "$app/usr/share/doc/vellmoor/"
 
-# The old kind of run path, for it also holds for the libraries of libraries and for plugins.
+# The old kind of run path, for it also holds for the libraries of libraries and for plugins, unless they have one themselves.
+find "$app/usr/lib" "$app/usr/spare" "$app/usr/plugins" "$app/usr/qml" -name '*.so*' -type f | while IFS= read -r file; do
+  [ -z "$(patchelf --print-rpath "$file")" ] || patchelf --remove-rpath "$file"
+done
 patchelf --force-rpath --set-rpath "\$ORIGIN/../lib:\$ORIGIN/../chosen" "$app/usr/bin/vellmoor"
 printf '[Paths]\nPrefix=..\nPlugins=plugins\nQmlImports=qml\n' >"$app/usr/bin/qt.conf"
 

@@ -2,15 +2,6 @@
 // AppImage project for this, so this is one of its own. It needs neither FUSE nor anything else of the system: it
 // unpacks the image into a folder of its own in the temporary folder, runs AppRun there and removes the folder when
 // that has ended. Environment and options are those that AppImages have.
-#include <sqfs/compressor.h>
-#include <sqfs/data_reader.h>
-#include <sqfs/dir_reader.h>
-#include <sqfs/error.h>
-#include <sqfs/id_table.h>
-#include <sqfs/inode.h>
-#include <sqfs/io.h>
-#include <sqfs/super.h>
-
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -23,6 +14,14 @@
 #include <fnmatch.h>
 #include <ftw.h>
 #include <memory>
+#include <sqfs/compressor.h>
+#include <sqfs/data_reader.h>
+#include <sqfs/dir_reader.h>
+#include <sqfs/error.h>
+#include <sqfs/id_table.h>
+#include <sqfs/inode.h>
+#include <sqfs/io.h>
+#include <sqfs/super.h>
 #include <string>
 #include <string_view>
 #include <sys/prctl.h>
@@ -237,7 +236,8 @@ std::string makeOwnFolder() {
         const char* value = std::getenv(name);
         return std::string(value != nullptr && *value == '/' ? value : "");
     };
-    for (const std::string& place : {variable("TMPDIR"), std::string("/tmp"), std::string("/var/tmp"), variable("HOME")}) {
+    for (const std::string& place :
+         {variable("TMPDIR"), std::string("/tmp"), std::string("/var/tmp"), variable("HOME")}) {
         std::string folder = place + "/.vellmoor-appimage-XXXXXX";
         if (place.empty() || ::mkdtemp(folder.data()) == nullptr) {
             continue;

@@ -3,12 +3,16 @@
 set -euo pipefail
 version=${1:?the version}
 cd /vellmoor
-# Without a display, and without a session around it, Qt says what it cannot do.
-complaints() { grep -v -e '^This plugin does not support' -e '^QStandardPaths: XDG_RUNTIME_DIR not set' window.log || true; }
+# Without a display, a session and a single font around it, Qt says so.
+complaints() {
+  grep -v -e '^This plugin does not support' -e '^QStandardPaths: XDG_RUNTIME_DIR not set' -e '^Fontconfig error: Cannot load default' \
+    -e '^QFontDatabase: ' window.log || true
+}
 phase() { printf '== %s\n' "$*"; }
 fail() { printf '%s\n' "$*" >&2; exit 1; }
 install() { apt-get install -y -qq --no-install-recommends "$@" >/vellmoor/apt.log 2>&1 || { cat /vellmoor/apt.log >&2; exit 1; }; }
-as_user() { setpriv --reuid tester --regid tester --clear-groups env HOME=/home/tester USER=tester LOGNAME=tester "$@"; }
+# Not a function: in the background that would be a shell of its own, which a signal ends instead of the program.
+as_user=(setpriv --reuid tester --regid tester --clear-groups env HOME=/home/tester USER=tester LOGNAME=tester)
 
 # Everything but what apt, dpkg and the kernel keep for themselves.
 inventory() {
@@ -19,7 +23,7 @@ home_inventory() { find /home/tester -printf '%P %y %m %s %T@ %l\n' | LC_ALL=C s
 
 # Starts the window without a display, as the user; its process is $window.
 start_window() {
-  as_user env QT_QPA_PLATFORM=offscreen QT_QUICK_BACKEND=software vellmoor >/vellmoor/window.log 2>&1 &
+  "${as_user[@]}" env QT_QPA_PLATFORM=offscreen QT_QUICK_BACKEND=software vellmoor >/vellmoor/window.log 2>&1 &
   window=$!
   sleep 8
   kill -0 "$window" 2>/dev/null || { cat window.log >&2; fail "The window has ended."; }
@@ -49,9 +53,9 @@ diff before after || fail "The package left something behind."
 
 phase "A throw-away home, cleaned in the terminal and in the window"
 install ./vellmoor_"$version"_*.deb ./vellmoor-cli_"$version"_*.deb
-as_user sources/debian/tests/terminal
+"${as_user[@]}" sources/debian/tests/terminal
 install at-spi2-core dbus gir1.2-atspi-2.0 openbox python3-gi trayer x11-utils xdotool xvfb
-as_user sources/debian/tests/window
+"${as_user[@]}" sources/debian/tests/window
 
 phase "Upgrading, removing and purging under a running window"
 mkdir upgrade

@@ -103,7 +103,8 @@ ExitStatus showPlan(const terminal::OwnSystem& own, const Call& call, const std:
 }
 
 void tellOutcomes(const CleanupReport& report) {
-    if (report.failedCount == 0) { // what came before any path, such as another clean that runs
+    const auto isFailed = [](const CleanupOutcome& outcome) { return outcome.fate == CleanupFate::Failed; };
+    if (std::ranges::none_of(report.outcomes, isFailed)) { // another clean runs, or the memory stayed
         std::ranges::for_each(report.failures, complain);
     }
     for (const CleanupOutcome& outcome : report.outcomes) {

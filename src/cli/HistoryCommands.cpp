@@ -102,7 +102,8 @@ ExitStatus tell(const Call& call, const RestoreReport& report) {
             complain(shown(outcome.path) + ": " + outcome.reason);
         }
     }
-    if (report.outcomes.empty()) { // what came before any item, such as the lock
+    const auto isTold = [](const RestoreOutcome& outcome) { return !outcome.reason.empty(); };
+    if (std::ranges::none_of(report.outcomes, isTold)) { // another clean runs
         std::ranges::for_each(report.failures, complain);
     }
     std::cout << report.message() << '\n';

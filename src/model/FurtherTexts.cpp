@@ -221,7 +221,6 @@ constexpr auto furtherTable = std::to_array<FurtherTextEntry>({
     {"磁盘现已空出 %@。", "The disk has %@ more room.", ""},
     {"到目前为止磁盘空出 %@。", "So far the disk has %@ more room.", ""},
     {"废纸篓中 %@，仍占用磁盘；放回：vellmoor-cli put-back %@", "%@ in the Trash, still on the disk; to put it back: vellmoor-cli put-back %@", ""},
-    {"未完成", "unfinished", ""},
     {"残留未清理", "leftovers stayed", ""},
     {"没有可放回的项目", "nothing to put back", ""},
     {"历史记录中没有 %@", "the history has no %@", ""},

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 
 namespace vellmoor {
 namespace {
@@ -97,6 +98,24 @@ std::string trashName(std::string_view name, unsigned number, std::size_t limit)
     const std::string_view stem = name.substr(0, name.size() - extension.size());
     std::string result(cutAtCharacter(stem, room - std::min(room, extension.size() + suffix.size())));
     return result.append(suffix).append(extension);
+}
+
+bool isTrashNameOf(std::string_view given, std::string_view name) {
+    constexpr std::size_t limit = 255;
+    if (given == trashName(name, 1, limit)) {
+        return true;
+    }
+    // The number is one of the pieces between dots.
+    for (std::size_t dot = given.find('.'); dot != std::string_view::npos; dot = given.find('.', dot + 1)) {
+        unsigned number = 0;
+        const char* const end = given.data() + given.size();
+        const auto [rest, error] = std::from_chars(given.data() + dot + 1, end, number);
+        const bool isPiece = error == std::errc() && (rest == end || *rest == '.');
+        if (isPiece && number > 1 && given == trashName(name, number, limit)) {
+            return true;
+        }
+    }
+    return false;
 }
 
 std::string withoutDirectorySizes(std::string_view text, const std::set<std::string>& names) {

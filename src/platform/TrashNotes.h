@@ -29,6 +29,9 @@ std::optional<std::string> notedItem(std::string_view noteName);
 /// character so that its note's name has at most `limit` bytes.
 std::string trashName(std::string_view name, unsigned number, std::size_t limit);
 
+/// Whether `given` is a name that trashName() makes of `name`.
+bool isTrashNameOf(std::string_view given, std::string_view name);
+
 /// The text of directorysizes without the lines of these items.
 std::string withoutDirectorySizes(std::string_view text, const std::set<std::string>& names);
 

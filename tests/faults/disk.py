@@ -189,5 +189,21 @@ def unmount(target):
     check(_libc.umount2(os.fsencode(target), MNT_DETACH))
 
 
+def is_open(process, path):
+    """Whether the process has opened that folder."""
+    links = f"/proc/{process}/fd"
+    try:
+        return any(_link(f"{links}/{number}") == path for number in os.listdir(links))
+    except OSError:
+        return False  # it has ended
+
+
+def _link(path):
+    try:
+        return os.fsencode(os.readlink(path))
+    except OSError:
+        return b""  # closed meanwhile
+
+
 def exchange(first, second):
     check(_libc.renameat2(AT_FDCWD, os.fsencode(first), AT_FDCWD, os.fsencode(second), RENAME_EXCHANGE))

@@ -8,7 +8,7 @@ from dataclasses import dataclass, field
 
 import checker
 import disk
-from home import TRASH
+from home import BASES, TRASH
 
 ERRORS = ("EACCES", "EPERM", "ENOSPC", "EROFS", "EIO", "EXDEV", "EINTR", "EMFILE", "ENOMEM", "EBUSY", "ENOENT")
 # The classes of the preloaded library: how many such calls a clean of one of these homes may make, and how often each is tried.
@@ -87,6 +87,7 @@ class Attack:
     aside: bytes
     leads_to: bytes = b""
     done: bool = False
+    waits: bool = False  # until the program has opened it: before that a link is one that the user has set
     deed: checker.Deed = field(default_factory=checker.Deed)
 
     @property
@@ -117,7 +118,7 @@ class Attack:
         if path in (b"home", b"") or not os.path.lexists(area + b"/" + path):
             path = target
         kinds = ("link", "link", "link", "file", "folder", "vanish") if path == target else ("link",)
-        attack = Attack(area, rng.choice(kinds), path, b"aside/thing")
+        attack = Attack(area, rng.choice(kinds), path, b"aside/thing", waits=path in {homes.real(anchor) for anchor in (TRASH, *BASES)})
         attack._prepare(rng, homes)
         return attack
 
@@ -137,9 +138,11 @@ class Attack:
             else:
                 homes.file(twin + b"/" + name, b"precious twin")
 
-    def act(self):
+    def act(self, program):
         """The deed, once. It fails where the user's rights forbid it; then nothing happened."""
         path = self.area + b"/" + self.path
+        if self.waits and not disk.is_open(program, path):
+            return
         try:
             if self.kind == "vanish":
                 self._vanish(path)
@@ -194,7 +197,9 @@ class Attack:
         self._put(self.area + b"/" + self.aside)
         self._remember(self.aside)
 
-    def storm(self):
+    def storm(self, program):
+        if self.waits and not self.done and not disk.is_open(program, self.area + b"/" + self.path):
+            return
         try:
             disk.exchange(self.area + b"/" + self.path, self.area + b"/" + self.aside)
             self.done = True

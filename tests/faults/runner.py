@@ -322,7 +322,7 @@ class Run:
             ready, _, _ = select.select(waiting, [], [], deadline - time.monotonic())
             if channel in ready:
                 if channel.recv(1):
-                    self._take_turn(plan, channel, end, deadline)
+                    self._take_turn(plan, process.pid, channel, end, deadline)
                 else:
                     waiting = [end]
             if end in ready:
@@ -335,16 +335,16 @@ class Run:
         return is_late
 
 
-    def _take_turn(self, plan, channel, end, deadline):
+    def _take_turn(self, plan, program, channel, end, deadline):
         with as_user(self.machine):
             if plan.kind == "turn":
-                plan.turn.act()
+                plan.turn.act(program)
                 channel.send(b"g")
                 return
             channel.send(b"g")
             with _all_processors():
                 while not select.select([end], [], [], 0)[0] and time.monotonic() < deadline:
-                    plan.turn.storm()
+                    plan.turn.storm(program)
 
 
 @contextlib.contextmanager

@@ -225,7 +225,7 @@ TEST_F(StoreModules, ASingleScanReplacesItsOwnEntryOnly) {
     EXPECT_THAT(titles(store->cleanupItems()), ElementsAre("New.mov"));
     EXPECT_EQ(store->statusMessage(), "Showing cached results from Single scan. Last scan: just now.");
     store->show(CleanerModule::smartScan);
-    EXPECT_EQ(store->cleanupItems().size(), 4U);
+    EXPECT_EQ(store->cleanupItems().size(), 5U);
     store->show(CleanerModule::trash);
     EXPECT_EQ(store->statusMessage(), "Showing cached results from Smart Scan. Last scan: just now.");
 }

@@ -1,5 +1,6 @@
 // Rows with identities: what their views are told.
 #include "KeyedListModel.h"
+
 #include "RecordingDesktop.h"
 
 #include <QAbstractItemModelTester>

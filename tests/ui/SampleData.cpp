@@ -431,17 +431,16 @@ RestoreReport restoreReport() {
     report.attemptedCount = 2;
     report.restoredCount = 1;
     report.failedCount = 1;
-    report.outcomes = {
-        {.path = "/home/anna/.cache/fontconfig",
-         .place = {},
-         .fate = RestoreFate::Restored,
-         .bytes = 12 * megabyte,
-         .reason = {}},
-        {.path = "/home/anna/.cache/mesa_shader_cache",
-         .place = "/home/anna/.local/share/Trash/files/mesa_shader_cache",
-         .fate = RestoreFate::NameTaken,
-         .bytes = 640 * megabyte,
-         .reason = L::tr("原位置已有同名项目，仍在废纸篓中")}};
+    report.outcomes = {{.path = "/home/anna/.cache/fontconfig",
+                        .place = {},
+                        .fate = RestoreFate::Restored,
+                        .bytes = 12 * megabyte,
+                        .reason = {}},
+                       {.path = "/home/anna/.cache/mesa_shader_cache",
+                        .place = "/home/anna/.local/share/Trash/files/mesa_shader_cache",
+                        .fate = RestoreFate::NameTaken,
+                        .bytes = 640 * megabyte,
+                        .reason = L::tr("原位置已有同名项目，仍在废纸篓中")}};
     return report;
 }
 

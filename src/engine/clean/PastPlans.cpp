@@ -65,7 +65,8 @@ TrashedPlan trashedPlan(Whereabouts& whereabouts, const PastClean& clean) {
     TrashedPlan wanted;
     CleanPlan::Row trashed = row({.module = CleanerModule::trash, .title = "", .application = {}, .identifier = {}});
     for (std::size_t index = 0; index < clean.targets.size(); ++index) {
-        if (const auto found = whereabouts.find(clean, clean.targets[index])) {
+        const auto found = whereabouts.find(clean, clean.targets[index]);
+        if (found && found->isUnchanged) { // what somebody has worked on since is not what was cleaned
             add(wanted.plan, trashed,
                 target(found->place, clean.targets[index].bytes, found->identity, Sameness::File));
             wanted.indices.push_back(index);

@@ -48,6 +48,7 @@ struct PastTarget {
     Path place;                             ///< where it lies in a Trash
     std::string reason;
     bool isPutBack = false;
+    bool isRepeated = false; ///< the same path stands in another row of the clean before
 
     bool operator==(const PastTarget&) const = default;
 };

@@ -8,6 +8,7 @@
 #include <array>
 #include <chrono>
 #include <map>
+#include <set>
 #include <utility>
 
 namespace vellmoor {
@@ -183,6 +184,7 @@ private:
     struct Draft {
         PastClean clean;
         std::size_t count = 0;
+        std::set<Path> paths;
     };
 
     void takeEvent(const Json& json) {
@@ -204,6 +206,7 @@ private:
         if (event == "want") {
             if (json.at("index").get<std::size_t>() == clean.targets.size()) {
                 clean.targets.push_back(targetOf(json, clean.rows.size()));
+                clean.targets.back().isRepeated = !draft.paths.insert(clean.targets.back().path).second;
             }
         } else if (event == "did") {
             takeFact(clean.targets.at(json.at("index").get<std::size_t>()), json);

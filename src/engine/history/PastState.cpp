@@ -37,7 +37,7 @@ PastState stateOf(Whereabouts& whereabouts, const PastClean& clean) {
     }
     if (!clean.isFinished) {
         const auto isUndone = [](const PastTarget& target) {
-            return !target.fate || target.fate == CleanupFate::Untried;
+            return !target.isRepeated && (!target.fate || target.fate == CleanupFate::Untried);
         };
         return {.state = HistoryState::CutOff, .open = stillThere(whereabouts, clean, isUndone)};
     }

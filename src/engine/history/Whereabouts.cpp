@@ -76,10 +76,11 @@ Path Whereabouts::origin(const PastClean& clean, const PastTarget& target) {
 
 std::expected<Whereabouts::Trashed, Whereabouts::Absence> Whereabouts::find(const PastClean& clean,
                                                                             const PastTarget& target) {
-    if (!target.fate) {
-        return target.wasTrashed ? std::unexpected(Absence::Gone) : search(clean, target);
+    const bool isTrashed = target.fate == CleanupFate::Trashed && !target.isPutBack;
+    if (!target.fate || (isTrashed && target.place.empty())) { // a sandbox's service does not say the place
+        return target.wasTrashed || target.isRepeated ? std::unexpected(Absence::Gone) : search(clean, target);
     }
-    if (*target.fate != CleanupFate::Trashed || target.isPutBack || target.place.empty()) {
+    if (!isTrashed) {
         return std::unexpected(Absence::Gone);
     }
     const Path place = today(clean, target, target.place);
@@ -99,7 +100,14 @@ std::expected<Whereabouts::Trashed, Whereabouts::Absence> Whereabouts::find(cons
     if (!isIts(clean, target, {place, trash, *found})) {
         return std::unexpected(Absence::Gone);
     }
-    return Trashed{.place = place, .trash = *trash, .identity = *found};
+    return trashed(target, {place, trash, *found});
+}
+
+Whereabouts::Trashed Whereabouts::trashed(const PastTarget& target, const Entry& found) {
+    return {.place = found.place,
+            .trash = *found.trash,
+            .identity = found.identity,
+            .isUnchanged = isSameContent(target.identity, found.identity, diskOf(found.trash->contents).keepsInodes)};
 }
 
 bool Whereabouts::isIts(const PastClean& clean, const PastTarget& target, const Entry& found) {
@@ -133,7 +141,7 @@ std::expected<Whereabouts::Trashed, Whereabouts::Absence> Whereabouts::search(co
             !context_.layout().trash.notes.empty() && trashedOrigin(context_, *entry.trash, entry.place).has_value();
         const bool isMeant = hasNote ? isNotedAs(clean, target, entry) : !inPlace(clean, target);
         if (isMeant && isIts(clean, target, entry)) {
-            return Trashed{.place = entry.place, .trash = *entry.trash, .identity = entry.identity};
+            return trashed(target, entry);
         }
     }
     return std::unexpected(Absence::Gone);

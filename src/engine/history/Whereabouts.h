@@ -27,7 +27,8 @@ public:
     struct Trashed {
         Path place;
         TrashFolder trash;
-        FileIdentity identity; ///< as it is now
+        FileIdentity identity;    ///< as it is now
+        bool isUnchanged = false; ///< a plain file has the size and time that it had; an inode may have been used again
     };
     enum class Absence : std::uint8_t {
         Gone,
@@ -50,6 +51,7 @@ private:
 
     [[nodiscard]] Path today(const PastClean& clean, const PastTarget& target, const Path& path);
     [[nodiscard]] const TrashFolder* trashAt(const Path& contents) const;
+    [[nodiscard]] Trashed trashed(const PastTarget& target, const Entry& found);
     [[nodiscard]] bool isIts(const PastClean& clean, const PastTarget& target, const Entry& found);
     [[nodiscard]] bool isKnownAgain(const PastClean& clean, const PastTarget& target, const Entry& found);
     [[nodiscard]] bool isNotedAs(const PastClean& clean, const PastTarget& target, const Entry& found);

@@ -339,13 +339,21 @@ Removal LinuxTrashSession::takeOut(TrashDirectory& trash, int folder, const Remo
 }
 
 void LinuxTrashSession::forgetNotes(const std::set<Path>& places) {
+    const auto isOfOne = [&](const std::string& item) {
+        return std::ranges::any_of(places,
+                                   [&](const Path& place) { return isTrashNameOf(item, place.filename().native()); });
+    };
     for (const auto& [folder, trash] : known_) {
-        if (trash->open() == 0) {
-            trash->forgetNotes([&](std::string_view note) {
-                const auto origin = notedOrigin(note, trash->place(), folder == places_.home.folder);
-                return origin && places.contains(*origin);
-            });
+        if (trash->open() != 0) {
+            continue;
         }
+        trash->forgetNotes([&](const std::string& item, std::string_view note) {
+            if (note.empty()) { // cut off before the first word of it
+                return isOfOne(item);
+            }
+            const auto origin = notedOrigin(note, trash->place(), folder == places_.home.folder);
+            return origin && places.contains(*origin);
+        });
     }
 }
 

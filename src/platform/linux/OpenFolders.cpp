@@ -129,6 +129,12 @@ bool setMode(int folder, mode_t mode) {
 Parents::Parents(std::vector<Path> anchors) : anchors_(std::move(anchors)) {
     // The nearest first: it is the one whose links were meant last.
     std::ranges::sort(anchors_, std::ranges::greater(), [](const Path& path) { return path.native().size(); });
+    // All of them now: a link in the place of one is the user's own only before the work begins.
+    for (const Path& anchor : anchors_) {
+        if (auto folder = opened(::open(anchor.c_str(), placeFlags))) {
+            opened_.emplace(anchor, std::move(*folder));
+        }
+    }
 }
 
 std::expected<Descriptor, int> Parents::open(const Path& folder) {
@@ -141,6 +147,16 @@ std::expected<Descriptor, int> Parents::open(const Path& folder) {
             return fresh;
         }
         known = opened_.emplace(anchor, std::move(*fresh)).first;
+    }
+    // It may have gone to the Trash itself since, or be another one by now.
+    const auto again = opened(::open(anchor.c_str(), placeFlags));
+    const auto now = again ? factsAt(again->get(), "") : std::unexpected(again.error());
+    const auto then = factsAt(known->second.get(), "");
+    if (!now || !then) {
+        return std::unexpected(now ? then.error() : now.error());
+    }
+    if (now->identity.device != then->identity.device || now->identity.inode != then->identity.inode) {
+        return std::unexpected(ESTALE);
     }
     return openFolderBelow(known->second.get(), folder.lexically_relative(anchor));
 }

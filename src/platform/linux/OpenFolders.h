@@ -64,7 +64,7 @@ public:
 
 private:
     std::vector<Path> anchors_;
-    std::map<Path, Descriptor> opened_; ///< the anchors that were needed so far
+    std::map<Path, Descriptor> opened_; ///< the anchors
     Path last_;
     Parent parent_;
 };

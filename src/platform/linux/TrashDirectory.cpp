@@ -159,7 +159,7 @@ int TrashDirectory::removeNote(const std::string& name) {
     return isGone ? 0 : errno;
 }
 
-void TrashDirectory::forgetNotes(const std::function<bool(std::string_view note)>& isMeant) {
+void TrashDirectory::forgetNotes(const std::function<bool(const std::string& item, std::string_view note)>& isMeant) {
     constexpr std::size_t longest = std::size_t{1} << 16;
     if (!info_) {
         return;
@@ -176,7 +176,7 @@ void TrashDirectory::forgetNotes(const std::function<bool(std::string_view note)
         if (!file || ::fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) {
             continue;
         }
-        if (const auto text = files::contents(file.get(), longest); text && isMeant(*text)) {
+        if (const auto text = files::contents(file.get(), longest); text && isMeant(*item, *text)) {
             begin();
             ::unlinkat(info_.get(), note.c_str(), 0); // what stays is found by the next clean
         }

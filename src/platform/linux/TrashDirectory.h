@@ -36,8 +36,8 @@ public:
     /// Writes the restore note for an item of that name and answers the name that it gets.
     std::expected<std::string, int> writeNote(const std::string& name, const std::string& text);
     int removeNote(const std::string& name);
-    /// Removes the notes without an item of which `isMeant` says so by their text.
-    void forgetNotes(const std::function<bool(std::string_view note)>& isMeant);
+    /// Removes the notes without an item of which `isMeant` says so, by the item's name and their text.
+    void forgetNotes(const std::function<bool(const std::string& item, std::string_view note)>& isMeant);
     /// The item's name was used or is free by now: a size that is known under it holds no longer.
     void forgetSize(const std::string& name) { sizesToForget_.insert(name); }
 

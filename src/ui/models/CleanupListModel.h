@@ -62,8 +62,8 @@ public:
         RunningRole,
         BundleRole,
         LeftoversRole,
-        PathRole,  ///< of a row that stands for one file or folder; empty otherwise
-        FilesRole, ///< it stands for files that can be shown in the file manager
+        PathRole,       ///< of a row that stands for one file or folder; empty otherwise
+        FilesRole,      ///< it stands for files that can be shown in the file manager
         ReturnableRole, ///< of a path in a Trash: it is known where it was
     };
 

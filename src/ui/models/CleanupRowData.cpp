@@ -51,8 +51,7 @@ QHash<int, QByteArray> CleanupListModel::roleNames() const {
             {LastRole, "last"},         {ExpandableRole, "expandable"}, {KindRole, "kind"},
             {IconRole, "icon"},         {KindSymbolRole, "kindSymbol"}, {RunningRole, "running"},
             {BundleRole, "bundle"},     {LeftoversRole, "leftovers"},   {PathRole, "path"},
-            {FilesRole, "files"},
-            {ReturnableRole, "returnable"}};
+            {FilesRole, "files"},       {ReturnableRole, "returnable"}};
 }
 
 QVariant CleanupListModel::data(const QModelIndex& index, int role) const {

@@ -36,6 +36,7 @@ public:
     virtual void openPermissionSettings() = 0;
     /// Tells the user, who looks elsewhere, that something is over; `opened` is called on a click. Nothing where the
     /// desktop has no such notes.
+    // NOLINTNEXTLINE(performance-unnecessary-value-param): whoever overrides it keeps the callback
     virtual void notify(const QString& /*title*/, const QString& /*text*/, std::function<void()> /*opened*/) {}
     /// Which kinds of files the large-file list tells apart.
     [[nodiscard]] virtual const FileKinds& fileKinds() const = 0;

@@ -97,7 +97,8 @@ std::vector<KeyedRow> HistoryModel::wantedRows() const {
     int number = 0;
     for (const HistorySwitch& change : history.switches) {
         const auto at = std::to_string(change.at.time_since_epoch().count());
-        wanted.push_back({.key = at + '\n' + change.file.native() + '\n' + std::to_string(number++), .record = record++});
+        wanted.push_back(
+            {.key = at + '\n' + change.file.native() + '\n' + std::to_string(number++), .record = record++});
     }
     return wanted;
 }

@@ -119,8 +119,7 @@ void MainWindow::bringToFront() {
 }
 
 bool MainWindow::Closing::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::Close && watched == main_.window_.get() && main_.model_ &&
-        !main_.model_->mayClose()) {
+    if (event->type() == QEvent::Close && watched == main_.window_.get() && main_.model_ && !main_.model_->mayClose()) {
         event->ignore();
         return true;
     }

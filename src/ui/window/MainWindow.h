@@ -83,7 +83,7 @@ private:
     [[nodiscard]] bool isMaximised() const;
 
     Appearance appearance_;
-    Desktop* desktop_ = nullptr;         ///< that is listened to
+    Desktop* desktop_ = nullptr; ///< that is listened to
     Closing closing_{*this};
     std::unique_ptr<WindowModel> model_; ///< outlives the views that read it
     std::unique_ptr<QQuickWindow> window_;

@@ -1,7 +1,6 @@
 #include "Host.h"
+#include "clean/RecordFixture.h"
 #include "clean/Recovery.h"
-#include "login/StartupItems.h"
-#include "restore/RestoreFixture.h"
 #include "service/SystemCleanerService.h"
 
 #include <gmock/gmock.h>
@@ -13,47 +12,6 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-/// A clean that is cut off as by a kill, in the middle of its work.
-struct Kill {};
-
-class Recorded : public TakingBack {
-protected:
-    [[nodiscard]] Journal journal() const { return Journal(home.layout); }
-    [[nodiscard]] PastClean onlyClean() const {
-        const Past past = journal().read().value();
-        EXPECT_THAT(past.cleans, SizeIs(1));
-        return past.cleans.at(0);
-    }
-    /// Cleans the row until the change number `count` is about to be made.
-    void cleanUntil(std::size_t count, const CleanupItem& row) {
-        home.platform.beforeChange = [this, count](Operation, const Path&) {
-            if (home.platform.changes().size() == count) {
-                throw Kill();
-            }
-        };
-        EXPECT_THROW((void)cleaned(row), Kill);
-        home.platform.beforeChange = nullptr;
-    }
-    [[nodiscard]] CleanupReport finished(const std::string& id) const {
-        EngineContext context = home.context();
-        return finishClean(context, id, {});
-    }
-    [[nodiscard]] CleanupReport goneForGood(const std::string& id) const {
-        EngineContext context = home.context();
-        return removeForGood(context, id, {});
-    }
-    /// An application and two things that it left behind, as the uninstaller lists them.
-    [[nodiscard]] CleanupItem application() const {
-        const Path body = home.text(isMac ? "Applications/Tool.app/x" : "Applications/Tool.AppImage", "program");
-        CleanupItem item = shownRow(home,
-                                    {isMac ? body.parent_path() : body, home.text(".config/tool/a", "1").parent_path(),
-                                     home.text(".cache/tool/b", "2").parent_path()},
-                                    CleanerModule::appUninstaller);
-        item.title = "Tool";
-        item.appInfo = AppCleanupInfo{.bundleIdentifier = "org.example.tool", .appPath = item.targets[0].url.string()};
-        return item;
-    }
-};
 INSTANTIATE_TEST_SUITE_P(Systems, Recorded, ::testing::ValuesIn(hostedSystems()), systemName);
 
 TEST_P(Recorded, AllThatIsWantedStandsInTheJournalBeforeTheFirstMove) {
@@ -312,74 +270,6 @@ TEST_P(Recorded, ADiskThatIsAwayDoesNotEndItsCleans) {
     EngineContext context(home.platform, home.layout, std::chrono::system_clock::now());
     pruneHistory(context);
     EXPECT_THAT(journal().read().value().cleans, SizeIs(1));
-}
-
-class LinuxRecorded : public Recorded {};
-INSTANTIATE_TEST_SUITE_P(Systems, LinuxRecorded, ::testing::Values(System::Linux), systemName);
-
-TEST_P(LinuxRecorded, ANoteWhoseItemNeverCameGoesWithTheNextStart) {
-    const Path file = home.text("Stuff/a", "1");
-    cleanUntil(0, shownRow(home, {file}));
-    home.folder(trash.contents);
-    const Path note =
-        home.text(trash.folder / "info/a.trashinfo", "[Trash Info]\nPath=" + file.string() + "\nDeletionDate=x\n");
-    const Path others =
-        home.text(trash.folder / "info/b.trashinfo", "[Trash Info]\nPath=" + home.place("b").string() + "\n");
-    EngineContext context = home.context();
-    recover(context);
-    EXPECT_FALSE(home.has(note));
-    EXPECT_TRUE(home.has(others)) << "nobody knows whose it is";
-    EXPECT_TRUE(home.has(file));
-}
-
-TEST_P(LinuxRecorded, AHardLinkInTheTrashIsNotTakenForTheItem) {
-    const Path file = home.text("Stuff/a", "1");
-    home.folder(trash.contents);
-    std::filesystem::create_hard_link(file, trashed("theirs"));
-    home.text(trash.folder / "info/theirs.trashinfo", "[Trash Info]\nPath=" + home.place("theirs").string() + "\n");
-    std::filesystem::create_hard_link(file, trashed("noteless"));
-    cleanUntil(0, shownRow(home, {file}));
-    ASSERT_THAT(past().cleans, SizeIs(1));
-    EXPECT_EQ(past().cleans[0].trashedCount, 0);
-    EXPECT_EQ(past().cleans[0].openCount, 1);
-}
-
-TEST_P(LinuxRecorded, AStopInsideARemovalKeepsTheRestWithItsNote) {
-    const Path folder = home.text(trashed("tree/0"), "x").parent_path();
-    for (int index = 1; index < 50; ++index) {
-        home.text(folder / std::to_string(index), "x");
-    }
-    const Path note = home.text(trash.folder / "info/tree.trashinfo", "[Trash Info]\nPath=/x\n");
-    CancelToken stop;
-    EngineContext context(home.platform, home.layout, stop, home.now);
-    home.platform.beforeChange = [&](Operation, const Path&) { stop.cancel(); };
-    const CleanupReport report =
-        vellmoor::clean(context, {shownRow(home, {folder}, CleanerModule::trash)}, std::chrono::milliseconds(0));
-    EXPECT_TRUE(report.wasStopped);
-    EXPECT_EQ(report.removedCount, 0);
-    EXPECT_THAT(fates(report), ElementsAre(CleanupFate::Kept));
-    EXPECT_TRUE(home.has(folder));
-    EXPECT_TRUE(home.has(note));
-}
-
-TEST_P(LinuxRecorded, ASwitchedLoginItemHasItsWayBack) {
-    home.text(".config/autostart/sync.desktop", "[Desktop Entry]\nType=Application\nName=Sync\nExec=/bin/true\n");
-    SystemCleanerService service(home.platform, home.layout);
-    EngineContext context = home.context();
-    const std::vector<StartupItem> items = startupItems(context);
-    ASSERT_THAT(items, SizeIs(1));
-    ASSERT_TRUE(service.disableStartupItem(items[0]).succeeded);
-    ASSERT_THAT(service.history().switches, SizeIs(1));
-    const HistorySwitch change = service.history().switches[0];
-    EXPECT_EQ(change.name, items[0].name);
-    EXPECT_FALSE(change.isEnabled);
-    EXPECT_TRUE(change.canBePutBack);
-    ASSERT_TRUE(service.putBackSwitch(change).succeeded);
-    EXPECT_TRUE(home.has(".config/autostart/sync.desktop"));
-    ASSERT_THAT(service.history().switches, SizeIs(2));
-    EXPECT_TRUE(service.history().switches[0].isEnabled);
-    EXPECT_FALSE(service.history().switches[1].canBePutBack);
-    EXPECT_FALSE(service.putBackSwitch(change).succeeded) << "it is as it was before";
 }
 
 } // namespace

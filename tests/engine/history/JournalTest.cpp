@@ -27,6 +27,7 @@ protected:
         target.bytes = 12345;
         target.parentModes = {0755, 0700};
         PastTarget body = target;
+        body.path = home_.home / "\xFF.AppImage";
         body.row = 1;
         body.isBody = true;
         body.wasTrashed = true;

@@ -7,9 +7,16 @@
 #include "restore/Restore.h"
 
 #include <string>
+#include <sys/stat.h>
 #include <vector>
 
 namespace vellmoor::test {
+
+/// Permission bits; 0 for what is not there.
+inline unsigned modeOf(const Path& path) {
+    struct stat status{};
+    return ::lstat(path.c_str(), &status) == 0 ? status.st_mode & 07777U : 0;
+}
 
 /// A home in which things are cleaned and put back.
 class TakingBack : public ::testing::TestWithParam<System> {

@@ -1,12 +1,9 @@
 #include "restore/Restore.h"
 
 #include "Host.h"
-#include "ScopedUnprivileged.h"
 #include "restore/RestoreFixture.h"
 
 #include <gmock/gmock.h>
-
-#include <sys/stat.h>
 
 namespace vellmoor::test {
 namespace {
@@ -14,11 +11,6 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
-
-unsigned modeOf(const Path& path) {
-    struct stat status{};
-    return ::lstat(path.c_str(), &status) == 0 ? status.st_mode & 07777U : 0;
-}
 
 class Restoring : public TakingBack {};
 INSTANTIATE_TEST_SUITE_P(Systems, Restoring, ::testing::ValuesIn(hostedSystems()), systemName);
@@ -194,87 +186,6 @@ TEST_P(Restoring, AHomeThatMovedElsewhereGetsItsThingsBack) {
     ASSERT_TRUE(OwnFile(home.layout.stateFolder / "history.jsonl").replace(moved));
     EXPECT_EQ(back(report.historyId).restoredCount, 1);
     EXPECT_EQ(fileText(file), "mine");
-}
-
-class LinuxRestoring : public TakingBack {};
-INSTANTIATE_TEST_SUITE_P(Systems, LinuxRestoring, ::testing::Values(System::Linux), systemName);
-
-TEST_P(LinuxRestoring, TheNoteAndTheSizeGoWithTheItem) {
-    const Path folder = home.text("Stuff/cache/a", "words").parent_path();
-    const CleanupReport report = cleaned({folder});
-    home.text(trash.folder / "directorysizes", "4096 1 cache\n8192 2 other\n");
-    ASSERT_TRUE(home.has(trash.folder / "info/cache.trashinfo"));
-    EXPECT_EQ(back(report.historyId).restoredCount, 1);
-    EXPECT_FALSE(home.has(trash.folder / "info/cache.trashinfo"));
-    EXPECT_EQ(fileText(trash.folder / "directorysizes"), "8192 2 other\n");
-}
-
-TEST_P(LinuxRestoring, WhatSomebodyElseTrashedGoesBackByItsNote) {
-    const Path place = home.text(trashed("odd name"), "theirs");
-    const Path origin = home.home / "Gone/odd \xFF name";
-    const Path note = home.text(trash.folder / "info/odd name.trashinfo",
-                                "[Trash Info]\nPath=" + home.home.string() +
-                                    "/Gone/odd%20%FF%20name\nDeletionDate=2026-01-01T00:00:00\n");
-    const RestoreReport restored = backFromTrash({place});
-    EXPECT_THAT(restored.failures, IsEmpty());
-    EXPECT_EQ(fileText(origin), "theirs");
-    EXPECT_GT(restored.restoredBytes, 0);
-    EXPECT_FALSE(home.has(note));
-}
-
-TEST_P(LinuxRestoring, WithoutAValidNoteItStays) {
-    const std::vector<std::string> notes{"",
-                                         "Path=/x\n",
-                                         "[Trash Info]\nPath=relative\n",
-                                         "[Trash Info]\nPath=" + home.home.string() + "/../up\n",
-                                         "[Trash Info]\nPath=" + home.home.string() + "/a/\n",
-                                         "[Trash Info]\nPath=" + home.home.string() + "/%00\n",
-                                         "[Trash Info]\nPath=" + trash.contents.string() + "/again\n"};
-    for (const std::string& note : notes) {
-        const Path place = home.text(trashed("a"), "theirs");
-        home.text(trash.folder / "info/a.trashinfo", note);
-        const RestoreReport restored = backFromTrash({place});
-        EXPECT_EQ(restored.failedCount, 1) << note;
-        EXPECT_THAT(restored.failures, ElementsAre(testing::HasSubstr("has no valid Trash note"))) << note;
-        EXPECT_EQ(fileText(place), "theirs");
-    }
-}
-
-TEST_P(LinuxRestoring, AReadOnlyFolderComesBackAsItWas) {
-    home.file("Stuff/closed/a");
-    home.setMode("Stuff/closed", 0500);
-    const Path folder = home.place("Stuff/closed");
-    const Path place = trashed("closed");
-    home.folder(trash.contents);
-    std::filesystem::rename(folder, place);
-    home.text(trash.folder / "info/closed.trashinfo", "[Trash Info]\nPath=" + folder.string() + "\n");
-    RestoreReport restored;
-    {
-        const ScopedUnprivileged unprivileged;
-        restored = backFromTrash({place});
-    }
-    EXPECT_THAT(restored.failures, IsEmpty());
-    EXPECT_TRUE(home.has("Stuff/closed/a"));
-    EXPECT_EQ(modeOf(folder), 0500U);
-}
-
-TEST_P(LinuxRestoring, ALinkOnTheWayIsNotFollowed) {
-    const Path place = home.text(trashed("a"), "theirs");
-    home.folder("Elsewhere");
-    home.link(home.place("Elsewhere"), "Stuff");
-    home.text(trash.folder / "info/a.trashinfo", "[Trash Info]\nPath=" + home.home.string() + "/Stuff/a\n");
-    EXPECT_EQ(backFromTrash({place}).restoredCount, 0);
-    EXPECT_FALSE(home.has("Elsewhere/a"));
-    EXPECT_EQ(fileText(place), "theirs");
-}
-
-TEST_P(LinuxRestoring, FoldersThatNobodyRemembersGetTheUsualMode) {
-    const Path place = home.text(trashed("a"), "theirs");
-    home.text(trash.folder / "info/a.trashinfo", "[Trash Info]\nPath=" + home.home.string() + "/New/a\n");
-    const mode_t before = ::umask(027);
-    EXPECT_EQ(backFromTrash({place}).restoredCount, 1);
-    ::umask(before);
-    EXPECT_EQ(modeOf(home.place("New")), 0750U);
 }
 
 } // namespace
