@@ -4,6 +4,8 @@
 #include <QClipboard>
 #include <QGuiApplication>
 
+#include <utility>
+
 namespace vellmoor {
 namespace {
 
@@ -188,7 +190,12 @@ TEST_P(ListHandsTest, UnfoldedRowsAndTheirPlaceSurviveARescan) {
     for (int presses = 0; presses < 12; ++presses) {
         window().press(Qt::Key_Down);
     }
-    const double place = position();
+    double place = -1;
+    ASSERT_TRUE(window().waitFor([&] { // the list follows the keyboard
+        const double before = std::exchange(place, position());
+        window().settle();
+        return before == place && place == position();
+    }));
     const int rows = count();
     window().scan();
     window().settle();

@@ -80,7 +80,7 @@ TEST_P(SheetsTest, WhileACleanRunsNeitherScanNorCleanCanStart) {
     EXPECT_EQ(text("cleanButton"), tr("清理中..."));
     EXPECT_FALSE(isEnabled("cleanButton"));
     EXPECT_FALSE(isEnabled("scanButton"));
-    EXPECT_EQ(text("statusMessage"), tr("正在清理选中项目..."));
+    EXPECT_EQ(QString::fromStdString(store().statusMessage()), tr("正在清理选中项目..."));
     gate->open();
     waitUntilIdle();
 }
