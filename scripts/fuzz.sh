@@ -49,11 +49,11 @@ for target in "${targets[@]}"; do
   case $target in
     Exec) readers=(src/engine/desktop/ExecLine.cpp) ;;
     DesktopEntry)
-      readers=(src/engine/desktop/{ExecLine,DesktopEntries}.cpp src/model/{L,EnglishTable,FurtherTexts}.cpp
+      readers=(src/engine/desktop/{ExecLine,DesktopEntries}.cpp src/model/{FileIdentity,L,EnglishTable,FurtherTexts}.cpp
         src/platform/{Paths,Platform,PosixFiles}.cpp src/platform/linux/{Files,KeyFiles,OpenFolders,Rename}.cpp)
       packages=(glib-2.0) ;;
     LaunchAgent)
-      readers=(tests/support/linux/PropertyLists.cpp src/platform/{Paths,PosixFiles,PropertyValue,linux/Files,linux/OpenFolders,linux/Rename}.cpp)
+      readers=(tests/support/linux/PropertyLists.cpp src/model/FileIdentity.cpp src/platform/{Paths,PosixFiles,PropertyValue,linux/Files,linux/OpenFolders,linux/Rename}.cpp)
       packages=(libplist-2.0) ;;
     AttributeRecord) readers=(src/walk/macos/AttributeRecord.cpp) ;;
     *) readers=(src/engine/processes/MemoryText.cpp src/engine/processes/ControlGroups.cpp src/platform/ProcessLine.cpp) ;;
