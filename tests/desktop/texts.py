@@ -15,8 +15,9 @@ def _entries(file, fields):
             for entry in pattern.findall((_MODEL / file).read_text(encoding="utf-8"))]
 
 
-_ENGLISH = dict(_entries("EnglishTable.cpp", 2))
-_ON_LINUX = {replaced: (chinese, english) for chinese, english, replaced in _entries("FurtherTexts.cpp", 3) if replaced}
+_FURTHER = _entries("FurtherTexts.cpp", 3)
+_ENGLISH = dict(_entries("EnglishTable.cpp", 2)) | {chinese: english for chinese, english, _ in _FURTHER}
+_ON_LINUX = {replaced: (chinese, english) for chinese, english, replaced in _FURTHER if replaced}
 
 
 def text(key, language):

@@ -1,5 +1,7 @@
 """The program's window, worked through the accessibility bus."""
 
+import re
+
 import accessibility
 import processes
 from accessibility import Role, State
@@ -48,9 +50,10 @@ class Window:
 
     def wait_for_result(self):
         found = (beginning("发现 %@ 可安全处理项目", self.language), self.text("未发现可处理项目"))
+        counted = (self.text("1 个启动项"), re.escape(self.text("%d 个启动项")).replace("%d", r"\d+"))
         processes.wait_for("the end of the scan", lambda: not self._buttons([self.text("取消扫描")]) and [
             node for node in self.tree.shown() if node.role in (Role.HEADING, Role.LABEL)
-            and node.name.startswith(found)])
+            and (node.name.startswith(found) or any(re.fullmatch(text, node.name) for text in counted))])
 
     def _buttons(self, names):
         return [node for node in self.tree.find_all(Role.PUSH_BUTTON) if node.name in names]

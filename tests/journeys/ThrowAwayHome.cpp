@@ -75,9 +75,15 @@ std::string textOfFile(const fs::path& relative) {
 }
 
 std::set<std::string> tree(const fs::path& relative) {
+    // What the program keeps of its own work, and the folders made for it.
+    const std::set<std::string> own{".local/state/vellmoor", ".local/state/vellmoor/lock",
+                                    ".local/state/vellmoor/history.jsonl", ".local/state", ".local"};
     std::set<std::string> found;
     for (const auto& entry : fs::recursive_directory_iterator(home() / relative)) {
         std::string line = entry.path().lexically_relative(home()).string();
+        if (own.contains(line)) {
+            continue;
+        }
         if (entry.is_regular_file() && !entry.is_symlink()) {
             line += " " + std::to_string(entry.file_size());
         }

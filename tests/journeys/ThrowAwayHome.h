@@ -36,7 +36,7 @@ bool isTrashed(const std::string& name);
 std::string textOfFile(const fs::path& relative);
 
 /// Everything below a folder of the home, by relative path; files with their size. Equal before and after: nothing
-/// was moved, removed, added or cut off.
+/// was moved, removed, added or cut off. The program's own state is left out.
 std::set<std::string> tree(const fs::path& relative = {});
 
 /// Runs a command to its end and answers its exit status; its output goes to `output`.

@@ -4,6 +4,7 @@
 
 #include "Spoken.h"
 
+#include <QPointer>
 #include <QQuickItem>
 
 #include <utility>
@@ -13,12 +14,16 @@ namespace {
 
 class SpokenItem final : public QAccessibleInterface, public QAccessibleValueInterface {
 public:
-    explicit SpokenItem(QAccessibleInterface& inner) : inner_(&inner), innerId_(QAccessible::uniqueId(&inner)) {}
+    explicit SpokenItem(QAccessibleInterface& inner)
+        : inner_(&inner),
+          innerId_(QAccessible::uniqueId(&inner)),
+          object_(inner.object()) {}
     SpokenItem(const SpokenItem&) = delete;
     SpokenItem& operator=(const SpokenItem&) = delete;
 
-    [[nodiscard]] bool isValid() const override { return inner_->isValid(); }
-    [[nodiscard]] QObject* object() const override { return inner_->object(); }
+    [[nodiscard]] bool isValid() const override { return object_ != nullptr && inner_->isValid(); }
+    /// Not the inner one's answer: at the end of the program Qt asks when that is already deleted.
+    [[nodiscard]] QObject* object() const override { return object_; }
     [[nodiscard]] QWindow* window() const override { return inner_->window(); }
     [[nodiscard]] QList<std::pair<QAccessibleInterface*, QAccessible::Relation>>
     relations(QAccessible::Relation match) const override {
@@ -81,6 +86,7 @@ private:
 
     QAccessibleInterface* inner_;
     QAccessible::Id innerId_;
+    QPointer<QObject> object_;
 };
 
 } // namespace

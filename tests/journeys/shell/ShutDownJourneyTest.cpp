@@ -223,7 +223,7 @@ TEST_F(ShutDownJourney, ASessionThatEndsDuringACleanWaitsForThePathAtHandOnly) {
 TEST_F(ShutDownJourney, AQuietProgramEndsWhenItsWindowIsClosed) {
     const auto before = tree();
     runThrough([](QQuickWindow& window) { window.close(); });
-    EXPECT_EQ(tree(), before) << "it keeps no file but its one setting, which was not changed";
+    EXPECT_EQ(tree(), before) << "it keeps nothing but its own state";
 }
 
 TEST_F(ShutDownJourney, RootIsToldThatItLooksAtItsOwnHome) {

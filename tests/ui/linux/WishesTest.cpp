@@ -51,6 +51,7 @@ TEST_P(WishesTest, AScanOfNothingNamedIsASmartScan) {
 TEST_P(WishesTest, EmptyingTheTrashLooksIntoItAndOpensTheQuestion) {
     openWith(emptyTrash);
     EXPECT_THAT(service().scans(), ElementsAre(CleanerModule::trash));
+    ASSERT_TRUE(window().click(QStringLiteral("details.clean"))) << "every path is shown first";
     EXPECT_TRUE(isVisible("confirm.accept"));
     EXPECT_THAT(service().cleans(), IsEmpty()) << "only the answer cleans";
     ASSERT_TRUE(window().click(QStringLiteral("confirm.cancel")));
@@ -66,6 +67,7 @@ TEST_P(WishesTest, AnEmptyTrashIsNoQuestion) {
 
 TEST_P(WishesTest, NothingChangesUnderAnOpenQuestion) {
     openWith(emptyTrash);
+    ASSERT_TRUE(window().click(QStringLiteral("details.clean")));
     ASSERT_TRUE(isVisible("confirm.accept"));
     grant(showPrivacy);
     grant(smartScan);
