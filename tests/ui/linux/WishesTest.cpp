@@ -74,6 +74,7 @@ TEST_P(WishesTest, NothingChangesUnderAnOpenQuestion) {
     EXPECT_EQ(store().activeModule(), CleanerModule::trash);
     EXPECT_THAT(service().scans(), ElementsAre(CleanerModule::trash));
     ASSERT_TRUE(window().click(QStringLiteral("confirm.cancel")));
+    ASSERT_TRUE(window().click(QStringLiteral("details.done")));
     grant(showPrivacy);
     EXPECT_EQ(store().activeModule(), CleanerModule::privacy);
 }
