@@ -15,17 +15,20 @@ T.Popup {
     property real wantedHeight: implicitHeight
     property real wantedWidth: implicitWidth
     readonly property Item overlay: T.Overlay.overlay
+    // Of the window. The last figures stay when it goes: Qt 6.4 does not survive a layout that gets another size then.
+    property real roomHeight: 10000
+    property real roomWidth: 10000
 
     anchors.centerIn: overlay
     closePolicy: T.Popup.CloseOnEscape
     dim: true
     focus: true
-    height: Math.min(wantedHeight, overlay ? overlay.height - 24 : wantedHeight)
+    height: Math.min(wantedHeight, roomHeight - 24)
     implicitHeight: contentHeight + topPadding + bottomPadding
     implicitWidth: contentWidth + leftPadding + rightPadding
     modal: true
-    padding: overlay && overlay.height < 600 ? 16 : 24
-    width: Math.min(wantedWidth, overlay ? overlay.width - 24 : wantedWidth)
+    padding: roomHeight < 600 ? 16 : 24
+    width: Math.min(wantedWidth, roomWidth - 24)
 
     onAboutToShow: {
         before = parent.Window.activeFocusItem;
@@ -60,6 +63,20 @@ T.Popup {
             property: "opacity"
             to: 1
         }
+    }
+    Binding {
+        property: "roomHeight"
+        restoreMode: Binding.RestoreNone
+        target: root
+        value: root.overlay?.height ?? 0
+        when: root.overlay !== null
+    }
+    Binding {
+        property: "roomWidth"
+        restoreMode: Binding.RestoreNone
+        target: root
+        value: root.overlay?.width ?? 0
+        when: root.overlay !== null
     }
     // The item that Qt makes for a popup bears the role of a dialog, but no name.
     Binding {
