@@ -14,7 +14,7 @@ class Spoken final : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("attached to items")
-    QML_ATTACHED(Spoken)
+    QML_ATTACHED(vellmoor::Spoken)
     /// A Qt::CheckState; -1: it cannot be ticked.
     Q_PROPERTY(int tick READ tick WRITE setTick NOTIFY changed FINAL)
     Q_PROPERTY(bool expandable READ expandable WRITE setExpandable NOTIFY changed FINAL)

@@ -1,3 +1,4 @@
+// qmllint disable unqualified type property
 import QtQuick
 import QtQuick.Layouts
 import Vellmoor.Controls

@@ -44,7 +44,7 @@ Item {
     readonly property bool hasColumns: room >= Metrics.columnsFrom
 
     LayoutMirroring.childrenInherit: true
-    LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
+    LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft // qmllint disable
     anchors.fill: parent
 
     Keymap {

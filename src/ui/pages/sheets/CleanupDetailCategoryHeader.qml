@@ -1,3 +1,4 @@
+// qmllint disable type
 import QtQuick
 import QtQuick.Layouts
 import Vellmoor.Controls
