@@ -17,6 +17,7 @@ class Program:
         if not os.access(self._binary, os.X_OK):
             raise AssertionError(f"not a program: {self._binary!r} (ctest names it)")
         self._session = session
+        self._system = system
         self._environment = dict(session.environment)
         self._environment.update({
             # Only what a test puts there can be started.
@@ -41,9 +42,9 @@ class Program:
     def pid(self):
         return self.process.pid
 
-    def start(self, is_readable=True, arguments=()):
+    def start(self, is_readable=True, arguments=(), **streams):
         """Starts it and waits for its window and, unless a test makes it unreadable, for what is in it."""
-        self.process = self._start("program", *arguments)
+        self.process = self._start("program", *arguments, **streams)
         self.wait_for_window()
         if is_readable:
             tree = accessibility.Tree(self.pid)
@@ -57,12 +58,12 @@ class Program:
 
     def in_home(self, home):
         """Another start in the same session, with that home."""
-        return type(self)(self._session, HOME=str(home), XDG_CONFIG_HOME="", XDG_CACHE_HOME="", XDG_DATA_HOME="",
+        return type(self)(self._session, self._system, HOME=str(home), XDG_CONFIG_HOME="", XDG_CACHE_HOME="", XDG_DATA_HOME="",
                        XDG_STATE_HOME="")
 
-    def _start(self, log, *arguments):
+    def _start(self, log, *arguments, **streams):
         with open(self._session.folder / "logs" / log, "wb") as output:
-            return processes.start([self._binary, *arguments], self._environment, stdout=output, stderr=output)
+            return processes.start([self._binary, *arguments], self._environment, stdout=output, stderr=output, **streams)
 
     def start_again(self, *arguments):
         """The exit status of a second start, and what it printed."""

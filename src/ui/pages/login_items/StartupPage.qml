@@ -122,7 +122,6 @@ GlassPanel {
             rows: root.vm.startup
             title: L.tr("启动项")
 
-            onMenuWanted: (currentItem as StartupItemRow)?.openMenu()
             onSwitched: ask()
 
             delegate: StartupItemRow {

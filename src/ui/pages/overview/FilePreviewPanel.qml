@@ -1,3 +1,4 @@
+// qmllint disable unqualified
 import QtQuick
 import QtQuick.Layouts
 import Vellmoor.Controls
@@ -54,6 +55,7 @@ GlassPanel {
 
             delegate: FileCandidateRow {
                 height: 36
+                rows: root.vm.candidates
                 width: ListView.view.width
             }
         }

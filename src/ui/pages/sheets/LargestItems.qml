@@ -1,7 +1,8 @@
+// qmllint disable unqualified
 import QtQuick
 import QtQuick.Layouts
-import QtQuick.Templates as T
 import Vellmoor.Controls
+import Vellmoor.Lists
 import Vellmoor.Models
 import Vellmoor.Pages
 import Vellmoor.Theme
@@ -18,20 +19,18 @@ ColumnLayout {
         text: L.tr("最大项目")
     }
 
-    ListView {
-        Accessible.name: L.tr("最大项目")
-        Accessible.role: Accessible.List
+    RowList {
         Layout.fillWidth: true
-        activeFocusOnTab: true
-        boundsBehavior: Flickable.StopAtBounds
-        clip: true
-        implicitHeight: Math.min(contentHeight, 134)
-        model: root.candidates
+        Layout.rightMargin: -10
+        bottomMargin: 2
+        implicitHeight: Math.min(contentHeight + topMargin + bottomMargin, 138)
+        objectName: "largestItems"
+        rows: root.candidates
         spacing: 10
+        title: L.tr("最大项目")
 
-        T.ScrollBar.vertical: ScrollLine {
-        }
         delegate: FileCandidateRow {
+            rows: root.candidates
             width: ListView.view.width - 14
         }
     }
