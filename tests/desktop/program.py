@@ -7,7 +7,9 @@ import processes
 
 BINARY = os.environ.get("VELLMOOR_BINARY", "")
 BINARY_OVER_TEST_SYSTEM = os.environ.get("VELLMOOR_OVER_TEST_SYSTEM", "")
-EXPECTED_LINES = ("vellmoor: running as root; it cleans root's own home, not that of another user",)
+EXPECTED_LINES = ("vellmoor: running as root; it cleans root's own home, not that of another user",
+                  # Qt's, when a busy machine's accessibility registry takes its time over a key.
+                  "QSpiApplication::keyEventError")
 
 
 class Program:
@@ -118,4 +120,4 @@ class Program:
         return self._unexpected("program")
 
     def _unexpected(self, log):
-        return [line for line in self._session.log(log).splitlines() if line and line not in EXPECTED_LINES]
+        return [line for line in self._session.log(log).splitlines() if line and not line.startswith(EXPECTED_LINES)]
