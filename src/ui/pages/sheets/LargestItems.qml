@@ -24,6 +24,7 @@ ColumnLayout {
         Layout.rightMargin: -10
         bottomMargin: 2
         implicitHeight: Math.min(contentHeight + topMargin + bottomMargin, 138)
+        focus: false
         objectName: "largestItems"
         rows: root.candidates
         spacing: 10
