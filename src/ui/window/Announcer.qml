@@ -1,4 +1,3 @@
-// qmllint disable unqualified
 import QtQuick
 import Vellmoor.Controls
 import Vellmoor.Models
@@ -11,38 +10,10 @@ Item {
     required property WindowModel source
     property int turn: 0
 
-    component Voice: Item {
-        id: voice
-
-        property string text
-
-        function say(what: string): void {
-            visible = false;
-            text = what;
-            visible = true;
-            readOut.restart();
-        }
-
-        Accessible.name: text
-        Accessible.role: Accessible.Notification
-        height: 1
-        visible: false
-        width: 1
-
-        // It was read out; what stays would be found by those who look around.
-        Timer {
-            id: readOut
-
-            interval: 4000
-
-            onTriggered: voice.visible = false
-        }
-    }
-
     function say(what: string, urgent: bool): void {
         if (what === "" || root.Spoken.announce(what, urgent))
             return;
-        (voices.itemAt(turn) as Voice).say(what);
+        (voices.itemAt(turn) as Announcement).say(what);
         turn = (turn + 1) % voices.count;
     }
 
@@ -51,10 +22,7 @@ Item {
 
         model: 8
 
-        Voice {
-            required property int index
-
-            objectName: "announcer." + index
+        Announcement {
         }
     }
 
