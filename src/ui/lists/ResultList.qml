@@ -9,7 +9,7 @@ FocusScope {
 
     required property CleanupListModel rows
     // The file that draws a category.
-    property url category: Qt.resolvedUrl("CleanupRow.qml")
+    property url category: Qt.resolvedUrl("rows/CleanupRow.qml")
     property string listName: "cleanupList"
     property bool scanning: false
     // What a screen reader calls the list.

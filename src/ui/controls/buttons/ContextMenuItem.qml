@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Vellmoor.Controls
 import Vellmoor.Theme
 
 // One command of a context menu.
