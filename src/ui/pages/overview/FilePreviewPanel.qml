@@ -9,6 +9,7 @@ GlassPanel {
     id: root
 
     required property WindowModel vm
+    readonly property int rowHeight: Metrics.grown(36)
 
     signal viewAll
 
@@ -47,13 +48,13 @@ GlassPanel {
             Layout.fillWidth: true
             cacheBuffer: 0
             clip: true
-            implicitHeight: Math.min(count, 4) * 40 - 4
+            implicitHeight: Math.min(count, 4) * (root.rowHeight + spacing) - spacing
             interactive: false
             model: root.vm.candidates
             spacing: 4
 
             delegate: FileCandidateRow {
-                height: 36
+                height: root.rowHeight
                 width: ListView.view.width
             }
         }

@@ -25,7 +25,7 @@ ColumnLayout {
         activeFocusOnTab: true
         boundsBehavior: Flickable.StopAtBounds
         clip: true
-        implicitHeight: Math.min(contentHeight, 134)
+        implicitHeight: Math.min(contentHeight, Metrics.grown(134))
         model: root.candidates
         spacing: 10
 
