@@ -154,7 +154,7 @@ bool takeManyFiles(const PictureFrame& frame) {
                 item.targets.front().url += "." + std::to_string(copy);
                 item.targets.front().name += "." + std::to_string(copy);
                 item.title += "." + std::to_string(copy);
-                scan.cleanupItems.push_back(item);
+                scan.furtherLargeFiles.push_back(item);
             }
         }
         return scan;

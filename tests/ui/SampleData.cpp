@@ -430,6 +430,7 @@ RestoreReport restoreReport() {
     RestoreReport report;
     report.attemptedCount = 2;
     report.restoredCount = 1;
+    report.restoredBytes = 12 * megabyte;
     report.failedCount = 1;
     report.outcomes = {{.path = "/home/anna/.cache/fontconfig",
                         .place = {},

@@ -21,7 +21,8 @@ Item {
         const last = view.originY + Math.max(0, view.contentHeight - view.height);
         const lowest = Math.min(last, place.y - Metrics.panelGap);
         const highest = Math.max(view.originY, place.y + place.height + Metrics.panelGap - view.height);
-        view.contentY = Math.max(highest, Math.min(lowest, view.contentY));
+        // What lies out of sight in a list of its own may be beyond all that this view has.
+        view.contentY = Math.max(view.originY, Math.min(last, Math.max(highest, Math.min(lowest, view.contentY))));
     }
 
     onFocusedChanged: {

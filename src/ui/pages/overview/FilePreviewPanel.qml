@@ -1,3 +1,4 @@
+// qmllint disable unqualified
 import QtQuick
 import QtQuick.Layouts
 import Vellmoor.Controls
@@ -9,7 +10,7 @@ GlassPanel {
     id: root
 
     required property WindowModel vm
-    readonly property int rowHeight: Metrics.grown(36)
+    readonly property int rowHeight: Metrics.grown(34)
 
     signal viewAll
 
@@ -24,7 +25,7 @@ GlassPanel {
         anchors.rightMargin: Metrics.panelPadding
         anchors.top: parent.top
         anchors.topMargin: 12
-        spacing: Metrics.gap
+        spacing: 6
 
         RowLayout {
             PanelHeader {
@@ -51,7 +52,7 @@ GlassPanel {
             implicitHeight: Math.min(count, 4) * (root.rowHeight + spacing) - spacing
             interactive: false
             model: root.vm.candidates
-            spacing: 4
+            spacing: 3
 
             delegate: FileCandidateRow {
                 height: root.rowHeight

@@ -42,6 +42,8 @@ Rectangle {
 
             Heading {
                 Layout.fillWidth: true
+                fontSizeMode: Text.HorizontalFit
+                minimumPixelSize: Type.body
                 spoken: false
                 text: root.value
             }
