@@ -38,6 +38,9 @@ TEST_P(PerformancePagesTest, AfterACancelledQuestionOfAnotherPageTheFirstClickCo
     ASSERT_TRUE(window().click(QStringLiteral("memoryApp.0.quit")));
     ASSERT_TRUE(window().click(QStringLiteral("confirmQuit.cancel")));
     window().show(CleanerModule::performance);
+    const QQuickItem* list = window().item(QStringLiteral("startupList"));
+    ASSERT_NE(list, nullptr);
+    EXPECT_LE(list->property("contentY").toDouble(), 0) << "the list begins with its first row";
     ASSERT_TRUE(window().click(QStringLiteral("startup.0.action")));
     EXPECT_TRUE(isVisible("confirmStartup.cancel"));
 }
