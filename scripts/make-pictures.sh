@@ -20,7 +20,7 @@ tool=${VELLMOOR_PICTURES:-build/release/tests/ui/vellmoor-pictures}
 
 pages='smartScan|systemJunk|largeFiles|privacy|appUninstaller|performance|memoryOptimization|trash'
 states='smartScan-(before|scanning|cleaning)|appUninstaller-unfolded|trash-history'
-sheets='details|result-sums|result-many-failures|result-memory|confirm-(clean|close)|restore|kept'
+sheets='details|result-sums|result-many-failures|confirm-(clean|close)|restore|kept'
 
 scripts/setup.sh
 command -v pngquant >/dev/null || { echo "pngquant is missing: apt-get install pngquant" >&2; exit 1; }

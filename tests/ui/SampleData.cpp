@@ -452,6 +452,7 @@ CleanupReport memoryReport() {
     report.memoryBefore = memoryState();
     report.memoryAfter = memoryState();
     report.memoryAfter->freeBytes = 6'100 * megabyte;
+    report.memoryAfter->unusedBytes = 5'780 * megabyte;
     report.processedBytes = report.memoryAfter->freeBytes - report.memoryBefore->freeBytes;
     return report;
 }
