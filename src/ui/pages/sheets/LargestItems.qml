@@ -11,6 +11,8 @@ ColumnLayout {
     id: root
 
     required property FileCandidateModel candidates
+    // There is room for one line only.
+    property bool low: false
 
     spacing: Metrics.gap
 
@@ -22,17 +24,18 @@ ColumnLayout {
         Accessible.name: L.tr("最大项目")
         Accessible.role: Accessible.List
         Layout.fillWidth: true
+        Layout.rightMargin: -10
         activeFocusOnTab: true
         boundsBehavior: Flickable.StopAtBounds
         clip: true
-        implicitHeight: Math.min(contentHeight, 134)
+        implicitHeight: Math.min(contentHeight, Metrics.grown(root.low ? 36 : 134))
         model: root.candidates
         spacing: 10
 
         T.ScrollBar.vertical: ScrollLine {
         }
         delegate: FileCandidateRow {
-            width: ListView.view.width - 14
+            width: ListView.view.width - 16
         }
     }
 }

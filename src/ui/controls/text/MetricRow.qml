@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Vellmoor.Controls
 import Vellmoor.Theme
 
 // A title and a value over a bar.

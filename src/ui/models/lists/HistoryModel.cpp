@@ -151,9 +151,9 @@ QVariant HistoryModel::cleanData(const KeyedRow& row, const HistoryClean& clean,
     case NameRole:
         return QStringLiteral("history.%1").arg(row.record);
     case TitleRole:
-        return toQt(title(clean.module)) + QStringLiteral(" · ") + when(clean.at);
+        return toQt(title(clean.module));
     case DetailRole:
-        return countText("%d 项", "1 项", clean.movedCount) + QStringLiteral(" · ") +
+        return when(clean.at) + QStringLiteral(" · ") + countText("%d 项", "1 项", clean.movedCount) + QStringLiteral(" · ") +
                toQt(byteCountText(clean.movedBytes));
     case SizeRole:
         return toQt(byteCountText(clean.movedBytes));
@@ -216,9 +216,9 @@ QVariant HistoryModel::switchData(int number, const HistorySwitch& change, int r
     case NameRole:
         return QStringLiteral("history.switch.%1").arg(number);
     case TitleRole:
-        return toQt(change.name) + QStringLiteral(" · ") + when(change.at);
+        return toQt(change.name);
     case DetailRole:
-        return toQt(displayPath(change.file, desktop().homeFolder()));
+        return when(change.at) + QStringLiteral(" · ") + toQt(displayPath(change.file, desktop().homeFolder()));
     case SizeRole:
         return QString();
     case StateRole:

@@ -59,7 +59,7 @@ T.ComboBox {
     popup: T.Popup {
         implicitHeight: list.contentHeight + 8
         padding: 4
-        width: Math.max(root.width, 132)
+        width: Math.max(root.width, Metrics.grown(132))
         y: root.height + 4
 
         background: GlassPanel {

@@ -61,7 +61,7 @@ Rectangle {
                 height: root.height - 4
                 objectName: root.name + "." + modelData.value
                 text: modelData.title
-                width: title.implicitWidth + 16
+                width: Math.ceil(widest.advanceWidth) + 18
 
                 background: Rectangle {
                     border.color: segment.isCurrent ? Colors.vmLine : Colors.clear
@@ -74,12 +74,19 @@ Rectangle {
                     }
                 }
                 contentItem: Item {
-                    BodyText {
-                        id: title
+                    // As wide as when it is chosen: nothing moves.
+                    TextMetrics {
+                        id: widest
 
+                        font.family: Type.family
+                        font.pixelSize: Type.caption
+                        font.weight: Font.DemiBold
+                        text: segment.text
+                    }
+
+                    Caption {
                         anchors.centerIn: parent
                         color: segment.isCurrent ? Colors.vmText : Colors.vmSecondaryText
-                        font.pixelSize: Type.body
                         font.weight: segment.isCurrent ? Font.DemiBold : Font.Normal
                         text: segment.text
                     }

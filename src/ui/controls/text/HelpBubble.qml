@@ -7,7 +7,7 @@ T.ToolTip {
     id: root
 
     implicitHeight: label.implicitHeight + 12
-    implicitWidth: Math.min(label.implicitWidth, 320) + 20
+    implicitWidth: Math.min(label.implicitWidth, Metrics.grown(320)) + 20
     margins: 6
     x: parent ? Math.round((parent.width - width) / 2) : 0
     y: parent ? parent.height + 6 : 0
@@ -25,7 +25,7 @@ T.ToolTip {
             color: Colors.vmText
             objectName: "helpBubble"
             text: root.text
-            width: Math.min(implicitWidth, 320)
+            width: Math.min(implicitWidth, Metrics.grown(320))
             wrapMode: Text.Wrap
         }
     }

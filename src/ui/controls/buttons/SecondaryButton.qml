@@ -1,4 +1,5 @@
 import QtQuick
+import Vellmoor.Controls
 import Vellmoor.Theme
 
 // The quiet button beside a primary one, and the small actions of panels.

@@ -1,4 +1,5 @@
 import QtQuick
+import Vellmoor.Controls
 import Vellmoor.Theme
 
 // A small tinted capsule with an optional symbol.

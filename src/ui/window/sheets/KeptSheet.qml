@@ -15,8 +15,8 @@ Sheet {
 
     objectName: "kept"
     title: L.tr("保留的项目")
-    wantedHeight: 480
-    wantedWidth: 640
+    wantedHeight: Math.min(Metrics.grown(480), Metrics.grown(210) + Math.max(list.contentHeight, Metrics.grown(110)))
+    wantedWidth: Metrics.grown(640)
 
     onAboutToShow: kept.load()
     onOpened: done.forceActiveFocus(Qt.TabFocusReason)

@@ -14,4 +14,5 @@ Text {
     font.family: Type.family
     font.pixelSize: Type.body
     textFormat: Text.PlainText
+    verticalAlignment: Text.AlignVCenter
 }

@@ -70,7 +70,8 @@ RowFrame {
 
                     Layout.fillWidth: true
                     maximumLineCount: 2
-                    text: root.row.detail
+                    // A path is not broken at its slashes while it fits on a line.
+                    text: root.row.detail.replace(/\//g, "/\u2060")
                     wrapMode: Text.Wrap
                 }
 

@@ -1,4 +1,5 @@
 import QtQuick
+import Vellmoor.Controls
 import Vellmoor.Theme
 
 // Light glass: translucent white with a hairline, over a wide and very faint shadow.

@@ -1,4 +1,5 @@
 import QtQuick
+import Vellmoor.Controls
 import Vellmoor.Theme
 
 // SoftIconButtonStyle: one symbol, named by its help text.

@@ -47,7 +47,7 @@ Rectangle {
     }
 
     FocusRing {
-        anchors.margins: -1
+        anchors.margins: 0 // a list cuts what is outside it
         shown: root.activeFocus
     }
 }

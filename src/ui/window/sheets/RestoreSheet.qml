@@ -15,8 +15,8 @@ Sheet {
 
     objectName: "restore"
     title: L.tr("部分项目未能放回")
-    wantedHeight: 480
-    wantedWidth: 640
+    wantedHeight: Math.min(Metrics.grown(480), Metrics.grown(190) + list.contentHeight)
+    wantedWidth: Metrics.grown(640)
 
     onClosed: vm.closeRestore()
     onOpened: done.forceActiveFocus(Qt.TabFocusReason)

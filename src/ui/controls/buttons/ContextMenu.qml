@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Vellmoor.Controls
 import Vellmoor.Theme
 
 // The menu under the right mouse button.
@@ -11,7 +12,7 @@ T.Menu {
 
     cascade: false
     implicitHeight: contentHeight + 8
-    implicitWidth: 196
+    implicitWidth: Metrics.grown(196)
     margins: 4
     overlap: 1
     padding: 4

@@ -19,14 +19,20 @@ Sheet {
     contentItem: ColumnLayout {
         spacing: Metrics.gap
 
-        SoftIconButton {
-            Layout.alignment: Qt.AlignRight
-            flat: true
-            help: L.tr("关闭")
-            objectName: "overview.close"
-            symbol: "xmark.circle"
+        RowLayout {
+            Heading {
+                Layout.fillWidth: true
+                text: root.vm.moduleTitle
+            }
 
-            onClicked: root.close()
+            SoftIconButton {
+                flat: true
+                help: L.tr("关闭")
+                objectName: "overview.close"
+                symbol: "xmark.circle"
+
+                onClicked: root.close()
+            }
         }
 
         SecondaryColumn {

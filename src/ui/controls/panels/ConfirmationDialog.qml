@@ -1,6 +1,7 @@
 // qmllint disable unqualified
 import QtQuick
 import QtQuick.Layouts
+import Vellmoor.Controls
 import Vellmoor.Theme
 
 // Asks before an action. Return accepts only when its button has the focus, Control and Return accept at once, the

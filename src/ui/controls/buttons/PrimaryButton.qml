@@ -1,4 +1,5 @@
 import QtQuick
+import Vellmoor.Controls
 import Vellmoor.Theme
 
 // PrimaryActionStyle: the main actions.

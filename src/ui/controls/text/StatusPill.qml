@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Vellmoor.Controls
 import Vellmoor.Theme
 
 // A capsule: the symbol and the value in their colour, the title beside them.

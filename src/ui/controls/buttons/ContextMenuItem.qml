@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Vellmoor.Controls
 import Vellmoor.Theme
 
 // One command of a context menu.
@@ -10,7 +11,7 @@ T.MenuItem {
     Accessible.onPressAction: triggered()
     height: visible ? implicitHeight : 0
     implicitHeight: Metrics.rowButton + 2
-    implicitWidth: 188
+    implicitWidth: Metrics.grown(196) - 8
 
     background: Rectangle {
         color: root.highlighted ? Colors.tile(Colors.cyan) : Colors.clear
