@@ -191,8 +191,8 @@ Q_SIGNALS:
     void statusMessageChanged();
     void lastScanLabelChanged();
     void latestReportChanged();
-    /// How a request to quit went, localised.
-    void quitAnswered(const QString& message, bool failed);
+    /// How a request that changes nothing on the page went, localised: to quit, to keep, to offer again.
+    void answered(const QString& message, bool failed);
     /// The application cannot be asked to quit, and was sent nothing: it can only be ended, with a loss.
     void endOffered(const vellmoor::MemoryApp& app);
     void actionFailureChanged();

@@ -146,9 +146,13 @@ void CleanerStore::State::showQuitOutcome(const MemoryApp& app, QuitOutcome outc
         return;
     }
     const std::string message = L::tr(quitText(outcome), app.name);
-    set(statusMessage, message, Status);
+    answer(message, outcome != QuitOutcome::Requested);
     memoryRefresh.start();
-    Q_EMIT store.quitAnswered(QString::fromStdString(message), outcome != QuitOutcome::Requested);
+}
+
+void CleanerStore::State::answer(const std::string& message, bool failed) {
+    set(statusMessage, message, Status);
+    Q_EMIT store.answered(QString::fromStdString(message), failed);
 }
 
 void CleanerStore::State::refreshMemoryAfterAppChange() {

@@ -93,7 +93,7 @@ void CleanerStore::keep(const std::vector<std::filesystem::path>& paths) {
                        [state = state_.get(), paths] {
                            state->keptMeanwhile.insert(state->keptMeanwhile.end(), paths.begin(), paths.end());
                            state->leaveOut(paths);
-                           state->set(state->statusMessage, L::tr("已保留，不再提供。"), State::Status);
+                           state->answer(L::tr("已保留，不再提供。"), false);
                        });
 }
 
@@ -102,8 +102,7 @@ void CleanerStore::offerAgain(const std::filesystem::path& path) {
     state_->changeKept([path](CleanerService& engine) { return engine.offerAgain(path); },
                        [state = state_.get(), path] {
                            std::erase(state->keptMeanwhile, path);
-                           state->set(state->statusMessage, L::tr("下次扫描会重新提供 %@。", displayName(path)),
-                                      State::Status);
+                           state->answer(L::tr("下次扫描会重新提供 %@。", displayName(path)), false);
                        });
 }
 

@@ -116,6 +116,8 @@ struct CleanerStore::State {
     [[nodiscard]] std::optional<CleanerModule> shownAgain() const;
     void startReading(bool recovers);
     using Farewell = QuitOutcome (CleanerService::*)(const MemoryApp&);
+    /// Says how a request went that changes nothing on the page.
+    void answer(const std::string& message, bool failed);
     void startFarewell(const MemoryApp& app, Farewell farewell);
     void showQuitOutcome(const MemoryApp& app, QuitOutcome outcome);
     void refreshMemoryAfterAppChange();

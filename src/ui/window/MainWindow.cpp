@@ -189,13 +189,20 @@ void MainWindow::rememberLists(Desktop& desktop) {
         }
     }
     for (CleanupListModel* list : {model_->items(), static_cast<CleanupListModel*>(model_->largeFiles())}) {
-        QObject::connect(list, &CleanupListModel::filterChanged, window_.get(), [list, &desktop] {
+        const auto note = [this, list, &desktop] {
+            if (&model_->listOf(list->module()) != list) {
+                return; // the list of a page that another list shows
+            }
             const std::string name = listSetting(list->module());
             const std::string choice = list->choiceText().toStdString();
             if (choice != desktop.remembered(name).value_or("all given")) {
                 desktop.remember(name, choice);
             }
-        });
+        };
+        QObject::connect(list, &CleanupListModel::filterChanged, window_.get(), note);
+        if (list == model_->largeFiles()) {
+            QObject::connect(model_->largeFiles(), &LargeFileListModel::filtersChanged, window_.get(), note);
+        }
     }
 }
 

@@ -275,6 +275,12 @@ bool CleanupListModel::canKeep(int row) const {
     return found != nullptr && itemOf(*found).module != CleanerModule::trash && !pathsOf(row).empty();
 }
 
+bool CleanupListModel::isHeldBack(int row) const {
+    const KeyedRow* found = rowAt(row);
+    return found != nullptr && found->part >= 0 &&
+           !itemOf(*found).targets.at(static_cast<std::size_t>(found->part)).mayGo();
+}
+
 void CleanupListModel::keep(int row) {
     const KeyedRow* found = rowAt(row);
     if (!canKeep(row)) {

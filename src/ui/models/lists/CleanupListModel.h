@@ -87,8 +87,8 @@ public:
     [[nodiscard]] QString order() const;
     void setOrder(const QString& order);
     /// The module's filter and order as a text that can be kept, and back from it; what it does not know is left alone.
-    [[nodiscard]] QString choiceText() const;
-    void recallChoice(CleanerModule module, const QString& text);
+    [[nodiscard]] virtual QString choiceText() const;
+    virtual void recallChoice(CleanerModule module, const QString& text);
     [[nodiscard]] CleanerModule module() const { return module_; }
     [[nodiscard]] bool hidesAll() const;
     [[nodiscard]] QString hiddenSelection() const;
@@ -106,6 +106,8 @@ public:
     Q_INVOKABLE void keep(int row);
     /// Whether a row is of a kind that can be kept: what lies in a Trash is not.
     Q_INVOKABLE [[nodiscard]] bool canKeep(int row) const;
+    /// Whether the row is a path that stays because it holds what is kept.
+    Q_INVOKABLE [[nodiscard]] bool isHeldBack(int row) const;
     /// Puts a path of a Trash back where it was.
     Q_INVOKABLE void putBack(int row);
     /// The row of the category that a row belongs to.
@@ -114,6 +116,8 @@ public:
 Q_SIGNALS:
     void summaryChanged();
     void filterChanged();
+    /// The user wants to see what is kept.
+    void keptAsked();
 
 protected:
     /// Positions in the store's array of the categories to list.

@@ -64,14 +64,22 @@ void WindowModel::connectStore() {
     connect(&store_, &CleanerStore::cleanupItemsChanged, this, &WindowModel::selectionChanged);
     connect(&store_, &CleanerStore::permissionHintsChanged, this, &WindowModel::limitationChanged);
     connect(&question_, &Question::switchAgreed, this, &WindowModel::switchStartupItem);
-    connect(&store_, &CleanerStore::quitAnswered, this, &WindowModel::showNotice);
+    connect(&store_, &CleanerStore::answered, this, &WindowModel::showNotice);
     connect(&store_, &CleanerStore::actionFailureChanged, this, [this] {
         // Login items say it beside their list.
-        if (!store_.actionFailure().empty() && module_ != CleanerModule::performance) {
+        if (store_.actionFailure().empty()) {
+            // It was read.
+        } else if (module_ == CleanerModule::performance) {
+            Q_EMIT announced(actionFailure(), true);
+        } else {
             showNotice(actionFailure(), true);
         }
         Q_EMIT actionFailureChanged();
     });
+    connect(&scan_, &ScanModel::announced, this, [this](const QString& text) { Q_EMIT announced(text, false); });
+    for (const CleanupListModel* list : {&items_, &details_, static_cast<CleanupListModel*>(&largeFiles_)}) {
+        connect(list, &CleanupListModel::keptAsked, this, &WindowModel::keptAsked);
+    }
     connect(&restore_, &RestoreModel::succeeded, this, [this](const QString& text) { showNotice(text, false); });
     connect(&store_, &CleanerStore::isScanningChanged, this, [this] {
         noteScan();
@@ -259,11 +267,12 @@ QStringList WindowModel::confirmationParts() const {
 }
 
 void WindowModel::showNotice(const QString& text, bool isFailure) {
-    closeNotice(); // screen readers read out what appears
+    closeNotice(); // what is the same again appears again
     notice_ = text;
     noticeIsFailure_ = isFailure;
     noticeTime_.start();
     Q_EMIT noticeChanged();
+    Q_EMIT announced(text, isFailure);
 }
 
 void WindowModel::closeNotice() {
@@ -379,6 +388,7 @@ void WindowModel::noteScan() {
 }
 
 void WindowModel::noteClean() {
+    announceAction();
     if (store_.isCleaning()) {
         return;
     }
@@ -389,6 +399,17 @@ void WindowModel::noteClean() {
     if (std::exchange(closesAfterClean_, false)) {
         Q_EMIT closingAgreed();
     }
+}
+
+/// The start of a clean, of a way back or of a switch, and its end, unless that is told as a failure or by a notice.
+void WindowModel::announceAction() {
+    const std::optional<RestoreReport>& restored = store_.latestRestore();
+    if (!store_.actionFailure().empty() || (restored && restored->failedCount == 0)) {
+        return;
+    }
+    const std::optional<CleanupReport>& report = store_.latestReport();
+    const bool hasFailed = !store_.isCleaning() && (restored || (report && report->failedCount > 0));
+    Q_EMIT announced(toQt(store_.statusMessage()), hasFailed);
 }
 
 void WindowModel::rescanReported() {
