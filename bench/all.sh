@@ -9,6 +9,7 @@ cd "$(dirname "$0")/.."
 
 dry=no
 [ "${1:-}" = --dry ] && dry=yes
+mkdir -p build
 work=$(mktemp -d "$PWD/build/bench-XXXXXX")
 trap 'rm -rf "$work"' EXIT
 export VELLMOOR_BENCH_FIGURES=$work/figures

@@ -75,6 +75,7 @@ bool run(const fs::path& home, int folders) {
     WindowModel& model = driver.main().model();
     model.items()->toggleExpanded(static_cast<int>(largest - items.begin()));
     report(driver, "all paths of a category unfolded", "resident with 20000 paths unfolded");
+    driver.show(CleanerModule::systemJunk); // Smart Scan's clean would ask for the memory, too
     model.cleanSelected();
     driver.waitFor([&] { return driver.store().latestReport() && !driver.store().isScanning(); });
     const auto cleaned = driver.store().latestReport()->removedCount;
