@@ -23,6 +23,24 @@ build_preset() {
   }
 }
 
+# How many processors this process may use.
+processors() { nproc 2>/dev/null || getconf _NPROCESSORS_ONLN; }
+
+# Runs a command with its temporary files in memory, which nobody else sees; as it is where nobody but root may mount.
+with_files_in_memory() {
+  local folder status=0
+  # shellcheck disable=SC2016 # for the other bash
+  local mounted='mount -t tmpfs -o mode=1777 tmpfs "$1" && shift && exec "$@"'
+  folder=$(mktemp -d "${TMPDIR:-/tmp}/vellmoor-tests.XXXXXX")
+  if [ "$(id -u)" -eq 0 ] && unshare --mount bash -c "$mounted" bash "$folder" true 2>/dev/null; then
+    unshare --mount bash -c "$mounted" bash "$folder" env TMPDIR="$folder" "$@" || status=$?
+  else
+    "$@" || status=$?
+  fi
+  rmdir "$folder"
+  return "$status"
+}
+
 has_display() { is_mac || [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ]; }
 
 # ccache keeps what is built with a precompiled header only with this (its manual, "Precompiled headers").

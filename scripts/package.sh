@@ -4,8 +4,8 @@
 #   deb       the Debian packages vellmoor and vellmoor-cli, for the release of Debian or Ubuntu that this is
 #   appimage  Vellmoor-VERSION-ARCHITECTURE.AppImage, for any Linux that is at least as new as this one
 #   dmg       Vellmoor-VERSION.dmg, on a Mac (scripts/bundle-macos.sh, whose options it takes)
-#   check     what takes long: builds the packages twice in two places and compares them byte by byte, then installs, uses,
-#             upgrades, removes and purges them in a fresh minimal system, and starts the AppImage in another one
+#   check     what takes long: makes the packages and the AppImage; installs, uses, upgrades, removes and purges them in a fresh
+#             minimal system, and starts the AppImage in another one; builds once more elsewhere and compares byte by byte
 set -euo pipefail
 cd "$(dirname "$0")/.."
 # shellcheck source=scripts/common.sh
@@ -119,21 +119,17 @@ make_dmg() {
   (cd dist && shasum -a 256 "Vellmoor-$version.dmg" >SHA256SUMS && cat SHA256SUMS)
 }
 
-# Two folders, two builds, nothing taken from the other.
+# The packages in dist/ and those of a second build in another folder, which takes nothing from the first.
 check_equality() {
-  local place
-  need_for_deb
-  for place in one elsewhere/deeper; do
-    phase "A build in '$place'"
-    rm -rf "$work/twice/$place"
-    mkdir -p "$work/twice/$place"
-    export_commit "$work/twice/$place/vellmoor-$version"
-    CCACHE_DISABLE=1 build_deb "$work/twice/$place/vellmoor-$version" "$work/twice/$place/deb.log"
-    rm -rf "$work/twice/$place/vellmoor-$version"
-  done
-  local package other differ=no
-  for package in "$work/twice/one"/*.deb; do
-    other="$work/twice/elsewhere/deeper/$(basename "$package")"
+  local second=$work/second/elsewhere/deeper package other differ=no
+  phase "A second build, elsewhere"
+  rm -rf "$work/second"
+  mkdir -p "$second"
+  export_commit "$second/vellmoor-$version"
+  CCACHE_DISABLE=1 build_deb "$second/vellmoor-$version" "$work/second/deb.log"
+  rm -rf "$second/vellmoor-$version"
+  for package in "$second"/*.deb; do
+    other=dist/$(basename "$package")
     if ! cmp "$package" "$other"; then
       differ=yes
       install_debian "" "diffoscope-minimal|diffoscope"

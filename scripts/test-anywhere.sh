@@ -5,6 +5,8 @@
 # A round that this user cannot have is named with the reason and counts as not run. Exits with 1 when a test failed.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+# shellcheck source=scripts/common.sh
+. scripts/common.sh
 
 build=$PWD/build/dev
 logs=$build/anywhere
@@ -137,7 +139,7 @@ for round in "${chosen[@]}"; do
   log=$logs/$round.log
   start=$SECONDS
   status=0
-  "run_$round" ctest --test-dir "$build" -j2 --output-on-failure ${options[@]+"${options[@]}"} >"$log" 2>&1 || status=$?
+  "run_$round" ctest --test-dir "$build" -j $((2 * $(processors))) --output-on-failure ${options[@]+"${options[@]}"} >"$log" 2>&1 || status=$?
   case $status in
     0) result=$(grep -E 'tests passed' "$log" || tail -n 1 "$log") ;;
     77) result="not run: $(tail -n 1 "$log")" ;;

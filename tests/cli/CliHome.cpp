@@ -165,9 +165,11 @@ CliProcess CliHome::start(std::vector<std::string> words, Who who, int terminal)
         } else {
             redirect(err, STDERR_FILENO);
         }
+        // Opened before: whom root calls it as may not be able to enter the folder of the build.
+        const int program = ::open(VELLMOOR_ROOTED_CLI, O_RDONLY | O_CLOEXEC);
         become(who);
         orDie(::chdir(home_.c_str()) == 0);
-        ::execve(arguments.front(), arguments.data(), values.data());
+        ::fexecve(program, arguments.data(), values.data());
         ::_exit(127);
     }
     return {pid, out, err};

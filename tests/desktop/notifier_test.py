@@ -14,10 +14,6 @@ class NotifierTest(DesktopTest):
         self.program.start()
         self.notifier.wait_for_item()
 
-    def close(self):
-        self.program.close_window()
-        self.wait_for("the window to go", lambda: not self.program.shown_windows())
-
     def test_the_item_has_a_picture_and_its_name(self):
         self.open()
         self.assertEqual(self.notifier.property("ToolTip")[2], "Vellmoor")
@@ -25,7 +21,7 @@ class NotifierTest(DesktopTest):
 
     def test_closing_the_window_keeps_the_program_and_activating_the_item_brings_it_back(self):
         self.open()
-        self.close()
+        self.program.close_window()
         self.assertTrue(self.program.is_running())
         self.notifier.activate()
         self.program.wait_for_window()
@@ -38,7 +34,7 @@ class NotifierTest(DesktopTest):
 
     def test_the_menu_opens_the_window_and_ends_the_program(self):
         self.open()
-        self.close()
+        self.program.close_window()
         self.notifier.choose(text("打开 Vellmoor", "en"))
         self.program.wait_for_window()
         self.notifier.choose(text("退出", "en"))
@@ -48,7 +44,7 @@ class NotifierTest(DesktopTest):
         self.program.start()
         self.notifier = Notifier(self.session)
         self.notifier.wait_for_item()
-        self.close()
+        self.program.close_window()
         self.assertTrue(self.program.is_running())
         self.notifier.activate()
         self.program.wait_for_window()

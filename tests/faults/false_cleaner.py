@@ -16,6 +16,13 @@ import time
 import trashes
 
 
+def files_below(path):
+    """Everything below that is no folder. A link has nothing below it: os.walk would go where it leads, out of the home."""
+    if os.path.islink(path):
+        return []
+    return [os.path.join(folder, name) for folder, _, names in os.walk(path) for name in names]
+
+
 class Honest:
     """Trash 1.0 by the book, for a home that nobody else touches."""
 
@@ -235,8 +242,9 @@ class MovesHalf(Honest):
 
 class CutsFiles(Honest):
     def rename(self, path, place):
-        if stat.S_ISREG(os.lstat(path).st_mode) and os.access(path, os.W_OK):
-            os.truncate(path, os.path.getsize(path) // 2)
+        for file in files_below(path) or [path]:
+            if stat.S_ISREG(os.lstat(file).st_mode) and os.access(file, os.W_OK):
+                os.truncate(file, os.path.getsize(file) // 2)
         super().rename(path, place)
 
 
@@ -264,11 +272,10 @@ class OpensTheTrash(Honest):
 
 class FollowsLinks(Honest):
     def delete(self, path):
-        for folder, folders, names in os.walk(path, topdown=False, followlinks=False):
-            for name in folders + names:
-                place = folder + b"/" + name
-                if os.path.islink(place) and os.path.isfile(place) and b"precious" in os.path.realpath(place):
-                    os.unlink(os.path.realpath(place))
+        precious = os.path.dirname(self.home) + b"/precious/"
+        for place in files_below(path):
+            if os.path.islink(place) and os.path.isfile(place) and os.path.realpath(place).startswith(precious):
+                os.unlink(os.path.realpath(place))
         super().delete(path)
 
 

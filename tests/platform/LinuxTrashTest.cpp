@@ -264,6 +264,19 @@ TEST_F(LinuxTrash, ATrashThatIsSwappedWhileItIsFilledIsNotFollowedByItsPath) {
     EXPECT_FALSE(platform_.exists(home_ / "elsewhere/files/file"));
 }
 
+TEST_F(LinuxTrash, ALinkThatComesWhereTheTrashWasMissingIsNotFollowed) {
+    folder_.folder("home/data");
+    folder_.folder("home/elsewhere");
+    const auto session = platform_.trashSession(places());
+    folder_.link(home_ / "elsewhere", "home/data/Trash");
+    const Path file = write("file", "mine");
+    const Removal moved = session->moveToTrash(requestFor(platform_, file));
+    EXPECT_EQ(moved.result, RemovalResult::Failed);
+    EXPECT_EQ(moved.reason, "Too many levels of symbolic links");
+    EXPECT_EQ(contentOf(file), "mine");
+    EXPECT_TRUE(platform_.entries(home_ / "elsewhere")->empty());
+}
+
 TEST_F(LinuxTrash, FoldersOfTheTrashThatAreLinksAreNotUsed) {
     folder_.folder("home/data/Trash");
     folder_.folder("home/precious");

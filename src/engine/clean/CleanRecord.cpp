@@ -1,6 +1,6 @@
 #include "clean/CleanRecord.h"
 
-#include "clean/TrashedPaths.h"
+#include "trash/TrashedPaths.h"
 
 #include <algorithm>
 #include <map>

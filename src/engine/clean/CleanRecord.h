@@ -1,7 +1,7 @@
 #pragma once
 
-#include "clean/CleanPlan.h"
 #include "history/Journal.h"
+#include "plan/CleanPlan.h"
 #include "scan/EngineContext.h"
 
 #include <cstddef>

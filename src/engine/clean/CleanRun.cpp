@@ -4,10 +4,10 @@
 #include "Paths.h"
 #include "PosixFiles.h"
 #include "applications/AppUninstaller.h"
-#include "clean/CleanPlaces.h"
 #include "clean/DiskRoom.h"
 #include "clean/Recovery.h"
 #include "memory/Memory.h"
+#include "trash/CleanPlaces.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -4,13 +4,13 @@
 #include "CleanupReport.h"
 #include "ProtectedPaths.h"
 #include "TrashSession.h"
-#include "clean/CleanPlan.h"
 #include "clean/CleanRecord.h"
 #include "clean/RunningOwners.h"
-#include "clean/TrashedPaths.h"
 #include "clean/WorkProgress.h"
 #include "keep/KeptPaths.h"
+#include "plan/CleanPlan.h"
 #include "scan/EngineContext.h"
+#include "trash/TrashedPaths.h"
 
 #include <chrono>
 #include <expected>

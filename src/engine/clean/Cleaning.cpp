@@ -2,15 +2,15 @@
 
 #include "Paths.h"
 #include "PosixFiles.h"
-#include "clean/CleanPlan.h"
 #include "clean/CleanRecord.h"
 #include "clean/CleanRun.h"
-#include "clean/PastPlans.h"
 #include "history/CleanLock.h"
 #include "history/HistoryList.h"
 #include "history/Journal.h"
 #include "history/PastState.h"
 #include "history/Whereabouts.h"
+#include "plan/CleanPlan.h"
+#include "plan/PastPlans.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "CleanupReport.h"
-#include "clean/CleanPlan.h"
+#include "plan/CleanPlan.h"
 #include "scan/EngineContext.h"
 
 #include <map>

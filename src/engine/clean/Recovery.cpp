@@ -1,10 +1,10 @@
 #include "clean/Recovery.h"
 
-#include "clean/CleanPlaces.h"
 #include "history/CleanLock.h"
 #include "history/HistoryList.h"
 #include "history/Journal.h"
 #include "history/Whereabouts.h"
+#include "trash/CleanPlaces.h"
 
 #include <algorithm>
 #include <set>

@@ -2,7 +2,6 @@
 
 #include "CheckedMath.h"
 #include "Paths.h"
-#include "clean/CleanPlaces.h"
 #include "clean/Recovery.h"
 #include "clean/WorkProgress.h"
 #include "history/CleanLock.h"
@@ -10,6 +9,7 @@
 #include "history/Journal.h"
 #include "history/Whereabouts.h"
 #include "scan/PathMeasurement.h"
+#include "trash/CleanPlaces.h"
 
 #include <algorithm>
 #include <expected>

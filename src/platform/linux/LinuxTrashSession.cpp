@@ -46,11 +46,11 @@ bool isSameFile(const EntryFacts& one, const EntryFacts& other) {
 }
 
 // "Not found" may be said of another place than the item: only a look tells whether it is gone.
-Removal afterFailure(int error, int folder, const std::string& item) {
-    if (meansGone(error) && factsAt(folder, item.c_str())) {
-        return {.result = RemovalResult::Failed, .reason = files::reason(error), .place = {}};
+Removal onlyIfGone(Removal removal, const Path& item) {
+    if (removal.result == RemovalResult::Vanished && files::existsItself(item)) {
+        removal.result = RemovalResult::Failed;
     }
-    return failure(error);
+    return removal;
 }
 
 // The nearest folder above a missing one; its disk is the one on which it would be made.
@@ -70,12 +70,6 @@ std::expected<Descriptor, int> ownFolder(std::expected<Descriptor, int> folder) 
     return facts ? std::move(folder) : std::unexpected(facts.error());
 }
 
-// The user may keep the Trash of the home elsewhere, by a link of his own.
-std::expected<Descriptor, int> openHomeTrash(const Path& folder) {
-    Descriptor opened(::open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
-    return opened ? ownFolder(std::move(opened)) : std::unexpected(errno);
-}
-
 std::expected<Descriptor, int> openAnchor(const Path& folder) {
     Descriptor opened(::open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
     return opened ? std::expected<Descriptor, int>(std::move(opened)) : std::unexpected(errno);
@@ -83,10 +77,32 @@ std::expected<Descriptor, int> openAnchor(const Path& folder) {
 
 } // namespace
 
-LinuxTrashSession::LinuxTrashSession(TrashPlaces places) : parents_(places.anchors), places_(std::move(places)) {
+HomeTrashPlace::HomeTrashPlace(const Path& folder) {
+    const Path existing = nearestExisting(folder);
+    above_ = openAnchor(existing);
+    below_ = folder.lexically_relative(existing);
+}
+
+std::expected<Descriptor, int> HomeTrashPlace::open() const {
+    return above_ ? ownFolder(openFolderBelow(above_->get(), below_)) : std::unexpected(above_.error());
+}
+
+std::expected<Descriptor, int> HomeTrashPlace::make() const {
+    return above_ ? ownFolder(makeFolderBelow(above_->get(), below_)) : std::unexpected(above_.error());
+}
+
+std::uint64_t HomeTrashPlace::device() const {
+    const auto facts = above_ ? factsAt(above_->get(), "") : std::unexpected(above_.error());
+    return facts ? facts->identity.device : 0;
+}
+
+LinuxTrashSession::LinuxTrashSession(TrashPlaces places)
+    : homePlace_(places.home.folder),
+      parents_(places.anchors),
+      places_(std::move(places)) {
     for (const TrashFolder& folder : places_.known) {
         auto anchor = openAnchor(folder.anchor);
-        auto opened = folder.folder == places_.home.folder ? openHomeTrash(folder.folder)
+        auto opened = folder.folder == places_.home.folder ? homePlace_.open()
                       : anchor
                           ? ownFolder(openFolderBelow(anchor->get(), folder.folder.lexically_relative(folder.anchor)))
                           : std::unexpected(anchor.error());
@@ -120,6 +136,10 @@ std::expected<EntryFacts, Removal> LinuxTrashSession::inspect(const RemovalReque
 // Into a Trash
 
 Removal LinuxTrashSession::moveToTrash(const RemovalRequest& request) {
+    return onlyIfGone(move(request), request.path);
+}
+
+Removal LinuxTrashSession::move(const RemovalRequest& request) {
     const auto parent = parents_.of(request.path);
     if (!parent) {
         return failure(parent.error());
@@ -139,10 +159,7 @@ Removal LinuxTrashSession::moveToTrash(const RemovalRequest& request) {
 
 LinuxTrashSession::Found LinuxTrashSession::trashFor(const Parents::Parent& parent, Path& base) {
     if (homeDevice_ == 0) {
-        const Path& contents = places_.home.contents;
-        if (const auto facts = factsAt(AT_FDCWD, nearestExisting(contents).c_str())) {
-            homeDevice_ = facts->identity.device;
-        }
+        homeDevice_ = homePlace_.device();
         if (const auto opened = known_.find(places_.home.folder); opened != known_.end() && opened->second->device()) {
             homeDevice_ = opened->second->device();
         }
@@ -166,10 +183,7 @@ LinuxTrashSession::Found LinuxTrashSession::trashFor(const Parents::Parent& pare
 LinuxTrashSession::Found LinuxTrashSession::homeTrash() {
     auto known = known_.find(places_.home.folder);
     if (known == known_.end()) {
-        if (const int error = makeFolders(places_.home.folder); error != 0) {
-            return std::unexpected(error);
-        }
-        auto opened = openHomeTrash(places_.home.folder);
+        auto opened = homePlace_.make();
         if (!opened) {
             return std::unexpected(opened.error());
         }
@@ -242,7 +256,7 @@ Removal LinuxTrashSession::moveInto(TrashDirectory& trash, const Path& base, con
             if (error == EEXIST) {
                 continue; // somebody's item without a note has this name
             }
-            return afterFailure(error, parent.folder.get(), item);
+            return failure(error);
         }
         const auto moved = factsAt(trash.files(), name->c_str());
         if (moved && isAsShown(request, *moved) && isSameFile(seen, *moved)) {
@@ -267,6 +281,10 @@ Removal LinuxTrashSession::moveInto(TrashDirectory& trash, const Path& base, con
 // Out of a Trash
 
 Removal LinuxTrashSession::removeFromTrash(const RemovalRequest& request, const TrashFolder& folder) {
+    return onlyIfGone(remove(request, folder), request.path);
+}
+
+Removal LinuxTrashSession::remove(const RemovalRequest& request, const TrashFolder& folder) {
     if (!isStrictlyBelow(request.path, folder.contents)) {
         return failure(EINVAL);
     }
@@ -335,7 +353,7 @@ Removal LinuxTrashSession::takeOut(TrashDirectory& trash, int folder, const Remo
     if (before) {
         setMode(opened->get(), *before);
     }
-    return afterFailure(error, folder, item);
+    return failure(error);
 }
 
 void LinuxTrashSession::forgetNotes(const std::set<Path>& places) {

@@ -11,6 +11,23 @@
 
 namespace vellmoor {
 
+/// Where the home's Trash is or is made, opened before anything else of a clean: a link on the way to it is the user's
+/// own when it is there by then, and none that comes later is followed.
+class HomeTrashPlace {
+public:
+    explicit HomeTrashPlace(const Path& folder);
+    /// The Trash, which belongs to the user; else the errno.
+    [[nodiscard]] std::expected<Descriptor, int> open() const;
+    /// The same, made when it is missing.
+    [[nodiscard]] std::expected<Descriptor, int> make() const;
+    /// On which it lies or would be made; 0 when the system does not tell.
+    [[nodiscard]] std::uint64_t device() const;
+
+private:
+    std::expected<Descriptor, int> above_;
+    Path below_;
+};
+
 /// Moves into a Trash and removes out of it by own code, after the Trash specification 1.0: the restore note stands
 /// before the item moves, the item is compared after it moved, and a stranger goes back.
 class LinuxTrashSession : public TrashSession {
@@ -22,6 +39,9 @@ public:
     [[nodiscard]] Return putBack(const ReturnRequest& request, const TrashFolder& trash) override;
     void forgetNotes(const std::set<Path>& places) override;
     void finish() override;
+
+private:
+    HomeTrashPlace homePlace_; // the first of what is opened
 
 protected:
     /// What speaks against acting on the item, as it is seen now: the facts, or the answer.
@@ -35,6 +55,8 @@ private:
     Found homeTrash();
     Found volumeTrash(const Path& mount, std::uint64_t device);
     static std::expected<Descriptor, int> makeVolumeTrash(int mount, const VolumeTrashForm& form);
+    Removal move(const RemovalRequest& request);
+    Removal remove(const RemovalRequest& request, const TrashFolder& trash);
     Removal moveInto(TrashDirectory& trash, const Path& base, const Parents::Parent& parent,
                      const RemovalRequest& request, const EntryFacts& seen);
     Removal takeOut(TrashDirectory& trash, int folder, const RemovalRequest& request, const EntryFacts& seen);

@@ -91,18 +91,14 @@ std::expected<Descriptor, int> makeFolder(int above, const char* name) {
     return openFolder(above, name);
 }
 
-int makeFolders(const Path& folder) {
-    if (::mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST) {
-        return 0;
+std::expected<Descriptor, int> makeFolderBelow(int above, const Path& relative) {
+    std::expected<Descriptor, int> folder = openFolder(above, ".");
+    for (const Path& name : relative) {
+        if (folder) {
+            folder = makeFolder(folder->get(), name.c_str());
+        }
     }
-    const int error = errno;
-    if (error != ENOENT || folder == folder.parent_path()) {
-        return error;
-    }
-    if (const int above = makeFolders(folder.parent_path()); above != 0) {
-        return above;
-    }
-    return ::mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST ? 0 : errno;
+    return folder;
 }
 
 std::optional<Path> pathOf(int folder) {

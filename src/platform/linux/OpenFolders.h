@@ -33,8 +33,8 @@ std::expected<Descriptor, int> reopenForReading(int folder);
 /// Makes the folder when it is missing, and opens it.
 std::expected<Descriptor, int> makeFolder(int above, const char* name);
 
-/// Makes a folder for the user alone, with the folders above it; 0 or the errno. One that is there is no failure.
-int makeFolders(const Path& folder);
+/// The same for a relative path, name by name; what is made is for the user alone.
+std::expected<Descriptor, int> makeFolderBelow(int above, const Path& relative);
 
 /// The path by which this process sees the open folder; nothing when the system does not tell.
 std::optional<Path> pathOf(int folder);

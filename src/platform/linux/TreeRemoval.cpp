@@ -106,15 +106,18 @@ private:
         return leave();
     }
 
+    /// Already gone is as good as deleted; a look tells.
+    static int unlessGone(int error, int folder, const char* name) {
+        const auto left = error == ENOENT ? factsAt(folder, name) : std::unexpected(0);
+        return !left && meansGone(left.error()) ? 0 : error;
+    }
+
     int unlink(const char* name, int flags) {
         if (stop_ != nullptr && stop_->isCancelled()) {
             return ECANCELED;
         }
         const int folder = current();
-        const auto deed = [&] {
-            // Already gone is as good as deleted.
-            return ::unlinkat(folder, name, flags) == 0 || errno == ENOENT ? 0 : errno;
-        };
+        const auto deed = [&] { return ::unlinkat(folder, name, flags) == 0 ? 0 : unlessGone(errno, folder, name); };
         return stack_.empty() ? deed() : withAccess(folder, deed); // the folder above the tree is not ours to change
     }
 
@@ -130,7 +133,7 @@ private:
             if (error == ENOTDIR || error == ELOOP) { // no folder after all
                 return expected == nullptr ? unlink(name, 0) : ESTALE;
             }
-            return error == ENOENT ? 0 : error;
+            return unlessGone(error, above, name);
         }
         const auto facts = factsAt(place->get(), "");
         if (!facts) {

@@ -1,4 +1,4 @@
-#include "clean/PastPlans.h"
+#include "plan/PastPlans.h"
 
 #include "CheckedMath.h"
 #include "Paths.h"

@@ -1,4 +1,4 @@
-#include "clean/TrashedPaths.h"
+#include "trash/TrashedPaths.h"
 
 #include "Paths.h"
 

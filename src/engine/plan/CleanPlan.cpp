@@ -1,4 +1,4 @@
-#include "clean/CleanPlan.h"
+#include "plan/CleanPlan.h"
 
 #include "CheckedMath.h"
 

@@ -1,4 +1,4 @@
-#include "clean/CleanPlaces.h"
+#include "trash/CleanPlaces.h"
 
 #include "trash/Trash.h"
 

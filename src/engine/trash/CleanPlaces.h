@@ -2,8 +2,8 @@
 
 #include "ProtectedPaths.h"
 #include "TrashSession.h"
-#include "clean/TrashedPaths.h"
 #include "scan/EngineContext.h"
+#include "trash/TrashedPaths.h"
 
 namespace vellmoor {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "clean/CleanPlan.h"
 #include "history/PastState.h"
 #include "history/Whereabouts.h"
+#include "plan/CleanPlan.h"
 
 #include <cstddef>
 #include <vector>
