@@ -344,11 +344,18 @@ void CleanupListModel::publishSelectionChanges() {
         return row.record >= 0 && isChanged[static_cast<std::size_t>(indices_[static_cast<std::size_t>(row.record)])];
     };
     // Neighbours at once: a view looks at all its rows for each change that it is told.
-    for (auto from = rows().begin(); (from = std::find_if(from, rows().end(), rowChanged)) != rows().end();) {
-        const auto to = std::find_if_not(from, rows().end(), rowChanged);
-        Q_EMIT dataChanged(index(static_cast<int>(from - rows().begin())),
-                           index(static_cast<int>(to - rows().begin()) - 1), {TickedRole, PartialRole});
-        from = to;
+    std::vector<std::pair<int, int>> ranges;
+    for (int row = 0; row < rowCount(); ++row) {
+        if (!rowChanged(rows()[static_cast<std::size_t>(row)])) {
+            continue;
+        }
+        if (ranges.empty() || ranges.back().second + 1 != row) {
+            ranges.emplace_back(row, row);
+        }
+        ranges.back().second = row;
+    }
+    for (const auto& [first, last] : ranges) {
+        Q_EMIT dataChanged(index(first), index(last), {TickedRole, PartialRole});
     }
     Q_EMIT summaryChanged();
 }
