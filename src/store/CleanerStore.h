@@ -134,8 +134,6 @@ public:
     void putBack(const std::string& clean, const std::vector<std::size_t>& indices = {});
     /// Puts a target of a Trash's row back; nothing unless it is known where it was.
     void putBackTarget(int itemIndex, int targetIndex);
-    /// Puts back every ticked target in `module`'s list of which is known where it was.
-    void putBackSelected(CleanerModule module);
     /// Takes what a clean of the history still had to do.
     void finishClean(const std::string& clean);
     /// Removes for good what a clean of the history put into a Trash.

@@ -57,22 +57,6 @@ void CleanerStore::putBackTarget(int itemIndex, int targetIndex) {
     }
 }
 
-void CleanerStore::putBackSelected(CleanerModule module) {
-    state_->requireOwnThread();
-    std::vector<std::filesystem::path> places;
-    for (const CleanupItem& item : cleanupItems()) {
-        if (!belongs(item, module)) {
-            continue;
-        }
-        for (const CleanupTarget& target : item.targets) {
-            if (target.isSelected && target.origin) {
-                places.push_back(target.url);
-            }
-        }
-    }
-    state_->startPutBack(places);
-}
-
 void CleanerStore::finishClean(const std::string& clean) {
     state_->requireOwnThread();
     if (state_->isCleaning) {
@@ -140,7 +124,11 @@ void CleanerStore::State::startReading(bool recovers) {
         if (recovers) {
             engine->recover();
         }
-        out->post([this, past = engine->history()] { set(history, past, Past); });
+        out->post([this, past = engine->history()] {
+            if (past != history) {
+                set(history, past, Past);
+            }
+        });
     };
     try {
         workers->start(readAndPost);

@@ -108,16 +108,6 @@ TEST_F(StoreHistory, ATargetIsPutBackWhereItsPlaceIsKnown) {
     EXPECT_THAT(service->historyCalls(), ElementsAre("putBackTrashed /home/user/Trash 0"));
 }
 
-TEST_F(StoreHistory, AllTickedTargetsArePutBackWhoseplaceIsKnown) {
-    scanned(CleanerModule::trash, trash());
-    store->putBackSelected(CleanerModule::trash);
-    awaitEnd();
-    store->setTargetSelected(0, 0, false);
-    store->putBackSelected(CleanerModule::trash);
-    awaitEnd();
-    EXPECT_THAT(service->historyCalls(), ElementsAre("putBackTrashed /home/user/Trash 0"));
-}
-
 TEST_F(StoreHistory, FinishingAndRemovingForGoodEndInAReport) {
     store->finishClean("one");
     awaitEnd();

@@ -231,10 +231,13 @@ void MainWindow::fill(QQmlEngine& engine, CleanerStore& store, LanguageManager& 
     QQmlEngine::setObjectOwnership(model_.get(), QQmlEngine::CppOwnership);
     QObject::connect(model_.get(), &WindowModel::closingAgreed, window_.get(), &QWindow::close, Qt::QueuedConnection);
     window_->installEventFilter(&closing_); // the last one is asked first
-    QObject::connect(window_.get(), &QQuickWindow::activeChanged, model_.get(), [this] {
+    QObject::connect(window_.get(), &QQuickWindow::activeChanged, model_.get(), [this, &store] {
         model_->setActive(window_->isActive());
         if (window_->isActive()) {
             model_->activated();
+            if (store.activeModule() == CleanerModule::trash) {
+                store.loadHistory(); // the command line may have cleaned meanwhile
+            }
         }
     });
     load(engine, mode);
