@@ -7,7 +7,6 @@
 #include <QMetaObject>
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <utility>
 
@@ -50,6 +49,7 @@ WindowModel::WindowModel(CleanerStore& store, LanguageManager& languages, Deskto
     memoryItems_.setModule(CleanerModule::memoryOptimization);
     startupExtras_.setModule(CleanerModule::performance);
     details_.setInitiallyExpanded(true);
+    details_.setWatched(false); // until its sheet opens: it has a row for every path
     noticeTime_.setSingleShot(true);
     noticeTime_.setInterval(noticeDuration);
     connect(&noticeTime_, &QTimer::timeout, this, &WindowModel::closeNotice);
@@ -187,21 +187,18 @@ QString WindowModel::selectedText() const {
 }
 
 int WindowModel::selectedItemCount() const {
-    return static_cast<int>(store_.selectedItems(module_).size());
+    return store_.ticks(module_).selectedRows;
 }
 
 QString WindowModel::selectedPathsText() const {
-    int paths = 0;
-    for (const CleanupItem& item : store_.selectedItems(module_)) {
-        paths += item.selectedTargetCount();
-    }
+    const int paths = store_.ticks(module_).selectedPaths;
     const std::string freed = byteCountText(store_.selectedBytes(module_));
     return paths == 1 ? localised("已选择 1 个路径，预计释放 %@", freed)
                       : localised("已选择 %d 个路径，预计释放 %@", groupedText(paths).toStdString(), freed);
 }
 
 int WindowModel::recommendedCount() const {
-    return static_cast<int>(store_.itemIndices(module_, CleanupFilter::recommended).size());
+    return store_.ticks(module_).recommendedRows;
 }
 
 bool WindowModel::canScan() const {
@@ -209,7 +206,7 @@ bool WindowModel::canScan() const {
 }
 
 bool WindowModel::canClean() const {
-    return !store_.isScanning() && !store_.isCleaning() && !store_.selectedItems(module_).empty();
+    return !store_.isScanning() && !store_.isCleaning() && selectedItemCount() > 0;
 }
 
 QString WindowModel::cleanTitle() const {
@@ -235,11 +232,8 @@ QString WindowModel::confirmationMessage() const {
 }
 
 std::int64_t WindowModel::selectedBytesForGood() const {
-    std::int64_t bytes = 0;
-    for (const CleanupItem& item : store_.selectedItems(module_)) {
-        bytes += item.module == CleanerModule::trash ? item.selectedBytes() : 0;
-    }
-    return bytes;
+    const bool listsTrash = module_ == CleanerModule::smartScan || module_ == CleanerModule::trash;
+    return listsTrash ? store_.selectedBytes(CleanerModule::trash) : 0;
 }
 
 bool WindowModel::removesForGood() const {
@@ -281,10 +275,7 @@ void WindowModel::closeNotice() {
 }
 
 QString WindowModel::riskSummary() const {
-    std::array<int, allCleanupRisks.size()> counts{};
-    for (const CleanupItem& item : store_.selectedItems(module_)) {
-        ++counts.at(static_cast<std::size_t>(item.risk));
-    }
+    const auto& counts = store_.ticks(module_).selectedRowsByRisk;
     QStringList parts;
     for (const CleanupRisk risk : allCleanupRisks) {
         const int count = counts.at(static_cast<std::size_t>(risk));
@@ -325,7 +316,6 @@ void WindowModel::scanOrCancel() {
 
 void WindowModel::refresh() {
     if (canScan() && !store_.isScanning()) {
-        store_.persistActiveState();
         store_.scan(module_, true);
     }
 }
@@ -447,7 +437,6 @@ void WindowModel::closeRootNotice() {
 }
 
 void WindowModel::activated() {
-    store_.persistActiveState();
     store_.refreshPermissionHints();
     // Showing the module again would take away an open result sheet and a running scan's progress.
     if (!store_.latestReport() && !store_.isScanning() && !store_.isCleaning()) {
