@@ -21,14 +21,15 @@ std::string_view quitText(QuitOutcome outcome) {
 } // namespace
 
 void CleanerStore::cleanSelected(CleanerModule module) {
-    const std::vector<CleanupItem> chosen = selectedItems(module);
-    if (chosen.empty() || state_->isCleaning) {
+    if (state_->isCleaning || ticks(module).selectedRows == 0) {
         return;
     }
+    // Shared: the action is copied on its way to the worker.
+    const auto chosen = std::make_shared<const std::vector<CleanupItem>>(selectedItems(module));
     state_->startLongAction(
         L::tr("正在清理选中项目..."), module,
         [chosen](CleanerService& engine, const CleanProgressCallback& progress, const CancelToken& stop) {
-            return State::ActionOutcome{{}, engine.clean(chosen, progress, stop), false};
+            return State::ActionOutcome{{}, engine.clean(*chosen, progress, stop), false};
         });
 }
 
@@ -146,9 +147,13 @@ void CleanerStore::State::showQuitOutcome(const MemoryApp& app, QuitOutcome outc
         return;
     }
     const std::string message = L::tr(quitText(outcome), app.name);
-    set(statusMessage, message, Status);
+    answer(message, outcome != QuitOutcome::Requested);
     memoryRefresh.start();
-    Q_EMIT store.quitAnswered(QString::fromStdString(message), outcome != QuitOutcome::Requested);
+}
+
+void CleanerStore::State::answer(const std::string& message, bool failed) {
+    set(statusMessage, message, Status);
+    Q_EMIT store.answered(QString::fromStdString(message), failed);
 }
 
 void CleanerStore::State::refreshMemoryAfterAppChange() {

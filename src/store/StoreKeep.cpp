@@ -93,7 +93,7 @@ void CleanerStore::keep(const std::vector<std::filesystem::path>& paths) {
                        [state = state_.get(), paths] {
                            state->keptMeanwhile.insert(state->keptMeanwhile.end(), paths.begin(), paths.end());
                            state->leaveOut(paths);
-                           state->set(state->statusMessage, L::tr("已保留，不再提供。"), State::Status);
+                           state->answer(L::tr("已保留，不再提供。"), false);
                        });
 }
 
@@ -102,8 +102,7 @@ void CleanerStore::offerAgain(const std::filesystem::path& path) {
     state_->changeKept([path](CleanerService& engine) { return engine.offerAgain(path); },
                        [state = state_.get(), path] {
                            std::erase(state->keptMeanwhile, path);
-                           state->set(state->statusMessage, L::tr("下次扫描会重新提供 %@。", displayName(path)),
-                                      State::Status);
+                           state->answer(L::tr("下次扫描会重新提供 %@。", displayName(path)), false);
                        });
 }
 
@@ -140,11 +139,15 @@ void CleanerStore::State::leaveOut(const std::vector<Path>& kept) {
     }
     const Update update(*this);
     for (auto& [module, cached] : cachedStates) {
-        takeOut(cached, kept);
-    }
-    if (takeOut(shown, kept)) {
-        pending.set(CleanupItems);
-        pending.set(FileCandidates);
+        if (!takeOut(cached, kept)) {
+            continue;
+        }
+        cached.ledger.forget();
+        if (&cached == shown) {
+            noteNewItems();
+            pending.set(CleanupItems);
+            pending.set(FileCandidates);
+        }
     }
 }
 

@@ -130,3 +130,39 @@ class Tree:
         """The innermost object that has the keyboard, None on its way from one to another."""
         found = [node for node in self.root().below() if State.FOCUSED in node.states]
         return found[-1] if found and found[-1].is_readable() else None
+
+
+class Listener:
+    """What the program tells a screen reader by itself, from its creation on: where the keyboard is, and what appeared
+    to be read out, each as (role, name)."""
+
+    _KINDS = ("object:state-changed:focused", "object:state-changed:showing")
+    _READ_OUT = {Role.NOTIFICATION, Role.ALERT}
+
+    def __init__(self):
+        self.moves = 0
+        self.forget()
+        self._listener = Atspi.EventListener.new(self._hear)
+        for kind in self._KINDS:
+            self._listener.register(kind)
+
+    def forget(self):
+        """Before another program, or another start of it."""
+        self.focus = None
+        self.told = []
+
+    def _hear(self, event):
+        if not event.detail1:
+            return
+        heard = _answer(lambda: (event.source.get_role(), event.source.get_name() or ""))
+        if heard is None:
+            return
+        if event.type.endswith("focused"):
+            self.focus = heard
+            self.moves += 1
+        elif heard[0] in self._READ_OUT and heard[1]:
+            self.told.append(heard)
+
+    def heard(self, beginning, role=Role.NOTIFICATION):
+        """The first of that role that begins so, None when there was none."""
+        return next((told for told in self.told if told[0] == role and told[1].startswith(beginning)), None)

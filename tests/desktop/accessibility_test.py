@@ -161,7 +161,7 @@ class AccessibilityTest(DesktopTest):
         self.open()
         self.window.show("systemJunk")
         self.window.press("扫描此模块")
-        self.wait_for("the announcement", lambda: [alert for alert in self.tree.find_all(Role.ALERT) if alert.name])
+        self.wait_for("the announcement", lambda: [alert for alert in self.tree.find_all(Role.NOTIFICATION) if alert.name])
 
     def is_checked(self, key):
         return self.window.find(Role.CHECK_BOX, key).is_(State.CHECKED)

@@ -83,6 +83,28 @@ class DesktopActionsTest(DesktopTest):
         self.window.press_in_dialog("清理")
         self.window.dialog("清理完成")
 
+    # What a window needs so that it may come to the front: when the user pressed the key.
+
+    def press_by_key(self, node):
+        node.take_focus()
+        self.wait_for("the keyboard", lambda: (focused := self.window.tree.focused()) and focused.name == node.name)
+        self.session.run("xdotool", "key", "Return")
+
+    def test_what_is_started_may_come_to_the_front(self):
+        folders = self.session.application("org.example.Files", takes="inode/directory")
+        self.open()
+        self.press_by_key(self.window.button("打开用户目录"))
+        self.records(folders, str(self.home.path("")))
+        environment = folders.with_name(folders.name + ".environment").read_text(encoding="utf-8")
+        for name in ("DESKTOP_STARTUP_ID", "XDG_ACTIVATION_TOKEN"):
+            self.assertRegex(environment, name + r"='?\w+-\d+-\d+_TIME[1-9]\d*")
+
+    def test_a_file_manager_that_runs_may_come_to_the_front(self):
+        files = FileManager(self.session)
+        self.open_page_of_scanned("largeFiles")
+        self.press_by_key(self.window.tree.find(Role.LIST_ITEM, "Holiday.mkv"))
+        self.assertRegex(files.wait_for_call()[2], r"^vellmoor-\d+-\d+_TIME[1-9]\d*$")
+
     def test_the_trash_is_opened_by_what_takes_its_address(self):
         trash = self.session.application("org.example.Trash", takes="x-scheme-handler/trash")
         self.clean_the_trash()

@@ -21,11 +21,13 @@ class DesktopTest(unittest.TestCase):
         signal.alarm(LIMIT)
         self.session = self.enterContext(self.make_session())
         self.home = home.Home(self.session.home)
-        chosen = system.System(self.session.folder / "system") if self.over_test_system else None
-        self.program = self.make_program(chosen)
+        self.program = self.make_program(self.make_system() if self.over_test_system else None)
 
     def make_session(self):
         return session.Session(tray=self.tray)
+
+    def make_system(self):
+        return system.System(self.session.folder / "system")
 
     def make_program(self, chosen_system):
         return program.Program(self.session, chosen_system)

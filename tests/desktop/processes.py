@@ -34,6 +34,16 @@ def wait_for(what, condition, patience=PATIENCE):
         time.sleep(0.03)
 
 
+def pass_time(seconds):
+    """Lets what was told be heard for that long."""
+    deadline = time.monotonic() + seconds
+    context = GLib.MainContext.default()
+    while (left := deadline - time.monotonic()) > 0:
+        while context.iteration(False):
+            pass
+        time.sleep(min(left, 0.01))
+
+
 def adopt_orphans():
     """Daemons that leave their parent become this process's children, so that it can end them."""
     if _libc.prctl(_PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0) != 0:

@@ -7,7 +7,9 @@ import processes
 
 BINARY = os.environ.get("VELLMOOR_BINARY", "")
 BINARY_OVER_TEST_SYSTEM = os.environ.get("VELLMOOR_OVER_TEST_SYSTEM", "")
-EXPECTED_LINES = ("vellmoor: running as root; it cleans root's own home, not that of another user",)
+EXPECTED_LINES = ("vellmoor: running as root; it cleans root's own home, not that of another user",
+                  # Qt's, when a busy machine's accessibility registry takes its time over a key.
+                  "QSpiApplication::keyEventError")
 
 
 class Program:
@@ -17,6 +19,7 @@ class Program:
         if not os.access(self._binary, os.X_OK):
             raise AssertionError(f"not a program: {self._binary!r} (ctest names it)")
         self._session = session
+        self._system = system
         self._environment = dict(session.environment)
         self._environment.update({
             # Only what a test puts there can be started.
@@ -41,9 +44,9 @@ class Program:
     def pid(self):
         return self.process.pid
 
-    def start(self, is_readable=True, arguments=()):
+    def start(self, is_readable=True, arguments=(), **streams):
         """Starts it and waits for its window and, unless a test makes it unreadable, for what is in it."""
-        self.process = self._start("program", *arguments)
+        self.process = self._start("program", *arguments, **streams)
         self.wait_for_window()
         if is_readable:
             tree = accessibility.Tree(self.pid)
@@ -57,12 +60,12 @@ class Program:
 
     def in_home(self, home):
         """Another start in the same session, with that home."""
-        return type(self)(self._session, HOME=str(home), XDG_CONFIG_HOME="", XDG_CACHE_HOME="", XDG_DATA_HOME="",
+        return type(self)(self._session, self._system, HOME=str(home), XDG_CONFIG_HOME="", XDG_CACHE_HOME="", XDG_DATA_HOME="",
                        XDG_STATE_HOME="")
 
-    def _start(self, log, *arguments):
+    def _start(self, log, *arguments, **streams):
         with open(self._session.folder / "logs" / log, "wb") as output:
-            return processes.start([self._binary, *arguments], self._environment, stdout=output, stderr=output)
+            return processes.start([self._binary, *arguments], self._environment, stdout=output, stderr=output, **streams)
 
     def start_again(self, *arguments):
         """The exit status of a second start, and what it printed."""
@@ -117,4 +120,4 @@ class Program:
         return self._unexpected("program")
 
     def _unexpected(self, log):
-        return [line for line in self._session.log(log).splitlines() if line and line not in EXPECTED_LINES]
+        return [line for line in self._session.log(log).splitlines() if line and not line.startswith(EXPECTED_LINES)]

@@ -188,10 +188,12 @@ class Session:
         return [int(window) for window in found.stdout.split()]
 
     def command(self, name, status=0):
-        """Puts a command on the program's PATH that writes its arguments, a line each time; where it writes them."""
+        """Puts a command on the program's PATH that writes its arguments, a line each time; where it writes them. Its environment
+        stands in the file of that name and ".environment"."""
         record = self.folder / "run" / f"{name}.arguments"
         script = self.commands / name
-        script.write_text(f"#!/bin/sh\nprintf '%s\\n' \"$*\" >>'{record}'\nexit {status}\n", encoding="utf-8")
+        script.write_text(f"#!/bin/sh\nexport -p >'{record}.environment'\nprintf '%s\\n' \"$*\" >>'{record}'\nexit {status}\n",
+                          encoding="utf-8")
         script.chmod(0o755)
         return record
 

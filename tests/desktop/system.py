@@ -12,9 +12,11 @@ MEMORY = {"MemTotal": 16 * GIB, "MemFree": 2 * GIB, "MemAvailable": 11 * GIB, "B
 
 
 class System:
-    def __init__(self, folder):
+    def __init__(self, folder, **memory):
+        """`memory`: what the kernel tells otherwise, in kB."""
         self.folder = pathlib.Path(folder)
-        self.text("proc/meminfo", "".join(f"{name}: {kilobytes:>12} kB\n" for name, kilobytes in MEMORY.items()))
+        told = MEMORY | memory
+        self.text("proc/meminfo", "".join(f"{name}: {kilobytes:>12} kB\n" for name, kilobytes in told.items()))
 
     def text(self, relative, contents):
         path = self.folder / relative

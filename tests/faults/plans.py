@@ -220,8 +220,9 @@ def _names(folder):
 
 
 def _inside(rng, homes, target):
-    """A folder inside the target."""
+    """A folder inside the target; there is none inside a link, though os.walk would go where it leads."""
     found = []
-    for folder, folders, _ in os.walk(homes.area + b"/" + target):
+    top = homes.area + b"/" + target
+    for folder, folders, _ in os.walk(top) if not os.path.islink(top) else ():
         found += [os.path.join(folder, name) for name in folders if not os.path.islink(os.path.join(folder, name))]
     return rng.choice(sorted(found))[len(homes.area) + 1:] if found else target

@@ -16,6 +16,7 @@ import tempfile
 import campaign
 import disk
 import plans
+import put_back
 import runner
 from home import Home
 
@@ -67,42 +68,9 @@ class Journey(runner.Run):
 
     def _compare(self, home, before, between, after, ticked):
         trashes = {place.top for place in home.trashes} | {b"home/.local/share/Trash"}
-
-        def is_left_out(path):
-            return disk.at_or_below(path, OWN_STATE) or any(disk.at_or_below(path, trash) for trash in trashes)
-
-        holders = {path.rpartition(b"/")[0] for path in ticked}
-        for path, was in before.nodes.items():
-            if is_left_out(path):
-                self._compare_trashed(path, was, after)
-                continue
-            now = after.nodes.get(path)
-            if now is None:
-                self.result.problems.append(f"not put back: {path!r}")
-                continue
-            self.moved += path not in between.nodes
-            if not now.same_content(was) or now.mode != was.mode:
-                self.result.problems.append(f"not as it was: {path!r}")
-            # A folder's own time changes with what lies directly in it.
-            went_whole = path not in holders and any(disk.at_or_below(path, target) for target in ticked)
-            if (was.kind != "folder" or went_whole) and now.modified != was.modified:
-                self.result.problems.append(f"another time: {path!r}")
-        for path in after.nodes:
-            if path not in before.nodes and not is_left_out(path):
-                self.result.problems.append(f"made: {path!r}")
-        self._look_for_rests(trashes, before, after)
-
-    def _compare_trashed(self, path, was, after):
-        """What lay in a Trash went for good or is there still; nothing else happened to it."""
-        now = after.nodes.get(path)
-        if now is not None and was.kind == "file" and b"/files/" in path and not now.same_content(was):
-            self.result.problems.append(f"changed in the Trash: {path!r}")
-
-    def _look_for_rests(self, trashes, before, after):
-        for path in after.nodes:
-            is_in_trash = any(path.startswith((trash + b"/files/", trash + b"/info/")) for trash in trashes)
-            if is_in_trash and path not in before.nodes:
-                self.result.problems.append(f"left in the Trash: {path!r}")
+        problems, moved = put_back.compare(before, between, after, ticked, trashes, {OWN_STATE})
+        self.result.problems += problems
+        self.moved += moved
 
 
 def main():

@@ -95,6 +95,20 @@ protected:
         press(Qt::Key_Return);
         waitFor("the sheet to close", [&] { return !store->latestReport(); });
     }
+    /// Takes that command from the menu of the row that has the keyboard.
+    void chooseFromMenu(const QString& command) {
+        press(Qt::Key_Menu);
+        waitFor("the menu", [&] { return isShown(command); });
+        for (int presses = 0; focused() != command && presses < 10; ++presses) {
+            press(Qt::Key_Down);
+        }
+        ASSERT_EQ(focused(), command);
+        press(Qt::Key_Return);
+    }
+    void waitUntilIdle() {
+        waitFor("the end of it", [&] { return !store->isCleaning() && !store->isScanning(); });
+        settle();
+    }
     [[nodiscard]] bool isSelected(const std::string& title) const {
         const CleanupItem* found = item(title);
         return found != nullptr && found->isSelected;
@@ -174,6 +188,72 @@ TEST_P(KeyboardJourney, FromStartToFinishInTheSmallestWindow) {
     waitFor("the tick", [&] { return store->selectedBytes(CleanerModule::trash) > 0; });
     cleanByKeys();
     EXPECT_FALSE(has(".local/share/Trash/files/player"));
+}
+
+TEST_P(KeyboardJourney, ACleanIsPutBackFromItsResultAndFromTheHistoryInTheSmallestWindow) {
+    makeFile(".cache/player/b", 200'000);
+    makeFile(".local/share/program/data", 100);
+    open({800, 560});
+    const auto before = tree();
+    goTo(CleanerModule::systemJunk);
+    scanByKey();
+    askCleanByKeys();
+    accept(QStringLiteral("confirm"));
+    waitForReport();
+    waitForFocus(QStringLiteral("result.done"));
+    EXPECT_FALSE(has(".cache/player"));
+    tabTo(QStringLiteral("result.putBack"));
+    press(Qt::Key_Return);
+    waitFor("it to be back", [&] { return has(".cache/player/b"); });
+    waitUntilIdle();
+    EXPECT_FALSE(isShown(QStringLiteral("result.done")));
+    cleanByKeys();
+    EXPECT_TRUE(isTrashed("player"));
+    goTo(CleanerModule::trash);
+    goToRow(QStringLiteral("historyList"), 0);
+    chooseFromMenu(QStringLiteral("history.0.menu.putBack"));
+    waitFor("it to be back", [&] { return has(".cache/player/b"); });
+    waitUntilIdle();
+    EXPECT_FALSE(isTrashed("player"));
+    for (const std::string& line : before) {
+        EXPECT_TRUE(tree().contains(line)) << line;
+    }
+    // The clean is nothing that could be taken back any more, and its list is gone.
+    EXPECT_FALSE(isShown(QStringLiteral("historyList")));
+    waitFor("the keyboard to be somewhere", [&] {
+        const QQuickItem* keyboard = window->window().activeFocusItem();
+        return keyboard != window->window().contentItem() && keyboard->isVisible();
+    });
+}
+
+TEST_P(KeyboardJourney, APathIsKeptAndOfferedAgainInTheSmallestWindow) {
+    makeFile(".cache/player/b", 200'000);
+    makeFile(".cache/keep-me/c", 100'000);
+    open({800, 560});
+    goTo(CleanerModule::systemJunk);
+    scanByKey();
+    const std::string caches = L::tr("用户缓存");
+    goToRow(QStringLiteral("cleanupList"), listed(caches));
+    press(Qt::Key_Right);
+    waitFor("the paths", [&] { return isShown(row(caches) + QStringLiteral(".target.0")); });
+    goToRow(QStringLiteral("cleanupList"), listed(caches) + 1 + listed(caches, "keep-me"));
+    chooseFromMenu(row(caches, "keep-me") + QStringLiteral(".menu.keep"));
+    waitFor("it to leave the list", [&] { return listed(caches, "keep-me") < 0; });
+    settle();
+    goToRow(QStringLiteral("cleanupList"), listed(caches));
+    cleanByKeys();
+    EXPECT_TRUE(isTrashed("player"));
+    EXPECT_TRUE(has(".cache/keep-me/c"));
+    tabTo(QStringLiteral("keptButton"));
+    press(Qt::Key_Return);
+    waitFor("what is kept", [&] { return isShown(QStringLiteral("kept.0")); });
+    goToRow(QStringLiteral("keptList"), 0);
+    chooseFromMenu(QStringLiteral("kept.0.menu.offer"));
+    waitFor("the list to be empty", [&] { return store->keptItems().empty(); });
+    press(Qt::Key_Escape);
+    waitForFocus(QStringLiteral("keptButton"));
+    scanByKey();
+    EXPECT_GE(listed(caches, "keep-me"), 0);
 }
 
 TEST_P(KeyboardJourney, SystemJunkTickedBySpace) {

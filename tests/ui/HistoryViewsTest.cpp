@@ -118,6 +118,18 @@ TEST_P(HistoryViewsTest, AReportIsPutBackOrRemovedForGoodAfterAQuestion) {
     EXPECT_THAT(service().historyCalls(), ::testing::Contains(::testing::StartsWith("putBack " + id)));
 }
 
+// Once it came back when the store spoke of its report while it faded.
+TEST_P(HistoryViewsTest, AResultThatIsOnItsWayOutStaysOut) {
+    desktop().setLook({.reducedMotion = false});
+    cleanIntoHistory();
+    ASSERT_TRUE(window().waitFor([this] { return isVisible("result.done"); }, 10));
+    ASSERT_TRUE(window().click(QStringLiteral("result.putBack")));
+    Q_EMIT store().latestReportChanged();
+    EXPECT_TRUE(window().waitFor([this] { return !isVisible("result.done"); }, 5));
+    waitUntilIdle();
+    EXPECT_FALSE(isVisible("result.done"));
+}
+
 TEST_P(HistoryViewsTest, EveryFailureIsListedWithItsReason) {
     service().onClean([](const std::vector<CleanupItem>&) {
         CleanupReport report;

@@ -2,6 +2,7 @@
 #include "WindowFixture.h"
 
 #include <QClipboard>
+#include <QElapsedTimer>
 #include <QGuiApplication>
 
 #include <utility>
@@ -9,12 +10,27 @@
 namespace vellmoor {
 namespace {
 
+namespace fs = std::filesystem;
+
 class ListHandsTest : public WindowTest {
 protected:
     [[nodiscard]] QQuickItem* list() { return window().item(QStringLiteral("cleanupList")); }
     [[nodiscard]] int current() { return list()->property("currentIndex").toInt(); }
     [[nodiscard]] int count() { return list()->property("count").toInt(); }
     [[nodiscard]] double position() { return list()->property("contentY").toDouble(); }
+    /// Where the list rests when it has followed the keyboard.
+    double restingPlace() {
+        double place = position();
+        QElapsedTimer unmoved;
+        unmoved.start();
+        EXPECT_TRUE(window().waitFor([&] {
+            if (std::exchange(place, position()) != place) {
+                unmoved.restart();
+            }
+            return unmoved.elapsed() > 300;
+        }));
+        return place;
+    }
     void openList(CleanerModule module) {
         openScanned(module);
         ASSERT_NE(list(), nullptr);
@@ -119,6 +135,47 @@ TEST_P(ListHandsTest, TheMenuKeyOpensTheRowsMenu) {
               QString::fromStdString(store().cleanupItems().at(0).targets.at(0).url.string()));
 }
 
+TEST_P(ListHandsTest, AFileOfThePreviewHasAMenu) {
+    openScanned(CleanerModule::largeFiles);
+    const fs::path first = store().fileCandidates().front().url;
+    ASSERT_TRUE(window().click(QStringLiteral("candidate.0"), Qt::RightButton));
+    ASSERT_TRUE(window().click(QStringLiteral("candidate.0.menu.reveal")));
+    ASSERT_TRUE(window().click(QStringLiteral("previewButton")));
+    QQuickItem* largest = window().item(QStringLiteral("largestItems"));
+    ASSERT_NE(largest, nullptr);
+    largest->forceActiveFocus(Qt::TabFocusReason);
+    window().press(Qt::Key_F10, Qt::ShiftModifier);
+    ASSERT_TRUE(window().click(QStringLiteral("candidate.0.menu.openFolder"), Qt::LeftButton));
+    EXPECT_THAT(desktop().revealed, ::testing::ElementsAre(first));
+    EXPECT_THAT(desktop().folders, ::testing::ElementsAre(first.parent_path()));
+}
+
+TEST_P(ListHandsTest, TheApplicationOfAMemoryRowIsShownFromItsMenu) {
+    openScanned(CleanerModule::memoryOptimization);
+    window().item(QStringLiteral("memoryApp.0.quit"))->forceActiveFocus(Qt::TabFocusReason);
+    window().press(Qt::Key_F10, Qt::ShiftModifier);
+    EXPECT_TRUE(isVisible("memoryApp.0.menu.reveal"));
+}
+
+TEST_P(ListHandsTest, WhatIsHeldBackLeadsToTheListOfWhatIsKept) {
+    openScanned(CleanerModule::systemJunk);
+    store().keep({store().cleanupItems().front().targets.front().url / "inner"});
+    ASSERT_TRUE(window().waitFor([this] { return !store().keptItems().empty(); }, 10));
+    QQuickItem* rows = list();
+    rows->forceActiveFocus(Qt::TabFocusReason);
+    window().press(Qt::Key_Right);
+    window().press(Qt::Key_Down);
+    EXPECT_FALSE(isEnabled("item.0.target.0.toggle"));
+    window().press(Qt::Key_Menu);
+    ASSERT_TRUE(window().click(QStringLiteral("item.0.target.0.menu.kept")));
+    ASSERT_TRUE(window().waitFor([this] { return isVisible("kept.0"); }, 10));
+    ASSERT_TRUE(window().click(QStringLiteral("kept.0"), Qt::RightButton));
+    EXPECT_TRUE(isVisible("kept.0.menu.offer"));
+    window().press(Qt::Key_Escape);
+    ASSERT_TRUE(window().click(QStringLiteral("kept.0.offer")));
+    EXPECT_TRUE(window().waitFor([this] { return store().keptItems().empty(); }, 10));
+}
+
 TEST_P(ListHandsTest, ARowThatIsNoFileHasNoMenu) {
     openScanned(CleanerModule::memoryOptimization);
     window().click(QStringLiteral("item.0"), Qt::RightButton);
@@ -172,7 +229,7 @@ TEST_P(ListHandsTest, TheListDoesNotJumpWhenTheWindowIsActivatedTwentyTimes) {
     for (int presses = 0; presses < 14; ++presses) {
         window().press(Qt::Key_Down);
     }
-    const double place = position();
+    const double place = restingPlace();
     const int row = current();
     ASSERT_GT(place, 0);
     for (int turn = 0; turn < 20; ++turn) {
@@ -190,12 +247,7 @@ TEST_P(ListHandsTest, UnfoldedRowsAndTheirPlaceSurviveARescan) {
     for (int presses = 0; presses < 12; ++presses) {
         window().press(Qt::Key_Down);
     }
-    double place = -1;
-    ASSERT_TRUE(window().waitFor([&] { // the list follows the keyboard
-        const double before = std::exchange(place, position());
-        window().settle();
-        return before == place && place == position();
-    }));
+    const double place = restingPlace();
     const int rows = count();
     window().scan();
     window().settle();

@@ -98,6 +98,67 @@ TEST_P(SpokenTest, AFilterIsNamedByWhatItChoosesAndNotByItsValueAlone) {
     EXPECT_TRUE(state("kindFilter").expandable);
 }
 
+TEST_P(SpokenTest, AScanIsToldFromItsStartByQuartersToItsEnd) {
+    service().onScan([](CleanerModule module, const ProgressCallback& progress, const CancelToken&) {
+        for (const double fraction : {0.1, 0.3, 0.31, 0.55, 0.8}) {
+            progress({"stage", fraction});
+        }
+        return sample::snapshot(module);
+    });
+    std::vector<QString> told;
+    open();
+    QObject::connect(&window().main().model(), &WindowModel::announced, &window().main().model(),
+                     [&](const QString& text, bool urgent) {
+                         EXPECT_FALSE(urgent) << qPrintable(text);
+                         told.push_back(text);
+                     });
+    window().scan();
+    window().settle();
+    const QString start = tr("正在扫描 %@", title(CleanerModule::smartScan));
+    EXPECT_THAT(told, ::testing::ElementsAre(start, start + QStringLiteral(" 30%"), start + QStringLiteral(" 55%"),
+                                             start + QStringLiteral(" 80%"),
+                                             QString::fromStdString(store().statusMessage())));
+}
+
+TEST_P(SpokenTest, WhatIsToldAppearsAsANotificationOneAfterTheOther) {
+    open();
+    WindowModel& model = window().main().model();
+    model.showNotice(QStringLiteral("first"), false);
+    Q_EMIT model.announced(QStringLiteral("second"), false);
+    Q_EMIT model.announced(QStringLiteral("urgent"), true);
+    EXPECT_EQ(spoken("announcer")->role(), QAccessible::Notification);
+    EXPECT_EQ(spoken("announcer")->text(QAccessible::Name), QStringLiteral("first"));
+    const auto isSaid = [&](const char* text) {
+        return window().waitFor([&] { return spoken("announcer")->text(QAccessible::Name) == QString::fromUtf8(text); },
+                                5);
+    };
+    EXPECT_TRUE(isSaid("urgent"));
+    EXPECT_TRUE(isSaid("second"));
+    EXPECT_EQ(spoken("notice")->role(), QAccessible::StaticText);
+}
+
+TEST_P(SpokenTest, AFailureIsUrgentAndItsNoticeAnAlert) {
+    open();
+    bool wasUrgent = false;
+    QObject::connect(&window().main().model(), &WindowModel::announced, &window().main().model(),
+                     [&](const QString&, bool urgent) { wasUrgent = urgent; });
+    desktop().fail("文件管理器没有打开。");
+    EXPECT_TRUE(wasUrgent);
+    ASSERT_TRUE(isVisible("notice"));
+    EXPECT_EQ(spoken("notice")->role(), QAccessible::AlertMessage);
+}
+
+TEST_P(SpokenTest, ACleanIsToldFromItsStartToItsEnd) {
+    service().onClean([](const std::vector<CleanupItem>&) { return sample::cleanReport(); });
+    openScanned(CleanerModule::systemJunk);
+    std::vector<QString> told;
+    QObject::connect(&window().main().model(), &WindowModel::announced, &window().main().model(),
+                     [&](const QString& text, bool) { told.push_back(text); });
+    cleanConfirmed();
+    EXPECT_THAT(told, ::testing::Contains(tr("正在清理选中项目...")));
+    EXPECT_THAT(told, ::testing::Contains(QString::fromStdString(sample::cleanReport().message())));
+}
+
 TEST_P(SpokenTest, ItsFamilyIsTheOneOfQt) {
     openScanned(CleanerModule::systemJunk);
     QAccessibleInterface* row = spoken("item.0");

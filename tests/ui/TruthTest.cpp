@@ -138,6 +138,28 @@ TEST_P(TruthTest, FilterAndOrderOfAModuleAreRemembered) {
     EXPECT_EQ(window().main().model().items()->order(), QStringLiteral("name"));
 }
 
+TEST_P(TruthTest, TheFiltersOfLargeFilesAreRemembered) {
+    openScanned(CleanerModule::largeFiles);
+    window().main().model().largeFiles()->setKind(static_cast<int>(LargeFileKindFilter::videos));
+    window().main().model().largeFiles()->setOrder(QStringLiteral("name"));
+    window().show(CleanerModule::trash);
+    window().show(CleanerModule::largeFiles);
+    EXPECT_EQ(desktop().memory["vmList.largeFiles"], "all name videos all");
+    openScanned(CleanerModule::largeFiles);
+    EXPECT_EQ(window().main().model().largeFiles()->kind(), static_cast<int>(LargeFileKindFilter::videos));
+    EXPECT_EQ(window().main().model().largeFiles()->order(), QStringLiteral("name"));
+    window().main().model().largeFiles()->showAll();
+    EXPECT_EQ(desktop().memory["vmList.largeFiles"], "all name");
+}
+
+TEST_P(TruthTest, TheWindowsPlaceIsRemembered) {
+    open();
+    window().main().window().setFramePosition({30, 40});
+    window().settle();
+    window().main().window().hide();
+    EXPECT_EQ(desktop().memory[std::string(placeSetting)], "30,40");
+}
+
 TEST_P(TruthTest, AfterACleanTheKeyboardIsSomewhere) {
     service().onClean([](const std::vector<CleanupItem>&) { return sample::cleanReport(); });
     openScanned(CleanerModule::systemJunk);

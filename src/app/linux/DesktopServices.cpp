@@ -64,7 +64,9 @@ std::unique_ptr<GAppLaunchContext, Unref> sessionContext(const std::string& star
         g_app_launch_context_setenv(context.get(), name.c_str(), value.c_str());
     }
     if (!startupId.empty()) {
-        g_app_launch_context_setenv(context.get(), "DESKTOP_STARTUP_ID", startupId.c_str());
+        for (const char* name : startupVariables) {
+            g_app_launch_context_setenv(context.get(), name, startupId.c_str());
+        }
     }
     return context;
 }

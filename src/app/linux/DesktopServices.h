@@ -2,6 +2,7 @@
 // None of its types appear here, since its headers and Qt's do not go together.
 #pragma once
 
+#include <array>
 #include <filesystem>
 #include <string>
 
@@ -9,6 +10,9 @@ namespace vellmoor {
 
 /// The file: address of a path; bytes that are no plain ASCII are percent-encoded.
 std::string fileUri(const std::filesystem::path& path);
+
+/// Where a program that is started finds its startup identifier: on X11, and on Wayland.
+inline constexpr std::array startupVariables{"DESKTOP_STARTUP_ID", "XDG_ACTIVATION_TOKEN"};
 
 /// Opens an address with the user's default application; whether one was started. `startupId` lets its window come to
 /// the front; empty: none.

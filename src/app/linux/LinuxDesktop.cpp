@@ -58,7 +58,9 @@ bool start(const DesktopCommand& tool, const std::string& startupId) {
         session.insert(QString::fromStdString(name), QString::fromStdString(value));
     }
     if (!startupId.empty()) {
-        session.insert(QStringLiteral("DESKTOP_STARTUP_ID"), QString::fromStdString(startupId));
+        for (const char* name : startupVariables) {
+            session.insert(QString::fromLatin1(name), QString::fromStdString(startupId));
+        }
     }
     process.setProcessEnvironment(session);
     return process.startDetached();

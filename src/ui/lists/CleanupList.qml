@@ -18,7 +18,6 @@ RowList {
         go(head);
         categories.setExpanded(head, false);
     }
-    onMenuWanted: (currentItem as RowDelegate)?.openMenu()
     onSwitched: row => categories.toggle(row)
     onUnfolded: row => categories.setExpanded(row, true)
 

@@ -15,10 +15,9 @@ ListView {
     property string title
     property string typed
 
-    // Space on a row, Control and A, the menu key, Left and Right.
+    // Space on a row, Control and A, Left and Right.
     signal switched(int row)
     signal allWanted
-    signal menuWanted
     signal folded(int row)
     signal unfolded(int row)
 
@@ -52,16 +51,13 @@ ListView {
             [Qt.Key_Right]: () => unfolded(currentIndex),
             [Qt.Key_Space]: () => typed === "" ? switched(currentIndex) : type(" "),
             [Qt.Key_Return]: () => rows.reveal(currentIndex),
-            [Qt.Key_Enter]: () => rows.reveal(currentIndex),
-            [Qt.Key_Menu]: () => menuWanted()
+            [Qt.Key_Enter]: () => rows.reveal(currentIndex)
         };
         const plain = (event.modifiers & ~(Qt.KeypadModifier | Qt.ShiftModifier)) === 0;
         if (event.key === Qt.Key_A && event.modifiers === Qt.ControlModifier)
             allWanted();
         else if (event.key === Qt.Key_C && event.modifiers === Qt.ControlModifier)
             rows.copyPath(currentIndex);
-        else if (event.key === Qt.Key_F10 && event.modifiers === Qt.ShiftModifier)
-            menuWanted();
         else if (plain && keys[event.key])
             keys[event.key]();
         else if (plain && /^[^\x00-\x20\x7f]/.test(event.text))

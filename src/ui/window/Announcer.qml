@@ -1,40 +1,52 @@
 import QtQuick
+import Vellmoor.Controls
 import Vellmoor.Models
 
-// Tells screen readers what others see: an object with the role of an alert, which they read out when it appears.
+// Tells screen readers what others see. Where Qt cannot, an object appears with the role of a notification, which
+// readers read out when it comes; they look at it a moment later, so that each text stays for a while.
 Item {
     id: root
 
-    required property ScanModel source
+    required property WindowModel source
     property string text
+    property var waiting: []
 
-    function say(what: string): void {
-        if (what === "")
+    function say(what: string, urgent: bool): void {
+        if (what === "" || root.Spoken.announce(what, urgent))
             return;
+        waiting = urgent ? [what, ...waiting] : [...waiting, what];
+        if (!next.running)
+            sayNext();
+    }
+
+    function sayNext(): void {
         visible = false;
-        text = what;
-        visible = true;
-        readOut.restart();
+        text = waiting[0] ?? "";
+        waiting = waiting.slice(1);
+        visible = text !== "";
+        if (visible)
+            next.restart();
     }
 
     Accessible.name: text
-    Accessible.role: Accessible.AlertMessage
+    Accessible.role: Accessible.Notification
     height: 1
     objectName: "announcer"
     visible: false
     width: 1
 
-    // It was read out; what stays would be found by those who look around.
+    // What was read out and stayed would be found by those who look around.
     Timer {
-        id: readOut
+        id: next
 
-        interval: 4000
+        interval: root.waiting.length > 0 ? 300 : 4000
 
-        onTriggered: root.visible = false
+        onTriggered: root.sayNext()
     }
 
     Connections {
         function onRevisionChanged(): void {
+            root.waiting = [];
             root.visible = false;
         }
 
@@ -42,8 +54,8 @@ Item {
     }
 
     Connections {
-        function onAnnounced(text: string): void {
-            root.say(text);
+        function onAnnounced(text: string, urgent: bool): void {
+            root.say(text, urgent);
         }
 
         target: root.source

@@ -54,6 +54,9 @@ Item {
         onShortcutsAsked: sheets.showShortcuts()
     }
 
+    FocusKeeper {
+    }
+
     RowLayout {
         anchors.fill: parent
         spacing: 0
@@ -112,7 +115,7 @@ Item {
     }
 
     Announcer {
-        source: root.vm.scan
+        source: root.vm
     }
 
     Sheets {

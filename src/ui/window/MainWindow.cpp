@@ -189,19 +189,37 @@ void MainWindow::rememberLists(Desktop& desktop) {
         }
     }
     for (CleanupListModel* list : {model_->items(), static_cast<CleanupListModel*>(model_->largeFiles())}) {
-        QObject::connect(list, &CleanupListModel::filterChanged, window_.get(), [list, &desktop] {
+        const auto note = [this, list, &desktop] {
+            if (&model_->listOf(list->module()) != list) {
+                return; // the list of a page that another list shows
+            }
             const std::string name = listSetting(list->module());
             const std::string choice = list->choiceText().toStdString();
             if (choice != desktop.remembered(name).value_or("all given")) {
                 desktop.remember(name, choice);
             }
-        });
+        };
+        QObject::connect(list, &CleanupListModel::filterChanged, window_.get(), note);
+        if (list == model_->largeFiles()) {
+            QObject::connect(model_->largeFiles(), &LargeFileListModel::filtersChanged, window_.get(), note);
+        }
+    }
+}
+
+void MainWindow::loadAhead(QQmlEngine& engine) {
+    load(engine, QQmlComponent::Asynchronous);
+}
+
+void MainWindow::load(QQmlEngine& engine, QQmlComponent::CompilationMode mode) {
+    if (!views_) {
+        engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+        views_ = std::make_unique<QQmlComponent>(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Vellmoor/ContentView.qml")),
+                                                 mode);
     }
 }
 
 void MainWindow::fill(QQmlEngine& engine, CleanerStore& store, LanguageManager& languages, Desktop& desktop,
                       QQmlComponent::CompilationMode mode, std::function<void(const Outcome&)> done) {
-    engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
     engine.addImageProvider(
         QStringLiteral("symbol"),
         new SymbolImageProvider([&desktop](const QString& name, int pixels) { return desktop.symbol(name, pixels); },
@@ -229,8 +247,7 @@ void MainWindow::fill(QQmlEngine& engine, CleanerStore& store, LanguageManager& 
             }
         }
     });
-    views_ =
-        std::make_unique<QQmlComponent>(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Vellmoor/ContentView.qml")), mode);
+    load(engine, mode);
     if (!views_->isLoading()) {
         done(createViews());
         return;

@@ -4,7 +4,7 @@ import Vellmoor.Controls
 import Vellmoor.Models
 import Vellmoor.Theme
 
-// How an action went, over the page, until it is closed or a while has passed. Screen readers read it out.
+// How an action went, over the page, until it is closed or a while has passed.
 Item {
     id: root
 
@@ -12,7 +12,7 @@ Item {
     required property real maximumWidth
 
     Accessible.name: vm.notice
-    Accessible.role: Accessible.AlertMessage
+    Accessible.role: vm.noticeIsFailure ? Accessible.AlertMessage : Accessible.StaticText
     height: panel.height
     objectName: "notice"
     visible: vm.notice !== ""

@@ -95,10 +95,14 @@ Item {
         value: root.occupied || root.isOpen(help)
     }
 
-    // From the desktop's menu.
+    // From the desktop's menu, and from a row's.
     Connections {
         function onCleanOffered(): void {
             root.startClean();
+        }
+
+        function onKeptAsked(): void {
+            root.showKept();
         }
 
         target: root.vm
@@ -164,7 +168,7 @@ Item {
             const sheet = result.item as Sheet;
             if (!root.vm.report.present)
                 sheet?.close();
-            else if (!sheet?.opened)
+            else if (!root.isOpen(result)) // one that is on its way out stays out
                 root.open(result, "Pages/sheets/CleanupResultSheet.qml", {});
         }
 

@@ -40,6 +40,8 @@ public:
     void setValue(double value);
     /// Says that the keyboard is on the item, though another one has it: the row of an opened list.
     Q_INVOKABLE void tellFocus();
+    /// Has a text read out, an urgent one before everything else; false where Qt knows no such thing.
+    Q_INVOKABLE [[nodiscard]] bool announce(const QString& text, bool urgent) const;
     void addTo(QAccessible::State& state) const;
 
 Q_SIGNALS:

@@ -12,11 +12,11 @@ Loader {
         return item as ContextMenu;
     }
 
-    function popup(): void {
-        load().popup();
-    }
-
-    function popupBelow(place: Item): void {
-        load().popup(place, 40, place.height - 8);
+    // Below that row, or where the pointer is.
+    function open(row: Item, below: bool): void {
+        if (below)
+            load().popup(row, 40, row.height - 8);
+        else
+            load().popup();
     }
 }

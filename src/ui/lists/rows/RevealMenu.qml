@@ -23,6 +23,15 @@ PathMenu {
         onTriggered: root.rows.keep(root.row.index)
     }
 
+    // Why its tick is disabled.
+    ContextMenuItem {
+        objectName: root.row.name + ".menu.kept"
+        text: L.tr("保留的项目")
+        visible: root.rows.isHeldBack(root.row.index)
+
+        onTriggered: root.rows.keptAsked()
+    }
+
     ContextMenuItem {
         objectName: root.row.name + ".menu.putBack"
         text: L.tr("放回")

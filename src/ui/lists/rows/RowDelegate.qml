@@ -18,11 +18,6 @@ CleanupRoles {
             });
     }
 
-    // Opens the row's menu for the keyboard.
-    function openMenu(): void {
-        menu.popupBelow(loader.item as Item);
-    }
-
     // A row kept for later use is no row: it takes neither the keyboard nor a screen reader.
     ListView.onPooled: visible = false
     ListView.onReused: {
@@ -55,8 +50,8 @@ CleanupRoles {
     }
 
     Connections {
-        function onMenuAsked(): void {
-            menu.popup();
+        function onMenuAsked(below: bool): void {
+            menu.open(loader.item as Item, below);
         }
 
         ignoreUnknownSignals: true

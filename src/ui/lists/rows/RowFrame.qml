@@ -2,7 +2,8 @@ import QtQuick
 import Vellmoor.Controls
 import Vellmoor.Theme
 
-// The surface of a row: light glass that answers the pointer. A right click asks for the row's menu.
+// The surface of a row: light glass that answers the pointer. A right click asks for the row's menu, and so do the menu
+// key and Shift and F10.
 Rectangle {
     id: root
 
@@ -11,10 +12,17 @@ Rectangle {
     readonly property alias hovered: hover.hovered
 
     signal tapped
-    signal menuAsked
+    // Where the pointer is, or below the row.
+    signal menuAsked(bool below)
 
     Accessible.focusable: true
     Accessible.onPressAction: tapped()
+    Keys.onPressed: event => {
+        if (event.key === Qt.Key_Menu || event.key === Qt.Key_F10 && event.modifiers === Qt.ShiftModifier) {
+            menuAsked(true);
+            event.accepted = true;
+        }
+    }
     border.color: Colors.vmLine
     border.width: 1
     color: hover.hovered ? Colors.rowHover : Colors.row
@@ -43,7 +51,7 @@ Rectangle {
     TapHandler {
         acceptedButtons: Qt.RightButton
 
-        onTapped: root.menuAsked()
+        onTapped: root.menuAsked(false)
     }
 
     FocusRing {

@@ -19,13 +19,13 @@ Loader {
         return item as ContextMenu;
     }
 
-    function popup(): void {
-        if (useful)
-            load().popup();
-    }
-
-    function popupBelow(place: Item): void {
-        if (useful)
+    // Below that item, or where the pointer is.
+    function open(place: Item, below: bool): void {
+        if (!useful)
+            return;
+        if (below)
             load().popup(place, 40, place.height - 8);
+        else
+            load().popup();
     }
 }

@@ -17,20 +17,13 @@ constexpr std::array<QLatin1String, 4> orders{QLatin1String("given"), QLatin1Str
 
 /// A category is the same one after another scan when it has the same name, and is a file or application of the same
 /// path.
-std::string keyOf(const CleanupItem& item) {
-    std::string key = std::string(rawValue(item.module)) + '\n' + item.title;
+RowKey keyOf(const CleanupItem& item) {
+    const RowKey key = RowKey().with(static_cast<int>(item.module)).with(item.title);
     if (item.appInfo) {
-        key += '\n' + item.appInfo->appPath;
-    } else if (item.module == CleanerModule::largeFiles && !item.targets.empty()) {
-        key += '\n' + item.targets.front().url.native();
+        return key.with(item.appInfo->appPath);
     }
-    return key;
-}
-
-/// Makes a key different from those before it.
-std::string distinct(std::string key, std::map<std::string, int>& seen) {
-    const int before = seen[key]++;
-    return before == 0 ? std::move(key) : key + '\n' + std::to_string(before);
+    const bool isFile = item.module == CleanerModule::largeFiles && !item.targets.empty();
+    return isFile ? key.with(item.targets.front().url.native()) : key;
 }
 
 std::optional<TimePoint> newest(const CleanupItem& item) {
@@ -46,7 +39,11 @@ std::optional<TimePoint> newest(const CleanupItem& item) {
 CleanupListModel::CleanupListModel(CleanerStore& store, Desktop& desktop, QObject* parent)
     : KeyedListModel(desktop, parent),
       store_(store) {
-    connect(&store_, &CleanerStore::cleanupItemsChanged, this, [this] { rebuild(); });
+    connect(&store_, &CleanerStore::cleanupItemsChanged, this, [this] {
+        if (builtFrom_ != store_.itemsRevision()) {
+            rebuild();
+        }
+    });
     connect(&store_, &CleanerStore::selectionChanged, this, &CleanupListModel::noteSelectionChange);
     rebuild();
 }
@@ -72,8 +69,8 @@ void CleanupListModel::applyChoice() {
 
 int CleanupListModel::selectedCount() const {
     const auto& items = store_.cleanupItems();
-    return static_cast<int>(std::ranges::count_if(
-        indices_, [&](int index) { return items.at(static_cast<std::size_t>(index)).isSelected; }));
+    return static_cast<int>(
+        std::ranges::count_if(indices_, [&](int index) { return items[static_cast<std::size_t>(index)].isSelected; }));
 }
 
 QString CleanupListModel::filter() const {
@@ -125,13 +122,13 @@ void CleanupListModel::recallChoice(CleanerModule module, const QString& text) {
 }
 
 bool CleanupListModel::hidesAll() const {
-    return indices_.empty() && !store_.itemIndices(module_, CleanupFilter::all).empty();
+    return indices_.empty() && store_.ticks(module_).rows > 0;
 }
 
 QString CleanupListModel::hiddenSelection() const {
     std::int64_t hidden = store_.selectedBytes(module_);
     for (const int index : indices_) {
-        hidden -= store_.cleanupItems().at(static_cast<std::size_t>(index)).selectedBytes();
+        hidden -= store_.rowTicks(index).selectedBytes;
     }
     return hidden > 0 ? localised("%@ 被筛选隐藏", byteCountText(hidden)) : QString();
 }
@@ -186,8 +183,17 @@ void CleanupListModel::putInOrder(std::vector<int>& indices) const {
     }
 }
 
+void CleanupListModel::setWatched(bool watched) {
+    if (watched_ != watched) {
+        watched_ = watched;
+        rebuild();
+        Q_EMIT watchedChanged();
+    }
+}
+
 void CleanupListModel::rebuild() {
-    indices_ = chosenItems();
+    builtFrom_ = store_.itemsRevision();
+    indices_ = watched_ ? chosenItems() : std::vector<int>();
     changedItems_.clear();
     setRows(wantedRows());
     Q_EMIT summaryChanged();
@@ -195,9 +201,10 @@ void CleanupListModel::rebuild() {
 
 std::vector<KeyedRow> CleanupListModel::wantedRows() const {
     std::vector<KeyedRow> wanted;
-    std::map<std::string, int> seen;
+    wanted.reserve(indices_.size());
+    DistinctKeys keys(indices_.size());
     for (int position = 0; position < itemCount(); ++position) {
-        const KeyedRow head{.key = distinct(keyOf(itemOf({.record = position})), seen), .record = position};
+        const KeyedRow head{.key = keys.next(keyOf(itemOf({.record = position}))), .record = position};
         wanted.push_back(head);
         if (isExpanded(head.key)) {
             addPaths(wanted, head);
@@ -207,11 +214,12 @@ std::vector<KeyedRow> CleanupListModel::wantedRows() const {
 }
 
 void CleanupListModel::addPaths(std::vector<KeyedRow>& wanted, const KeyedRow& head) const {
-    std::map<std::string, int> seen;
+    const std::vector<CleanupTarget>& targets = itemOf(head).targets;
+    wanted.reserve(std::max(wanted.capacity(), wanted.size() + targets.size()));
+    DistinctKeys keys(targets.size());
     int part = 0;
-    for (const CleanupTarget& target : itemOf(head).targets) {
-        wanted.push_back(
-            {.key = head.key + '\n' + distinct(target.url.native(), seen), .record = head.record, .part = part++});
+    for (const CleanupTarget& target : targets) {
+        wanted.push_back({.key = keys.next(head.key.with(target.url.native())), .record = head.record, .part = part++});
     }
 }
 
@@ -219,7 +227,11 @@ const CleanupItem& CleanupListModel::itemOf(const KeyedRow& row) const {
     return store_.cleanupItems().at(static_cast<std::size_t>(indices_.at(static_cast<std::size_t>(row.record))));
 }
 
-bool CleanupListModel::isExpanded(const std::string& key) const {
+const RowTicks& CleanupListModel::ticksOf(const KeyedRow& row) const {
+    return store_.rowTicks(indices_.at(static_cast<std::size_t>(row.record)));
+}
+
+bool CleanupListModel::isExpanded(const RowKey& key) const {
     return initiallyExpanded_ != flipped_.contains(key);
 }
 
@@ -235,7 +247,7 @@ void CleanupListModel::toggle(int row) {
                                  !item.targets.at(static_cast<std::size_t>(found->part)).isSelected);
         return;
     }
-    const bool partial = std::cmp_less(item.selectedTargetCount(), item.targets.size());
+    const bool partial = std::cmp_less(store_.rowTicks(index).selectedPaths, item.targets.size());
     store_.setItemSelected(index, !item.isSelected || partial);
 }
 
@@ -275,6 +287,12 @@ bool CleanupListModel::canKeep(int row) const {
     return found != nullptr && itemOf(*found).module != CleanerModule::trash && !pathsOf(row).empty();
 }
 
+bool CleanupListModel::isHeldBack(int row) const {
+    const KeyedRow* found = rowAt(row);
+    return found != nullptr && found->part >= 0 &&
+           !itemOf(*found).targets.at(static_cast<std::size_t>(found->part)).mayGo();
+}
+
 void CleanupListModel::keep(int row) {
     const KeyedRow* found = rowAt(row);
     if (!canKeep(row)) {
@@ -312,23 +330,38 @@ void CleanupListModel::noteSelectionChange(int itemIndex) {
     if (changedItems_.empty()) {
         QMetaObject::invokeMethod(this, &CleanupListModel::publishSelectionChanges, Qt::QueuedConnection);
     }
-    changedItems_.insert(itemIndex);
+    changedItems_.push_back(itemIndex);
 }
 
 void CleanupListModel::publishSelectionChanges() {
-    const std::set<int> changed = std::exchange(changedItems_, {});
-    if (changed.empty()) {
+    const std::vector<int> changedItems = std::exchange(changedItems_, {});
+    if (changedItems.empty()) {
         return; // the list was rebuilt meanwhile
     }
     if (choice().filter == CleanupFilter::selected) {
         rebuild();
         return;
     }
+    std::vector<bool> isChanged(store_.cleanupItems().size());
+    for (const int item : changedItems) {
+        isChanged.at(static_cast<std::size_t>(item)) = true;
+    }
+    const auto rowChanged = [&](const KeyedRow& row) {
+        return row.record >= 0 && isChanged[static_cast<std::size_t>(indices_[static_cast<std::size_t>(row.record)])];
+    };
+    // Neighbours at once: a view looks at all its rows for each change that it is told.
+    std::vector<std::pair<int, int>> ranges;
     for (int row = 0; row < rowCount(); ++row) {
-        const KeyedRow* found = rowAt(row);
-        if (found != nullptr && changed.contains(indices_.at(static_cast<std::size_t>(found->record)))) {
-            Q_EMIT dataChanged(index(row), index(row), {TickedRole, PartialRole});
+        if (!rowChanged(rows()[static_cast<std::size_t>(row)])) {
+            continue;
         }
+        if (ranges.empty() || ranges.back().second + 1 != row) {
+            ranges.emplace_back(row, row);
+        }
+        ranges.back().second = row;
+    }
+    for (const auto& [first, last] : ranges) {
+        Q_EMIT dataChanged(index(first), index(last), {TickedRole, PartialRole});
     }
     Q_EMIT summaryChanged();
 }

@@ -6,9 +6,9 @@
 
 #include <QtQml/qqmlregistration.h>
 
+#include <cstdint>
 #include <map>
 #include <set>
-#include <string>
 #include <vector>
 
 namespace vellmoor {
@@ -36,6 +36,8 @@ class CleanupListModel : public vellmoor::KeyedListModel {
     Q_PROPERTY(bool hidesAll READ hidesAll NOTIFY summaryChanged FINAL)
     /// What is ticked and hidden, such as "755 MB hidden by the filter"; empty when nothing is.
     Q_PROPERTY(QString hiddenSelection READ hiddenSelection NOTIFY summaryChanged FINAL)
+    /// Whether anybody looks at the list; while nobody does, it has no rows and costs nothing.
+    Q_PROPERTY(bool watched READ isWatched WRITE setWatched NOTIFY watchedChanged FINAL)
 
 public:
     enum Role : std::uint16_t {
@@ -76,6 +78,8 @@ public:
     void setModule(CleanerModule module);
     /// Reads the store's array again.
     void rebuild();
+    [[nodiscard]] bool isWatched() const { return watched_; }
+    void setWatched(bool watched);
     /// Whether categories start unfolded.
     void setInitiallyExpanded(bool expanded) { initiallyExpanded_ = expanded; }
     [[nodiscard]] int itemCount() const { return static_cast<int>(indices_.size()); }
@@ -87,8 +91,8 @@ public:
     [[nodiscard]] QString order() const;
     void setOrder(const QString& order);
     /// The module's filter and order as a text that can be kept, and back from it; what it does not know is left alone.
-    [[nodiscard]] QString choiceText() const;
-    void recallChoice(CleanerModule module, const QString& text);
+    [[nodiscard]] virtual QString choiceText() const;
+    virtual void recallChoice(CleanerModule module, const QString& text);
     [[nodiscard]] CleanerModule module() const { return module_; }
     [[nodiscard]] bool hidesAll() const;
     [[nodiscard]] QString hiddenSelection() const;
@@ -106,6 +110,8 @@ public:
     Q_INVOKABLE void keep(int row);
     /// Whether a row is of a kind that can be kept: what lies in a Trash is not.
     Q_INVOKABLE [[nodiscard]] bool canKeep(int row) const;
+    /// Whether the row is a path that stays because it holds what is kept.
+    Q_INVOKABLE [[nodiscard]] bool isHeldBack(int row) const;
     /// Puts a path of a Trash back where it was.
     Q_INVOKABLE void putBack(int row);
     /// The row of the category that a row belongs to.
@@ -114,6 +120,9 @@ public:
 Q_SIGNALS:
     void summaryChanged();
     void filterChanged();
+    /// The user wants to see what is kept.
+    void keptAsked();
+    void watchedChanged();
 
 protected:
     /// Positions in the store's array of the categories to list.
@@ -139,7 +148,8 @@ private:
     [[nodiscard]] std::vector<KeyedRow> wantedRows() const;
     void addPaths(std::vector<KeyedRow>& wanted, const KeyedRow& head) const;
     [[nodiscard]] const CleanupItem& itemOf(const KeyedRow& row) const;
-    [[nodiscard]] bool isExpanded(const std::string& key) const;
+    [[nodiscard]] const RowTicks& ticksOf(const KeyedRow& row) const;
+    [[nodiscard]] bool isExpanded(const RowKey& key) const;
     [[nodiscard]] QVariant categoryData(const KeyedRow& row, const CleanupItem& item, int role) const;
     [[nodiscard]] QVariant appData(const CleanupItem& item, int role) const;
     [[nodiscard]] QVariant fileData(const CleanupItem& item, int role) const;
@@ -152,9 +162,11 @@ private:
     std::map<CleanerModule, Choice> choices_;
     std::vector<int> indices_; ///< of the listed categories in the store's array
     /// Keys of the categories that the user folded or unfolded against the initial state.
-    std::set<std::string> flipped_;
+    std::set<RowKey> flipped_;
     bool initiallyExpanded_ = false;
-    std::set<int> changedItems_; ///< whose ticks changed since the last publication
+    bool watched_ = true;
+    std::uint64_t builtFrom_ = 0;   ///< the revision of the store's array that the rows show
+    std::vector<int> changedItems_; ///< whose ticks changed since the last publication
 };
 
 } // namespace vellmoor

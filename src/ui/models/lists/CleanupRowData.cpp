@@ -102,7 +102,7 @@ QVariant CleanupListModel::categoryData(const KeyedRow& row, const CleanupItem& 
     case TickedRole:
         return item.isCleanable && item.isSelected;
     case PartialRole:
-        return item.isSelected && std::cmp_less(item.selectedTargetCount(), item.targets.size());
+        return item.isSelected && std::cmp_less(ticksOf(row).selectedPaths, item.targets.size());
     case ExpandedRole:
         return isExpanded(row.key);
     case ExpandableRole:

@@ -6,8 +6,6 @@
 #include <QGuiApplication>
 
 #include <algorithm>
-#include <iterator>
-#include <unordered_map>
 
 namespace vellmoor {
 namespace {
@@ -66,34 +64,33 @@ const KeyedRow* KeyedListModel::rowAt(int row) const {
 }
 
 void KeyedListModel::setRows(const std::vector<KeyedRow>& fresh) {
-    findRecords(fresh);
-    dropGoneRows();
-    Keys present;
-    for (const KeyedRow& row : rows_) {
-        present.insert(row.key);
-    }
-    Keys kept; // views of `fresh`, which stay where they are while rows move
-    for (const KeyedRow& row : fresh) {
-        if (present.contains(row.key)) {
-            kept.insert(row.key);
+    if (std::ranges::equal(rows_, fresh, {}, &KeyedRow::key, &KeyedRow::key)) {
+        rows_ = fresh; // their records may have moved
+    } else {
+        Places places{.fresh = fresh, .keys = RowKeys(fresh.size()), .kept = std::vector<bool>(fresh.size())};
+        for (const KeyedRow& row : fresh) {
+            places.keys.add(row.key);
         }
+        findRecords(places);
+        dropGoneRows();
+        orderAs(places);
     }
-    orderAs(fresh, kept);
     if (!rows_.empty()) {
         Q_EMIT dataChanged(index(0), index(static_cast<int>(rows_.size()) - 1));
     }
 }
 
 /// The records have changed already: no row may look at its old place from here on.
-void KeyedListModel::findRecords(const std::vector<KeyedRow>& fresh) {
-    std::unordered_map<std::string_view, const KeyedRow*> places;
-    for (const KeyedRow& row : fresh) {
-        places.emplace(row.key, &row);
-    }
+void KeyedListModel::findRecords(Places& places) {
     for (KeyedRow& row : rows_) {
-        const auto place = places.find(row.key);
-        row.record = place == places.end() ? -1 : place->second->record;
-        row.part = place == places.end() ? -1 : place->second->part;
+        const int place = places.keys.find(row.key);
+        if (place < 0) {
+            row.record = row.part = -1;
+            continue;
+        }
+        row = places.fresh[static_cast<std::size_t>(place)];
+        places.kept[static_cast<std::size_t>(place)] = true;
+        ++places.keptCount;
     }
 }
 
@@ -114,13 +111,10 @@ void KeyedListModel::dropGoneRows() {
     }
 }
 
-void KeyedListModel::orderAs(const std::vector<KeyedRow>& fresh, const Keys& kept) {
-    if (kept.size() > mostRowsToMoveSingly) {
-        std::unordered_map<std::string_view, std::size_t> places;
-        for (std::size_t at = 0; at < fresh.size(); ++at) {
-            places.emplace(fresh[at].key, at);
-        }
-        const auto place = [&](const KeyedRow& row) { return places.at(row.key); };
+void KeyedListModel::orderAs(const Places& places) {
+    const std::vector<KeyedRow>& fresh = places.fresh;
+    if (places.keptCount > mostRowsToMoveSingly) {
+        const auto place = [&](const KeyedRow& row) { return places.keys.find(row.key); };
         if (!std::ranges::is_sorted(rows_, {}, place)) {
             Q_EMIT layoutAboutToBeChanged();
             std::ranges::stable_sort(rows_, {}, place);
@@ -131,12 +125,12 @@ void KeyedListModel::orderAs(const std::vector<KeyedRow>& fresh, const Keys& kep
         if (at < rows_.size() && rows_[at].key == fresh[at].key) {
             continue;
         }
-        if (kept.contains(fresh[at].key)) {
+        if (places.kept[at]) {
             moveUp(fresh[at].key, at);
             continue;
         }
         std::size_t end = at + 1;
-        while (end < fresh.size() && !kept.contains(fresh[end].key)) {
+        while (end < fresh.size() && !places.kept[end]) {
             ++end;
         }
         beginInsertRows({}, static_cast<int>(at), static_cast<int>(end) - 1);
@@ -145,7 +139,7 @@ void KeyedListModel::orderAs(const std::vector<KeyedRow>& fresh, const Keys& kep
     }
 }
 
-void KeyedListModel::moveUp(const std::string& key, std::size_t to) {
+void KeyedListModel::moveUp(const RowKey& key, std::size_t to) {
     const auto from =
         std::find_if(rows_.begin() + offset(to), rows_.end(), [&](const KeyedRow& row) { return row.key == key; });
     const int source = static_cast<int>(from - rows_.begin());

@@ -1,21 +1,19 @@
 #pragma once
 
 #include "Desktop.h"
+#include "RowKey.h"
 
 #include <QAbstractListModel>
 #include <QtQml/qqmlregistration.h>
 
 #include <filesystem>
-#include <string>
-#include <string_view>
-#include <unordered_set>
 #include <vector>
 
 namespace vellmoor {
 
 /// A row's identity, which it keeps whatever comes before it, and where its record stands.
 struct KeyedRow {
-    std::string key;
+    RowKey key;
     int record = 0; ///< -1: it is gone from the records and about to leave the list
     int part = -1;  ///< of the record; -1: the record itself
 };
@@ -54,11 +52,17 @@ protected:
     void setRows(const std::vector<KeyedRow>& fresh);
 
 private:
-    using Keys = std::unordered_set<std::string_view>;
-    void findRecords(const std::vector<KeyedRow>& fresh);
+    /// Where the new rows are, and which of them the list has had.
+    struct Places {
+        const std::vector<KeyedRow>& fresh;
+        RowKeys keys;
+        std::vector<bool> kept;
+        std::size_t keptCount = 0;
+    };
+    void findRecords(Places& places);
     void dropGoneRows();
-    void orderAs(const std::vector<KeyedRow>& fresh, const Keys& kept);
-    void moveUp(const std::string& key, std::size_t to);
+    void orderAs(const Places& places);
+    void moveUp(const RowKey& key, std::size_t to);
 
     Desktop& desktop_;
     std::vector<KeyedRow> rows_;

@@ -88,6 +88,25 @@ QStringList LargeFileListModel::ageTitles() const {
     return titles;
 }
 
+QString LargeFileListModel::choiceText() const {
+    const QString chosen = CleanupListModel::choiceText();
+    const bool isFiltered = kind_ != LargeFileKindFilter::all || age_ != LargeFileAgeFilter::all;
+    return isFiltered ? chosen + QLatin1Char(' ') + toQt(rawValue(kind_)) + QLatin1Char(' ') + toQt(rawValue(age_))
+                      : chosen;
+}
+
+void LargeFileListModel::recallChoice(CleanerModule module, const QString& text) {
+    const auto named = [words = text.split(QLatin1Char(' '))](const auto& all, int word) {
+        const auto* const found =
+            std::ranges::find(all, words.value(word), [](auto filter) { return toQt(rawValue(filter)); });
+        return found == all.end() ? all.front() : *found;
+    };
+    kind_ = named(allLargeFileKinds, 2);
+    age_ = named(allLargeFileAges, 3);
+    Q_EMIT filtersChanged();
+    CleanupListModel::recallChoice(module, text);
+}
+
 void LargeFileListModel::showAll() {
     kind_ = LargeFileKindFilter::all;
     age_ = LargeFileAgeFilter::all;

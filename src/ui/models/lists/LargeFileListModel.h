@@ -36,6 +36,8 @@ public:
     /// Lists every large file, and goes on doing so after a scan.
     Q_INVOKABLE void listAll();
 
+    [[nodiscard]] QString choiceText() const override;
+    void recallChoice(CleanerModule module, const QString& text) override;
     void showAll() override;
     void setAllSelected(bool selected) override;
 

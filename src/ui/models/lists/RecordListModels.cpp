@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <array>
-#include <map>
 #include <utility>
 
 namespace vellmoor {
@@ -75,13 +74,9 @@ int RecordListModel::nameRole() const {
 
 void RecordListModel::reload() {
     std::vector<KeyedRow> fresh;
-    std::map<std::string, int> seen;
+    DistinctKeys keys(static_cast<std::size_t>(recordCount()));
     for (int record = 0; record < recordCount(); ++record) {
-        std::string key = keyOf(record);
-        if (const int before = seen[key]++; before > 0) {
-            key += '\n' + std::to_string(before);
-        }
-        fresh.push_back({.key = std::move(key), .record = record});
+        fresh.push_back({.key = keys.next(keyOf(record)), .record = record});
     }
     setRows(fresh);
     Q_EMIT countChanged();

@@ -156,7 +156,7 @@ QString ScanModel::ringUnit() const {
 }
 
 int ScanModel::itemCount() const {
-    return static_cast<int>(store_.itemIndices(module_, CleanupFilter::all).size());
+    return store_.ticks(module_).rows;
 }
 
 QString ScanModel::cleanable() const {

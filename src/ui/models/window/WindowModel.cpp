@@ -7,7 +7,6 @@
 #include <QMetaObject>
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <utility>
 
@@ -50,6 +49,7 @@ WindowModel::WindowModel(CleanerStore& store, LanguageManager& languages, Deskto
     memoryItems_.setModule(CleanerModule::memoryOptimization);
     startupExtras_.setModule(CleanerModule::performance);
     details_.setInitiallyExpanded(true);
+    details_.setWatched(false); // until its sheet opens: it has a row for every path
     noticeTime_.setSingleShot(true);
     noticeTime_.setInterval(noticeDuration);
     connect(&noticeTime_, &QTimer::timeout, this, &WindowModel::closeNotice);
@@ -64,14 +64,22 @@ void WindowModel::connectStore() {
     connect(&store_, &CleanerStore::cleanupItemsChanged, this, &WindowModel::selectionChanged);
     connect(&store_, &CleanerStore::permissionHintsChanged, this, &WindowModel::limitationChanged);
     connect(&question_, &Question::switchAgreed, this, &WindowModel::switchStartupItem);
-    connect(&store_, &CleanerStore::quitAnswered, this, &WindowModel::showNotice);
+    connect(&store_, &CleanerStore::answered, this, &WindowModel::showNotice);
     connect(&store_, &CleanerStore::actionFailureChanged, this, [this] {
         // Login items say it beside their list.
-        if (!store_.actionFailure().empty() && module_ != CleanerModule::performance) {
+        if (store_.actionFailure().empty()) {
+            // It was read.
+        } else if (module_ == CleanerModule::performance) {
+            Q_EMIT announced(actionFailure(), true);
+        } else {
             showNotice(actionFailure(), true);
         }
         Q_EMIT actionFailureChanged();
     });
+    connect(&scan_, &ScanModel::announced, this, [this](const QString& text) { Q_EMIT announced(text, false); });
+    for (const CleanupListModel* list : {&items_, &details_, static_cast<CleanupListModel*>(&largeFiles_)}) {
+        connect(list, &CleanupListModel::keptAsked, this, &WindowModel::keptAsked);
+    }
     connect(&restore_, &RestoreModel::succeeded, this, [this](const QString& text) { showNotice(text, false); });
     connect(&store_, &CleanerStore::isScanningChanged, this, [this] {
         noteScan();
@@ -179,21 +187,18 @@ QString WindowModel::selectedText() const {
 }
 
 int WindowModel::selectedItemCount() const {
-    return static_cast<int>(store_.selectedItems(module_).size());
+    return store_.ticks(module_).selectedRows;
 }
 
 QString WindowModel::selectedPathsText() const {
-    int paths = 0;
-    for (const CleanupItem& item : store_.selectedItems(module_)) {
-        paths += item.selectedTargetCount();
-    }
+    const int paths = store_.ticks(module_).selectedPaths;
     const std::string freed = byteCountText(store_.selectedBytes(module_));
     return paths == 1 ? localised("已选择 1 个路径，预计释放 %@", freed)
                       : localised("已选择 %d 个路径，预计释放 %@", groupedText(paths).toStdString(), freed);
 }
 
 int WindowModel::recommendedCount() const {
-    return static_cast<int>(store_.itemIndices(module_, CleanupFilter::recommended).size());
+    return store_.ticks(module_).recommendedRows;
 }
 
 bool WindowModel::canScan() const {
@@ -201,7 +206,7 @@ bool WindowModel::canScan() const {
 }
 
 bool WindowModel::canClean() const {
-    return !store_.isScanning() && !store_.isCleaning() && !store_.selectedItems(module_).empty();
+    return !store_.isScanning() && !store_.isCleaning() && selectedItemCount() > 0;
 }
 
 QString WindowModel::cleanTitle() const {
@@ -227,11 +232,8 @@ QString WindowModel::confirmationMessage() const {
 }
 
 std::int64_t WindowModel::selectedBytesForGood() const {
-    std::int64_t bytes = 0;
-    for (const CleanupItem& item : store_.selectedItems(module_)) {
-        bytes += item.module == CleanerModule::trash ? item.selectedBytes() : 0;
-    }
-    return bytes;
+    const bool listsTrash = module_ == CleanerModule::smartScan || module_ == CleanerModule::trash;
+    return listsTrash ? store_.selectedBytes(CleanerModule::trash) : 0;
 }
 
 bool WindowModel::removesForGood() const {
@@ -259,11 +261,12 @@ QStringList WindowModel::confirmationParts() const {
 }
 
 void WindowModel::showNotice(const QString& text, bool isFailure) {
-    closeNotice(); // screen readers read out what appears
+    closeNotice(); // what is the same again appears again
     notice_ = text;
     noticeIsFailure_ = isFailure;
     noticeTime_.start();
     Q_EMIT noticeChanged();
+    Q_EMIT announced(text, isFailure);
 }
 
 void WindowModel::closeNotice() {
@@ -272,10 +275,7 @@ void WindowModel::closeNotice() {
 }
 
 QString WindowModel::riskSummary() const {
-    std::array<int, allCleanupRisks.size()> counts{};
-    for (const CleanupItem& item : store_.selectedItems(module_)) {
-        ++counts.at(static_cast<std::size_t>(item.risk));
-    }
+    const auto& counts = store_.ticks(module_).selectedRowsByRisk;
     QStringList parts;
     for (const CleanupRisk risk : allCleanupRisks) {
         const int count = counts.at(static_cast<std::size_t>(risk));
@@ -316,7 +316,6 @@ void WindowModel::scanOrCancel() {
 
 void WindowModel::refresh() {
     if (canScan() && !store_.isScanning()) {
-        store_.persistActiveState();
         store_.scan(module_, true);
     }
 }
@@ -379,6 +378,7 @@ void WindowModel::noteScan() {
 }
 
 void WindowModel::noteClean() {
+    announceAction();
     if (store_.isCleaning()) {
         return;
     }
@@ -389,6 +389,17 @@ void WindowModel::noteClean() {
     if (std::exchange(closesAfterClean_, false)) {
         Q_EMIT closingAgreed();
     }
+}
+
+/// The start of a clean, of a way back or of a switch, and its end, unless that is told as a failure or by a notice.
+void WindowModel::announceAction() {
+    const std::optional<RestoreReport>& restored = store_.latestRestore();
+    if (!store_.actionFailure().empty() || (restored && restored->failedCount == 0)) {
+        return;
+    }
+    const std::optional<CleanupReport>& report = store_.latestReport();
+    const bool hasFailed = !store_.isCleaning() && (restored || (report && report->failedCount > 0));
+    Q_EMIT announced(toQt(store_.statusMessage()), hasFailed);
 }
 
 void WindowModel::rescanReported() {
@@ -426,7 +437,6 @@ void WindowModel::closeRootNotice() {
 }
 
 void WindowModel::activated() {
-    store_.persistActiveState();
     store_.refreshPermissionHints();
     // Showing the module again would take away an open result sheet and a running scan's progress.
     if (!store_.latestReport() && !store_.isScanning() && !store_.isCleaning()) {

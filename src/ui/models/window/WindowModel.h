@@ -197,6 +197,10 @@ Q_SIGNALS:
     void noticeChanged();
     /// A clean runs: what is to become of it?
     void closingAsked();
+    /// For those who hear what they do not see; what is urgent goes before everything else.
+    void announced(const QString& text, bool urgent);
+    /// The list of what is kept is to be shown.
+    void keptAsked();
     /// Nothing holds the window back any more.
     void closingAgreed();
     /// Something that took long is over while the window was not the active one.
@@ -210,6 +214,7 @@ private:
     void followStore();
     void noteScan();
     void noteClean();
+    void announceAction();
     void follow(CleanerModule module);
     void noteSelectionChange();
     void retranslate();

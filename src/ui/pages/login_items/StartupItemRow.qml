@@ -23,10 +23,6 @@ RowFrame {
     readonly property string status: startsEnabled ? L.tr("已启用") : L.tr("已禁用")
     readonly property bool canChange: !isWorking && !locked
 
-    function openMenu(): void {
-        menu.popupBelow(root);
-    }
-
     signal changeAsked
     signal revealAsked
 
@@ -42,7 +38,7 @@ RowFrame {
     implicitHeight: Math.max(60, line.implicitHeight + 12)
     objectName: "startup." + index
 
-    onMenuAsked: menu.popup()
+    onMenuAsked: below => menu.open(root, below)
 
     MenuLoader {
         id: menu

@@ -121,7 +121,6 @@ GlassPanel {
             rows: root.vm.startup
             title: L.tr("启动项")
 
-            onMenuWanted: (currentItem as StartupItemRow)?.openMenu()
             onSwitched: ask()
 
             delegate: StartupItemRow {

@@ -27,9 +27,7 @@ RowFrame {
     implicitHeight: Math.max(42, line.implicitHeight + 4)
     objectName: "memoryApp." + index
 
-    Keys.onMenuPressed: menu.popupBelow(root)
-
-    onMenuAsked: menu.popup()
+    onMenuAsked: below => menu.open(root, below)
 
     MenuLoader {
         id: menu

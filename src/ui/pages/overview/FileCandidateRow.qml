@@ -1,12 +1,16 @@
+// qmllint disable unqualified
 import QtQuick
 import QtQuick.Layouts
 import Vellmoor.Controls
+import Vellmoor.Lists
+import Vellmoor.Models
 import Vellmoor.Theme
 
-// One large file, for reading only.
-RowLayout {
+// One large file, for reading only; its menu shows where it is.
+RowFrame {
     id: root
 
+    required property FileCandidateModel rows
     required property int index
     required property string name
     required property string location
@@ -17,47 +21,62 @@ RowLayout {
     Accessible.description: location
     Accessible.name: name + " " + size
     Accessible.role: Accessible.ListItem
-    spacing: 10
+    border.width: 0
+    color: Colors.clear
+    help: heading.truncated || place.truncated ? location + "/" + name : ""
+    implicitHeight: Math.max(36, line.implicitHeight)
+    objectName: "candidate." + index
 
-    HoverHandler {
-        id: hover
+    onMenuAsked: below => menu.open(root, below)
+
+    MenuLoader {
+        id: menu
+
+        menu: PathMenu {
+            owner: root.objectName
+            paths: root.rows
+            place: root.index
+            title: root.name
+        }
     }
 
-    SymbolTile {
-        size: 30
-        symbol: root.symbol
-        tint: Colors.indigo
-    }
+    RowLayout {
+        id: line
 
-    ColumnLayout {
-        Layout.fillWidth: true
-        spacing: 1
+        anchors.fill: parent
+        spacing: 10
 
-        BodyText {
-            id: heading
+        SymbolTile {
+            size: 30
+            symbol: root.symbol
+            tint: Colors.indigo
+        }
 
+        ColumnLayout {
             Layout.fillWidth: true
-            elide: Text.ElideMiddle
-            text: root.name
+            spacing: 1
 
-            HelpTip {
-                shown: hover.hovered && (heading.truncated || place.truncated)
-                text: root.location + "/" + root.name
+            BodyText {
+                id: heading
+
+                Layout.fillWidth: true
+                elide: Text.ElideMiddle
+                text: root.name
+            }
+
+            Caption {
+                id: place
+
+                Layout.fillWidth: true
+                elide: Text.ElideMiddle
+                text: root.modified === "" ? root.location : root.location + " · " + root.modified
             }
         }
 
-        Caption {
-            id: place
-
-            Layout.fillWidth: true
-            elide: Text.ElideMiddle
-            text: root.modified === "" ? root.location : root.location + " · " + root.modified
+        BodyText {
+            font.pixelSize: Type.body
+            font.weight: Font.Medium
+            text: root.size
         }
-    }
-
-    BodyText {
-        font.pixelSize: Type.body
-        font.weight: Font.Medium
-        text: root.size
     }
 }

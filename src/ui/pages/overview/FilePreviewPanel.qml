@@ -56,6 +56,7 @@ GlassPanel {
 
             delegate: FileCandidateRow {
                 height: root.rowHeight
+                rows: root.vm.candidates
                 width: ListView.view.width
             }
         }

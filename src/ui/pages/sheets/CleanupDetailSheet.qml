@@ -23,6 +23,13 @@ Sheet {
     onOpened: list.forceActiveFocus(Qt.TabFocusReason)
     wantedWidth: Metrics.grown(900)
 
+    // Its rows are there as long as it is.
+    Binding {
+        property: "watched"
+        target: root.vm.details
+        value: root.visible
+    }
+
     Component {
         id: done
 

@@ -1,7 +1,8 @@
+// qmllint disable unqualified
 import QtQuick
 import QtQuick.Layouts
-import QtQuick.Templates as T
 import Vellmoor.Controls
+import Vellmoor.Lists
 import Vellmoor.Models
 import Vellmoor.Pages
 import Vellmoor.Theme
@@ -20,22 +21,19 @@ ColumnLayout {
         text: L.tr("最大项目")
     }
 
-    ListView {
-        Accessible.name: L.tr("最大项目")
-        Accessible.role: Accessible.List
+    RowList {
         Layout.fillWidth: true
         Layout.rightMargin: -10
-        activeFocusOnTab: true
-        boundsBehavior: Flickable.StopAtBounds
-        clip: true
-        implicitHeight: Math.min(contentHeight, Metrics.grown(root.low ? 36 : 134))
-        model: root.candidates
+        bottomMargin: 2
+        implicitHeight: Math.min(contentHeight + topMargin + bottomMargin, Metrics.grown(root.low ? 38 : 138))
+        objectName: "largestItems"
+        rows: root.candidates
         spacing: 10
+        title: L.tr("最大项目")
 
-        T.ScrollBar.vertical: ScrollLine {
-        }
         delegate: FileCandidateRow {
-            width: ListView.view.width - 16
+            rows: root.candidates
+            width: ListView.view.width - 14
         }
     }
 }

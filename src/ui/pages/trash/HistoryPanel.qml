@@ -62,7 +62,6 @@ GlassPanel {
                 go(head);
                 root.history.setExpanded(head, false);
             }
-            onMenuWanted: (currentItem as HistoryRow)?.openMenu()
             onSwitched: row => root.history.toggle(row)
             onUnfolded: row => root.history.setExpanded(row, true)
 

@@ -27,10 +27,6 @@ RowFrame {
     required property bool ticked
     required property bool files
 
-    function openMenu(): void {
-        menu.popupBelow(root);
-    }
-
     Accessible.description: detail
     Accessible.name: title + " " + size + " " + condition
     Accessible.role: Accessible.ListItem
@@ -48,7 +44,7 @@ RowFrame {
     implicitHeight: Math.max(isItem ? 42 : 50, line.implicitHeight + 8)
     objectName: name
 
-    onMenuAsked: menu.popup()
+    onMenuAsked: below => menu.open(root, below)
     onTapped: isItem ? history.toggle(index) : history.toggleExpanded(index)
 
     MenuLoader {

@@ -71,6 +71,27 @@ Sheet {
                     objectName: "kept." + index
                     width: ListView.view.width - 10
 
+                    onMenuAsked: below => menu.open(line, below)
+
+                    MenuLoader {
+                        id: menu
+
+                        menu: PathMenu {
+                            files: line.exists
+                            owner: line.objectName
+                            paths: root.kept
+                            place: line.index
+                            title: line.name
+
+                            ContextMenuItem {
+                                objectName: line.objectName + ".menu.offer"
+                                text: L.tr("重新提供")
+
+                                onTriggered: root.kept.offerAgain(line.index)
+                            }
+                        }
+                    }
+
                     RowLayout {
                         id: content
 

@@ -65,6 +65,19 @@ Sheet {
                 implicitHeight: Math.max(44, content.implicitHeight + 10)
                 width: ListView.view.width - 10
 
+                onMenuAsked: below => menu.open(line, below)
+
+                MenuLoader {
+                    id: menu
+
+                    menu: PathMenu {
+                        owner: "restore." + line.index
+                        paths: root.restore
+                        place: line.index
+                        title: line.name
+                    }
+                }
+
                 RowLayout {
                     id: content
 
