@@ -1,53 +1,67 @@
+// qmllint disable unqualified
 import QtQuick
 import Vellmoor.Controls
 import Vellmoor.Models
 
 // Tells screen readers what others see. Where Qt cannot, an object appears with the role of a notification, which
-// readers read out when it comes; they look at it a moment later, so that each text stays for a while.
+// readers read out when it comes; they look at it a moment later, so that each text has an object of its own for a while.
 Item {
     id: root
 
     required property WindowModel source
-    property string text
-    property var waiting: []
+    property int turn: 0
+
+    component Voice: Item {
+        id: voice
+
+        property string text
+
+        function say(what: string): void {
+            visible = false;
+            text = what;
+            visible = true;
+            readOut.restart();
+        }
+
+        Accessible.name: text
+        Accessible.role: Accessible.Notification
+        height: 1
+        visible: false
+        width: 1
+
+        // It was read out; what stays would be found by those who look around.
+        Timer {
+            id: readOut
+
+            interval: 4000
+
+            onTriggered: voice.visible = false
+        }
+    }
 
     function say(what: string, urgent: bool): void {
         if (what === "" || root.Spoken.announce(what, urgent))
             return;
-        waiting = urgent ? [what, ...waiting] : [...waiting, what];
-        if (!next.running)
-            sayNext();
+        (voices.itemAt(turn) as Voice).say(what);
+        turn = (turn + 1) % voices.count;
     }
 
-    function sayNext(): void {
-        visible = false;
-        text = waiting[0] ?? "";
-        waiting = waiting.slice(1);
-        visible = text !== "";
-        if (visible)
-            next.restart();
-    }
+    Repeater {
+        id: voices
 
-    Accessible.name: text
-    Accessible.role: Accessible.Notification
-    height: 1
-    objectName: "announcer"
-    visible: false
-    width: 1
+        model: 8
 
-    // What was read out and stayed would be found by those who look around.
-    Timer {
-        id: next
+        Voice {
+            required property int index
 
-        interval: root.waiting.length > 0 ? 300 : 4000
-
-        onTriggered: root.sayNext()
+            objectName: "announcer." + index
+        }
     }
 
     Connections {
         function onRevisionChanged(): void {
-            root.waiting = [];
-            root.visible = false;
+            for (let index = 0; index < voices.count; ++index)
+                voices.itemAt(index).visible = false;
         }
 
         target: Texts

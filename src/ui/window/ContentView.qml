@@ -7,7 +7,7 @@ import Vellmoor.Theme
 // Object names that tests and tools may rely on:
 //   sidebar.MODULE, languageSwitch, themeSwitch, aboutButton   the sidebar (MODULE: the raw value, e.g. systemJunk)
 //   refreshButton, homeButton, overviewButton the top bar; the last in windows without a second column
-//   notice, notice.close, announcer           the outcome of an action; what is only told to screen readers
+//   notice, notice.close, announcer.N         the outcome of an action; what is only told to screen readers
 //   scanButton, headerTitle, ringUnit         the header
 //   rootNotice, rootNotice.text, rootNotice.close   the notice of a program that runs as root
 //   limitation, openSettings                  the permission banner

@@ -25,6 +25,7 @@ ColumnLayout {
         Layout.fillWidth: true
         Layout.rightMargin: -10
         bottomMargin: 2
+        focus: false
         implicitHeight: Math.min(contentHeight + topMargin + bottomMargin, Metrics.grown(root.low ? 38 : 138))
         objectName: "largestItems"
         rows: root.candidates
