@@ -6,13 +6,13 @@
 # The home is made once, in build/bench or in the folder of $VELLMOOR_BENCH_TREES.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-build=build/bench
-trees=${VELLMOOR_BENCH_TREES:-$build/trees}
+build=${VELLMOOR_BENCH_BUILD:-build/bench}
+trees=${VELLMOOR_BENCH_TREES:-build/bench/trees}
 home=$trees/home
 
 {
-  [ -e $build/build.ninja ] || cmake --preset release -B $build -DVELLMOOR_BUILD_WINDOW=OFF -DBUILD_TESTING=OFF
-  cmake --build $build --target scan_bench bare_walk make_tree run_interleaved
+  [ -e "$build/build.ninja" ] || cmake --preset release -B "$build" -DVELLMOOR_BUILD_WINDOW=OFF -DBUILD_TESTING=OFF
+  cmake --build "$build" --target scan_bench bare_walk make_tree run_interleaved
 } >&2
 
 # The demo home has every kind of content; trees of small files make it as large as a busy home.
@@ -25,7 +25,7 @@ make_home() {
     Documents/project Downloads/unpacked .local/share/Trash/files/old-project Pictures/photos \
     .config/google-chrome/Default/IndexedDB/many .local/opt/blender/lib/many; do
     mkdir -p "$(dirname "$home/$tree")"
-    $build/bench/make_tree "$home/$tree" 30000 300
+    "$build/bench/make_tree" "$home/$tree" 30000 300
   done
   touch "$home.made"
 }
@@ -35,7 +35,7 @@ if [ "${1:-}" = --regenerate ] || [ ! -e "$home.made" ]; then
 fi
 home=$(cd "$home" && pwd)
 
-mapfile -t folders < <($build/bench/scan_bench "$home" --folders)
+mapfile -t folders < <("$build/bench/scan_bench" "$home" --folders)
 echo "$(find "$home" -type f | wc -l) files in the home; $(nproc) processors, $(df --output=fstype "$home" | tail -1)"
 echo
 programs=("Smart Scan" "$build/bench/scan_bench" "$home"
@@ -47,6 +47,10 @@ if command -v bleachbit >/dev/null; then
 else
   echo "bleachbit is not installed and was left out" >&2
 fi
-$build/bench/run_interleaved 11 "${programs[@]}"
+"$build/bench/run_interleaved" 11 "${programs[@]}"
 echo
-echo "A Smart Scan cancelled at ten moments ended after at most $($build/bench/scan_bench "$home" --cancel) ms."
+empty=$(mktemp -d)
+"$build/bench/run_interleaved" 21 "Smart Scan of an empty home" "$build/bench/scan_bench" "$empty" -- "no scan at all" true
+rmdir "$empty" 2>/dev/null || rm -rf "$empty"
+echo
+echo "A Smart Scan cancelled at ten moments ended after at most $("$build/bench/scan_bench" "$home" --cancel) ms."

@@ -17,7 +17,7 @@ empty=build/release/bench/empty_window/empty_window
 # The rest runs again with a display, a session bus and a home of its own.
 if [ "${1:-}" != --inside ]; then
   mkdir -p build
-  build_preset release vellmoor empty_window first_frame scroll_bench
+  build_preset release vellmoor empty_window first_frame scroll_bench list_bench memory_bench >&2
   home=$(mktemp -d "${TMPDIR:-/tmp}/vellmoor-bench.XXXXXX")
   trap 'chmod -R u+rwX "$home"; rm -rf "$home"' EXIT
   scripts/make-demo-home.sh "$home" >/dev/null
@@ -67,6 +67,8 @@ build/release/bench/first_frame $rounds Vellmoor $vellmoor -- "empty QML window"
 echo
 build/release/bench/scroll_bench
 echo
+build/release/bench/list_bench
+echo
 read -r empty_memory empty_ticks < <(show $empty)
 read -r memory ticks < <(show $vellmoor F5)
 cat <<TABLE
@@ -75,3 +77,10 @@ cat <<TABLE
 | Vellmoor after a Smart Scan | $memory | $ticks |
 | empty QML window | $empty_memory | $empty_ticks |
 TABLE
+echo
+many=$(mktemp -d "$HOME/many.XXXXXX")
+build/release/bench/memory_bench "$many" 20000
+if [ -n "${VELLMOOR_BENCH_FIGURES:-}" ]; then
+  awk -v ours="$memory" -v empty="$empty_memory" 'BEGIN { printf "resident after a Smart Scan,%.1f,0\n", ours - empty }' \
+    >>"$VELLMOOR_BENCH_FIGURES"
+fi

@@ -189,8 +189,8 @@ void print(const std::vector<Measured>& all) {
                 "|---|---:|---:|---:|---:|\n",
                 all[0].program.name.c_str(), all[0].program.name.c_str());
     for (const Measured& one : all) {
-        const PairedRatio frame = pairedRatio(all[0].program.milliseconds, one.program.milliseconds);
-        const PairedRatio complete = pairedRatio(all[0].complete, one.complete);
+        const Figure frame = pairedRatio(all[0].program.milliseconds, one.program.milliseconds);
+        const Figure complete = pairedRatio(all[0].complete, one.complete);
         const bool isFirst = &one == all.data();
         std::printf("| %s | %.1f | %s | %.1f | %s |\n", one.program.name.c_str(), medianOf(one.program.milliseconds),
                     isFirst ? "" : frame.text().c_str(), medianOf(one.complete),

@@ -39,8 +39,10 @@ void print(const std::vector<Contestant>& contestants) {
     const Contestant& first = contestants[0];
     std::printf("| Program | Median ms | %s / it | Peak MiB |\n|---|---:|---:|---:|\n", first.name.c_str());
     for (const Contestant& contestant : contestants) {
-        const PairedRatio ratio = pairedRatio(first.milliseconds, contestant.milliseconds);
+        const Figure ratio = pairedRatio(first.milliseconds, contestant.milliseconds);
         const bool isFirst = &contestant == &first;
+        record(contestant.name + " ms", figureOf(contestant.milliseconds));
+        record(contestant.name + " MiB", {.median = static_cast<double>(contestant.peakKiB) / 1024});
         std::printf("| %s | %.1f | %s | %.1f |\n", contestant.name.c_str(), medianOf(contestant.milliseconds),
                     isFirst ? "" : ratio.text().c_str(), static_cast<double>(contestant.peakKiB) / 1024);
         if (!isFirst) {

@@ -10,7 +10,7 @@ complaints() {
 }
 phase() { printf '== %s\n' "$*"; }
 fail() { printf '%s\n' "$*" >&2; exit 1; }
-install() { apt-get install -y -qq --no-install-recommends "$@" >/vellmoor/apt.log 2>&1 || { cat /vellmoor/apt.log >&2; exit 1; }; }
+apt() { apt-get -y -qq --no-install-recommends "$@" >/vellmoor/apt.log 2>&1 || { cat /vellmoor/apt.log >&2; exit 1; }; }
 # Not a function: in the background that would be a shell of its own, which a signal ends instead of the program.
 as_user=(setpriv --reuid tester --regid tester --clear-groups env HOME=/home/tester USER=tester LOGNAME=tester)
 
@@ -40,21 +40,21 @@ apt-get update -qq
 inventory >before
 
 phase "Installing with nothing else"
-install ./vellmoor_"$version"_*.deb ./vellmoor-cli_"$version"_*.deb
+apt install ./vellmoor_"$version"_*.deb ./vellmoor-cli_"$version"_*.deb
 [ "$(vellmoor --version)" = "vellmoor $version" ] || fail "It does not know its version."
 [ "$(vellmoor-cli --version | grep -o '[0-9.]*$')" = "$version" ] || fail "vellmoor-cli does not know its version."
 start_window
 end_window
 
 phase "Purging again: nothing may stay"
-apt-get purge -y -qq --autoremove vellmoor vellmoor-cli >apt.log 2>&1
+apt purge --autoremove vellmoor vellmoor-cli
 inventory >after
 diff before after || fail "The package left something behind."
 
 phase "A throw-away home, cleaned in the terminal and in the window"
-install ./vellmoor_"$version"_*.deb ./vellmoor-cli_"$version"_*.deb
+apt install ./vellmoor_"$version"_*.deb ./vellmoor-cli_"$version"_*.deb
 "${as_user[@]}" sources/debian/tests/terminal
-install at-spi2-core dbus gir1.2-atspi-2.0 openbox python3-gi trayer x11-utils xdotool xvfb
+apt install at-spi2-core dbus gir1.2-atspi-2.0 openbox python3-gi trayer x11-utils xdotool xvfb
 "${as_user[@]}" sources/debian/tests/window
 
 phase "Upgrading, removing and purging under a running window"
@@ -68,12 +68,12 @@ sources/scripts/make-demo-home.sh /home/tester/demo
 chown -R tester: /home/tester
 start_window
 home_inventory >home-before
-install ./upgrade/vellmoor.deb ./upgrade/vellmoor-cli.deb
+apt install ./upgrade/vellmoor.deb ./upgrade/vellmoor-cli.deb
 [ "$(dpkg-query -W -f '${Version}' vellmoor)" = "$version+later" ] || fail "The upgrade did not take place."
 end_window
 start_window
-apt-get remove -y -qq vellmoor vellmoor-cli >apt.log 2>&1
-apt-get purge -y -qq vellmoor vellmoor-cli >apt.log 2>&1
+apt remove vellmoor vellmoor-cli
+apt purge vellmoor vellmoor-cli
 [ ! -e /usr/bin/vellmoor ] || fail "The program is still there."
 end_window
 home_inventory >home-after

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ScanSnapshot.h"
+#include "TickLedger.h"
 
 #include <string>
 
@@ -9,7 +10,8 @@ namespace vellmoor {
 /// A module's last result: the fields of a snapshot, when it was scanned, and what produced it.
 struct CachedModuleState : ScanSnapshot {
     TimePoint scannedAt;
-    std::string source; ///< localised: "Smart Scan", "Single scan" or "current module"
+    std::string source; ///< localised: "Smart Scan" or "Single scan"
+    TickLedger ledger;  ///< of cleanupItems
 };
 
 } // namespace vellmoor

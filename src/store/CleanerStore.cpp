@@ -21,7 +21,7 @@ CleanerStore::State::State(CleanerStore& owner, std::shared_ptr<CleanerService> 
       service(std::move(engine)),
       clock(std::move(now)),
       workers(std::make_shared<Workers>(owner)) {
-    shown.diskSummary = L::tr("点击扫描读取磁盘容量");
+    shown->diskSummary = L::tr("点击扫描读取磁盘容量");
     statusMessage = L::tr("将检查系统垃圾、大文件、废纸篓、应用残留、性能项目和内存状态。");
     lastScanLabel = L::tr("未扫描");
     memoryRefresh.setSingleShot(true);
@@ -86,40 +86,43 @@ CleanerModule CleanerStore::activeModule() const {
     return state_->activeModule;
 }
 const std::vector<CleanupItem>& CleanerStore::cleanupItems() const {
-    return state_->shown.cleanupItems;
+    return state_->shown->cleanupItems;
+}
+std::uint64_t CleanerStore::itemsRevision() const {
+    return state_->itemsRevision;
 }
 const std::vector<CleanupItem>& CleanerStore::furtherLargeFiles() const {
-    return state_->shown.furtherLargeFiles;
+    return state_->shown->furtherLargeFiles;
 }
 const std::vector<FileCandidate>& CleanerStore::fileCandidates() const {
-    return state_->shown.fileCandidates;
+    return state_->shown->fileCandidates;
 }
 const std::vector<StorageSegment>& CleanerStore::storageSegments() const {
-    return state_->shown.storageSegments;
+    return state_->shown->storageSegments;
 }
 const std::string& CleanerStore::diskSummary() const {
-    return state_->shown.diskSummary;
+    return state_->shown->diskSummary;
 }
 std::int64_t CleanerStore::startupCount() const {
-    return state_->shown.startupCount;
+    return state_->shown->startupCount;
 }
 std::int64_t CleanerStore::backgroundCount() const {
-    return state_->shown.backgroundCount;
+    return state_->shown->backgroundCount;
 }
 std::int64_t CleanerStore::privacyCount() const {
-    return state_->shown.privacyCount;
+    return state_->shown->privacyCount;
 }
 const MemorySnapshot& CleanerStore::memorySnapshot() const {
-    return state_->shown.memorySnapshot;
+    return state_->shown->memorySnapshot;
 }
 const std::vector<MemoryApp>& CleanerStore::memoryApps() const {
-    return state_->shown.memoryApps;
+    return state_->shown->memoryApps;
 }
 const std::vector<StartupItem>& CleanerStore::startupItems() const {
-    return state_->shown.startupItems;
+    return state_->shown->startupItems;
 }
 const std::vector<PermissionHint>& CleanerStore::permissionHints() const {
-    return state_->shown.permissionHints;
+    return state_->shown->permissionHints;
 }
 double CleanerStore::scanProgress() const {
     return state_->scanProgress;

@@ -3,6 +3,7 @@
 #include "CleanupItem.h"
 #include "KeptItem.h"
 #include "ScanSnapshot.h"
+#include "TickLedger.h"
 #include "service/CleanerService.h"
 
 #include <QObject>
@@ -41,6 +42,8 @@ public:
     // The published fields. Each has a signal; listeners read the field again.
     [[nodiscard]] CleanerModule activeModule() const;
     [[nodiscard]] const std::vector<CleanupItem>& cleanupItems() const;
+    /// Another number whenever those were replaced; ticks do not count.
+    [[nodiscard]] std::uint64_t itemsRevision() const;
     /// Large files that the scan found beyond those that are listed.
     [[nodiscard]] const std::vector<CleanupItem>& furtherLargeFiles() const;
     [[nodiscard]] const std::vector<FileCandidate>& fileCandidates() const;
@@ -83,9 +86,6 @@ public:
     void keepShowing(CleanerModule module);
     /// Stops a scan, forgets all results (their texts are in the old language) and shows the not-scanned state.
     void resetForLanguageChange();
-    /// Keeps the shown results, selection included, in the cache entry of their module; time and source of the scan
-    /// stay. An empty result never makes an entry.
-    void persistActiveState();
     /// Lists the further large files after the others.
     void listFurtherLargeFiles();
     /// Asks the engine for the permission hints again.
@@ -95,16 +95,20 @@ public:
     [[nodiscard]] std::vector<CleanupItem> items(CleanerModule module) const;
     /// Positions in cleanupItems().
     [[nodiscard]] std::vector<int> itemIndices(CleanerModule module, CleanupFilter filter) const;
-    /// What a clean of `module` would take: rows that are cleanable, ticked and have a ticked byte.
+    /// What a clean of `module` would take, copied: rows that are cleanable, ticked and have a ticked byte.
     [[nodiscard]] std::vector<CleanupItem> selectedItems(CleanerModule module) const;
-    /// Overflow of a sum is fatal, here and in cleanableBytes.
+    /// The sums over `module`'s list, kept as ticks change. Overflow of one is fatal.
+    [[nodiscard]] const ModuleTicks& ticks(CleanerModule module) const;
+    /// Those of one row.
+    [[nodiscard]] const RowTicks& rowTicks(int itemIndex) const;
     [[nodiscard]] std::int64_t selectedBytes(CleanerModule module) const;
     [[nodiscard]] std::int64_t cleanableBytes(CleanerModule module) const;
     /// The denied permissions that limit `module`'s scan; for smartScan all denied ones.
     [[nodiscard]] std::vector<PermissionHint> permissionLimitations(CleanerModule module) const;
 
-    // Selection, edited in place by the rows. Rows that are not cleanable and positions that do not exist are left
-    // alone. A row with paths is ticked exactly when at least one of its paths is.
+    // Selection, edited in place: what is shown of a module is its cached result, and stays as it was left. Rows that
+    // are not cleanable and positions that do not exist are left alone. A row with paths is ticked exactly when at
+    // least one of its paths is.
     /// With every path of it: no path of an unticked row looks ticked or comes back with another's tick.
     void setItemSelected(int itemIndex, bool selected);
     void setItemsSelected(const std::vector<int>& itemIndices, bool selected);

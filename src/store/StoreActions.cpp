@@ -21,14 +21,15 @@ std::string_view quitText(QuitOutcome outcome) {
 } // namespace
 
 void CleanerStore::cleanSelected(CleanerModule module) {
-    const std::vector<CleanupItem> chosen = selectedItems(module);
-    if (chosen.empty() || state_->isCleaning) {
+    if (state_->isCleaning || ticks(module).selectedRows == 0) {
         return;
     }
+    // Shared: the action is copied on its way to the worker.
+    const auto chosen = std::make_shared<const std::vector<CleanupItem>>(selectedItems(module));
     state_->startLongAction(
         L::tr("正在清理选中项目..."), module,
         [chosen](CleanerService& engine, const CleanProgressCallback& progress, const CancelToken& stop) {
-            return State::ActionOutcome{{}, engine.clean(chosen, progress, stop), false};
+            return State::ActionOutcome{{}, engine.clean(*chosen, progress, stop), false};
         });
 }
 

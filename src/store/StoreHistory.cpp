@@ -3,8 +3,9 @@
 #include "StoreState.h"
 
 #include <algorithm>
-#include <set>
+#include <string_view>
 #include <tuple>
+#include <unordered_map>
 #include <utility>
 
 namespace vellmoor {
@@ -143,29 +144,34 @@ const std::vector<CleanupItem>& CleanerStore::State::knownItems(CleanerModule mo
 }
 
 void CleanerStore::State::keepTicks(const std::vector<CleanupItem>& before, std::vector<CleanupItem>& found) {
-    using RowKey = std::tuple<CleanerModule, std::string, std::string>;
-    std::map<std::pair<RowKey, std::filesystem::path>, const CleanupTarget*> known;
-    std::set<RowKey> unticked;
+    struct KnownRow {
+        bool isOff = false;
+        std::unordered_map<std::string_view, const CleanupTarget*> targets;
+    };
+    using RowKey = std::tuple<CleanerModule, std::string_view, std::string_view>;
+    const auto keyOf = [](const CleanupItem& item) { return RowKey(item.module, item.key, item.title); };
+    const KnownRow unknown;
+    std::map<RowKey, KnownRow> known;
     for (const CleanupItem& item : before) {
-        const RowKey row{item.module, item.key, item.title};
-        if (item.isCleanable && !item.isSelected) {
-            unticked.insert(row);
+        if (!item.isCleanable) {
+            continue;
         }
+        KnownRow& row = known[keyOf(item)];
+        row.isOff = row.isOff || !item.isSelected;
         for (const CleanupTarget& target : item.targets) {
-            if (item.isCleanable) {
-                known.emplace(std::pair(row, target.url), &target);
-            }
+            row.targets.emplace(target.url.native(), &target);
         }
     }
     for (CleanupItem& item : found) {
         if (!item.isCleanable || item.targets.empty()) {
             continue;
         }
-        const RowKey row{item.module, item.key, item.title};
+        const auto place = known.find(keyOf(item));
+        const KnownRow& row = place == known.end() ? unknown : place->second;
         for (CleanupTarget& target : item.targets) {
-            const auto same = known.find(std::pair(row, target.url));
-            if (same == known.end()) {
-                target.isSelected = target.isSelected && !unticked.contains(row); // a row that is off stays off
+            const auto same = row.targets.find(target.url.native());
+            if (same == row.targets.end()) {
+                target.isSelected = target.isSelected && !row.isOff; // a row that is off stays off
             } else if (same->second->isFromClean == target.isFromClean) {
                 target.isSelected = same->second->isSelected && target.mayGo();
             }

@@ -139,11 +139,15 @@ void CleanerStore::State::leaveOut(const std::vector<Path>& kept) {
     }
     const Update update(*this);
     for (auto& [module, cached] : cachedStates) {
-        takeOut(cached, kept);
-    }
-    if (takeOut(shown, kept)) {
-        pending.set(CleanupItems);
-        pending.set(FileCandidates);
+        if (!takeOut(cached, kept)) {
+            continue;
+        }
+        cached.ledger.forget();
+        if (&cached == shown) {
+            noteNewItems();
+            pending.set(CleanupItems);
+            pending.set(FileCandidates);
+        }
     }
 }
 

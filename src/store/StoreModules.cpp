@@ -6,13 +6,13 @@
 #include <algorithm>
 #include <iterator>
 #include <set>
+#include <utility>
 
 namespace vellmoor {
 
 void CleanerStore::show(CleanerModule module) {
     state_->requireOwnThread();
     const State::Update update(*state_);
-    state_->persistShownResults();
     state_->set(state_->activeModule, module, State::ActiveModule);
     state_->set(state_->latestReport, {}, State::Report);
     state_->set(state_->actionFailure, {}, State::ActionFailure);
@@ -34,14 +34,15 @@ void CleanerStore::keepShowing(CleanerModule module) {
 
 void CleanerStore::listFurtherLargeFiles() {
     state_->requireOwnThread();
-    std::vector<CleanupItem>& further = state_->shown.furtherLargeFiles;
-    if (further.empty()) {
+    CachedModuleState& shown = *state_->shown;
+    if (shown.furtherLargeFiles.empty()) {
         return;
     }
-    std::vector<CleanupItem> items = std::move(state_->shown.cleanupItems);
-    std::ranges::move(further, std::back_inserter(items));
-    further.clear();
-    state_->set(state_->shown.cleanupItems, std::move(items), State::CleanupItems);
+    std::vector<CleanupItem> items = std::move(shown.cleanupItems);
+    std::ranges::move(shown.furtherLargeFiles, std::back_inserter(items));
+    shown.furtherLargeFiles = {};
+    state_->noteNewItems();
+    state_->set(shown.cleanupItems, std::move(items), State::CleanupItems);
 }
 
 void CleanerStore::resetForLanguageChange() {
@@ -50,22 +51,17 @@ void CleanerStore::resetForLanguageChange() {
     if (state_->isScanning) {
         state_->invalidateCurrentScan();
     }
+    state_->applyNotScannedState(state_->activeModule);
     state_->cachedStates.clear();
     state_->set(state_->latestReport, {}, State::Report);
     state_->set(state_->actionFailure, {}, State::ActionFailure);
     state_->set(state_->scanProgress, 0.0, State::Progress);
     state_->set(state_->scanStage, {}, State::Stage);
-    state_->applyNotScannedState(state_->activeModule);
-}
-
-void CleanerStore::persistActiveState() {
-    state_->requireOwnThread();
-    state_->persistShownResults();
 }
 
 void CleanerStore::refreshPermissionHints() {
     state_->requireOwnThread();
-    state_->set(state_->shown.permissionHints, state_->service->permissionHints(), State::PermissionHints);
+    state_->set(state_->shown->permissionHints, state_->service->permissionHints(), State::PermissionHints);
 }
 
 void CleanerStore::clearReport() {
@@ -79,29 +75,34 @@ void CleanerStore::clearActionFailure() {
 }
 
 /// Shows `results` as those of the active module.
-void CleanerStore::State::publish(ScanSnapshot results) {
-    shown = std::move(results);
+void CleanerStore::State::publish(CachedModuleState& results) {
+    shown = &results;
     shownModule = activeModule;
+    ++itemsRevision;
     for (const Field field : {CleanupItems, FileCandidates, StorageSegments, DiskSummary, Counts, Memory, MemoryApps,
                               StartupItems, PermissionHints}) {
         pending.set(field);
     }
 }
 
-void CleanerStore::State::apply(const CachedModuleState& state) {
+void CleanerStore::State::noteNewItems() {
+    shown->ledger.forget();
+    ++itemsRevision;
+}
+
+void CleanerStore::State::apply(CachedModuleState& state) {
     const Update update(*this);
-    publish(static_cast<const ScanSnapshot&>(state));
+    publish(state);
     set(lastScanLabel, relativeScanLabel(state.scannedAt), LastScan);
     set(statusMessage, L::tr("显示来自%@的缓存结果，上次扫描：%@。", state.source, lastScanLabel), Status);
 }
 
 void CleanerStore::State::applyNotScannedState(CleanerModule module) {
     const Update update(*this);
-    ScanSnapshot nothing;
-    nothing.diskSummary = L::tr("点击扫描读取磁盘容量");
-    nothing.permissionHints = service->permissionHints();
-    publish(std::move(nothing));
-    persistShownResults();
+    notScanned = {};
+    notScanned.diskSummary = L::tr("点击扫描读取磁盘容量");
+    notScanned.permissionHints = service->permissionHints();
+    publish(notScanned);
     const bool isSmartScan = module == CleanerModule::smartScan;
     set(statusMessage,
         isSmartScan ? L::tr("将检查系统垃圾、大文件、废纸篓、应用残留、性能项目和内存状态。")
@@ -110,22 +111,10 @@ void CleanerStore::State::applyNotScannedState(CleanerModule module) {
     set(lastScanLabel, L::tr("未扫描"), LastScan);
 }
 
-void CleanerStore::State::persistShownResults() {
-    const auto existing = cachedStates.find(shownModule);
-    if (existing != cachedStates.end()) {
-        static_cast<ScanSnapshot&>(existing->second) = shown;
-        return;
-    }
-    if (!shown.cleanupItems.empty()) {
-        cachedStates.emplace(shownModule, CachedModuleState{shown, clock(), L::tr("当前模块")});
-    }
-}
-
 void CleanerStore::State::showOwnResults() {
     if (shownModule == activeModule) {
         return;
     }
-    persistShownResults();
     if (const auto cached = cachedStates.find(activeModule); cached != cachedStates.end()) {
         apply(cached->second);
     } else {
@@ -146,6 +135,7 @@ void CleanerStore::State::takeOutOfSmartScan(const ScanSnapshot& fresh, CleanerM
         }
     }
     std::vector<CleanupItem>& items = smart->second.cleanupItems;
+    smart->second.ledger.forget();
     std::erase_if(items, [&](CleanupItem& item) {
         const auto isGone = [&](const CleanupTarget& target) {
             if (item.module != module || left.contains(target.url)) {
@@ -163,32 +153,42 @@ void CleanerStore::State::takeOutOfSmartScan(const ScanSnapshot& fresh, CleanerM
     }
 }
 
-void CleanerStore::State::cache(const ScanSnapshot& snapshot, CleanerModule scannedModule) {
+void CleanerStore::State::cache(ScanSnapshot snapshot, CleanerModule scannedModule) {
     const bool isSmartScan = scannedModule == CleanerModule::smartScan;
-    CachedModuleState whole{snapshot, clock(), isSmartScan ? L::tr("智能扫描") : L::tr("单独扫描")};
-    if (!isSmartScan) {
-        keepTicks(knownItems(scannedModule), whole.cleanupItems);
-        if (scansAfterAction) {
-            takeOutOfSmartScan(snapshot, scannedModule);
-        }
-        cachedStates.insert_or_assign(scannedModule, std::move(whole));
+    CachedModuleState whole{std::move(snapshot), clock(), isSmartScan ? L::tr("智能扫描") : L::tr("单独扫描"), {}};
+    if (isSmartScan) {
+        cacheByModule(std::move(whole));
         return;
     }
+    keepTicks(knownItems(scannedModule), whole.cleanupItems);
+    if (scansAfterAction) {
+        takeOutOfSmartScan(whole, scannedModule);
+    }
+    cachedStates.insert_or_assign(scannedModule, std::move(whole));
+}
+
+/// A Smart Scan's rows are held twice, once in its own list and once in their module's; nothing else of them is.
+void CleanerStore::State::cacheByModule(CachedModuleState whole) {
+    std::vector<CleanupItem> found = std::exchange(whole.cleanupItems, {});
+    std::vector<CleanupItem> further = std::exchange(whole.furtherLargeFiles, {});
     CachedModuleState once = whole;
-    once.cleanupItems = countedOnce(std::move(once.cleanupItems));
-    keepTicks(knownItems(scannedModule), once.cleanupItems);
-    once.furtherLargeFiles.clear();
-    cachedStates.insert_or_assign(scannedModule, std::move(once));
+    once.cleanupItems = countedOnce(found);
+    keepTicks(knownItems(CleanerModule::smartScan), once.cleanupItems);
+    cachedStates.insert_or_assign(CleanerModule::smartScan, std::move(once));
     for (const CleanerModule module : allCleanerModules) {
         if (module == CleanerModule::smartScan) {
             continue;
         }
         CachedModuleState part = whole;
-        std::erase_if(part.cleanupItems, [module](const CleanupItem& item) { return item.module != module; });
+        for (CleanupItem& item : found) {
+            if (item.module == module) {
+                part.cleanupItems.push_back(std::move(item));
+            }
+        }
         keepTicks(knownItems(module), part.cleanupItems);
         part.fileCandidates = fileCandidates(part.cleanupItems);
-        if (module != CleanerModule::largeFiles) {
-            part.furtherLargeFiles.clear();
+        if (module == CleanerModule::largeFiles) {
+            part.furtherLargeFiles = std::move(further);
         }
         cachedStates.insert_or_assign(module, std::move(part));
     }
@@ -213,21 +213,22 @@ std::string CleanerStore::State::relativeScanLabel(TimePoint date) const {
 
 /// The lines of the large files among `items`, largest first; only that module's page shows them.
 std::vector<FileCandidate> CleanerStore::State::fileCandidates(const std::vector<CleanupItem>& items) {
-    std::vector<CleanupTarget> targets;
+    std::vector<const CleanupTarget*> targets;
     for (const CleanupItem& item : items) {
         if (item.module == CleanerModule::largeFiles) {
-            targets.insert(targets.end(), item.targets.begin(), item.targets.end());
+            std::ranges::transform(item.targets, std::back_inserter(targets),
+                                   [](const CleanupTarget& target) { return &target; });
         }
     }
     std::ranges::stable_sort(targets, std::ranges::greater(), &CleanupTarget::bytes);
     std::vector<FileCandidate> candidates;
-    std::ranges::transform(targets, std::back_inserter(candidates), [](const CleanupTarget& target) {
-        return FileCandidate{.name = target.name,
-                             .location = target.location,
-                             .size = byteCountText(target.bytes),
-                             .modified = target.modified,
-                             .symbol = target.symbol,
-                             .url = target.url};
+    std::ranges::transform(targets, std::back_inserter(candidates), [](const CleanupTarget* target) {
+        return FileCandidate{.name = target->name,
+                             .location = target->location,
+                             .size = byteCountText(target->bytes),
+                             .modified = target->modified,
+                             .symbol = target->symbol,
+                             .url = target->url};
     });
     return candidates;
 }

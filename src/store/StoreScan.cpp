@@ -5,6 +5,7 @@
 #include "StoreState.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace vellmoor {
 namespace {
@@ -23,7 +24,6 @@ void CleanerStore::scan(CleanerModule module, bool clearsReport) {
     const std::uint64_t generation = ++state_->scanGeneration;
     state_->scansAfterAction = !clearsReport;
     state_->keptMeanwhile.clear();
-    state_->persistShownResults();
     state_->set(state_->activeModule, module, State::ActiveModule);
     state_->lastScanned = module;
     state_->set(state_->isScanning, true, State::Scanning);
@@ -58,8 +58,8 @@ void CleanerStore::State::startScanWorker(CleanerModule module, std::uint64_t ge
             out->post([this, cause, generation] { failScan(cause, generation); });
         };
         try {
-            const auto snapshot = std::make_shared<const ScanSnapshot>(engine->scan(module, progress, *token));
-            out->post([this, snapshot, module, generation] { completeScan(*snapshot, module, generation); });
+            const auto snapshot = std::make_shared<ScanSnapshot>(engine->scan(module, progress, *token));
+            out->post([this, snapshot, module, generation] { completeScan(std::move(*snapshot), module, generation); });
         } catch (const ScanCancelled&) {
             out->post([this, generation] { endCancelledScan(generation); });
         } catch (const std::exception& error) {
@@ -85,13 +85,12 @@ void CleanerStore::State::showProgress(const ScanProgressUpdate& step, std::uint
     set(statusMessage, step.stage, Status);
 }
 
-void CleanerStore::State::completeScan(const ScanSnapshot& snapshot, CleanerModule module, std::uint64_t generation) {
+void CleanerStore::State::completeScan(ScanSnapshot snapshot, CleanerModule module, std::uint64_t generation) {
     if (scanGeneration != generation) {
         return;
     }
     const Update update(*this);
-    persistShownResults(); // what was ticked while it ran
-    cache(snapshot, module);
+    cache(std::move(snapshot), module);
     set(scanProgress, 1.0, Progress);
     set(scanStage, L::tr("扫描完成"), Stage);
     set(isScanning, false, Scanning);
@@ -113,7 +112,7 @@ void CleanerStore::State::completeScan(const ScanSnapshot& snapshot, CleanerModu
 
 std::string CleanerStore::State::scanCompletionMessage(const std::string& cleanable, CleanerModule module) const {
     const std::string message =
-        shown.cleanupItems.empty() ? L::tr("未发现可处理项目") : L::tr("扫描完成，发现 %@ 可清理空间", cleanable);
+        shown->cleanupItems.empty() ? L::tr("未发现可处理项目") : L::tr("扫描完成，发现 %@ 可清理空间", cleanable);
     if (store.permissionLimitations(module).empty()) {
         return message;
     }

@@ -1,27 +1,10 @@
 // Queries over the shown rows, and their ticks.
-#include "CheckedMath.h"
 #include "StoreState.h"
 
 #include <algorithm>
 #include <iterator>
 
 namespace vellmoor {
-namespace {
-
-bool isToBeCleaned(const CleanupItem& item) {
-    return item.selectedBytes() > 0;
-}
-
-bool hasSelectedTarget(const CleanupItem& item) {
-    return std::ranges::any_of(item.targets, &CleanupTarget::isSelected);
-}
-
-/// A row that has paths is selected exactly when one of them is.
-void syncItemSelection(CleanupItem& item) {
-    item.isSelected = hasSelectedTarget(item);
-}
-
-} // namespace
 
 std::vector<CleanupItem> CleanerStore::items(CleanerModule module) const {
     state_->requireOwnThread();
@@ -33,10 +16,16 @@ std::vector<CleanupItem> CleanerStore::items(CleanerModule module) const {
 
 std::vector<int> CleanerStore::itemIndices(CleanerModule module, CleanupFilter filter) const {
     state_->requireOwnThread();
+    const auto isListed = [&](const RowTicks& row) {
+        const bool belongs = module == CleanerModule::smartScan || row.module == module;
+        return belongs &&
+               (filter == CleanupFilter::all || (filter == CleanupFilter::recommended && row.isRecommended) ||
+                (filter == CleanupFilter::selected && row.isToBeCleaned()));
+    };
     std::vector<int> indices;
     int index = 0;
-    for (const CleanupItem& item : cleanupItems()) {
-        if (belongs(item, module) && matches(filter, item)) {
+    for (const RowTicks& row : state_->ledger().rows()) {
+        if (isListed(row)) {
             indices.push_back(index);
         }
         ++index;
@@ -47,31 +36,28 @@ std::vector<int> CleanerStore::itemIndices(CleanerModule module, CleanupFilter f
 std::vector<CleanupItem> CleanerStore::selectedItems(CleanerModule module) const {
     state_->requireOwnThread();
     std::vector<CleanupItem> selected;
-    std::ranges::copy_if(cleanupItems(), std::back_inserter(selected),
-                         [module](const CleanupItem& item) { return belongs(item, module) && isToBeCleaned(item); });
+    for (const int index : itemIndices(module, CleanupFilter::selected)) {
+        selected.push_back(cleanupItems().at(static_cast<std::size_t>(index)));
+    }
     return selected;
 }
 
-std::int64_t CleanerStore::selectedBytes(CleanerModule module) const {
+const ModuleTicks& CleanerStore::ticks(CleanerModule module) const {
     state_->requireOwnThread();
-    std::int64_t sum = 0;
-    for (const CleanupItem& item : cleanupItems()) {
-        if (belongs(item, module) && isToBeCleaned(item)) {
-            sum = checkedAdd(sum, item.selectedBytes());
-        }
-    }
-    return sum;
+    return state_->ledger().of(module);
+}
+
+const RowTicks& CleanerStore::rowTicks(int itemIndex) const {
+    state_->requireOwnThread();
+    return state_->ledger().row(static_cast<std::size_t>(itemIndex));
+}
+
+std::int64_t CleanerStore::selectedBytes(CleanerModule module) const {
+    return ticks(module).selectedBytes;
 }
 
 std::int64_t CleanerStore::cleanableBytes(CleanerModule module) const {
-    state_->requireOwnThread();
-    std::int64_t sum = 0;
-    for (const CleanupItem& item : cleanupItems()) {
-        if (belongs(item, module)) {
-            sum = checkedAdd(sum, item.cleanableBytes());
-        }
-    }
-    return sum;
+    return ticks(module).cleanableBytes;
 }
 
 std::vector<PermissionHint> CleanerStore::permissionLimitations(CleanerModule module) const {
@@ -91,7 +77,7 @@ void CleanerStore::setItemSelected(int itemIndex, bool selected) {
     if (item == nullptr) {
         return;
     }
-    item->selectAll(selected);
+    state_->ledger().tickAll(static_cast<std::size_t>(itemIndex), *item, selected);
     Q_EMIT selectionChanged(itemIndex);
 }
 
@@ -108,8 +94,7 @@ void CleanerStore::setTargetSelected(int itemIndex, int targetIndex, bool select
         return;
     }
     CleanupTarget& target = item->targets.at(static_cast<std::size_t>(targetIndex));
-    target.isSelected = selected && target.mayGo();
-    syncItemSelection(*item);
+    state_->ledger().tick(static_cast<std::size_t>(itemIndex), *item, target, selected && target.mayGo());
     Q_EMIT selectionChanged(itemIndex);
 }
 
@@ -119,11 +104,18 @@ void CleanerStore::setAllSelected(CleanerModule module, bool selected) {
 
 /// The row at `index` if its ticks may be changed.
 CleanupItem* CleanerStore::State::editableItem(int index) {
-    if (index < 0 || static_cast<std::size_t>(index) >= shown.cleanupItems.size()) {
+    if (index < 0 || static_cast<std::size_t>(index) >= shown->cleanupItems.size()) {
         return nullptr;
     }
-    CleanupItem& item = shown.cleanupItems.at(static_cast<std::size_t>(index));
+    CleanupItem& item = shown->cleanupItems.at(static_cast<std::size_t>(index));
     return item.isCleanable ? &item : nullptr;
+}
+
+TickLedger& CleanerStore::State::ledger() {
+    if (!shown->ledger.isCurrent()) {
+        shown->ledger.count(shown->cleanupItems);
+    }
+    return shown->ledger;
 }
 
 } // namespace vellmoor

@@ -83,24 +83,24 @@ struct CleanerStore::State {
     void requireOwnThread() const;
 
     // Modules and cache
-    void publish(ScanSnapshot results);
-    void apply(const CachedModuleState& state);
+    void publish(CachedModuleState& results);
+    void apply(CachedModuleState& state);
     void applyNotScannedState(CleanerModule module);
-    void persistShownResults();
     /// What was ticked and unticked stays so in what is found anew, by path.
     static void keepTicks(const std::vector<CleanupItem>& before, std::vector<CleanupItem>& found);
     [[nodiscard]] const std::vector<CleanupItem>& knownItems(CleanerModule module) const;
     /// After a scan that brought nothing: no other module's results stay under the active one's name.
     void showOwnResults();
     void takeOutOfSmartScan(const ScanSnapshot& fresh, CleanerModule module);
-    void cache(const ScanSnapshot& snapshot, CleanerModule scannedModule);
+    void cache(ScanSnapshot snapshot, CleanerModule scannedModule);
+    void cacheByModule(CachedModuleState whole);
     [[nodiscard]] std::string relativeScanLabel(TimePoint date) const;
     static std::vector<FileCandidate> fileCandidates(const std::vector<CleanupItem>& items);
 
     // Scanning; the main-thread end of a scan's worker
     void startScanWorker(CleanerModule module, std::uint64_t generation);
     void showProgress(const ScanProgressUpdate& update, std::uint64_t generation);
-    void completeScan(const ScanSnapshot& snapshot, CleanerModule module, std::uint64_t generation);
+    void completeScan(ScanSnapshot snapshot, CleanerModule module, std::uint64_t generation);
     void endCancelledScan(std::uint64_t generation);
     void failScan(const std::string& cause, std::uint64_t generation);
     void invalidateCurrentScan();
@@ -129,6 +129,10 @@ struct CleanerStore::State {
 
     // Selection
     [[nodiscard]] CleanupItem* editableItem(int index);
+    /// The shown rows were replaced.
+    void noteNewItems();
+    /// The sums over the shown rows.
+    [[nodiscard]] TickLedger& ledger();
 
     CleanerStore& store;
     std::shared_ptr<CleanerService> service;
@@ -136,10 +140,14 @@ struct CleanerStore::State {
     std::shared_ptr<Workers> workers;
 
     CleanerModule activeModule = CleanerModule::smartScan;
-    /// Whose results `shown` holds. Differs from activeModule only while (or after) a module that was not shown is
+    /// Whose results `shown` are. Differs from activeModule only while (or after) a module that was not shown is
     /// scanned: its results arrive with the scan, and until then no other module's are kept under its name.
     CleanerModule shownModule = CleanerModule::smartScan;
-    ScanSnapshot shown;
+    CachedModuleState notScanned; ///< what is shown of a module without a result
+    /// What is shown: `notScanned`, or shownModule's entry among the cached ones. Ticks are set in it, nothing is
+    /// copied.
+    CachedModuleState* shown = &notScanned;
+    std::uint64_t itemsRevision = 1;
     double scanProgress = 0;
     std::string scanStage;
     bool isScanning = false;

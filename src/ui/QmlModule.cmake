@@ -15,7 +15,14 @@ function(vellmoor_qml_module name uri)
   qt_add_qml_module(${target}
     URI ${uri} VERSION 1.0 RESOURCE_PREFIX /qt/qml DEPENDENCIES ${ARG_DEPENDENCIES}
     QML_FILES ${qml_files} SOURCES ${ARG_SOURCES})
-  target_include_directories(${target} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+  # Headers are named without their room: what Qt generates knows them by no other name.
+  set(rooms ${CMAKE_CURRENT_SOURCE_DIR})
+  foreach(source IN LISTS ARG_SOURCES)
+    cmake_path(GET source PARENT_PATH room)
+    list(APPEND rooms ${CMAKE_CURRENT_SOURCE_DIR}/${room})
+  endforeach()
+  list(REMOVE_DUPLICATES rooms)
+  target_include_directories(${target} PUBLIC ${rooms})
   target_link_libraries(${target} PUBLIC ${ARG_USES} Qt6::Quick)
   # The strict warnings are for the files written here, not for what Qt's tools generate from them.
   get_target_property(warnings vellmoor_warnings INTERFACE_COMPILE_OPTIONS)

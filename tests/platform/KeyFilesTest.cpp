@@ -59,6 +59,22 @@ TEST(UnitFiles, AreKnownByTheirEnding) {
     EXPECT_FALSE(platform.keyFile(folder.text("a.desktop", text)));
 }
 
+TEST(ReadKeyFile, LeavesLanguagesOutThatTheProgramDoesNotSpeak) {
+    const TemporaryFolder folder;
+    const std::string text =
+        "# Name[de]=no comment is lost\n[Desktop Entry]\nName=Files\nName[de]=Dateien\nName[zh_CN]=文件\n"
+        "Name[en_GB]=Files, please\n Comment [fr] = x\nExec=sh -c \"[ -e a ] = b\"\n[Desktop Action "
+        "a]\nName=A\nName[de]=B";
+    const auto entry = LinuxPlatform().keyFile(folder.text("a.desktop", text));
+    ASSERT_TRUE(entry);
+    EXPECT_THAT(entry->at("Desktop Entry"),
+                ElementsAre(Key("Exec"), Key("Name"), Key("Name[en_GB]"), Key("Name[zh_CN]")));
+    EXPECT_EQ(entry->at("Desktop Entry").at("Exec"), "sh -c \"[ -e a ] = b\"");
+    EXPECT_THAT(entry->at("Desktop Action a"), ElementsAre(Key("Name")));
+    const auto other = LinuxPlatform().keyFile(folder.text("a.ini", text));
+    EXPECT_TRUE(other->at("Desktop Entry").contains("Name[de]"));
+}
+
 TEST(ReadKeyFile, TakesRegularFilesOfAtMostOneMebibyte) {
     const TemporaryFolder folder;
     const LinuxPlatform platform;

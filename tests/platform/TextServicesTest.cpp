@@ -24,6 +24,34 @@ TimePoint day(int year, unsigned month, unsigned day) {
     return std::chrono::sys_days{std::chrono::year(year) / std::chrono::month(month) / std::chrono::day(day)} + 12h;
 }
 
+TEST(RelativeDate, IsToldInHoursUntilItIsADay) {
+    for (int hours = 1; hours < 24; ++hours) {
+        EXPECT_EQ(english(noon - std::chrono::hours(hours)), std::to_string(hours) + " hr. ago");
+        EXPECT_EQ(english(noon - std::chrono::hours(hours) - 59min), std::to_string(hours) + " hr. ago");
+    }
+    EXPECT_EQ(english(noon - 60s), "1 min. ago");
+    EXPECT_EQ(english(noon + 90s), "in 1 min.");
+}
+
+TEST(RelativeDate, IsTheSameWheneverItIsAskedFor) {
+    for (int again = 0; again < 2; ++again) {
+        EXPECT_EQ(english(noon - 48h), "2 days ago");
+        EXPECT_EQ(chinese(noon - 48h), "2天前");
+        EXPECT_EQ(english(noon + 48h), "in 2 days");
+    }
+}
+
+TEST(PlainLetters, AreTreatedAsAllOthers) {
+    const std::string plain = "Some-Name_2.0 (Beta)";
+    EXPECT_EQ(lowerCase(plain), "some-name_2.0 (beta)");
+    EXPECT_EQ(lettersAndDigits(plain), "somename20beta");
+    EXPECT_EQ(lettersAndDigits(plain + "É"), "somename20betaé");
+    EXPECT_TRUE(containsPhrase(plain, "NAME_2"));
+    EXPECT_TRUE(containsPhrase(plain + "É", "NAME_2"));
+    EXPECT_FALSE(containsPhrase(plain, ""));
+    EXPECT_TRUE(isUtf8(plain));
+}
+
 TEST(RelativeDate, TakesTheLargestUnitOfWhichThereIsOne) {
     EXPECT_EQ(english(noon - 30s), "30 sec. ago");
     EXPECT_EQ(english(noon - 59min - 59s), "59 min. ago");

@@ -46,6 +46,9 @@ CleanupReport ScriptedCleanerService::clean(const std::vector<CleanupItem>& item
     };
     run(&stop);
     progress({.doneCount = 0, .totalCount = static_cast<std::int64_t>(items.size())});
+    if (cleanProgress_) {
+        progress(*cleanProgress_);
+    }
     CleanupReport report = script ? script(items) : CleanupReport();
     run(nullptr);
     return report;
@@ -131,7 +134,9 @@ Outcome ScriptedCleanerService::keep(const std::vector<Path>& paths) {
     if (!listRefusal_.empty()) {
         return std::unexpected(listRefusal_);
     }
-    kept_.insert(kept_.end(), paths.begin(), paths.end());
+    for (const Path& path : paths) {
+        kept_.push_back({.url = path, .name = path.filename().string(), .location = "", .symbol = "doc"});
+    }
     return {};
 }
 
@@ -140,7 +145,7 @@ Outcome ScriptedCleanerService::offerAgain(const Path& path) {
     if (!listRefusal_.empty()) {
         return std::unexpected(listRefusal_);
     }
-    std::erase(kept_, path);
+    std::erase_if(kept_, [&](const KeptItem& item) { return item.url == path; });
     return {};
 }
 
@@ -149,11 +154,16 @@ std::expected<std::vector<KeptItem>, std::string> ScriptedCleanerService::keptIt
     if (!listRefusal_.empty()) {
         return std::unexpected(listRefusal_);
     }
-    std::vector<KeptItem> items;
-    for (const Path& path : kept_) {
-        items.push_back({.url = path, .name = path.filename().string(), .location = "", .symbol = "doc"});
-    }
-    return items;
+    return kept_;
+}
+
+void ScriptedCleanerService::setKept(std::vector<KeptItem> items) {
+    const std::scoped_lock guard(lock_);
+    kept_ = std::move(items);
+}
+
+void ScriptedCleanerService::setCleanProgress(const CleanProgress& progress) {
+    cleanProgress_ = progress;
 }
 
 void ScriptedCleanerService::refuseList(const std::string& reason) {

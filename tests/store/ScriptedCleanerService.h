@@ -73,6 +73,9 @@ public:
     void onPutBack(Restore script);
     /// Why the list of kept items cannot be changed or read; empty: it can.
     void refuseList(const std::string& reason);
+    void setKept(std::vector<KeptItem> items);
+    /// How far the next clean says that it is, once it has begun.
+    void setCleanProgress(const CleanProgress& progress);
     void setHints(std::vector<PermissionHint> hints);
     void setHistory(History history);
     void setNoWayBack(std::optional<std::string> reason);
@@ -104,7 +107,8 @@ private:
     std::vector<std::string> historyCalls_;
     const CancelToken* stop_ = nullptr; ///< of the running clean
     std::vector<PermissionHint> hints_;
-    std::vector<Path> kept_;
+    std::vector<KeptItem> kept_;
+    std::optional<CleanProgress> cleanProgress_;
     std::string listRefusal_;
     std::vector<CleanerModule> scans_;
     std::vector<std::vector<CleanupItem>> cleans_;

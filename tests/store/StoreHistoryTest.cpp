@@ -94,7 +94,7 @@ TEST_F(StoreHistory, WithoutAResultNothingIsScannedAfterwards) {
     store->putBack("one");
     awaitEnd();
     EXPECT_THAT(service->scans(), IsEmpty());
-    EXPECT_EQ(store->statusMessage(), "Put back 0 items (0 KB).");
+    EXPECT_EQ(store->statusMessage(), "Items put back: 0 (0 KB).");
 }
 
 TEST_F(StoreHistory, ATargetIsPutBackWhereItsPlaceIsKnown) {

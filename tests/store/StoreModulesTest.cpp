@@ -111,7 +111,6 @@ TEST_F(StoreModules, ShowAnUnscannedSmartScanWithItsOwnText) {
 TEST_F(StoreModules, ThatShowNothingGetNoCacheEntryWhenLeft) {
     store->show(CleanerModule::trash);
     store->show(CleanerModule::privacy);
-    store->persistActiveState();
     for (const CleanerModule module : allCleanerModules) {
         EXPECT_FALSE(store->hasResult(module)) << rawValue(module);
     }
@@ -259,12 +258,11 @@ TEST_F(StoreModules, AnEmptyResultOverwritesAnExistingEntry) {
     EXPECT_EQ(store->statusMessage(), "Showing cached results from Single scan. Last scan: just now.");
 }
 
-TEST_F(StoreModules, PersistingKeepsRefreshedHintsInTheEntry) {
+TEST_F(StoreModules, KeepRefreshedHintsInTheEntry) {
     scanned(CleanerModule::trash, snapshotOf({row(CleanerModule::trash, "Trash", {10})}));
     service->setHints({hint("Mail Data", true, {}), hint("Browser Data", false, {})});
     store->refreshPermissionHints();
     EXPECT_EQ(store->permissionHints().size(), 2U);
-    store->persistActiveState();
     store->show(CleanerModule::trash);
     EXPECT_EQ(store->permissionHints().size(), 2U);
 }
@@ -300,7 +298,6 @@ TEST_F(StoreModules, ScannedInTheFutureOfASetBackClockReadJustNow) {
 TEST_F(StoreModules, DoNotRefreshTheirLabelWithoutBeingShown) {
     scanned(CleanerModule::trash, {});
     passTime(std::chrono::hours(1));
-    store->persistActiveState();
     EXPECT_EQ(store->lastScanLabel(), "just now");
 }
 

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <limits>
+#include <random>
 
 namespace vellmoor {
 namespace {
@@ -226,6 +227,69 @@ TEST_F(StoreSelection, DeselectAllUnticksEveryPathOfTheModulesRowsOnly) {
     store->setAllSelected(CleanerModule::trash, false);
     EXPECT_THAT(ticks(0), ElementsAre(false, false));
     EXPECT_EQ(store->selectedBytes(CleanerModule::smartScan), 80);
+}
+
+/// What the sums over the shown rows must be.
+ModuleTicks counted(const std::vector<CleanupItem>& items, CleanerModule module) {
+    ModuleTicks sums;
+    for (const CleanupItem& item : items) {
+        if (!belongs(item, module)) {
+            continue;
+        }
+        ++sums.rows;
+        sums.recommendedRows += matches(CleanupFilter::recommended, item) ? 1 : 0;
+        sums.cleanableBytes += item.cleanableBytes();
+        if (item.selectedBytes() > 0) {
+            ++sums.selectedRows;
+            ++sums.selectedRowsByRisk.at(static_cast<std::size_t>(item.risk));
+            sums.selectedPaths += item.selectedTargetCount();
+            sums.selectedBytes += item.selectedBytes();
+        }
+    }
+    return sums;
+}
+
+TEST_F(StoreSelection, SumsStayThoseOfTheRowsWhateverIsTicked) {
+    CleanupItem contrary = row(CleanerModule::privacy, "Its paths are ticked, it is not", {7, 8}, true);
+    contrary.isSelected = false;
+    CleanupItem held = row(CleanerModule::trash, "One path stays", {30, 40}, false);
+    held.targets.at(1).heldBack = "kept";
+    show({row(CleanerModule::trash, "A", {10, 0, 20}), held, uncleanable("C"), contrary,
+          cautious(CleanerModule::privacy, "E", {5, 6}), row(CleanerModule::systemJunk, "Empty", {})});
+    std::mt19937 random(1);
+    const auto any = [&random](int count) { return static_cast<int>(random() % static_cast<unsigned>(count)); };
+    for (int step = 0; step < 500; ++step) {
+        switch (any(4)) {
+        case 0:
+            store->setItemSelected(any(7) - 1, any(2) == 0);
+            break;
+        case 1:
+            store->setAllSelected(allCleanerModules.at(static_cast<std::size_t>(any(8))), any(2) == 0);
+            break;
+        default:
+            store->setTargetSelected(any(6), any(4) - 1, any(2) == 0);
+            break;
+        }
+        for (const CleanerModule module : allCleanerModules) {
+            ASSERT_EQ(store->ticks(module), counted(store->cleanupItems(), module)) << step << rawValue(module);
+        }
+        for (int index = 0; index < 6; ++index) {
+            ASSERT_EQ(store->rowTicks(index).selectedPaths,
+                      shown(static_cast<std::size_t>(index)).selectedTargetCount());
+        }
+    }
+}
+
+TEST_F(StoreSelection, SumsAreThoseOfTheModuleThatIsShown) {
+    scanned(CleanerModule::trash, snapshotOf({row(CleanerModule::trash, "A", {10})}));
+    scanned(CleanerModule::privacy, snapshotOf({row(CleanerModule::privacy, "B", {3, 4})}));
+    EXPECT_EQ(store->selectedBytes(CleanerModule::privacy), 7);
+    EXPECT_EQ(store->selectedBytes(CleanerModule::trash), 0);
+    store->setTargetSelected(0, 0, false);
+    store->show(CleanerModule::trash);
+    EXPECT_EQ(store->selectedBytes(CleanerModule::trash), 10);
+    store->show(CleanerModule::privacy);
+    EXPECT_EQ(store->selectedBytes(CleanerModule::privacy), 4);
 }
 
 TEST_F(StoreSelection, ChangesNameTheirRow) {

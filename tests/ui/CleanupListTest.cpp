@@ -18,6 +18,15 @@ TEST_P(CleanupListTest, ATickTakesTheWholeCategory) {
     EXPECT_EQ(item.selectedBytes(), item.bytes);
 }
 
+TEST_P(CleanupListTest, TheSheetsListHasRowsOnlyWhileTheSheetIsOpen) {
+    openScanned(CleanerModule::systemJunk);
+    EXPECT_EQ(window().main().model().details()->rowCount(), 0);
+    ASSERT_TRUE(window().click(QStringLiteral("previewButton")));
+    EXPECT_GT(window().main().model().details()->rowCount(), window().main().model().items()->rowCount());
+    window().press(Qt::Key_Escape);
+    EXPECT_TRUE(window().waitFor([&] { return window().main().model().details()->rowCount() == 0; }));
+}
+
 TEST_P(CleanupListTest, UntickingACategoryLeavesNoPathTicked) {
     openScanned(CleanerModule::systemJunk);
     ASSERT_TRUE(window().click(QStringLiteral("item.0.toggle")));

@@ -32,6 +32,31 @@ TEST_P(PerformancePagesTest, DisablingAsksFirst) {
     EXPECT_EQ(service().disables().at(0).name, "KeePassXC");
 }
 
+TEST_P(PerformancePagesTest, AfterACancelledQuestionOfAnotherPageTheFirstClickCounts) {
+    openScanned(CleanerModule::smartScan);
+    window().show(CleanerModule::memoryOptimization);
+    ASSERT_TRUE(window().click(QStringLiteral("memoryApp.0.quit")));
+    ASSERT_TRUE(window().click(QStringLiteral("confirmQuit.cancel")));
+    window().show(CleanerModule::performance);
+    const QQuickItem* list = window().item(QStringLiteral("startupList"));
+    ASSERT_NE(list, nullptr);
+    EXPECT_LE(list->property("contentY").toDouble(), 0) << "the list begins with its first row";
+    ASSERT_TRUE(window().click(QStringLiteral("startup.0.action")));
+    EXPECT_TRUE(isVisible("confirmStartup.cancel"));
+}
+
+TEST_P(PerformancePagesTest, AFocusThatIsOutOfSightInItsListMovesThePageNoFurtherThanItGoes) {
+    openScanned(CleanerModule::performance);
+    window().resize({800, 560});
+    window().settle();
+    QQuickItem* page = window().item(QStringLiteral("startupList"));
+    ASSERT_NE(page, nullptr);
+    const double top = page->mapToScene(QPointF()).y();
+    ASSERT_TRUE(window().click(QStringLiteral("startup.3.action")));
+    ASSERT_TRUE(window().click(QStringLiteral("confirmStartup.cancel")));
+    EXPECT_EQ(page->mapToScene(QPointF()).y(), top);
+}
+
 TEST_P(PerformancePagesTest, RestoringAsksFirst) {
     openScanned(CleanerModule::performance);
     ASSERT_TRUE(window().click(QStringLiteral("startup.3.action")));

@@ -8,9 +8,10 @@ std::filesystem::path PictureFrame::file(const std::string& name) const {
     return folder / (name + "-" + std::string(rawValue(language)) + ".png");
 }
 
-PictureSession::PictureSession(const PictureFrame& frame)
+PictureSession::PictureSession(const PictureFrame& frame, bool asRoot)
     : frame_(frame),
       service_(std::make_shared<ScriptedCleanerService>()) {
+    desktop_.asRoot = asRoot;
     L::setLanguage(frame.language); // the script is in the window's language
     service_->onScan(
         [](CleanerModule module, const ProgressCallback&, const CancelToken&) { return sample::snapshot(module); });

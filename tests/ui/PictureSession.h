@@ -28,10 +28,11 @@ struct PictureFrame {
 /// A window over scripted results, and the pictures of it.
 class PictureSession {
 public:
-    explicit PictureSession(const PictureFrame& frame);
+    explicit PictureSession(const PictureFrame& frame, bool asRoot = false);
 
     [[nodiscard]] ScriptedCleanerService& service() { return *service_; }
     [[nodiscard]] WindowDriver& driver() { return *driver_; }
+    [[nodiscard]] WindowModel& model() { return driver_->main().model(); }
 
     /// Writes the window as it is now; false when it could not.
     bool take(const std::string& name);

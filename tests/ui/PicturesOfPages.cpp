@@ -5,6 +5,8 @@
 namespace vellmoor {
 namespace {
 
+constexpr std::int64_t megabyte = 1'000'000;
+
 std::string nameOf(CleanerModule module) {
     return std::string(rawValue(module));
 }
@@ -61,18 +63,31 @@ bool takeEmpty(const PictureFrame& frame, CleanerModule module) {
     return session.take(nameOf(module) + "-empty");
 }
 
+/// Half-way, and what is asked when the window is closed then.
 bool takeCleaning(const PictureFrame& frame, CleanerModule module) {
     PictureSession session(frame);
     auto gate = std::make_shared<Gate>();
+    session.service().setCleanProgress({.doneCount = 412,
+                                        .totalCount = 1204,
+                                        .doneBytes = 3'120 * megabyte,
+                                        .totalBytes = 8'400 * megabyte,
+                                        .current = "/home/anna/.cache/mesa_shader_cache/3f/0b7c1d2e9a"});
     session.service().onClean([gate](const std::vector<CleanupItem>&) {
         gate->pass();
         return sample::cleanReport();
     });
     session.showScanned(module);
-    session.driver().main().model().setAllSelected(true);
+    session.model().setAllSelected(true);
     session.driver().settle();
-    session.driver().main().model().cleanSelected();
-    const bool done = session.driver().store().isCleaning() && session.take(nameOf(module) + "-cleaning");
+    session.model().cleanSelected();
+    session.driver().waitFor([&] {
+        const auto& progress = session.driver().store().cleanProgress();
+        return progress && progress->doneCount > 0;
+    });
+    bool done = session.driver().store().isCleaning() && session.take(nameOf(module) + "-cleaning");
+    if (module == CleanerModule::smartScan) {
+        done &= !session.model().mayClose() && session.take("confirm-close");
+    }
     gate->open();
     session.waitUntilIdle();
     return done;
@@ -106,13 +121,75 @@ bool takeLimited(const PictureFrame& frame) {
     return done;
 }
 
+/// A clean that was cut off, a whole one, and one of which a part is back in its place.
 bool takeHistory(const PictureFrame& frame) {
     PictureSession session(frame);
-    session.service().setHistory(sample::history());
+    History history = sample::history();
+    HistoryClean partly = history.cleans.back();
+    partly.id = "three";
+    partly.at -= std::chrono::hours(30);
+    partly.module = CleanerModule::largeFiles;
+    partly.items.front().isPutBack = true;
+    partly.items.front().place.clear();
+    partly.trashedCount = 2;
+    partly.trashedBytes = 100 * megabyte;
+    history.cleans.push_back(partly);
+    session.service().setHistory(history);
     session.driver().store().loadHistory();
     session.showScanned(CleanerModule::trash);
     session.driver().waitFor([&] { return !session.driver().store().history().cleans.empty(); });
-    return session.takeAfterClick("history.1.expand", "trash-history");
+    bool done = session.take("trash-history") && session.takeAfterClick("history.2.expand", "trash-history-partly");
+    done &= session.click("history.2.expand") && session.takeAfterClick("history.0.finish", "confirm-finish");
+    done &= session.click("decide.cancel") && session.takeAfterClick("forgetHistory", "confirm-forget");
+    return done;
+}
+
+/// More large files than are listed at first, and all of them.
+bool takeManyFiles(const PictureFrame& frame) {
+    PictureSession session(frame);
+    session.service().onScan([](CleanerModule module, const ProgressCallback&, const CancelToken&) {
+        ScanSnapshot scan = sample::snapshot(module);
+        for (int copy = 1; copy < 8; ++copy) {
+            for (CleanupItem item : sample::snapshot(CleanerModule::largeFiles).cleanupItems) {
+                item.targets.front().url += "." + std::to_string(copy);
+                item.targets.front().name += "." + std::to_string(copy);
+                item.title += "." + std::to_string(copy);
+                scan.furtherLargeFiles.push_back(item);
+            }
+        }
+        return scan;
+    });
+    session.showScanned(CleanerModule::largeFiles);
+    bool done = session.take("largeFiles-more") && session.takeAfterClick("listAll", "largeFiles-all");
+    done &= session.takeAfterClick("kindFilter", "largeFiles-kinds");
+    return done;
+}
+
+/// What opens over a list, and what a search and a filter leave of it.
+bool takeListTools(const PictureFrame& frame) {
+    PictureSession session(frame);
+    session.showScanned(CleanerModule::systemJunk);
+    bool done = session.takeAfterClick("sortButton", "systemJunk-sort");
+    session.driver().press(Qt::Key_Escape);
+    done &= session.driver().click("item.1", Qt::RightButton) && session.take("systemJunk-menu");
+    session.driver().press(Qt::Key_Escape);
+    done &= session.takeAfterClick("filter.recommended", "systemJunk-recommended") && session.click("searchButton");
+    session.driver().press(Qt::Key_N);
+    done &= session.take("systemJunk-search");
+    session.driver().press(Qt::Key_Q);
+    return done && session.take("systemJunk-search-empty");
+}
+
+bool takeNotices(const PictureFrame& frame) {
+    PictureSession session(frame, true);
+    session.showScanned(CleanerModule::smartScan);
+    session.model().showNotice(QString::fromStdString(L::tr("文件管理器没有打开。")), true);
+    bool done = session.take("smartScan-notices");
+    session.driver().show(CleanerModule::memoryOptimization);
+    session.model().showNotice(
+        QString::fromStdString(L::tr("%@ 未响应退出请求，可在活动监视器中结束。", std::string("Thunderbird"))), true);
+    done &= session.take("memoryOptimization-notice");
+    return done;
 }
 
 bool takeUnfolded(const PictureFrame& frame) {
@@ -145,6 +222,9 @@ bool takePicturesOfPages(const PictureFrame& frame) {
     done &= takeLimited(frame);
     done &= takeUnfolded(frame);
     done &= takeHistory(frame);
+    done &= takeManyFiles(frame);
+    done &= takeListTools(frame);
+    done &= takeNotices(frame);
     return done;
 }
 

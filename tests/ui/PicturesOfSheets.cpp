@@ -50,9 +50,55 @@ bool takeSums(const PictureFrame& frame) {
 
 bool takeHelp(const PictureFrame& frame) {
     PictureSession session(frame);
+    session.showScanned(CleanerModule::smartScan);
     bool done = session.takeAfterClick("aboutButton", "about") && session.click("about.done");
-    done &= session.takeAfterClick("keptButton", "kept-empty");
+    session.driver().press(Qt::Key_F1);
+    done &= session.take("shortcuts") && session.click("shortcuts.done");
+    if (session.driver().item(QStringLiteral("overviewButton")) != nullptr) { // in narrow windows
+        done &= session.takeAfterClick("overviewButton", "overview") && session.click("overview.close");
+    }
+    done &= session.takeAfterClick("keptButton", "kept-empty") && session.click("kept.done");
+    session.service().setKept(
+        {{.url = "/home/anna/.cache/pip", .name = "pip", .location = "~/.cache", .symbol = "folder"},
+         {.url = "/home/anna/Downloads/a-very-long-installer-name-1.2.3-amd64.deb",
+          .name = "a-very-long-installer-name-1.2.3-amd64.deb",
+          .location = "~/Downloads",
+          .symbol = "shippingbox"},
+         {.url = "/home/anna/.cache/old", .name = "old", .location = "~/.cache", .symbol = "doc", .exists = false}});
+    done &= session.takeAfterClick("keptButton", "kept");
     return done;
+}
+
+/// What stayed in the Trash though it was to go back.
+bool takeRestore(const PictureFrame& frame) {
+    PictureSession session(frame);
+    session.service().setHistory(sample::history());
+    session.service().onPutBack([](const CleanProgressCallback&) { return sample::restoreReport(); });
+    session.driver().store().loadHistory();
+    session.showScanned(CleanerModule::trash);
+    bool done = session.click("history.1.putBack");
+    done &=
+        session.driver().waitFor([&] { return session.driver().item(QStringLiteral("restore.list")) != nullptr; }, 10);
+    return done && session.take("restore");
+}
+
+/// More failures than fit, and things that were kept.
+CleanupReport manyFailures() {
+    CleanupReport report = sample::partlyFailedReport();
+    for (int i = 0; i < 14; ++i) {
+        CleanupOutcome outcome;
+        outcome.path = "/home/anna/.cache/mesa_shader_cache/" + std::to_string(1000 + i * 37);
+        outcome.fate = CleanupFate::Failed;
+        outcome.reason = "Permission denied";
+        report.outcomes.push_back(outcome);
+    }
+    report.attemptedCount = 40;
+    report.removedCount = 24;
+    report.failedCount = 14;
+    report.untriedCount = 2;
+    report.wasStopped = true;
+    report.notes = {"thumbnails: " + L::tr("%@ 正在运行，退出浏览器后可清理 %@", "Chromium", L::tr("缓存"))};
+    return report;
 }
 
 bool takeResult(const PictureFrame& frame, CleanerModule module, const CleanupReport& report, const std::string& name) {
@@ -72,6 +118,8 @@ bool takePicturesOfSheets(const PictureFrame& frame) {
     done &= takeHelp(frame);
     done &= takeResult(frame, CleanerModule::smartScan, sample::cleanReport(), "result");
     done &= takeResult(frame, CleanerModule::smartScan, sample::partlyFailedReport(), "result-failures");
+    done &= takeResult(frame, CleanerModule::systemJunk, manyFailures(), "result-many-failures");
+    done &= takeRestore(frame);
     done &= takeResult(frame, memory, sample::memoryReport(), "result-memory");
     done &= takeResult(frame, memory, sample::failedMemoryReport(), "result-memory-failures");
     return done;

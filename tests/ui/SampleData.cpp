@@ -430,6 +430,7 @@ RestoreReport restoreReport() {
     RestoreReport report;
     report.attemptedCount = 2;
     report.restoredCount = 1;
+    report.restoredBytes = 12 * megabyte;
     report.failedCount = 1;
     report.outcomes = {{.path = "/home/anna/.cache/fontconfig",
                         .place = {},
@@ -451,6 +452,7 @@ CleanupReport memoryReport() {
     report.memoryBefore = memoryState();
     report.memoryAfter = memoryState();
     report.memoryAfter->freeBytes = 6'100 * megabyte;
+    report.memoryAfter->unusedBytes = 5'780 * megabyte;
     report.processedBytes = report.memoryAfter->freeBytes - report.memoryBefore->freeBytes;
     return report;
 }

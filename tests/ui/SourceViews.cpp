@@ -10,10 +10,11 @@ QUrl SourceViews::intercept(const QUrl& url, DataType type) {
         return url;
     }
     const QString place = url.toString().mid(prefix.size());
+    // A module is a folder of its own name, in small letters; the window's own files stand on top.
+    const bool isWindow = !place.contains(QLatin1Char('/')) || place.front().isLower();
     const qsizetype slash = place.indexOf(QLatin1Char('/'));
-    // A module is a folder of its own name; the window's own files stand on top.
     const QString inside =
-        slash < 0 ? QStringLiteral("window/") + place : place.left(slash).toLower() + place.mid(slash);
+        isWindow ? QStringLiteral("window/") + place : place.left(slash).toLower() + place.mid(slash);
     return QUrl::fromLocalFile(folder_ + QLatin1Char('/') + inside);
 }
 

@@ -13,6 +13,7 @@
 #include <QQuickStyle>
 
 #include <cstdio>
+#include <map>
 #include <optional>
 
 namespace {
@@ -23,22 +24,27 @@ std::optional<QSize> sizeOf(const QString& text) {
     return parts.size() == 2 && !size.isEmpty() ? std::optional(size) : std::nullopt;
 }
 
-bool takePicturesOfSamples(const vellmoor::PictureFrame& wanted, const QString& only) {
+/// `only`: "results", "pages", "sheets" or "extremes"; `language`: "zh" or "en". Empty: all.
+bool takePicturesOfSamples(const vellmoor::PictureFrame& wanted, const QString& only, const QString& language) {
     vellmoor::L::setTextSet(vellmoor::TextSet::Linux);
+    const std::map<QString, bool (*)(const vellmoor::PictureFrame&)> sets{
+        {QStringLiteral("extremes"), vellmoor::takePicturesOfExtremes},
+        {QStringLiteral("pages"), vellmoor::takePicturesOfPages},
+        {QStringLiteral("results"), vellmoor::takePicturesOfResults},
+        {QStringLiteral("sheets"), vellmoor::takePicturesOfSheets}};
     bool done = true;
-    for (const vellmoor::AppLanguage language : vellmoor::allAppLanguages) {
-        if (!only.isEmpty() && vellmoor::appLanguage(only.toStdString()) != language) {
+    for (const vellmoor::AppLanguage spoken : vellmoor::allAppLanguages) {
+        if (!language.isEmpty() && vellmoor::appLanguage(language.toStdString()) != spoken) {
             continue;
         }
         vellmoor::PictureFrame frame = wanted;
-        frame.language = language;
-        if (!only.isEmpty()) {
-            done &= vellmoor::takePicturesOfResults(frame);
-            continue;
+        frame.language = spoken;
+        for (const auto& [name, take] : sets) {
+            // The results are among the pages.
+            if (only == name || (only.isEmpty() && name != QStringLiteral("results"))) {
+                done &= take(frame);
+            }
         }
-        done &= vellmoor::takePicturesOfPages(frame);
-        done &= vellmoor::takePicturesOfSheets(frame);
-        done &= vellmoor::takePicturesOfExtremes(frame);
     }
     return done;
 }
@@ -61,8 +67,9 @@ int main(int argc, char* argv[]) {
     parser.addOption({QStringLiteral("text-scale"), QStringLiteral("What text is multiplied by, 0.8 to 2."),
                       QStringLiteral("FACTOR"), QStringLiteral("1")});
     parser.addOption({QStringLiteral("high-contrast"), QStringLiteral("The theme of high contrast.")});
-    parser.addOption({QStringLiteral("only"), QStringLiteral("Only the results of every module, in one language."),
-                      QStringLiteral("zh|en")});
+    parser.addOption({QStringLiteral("language"), QStringLiteral("Only in one language."), QStringLiteral("zh|en")});
+    parser.addOption({QStringLiteral("only"), QStringLiteral("Only the results of every module, and so on."),
+                      QStringLiteral("results|pages|sheets|extremes")});
     parser.addHelpOption();
     parser.process(application);
     const std::optional<QSize> size = sizeOf(parser.value(QStringLiteral("size")));
@@ -79,6 +86,7 @@ int main(int argc, char* argv[]) {
                                        .highContrast = parser.isSet(QStringLiteral("high-contrast"))};
     const bool done = parser.isSet(QStringLiteral("home"))
                           ? vellmoor::takePicturesOfHome(parser.value(QStringLiteral("home")).toStdString(), out)
-                          : takePicturesOfSamples(frame, parser.value(QStringLiteral("only")));
+                          : takePicturesOfSamples(frame, parser.value(QStringLiteral("only")),
+                                                  parser.value(QStringLiteral("language")));
     return done ? 0 : 1;
 }

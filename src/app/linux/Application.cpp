@@ -8,6 +8,7 @@
 #include "MainWindow.h"
 #include "Renderer.h"
 #include "SingleInstance.h"
+#include "SpareMemory.h"
 #include "StartOptions.h"
 #include "StatusBarController.h"
 #include "TerminationSignals.h"
@@ -15,6 +16,7 @@
 #include "service/SystemCleanerService.h"
 
 #include <QApplication>
+#include <QFontDatabase>
 #include <QIcon>
 #include <QQmlEngine>
 #include <QQuickStyle>
@@ -27,6 +29,8 @@
 #include <optional>
 #include <pwd.h>
 #include <span>
+#include <system_error>
+#include <thread>
 #include <unistd.h>
 
 namespace vellmoor {
@@ -59,11 +63,20 @@ void nameApplication() {
 // NOLINTNEXTLINE(clang-analyzer-optin.core.EnumCastOutOfRange)
 constexpr auto onceLater = static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection);
 
-/// Reading icon themes takes a while; the first frame does not wait for it.
+/// Reading icon themes takes a while; the page does not wait for it.
 void setIconLater(QQuickWindow& window) {
     QObject::connect(
         &window, &QQuickWindow::frameSwapped, qApp,
         [] { QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("org.vellmoor.Vellmoor"))); }, onceLater);
+}
+
+/// The system's fonts are found on another thread while the window comes up; the first text would wait for them.
+std::jthread findFontsAhead() {
+    try {
+        return std::jthread([] { (void)QFontDatabase::families(); });
+    } catch (const std::system_error&) { // no thread to be had: the first text finds them
+        return {};
+    }
 }
 
 /// Everything behind the views, in the order in which it is needed; it is taken down the other way round.
@@ -80,7 +93,7 @@ struct Parts {
     LanguageManager languages{LanguageSetting::userDefaults(), platform.preferredLanguage()};
     CleanerStore store{std::make_shared<SystemCleanerService>(platform, layout),
                        [] { return std::chrono::system_clock::now(); }};
-    QQmlEngine engine;
+    SpareMemory spare{store};
 };
 
 std::filesystem::path accountHome() {
@@ -89,10 +102,11 @@ std::filesystem::path accountHome() {
 }
 
 /// Everything else comes when the window is on the screen.
-void fillWindow(MainWindow& main, Parts& parts, Wishes& wishes) {
-    QObject::connect(&parts.engine, &QQmlEngine::quit, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
-    main.fill(parts.engine, parts.store, parts.languages, parts.desktop, QQmlComponent::Asynchronous,
+void fillWindow(MainWindow& main, QQmlEngine& engine, Parts& parts, Wishes& wishes) {
+    QObject::connect(&engine, &QQmlEngine::quit, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+    main.fill(engine, parts.store, parts.languages, parts.desktop, QQmlComponent::Asynchronous,
               [&main, &parts, &wishes](const MainWindow::Outcome& filled) {
+                  setIconLater(main.window());
                   if (filled) {
                       wishes.ready(parts.store, main.model());
                   } else {
@@ -139,12 +153,13 @@ void finishPathAtExit() {
 
 int runWindow(SingleInstance& instance, const std::filesystem::path& root, const StartOptions& options) {
     const LookWatcher looks(QDBusConnection::sessionBus(), processEnvironment().config);
+    std::jthread fonts;
     std::optional<Parts> parts; // outlives the window
+    QQmlEngine engine;
     MainWindow main(windowStart(looks.look(), rememberedSetting(themeSetting), rememberedSetting(sizeSetting),
                                 rememberedSetting(placeSetting)));
     Wishes wishes;
     StatusBarController status(main.window());
-    setIconLater(main.window());
     QObject::connect(&instance, &SingleInstance::quitAsked, qApp, &QCoreApplication::quit);
     QObject::connect(&status, &StatusBarController::quitAsked, qApp, &QCoreApplication::quit);
     const TerminationSignals termination;
@@ -156,7 +171,7 @@ int runWindow(SingleInstance& instance, const std::filesystem::path& root, const
     const QObject start;
     const auto fill = [&] {
         if (!parts) {
-            fillWindow(main, parts.emplace(looks, root), wishes);
+            fillWindow(main, engine, parts.emplace(looks, root), wishes);
             workingStore = &parts->store;
             std::atexit(&finishPathAtExit);
             status.install();
@@ -164,6 +179,10 @@ int runWindow(SingleInstance& instance, const std::filesystem::path& root, const
     };
     QObject::connect(&main.window(), &QQuickWindow::frameSwapped, &start, fill, onceLater);
     const auto open = [&](const Wish& wish) {
+        if (!fonts.joinable()) {
+            fonts = findFontsAhead();
+            main.loadAhead(engine);
+        }
         wishes.grant(wish);
         status.showMainWindow();
         QTimer::singleShot(framePatience, &start, fill);

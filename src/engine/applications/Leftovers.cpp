@@ -37,7 +37,6 @@ LeftoverFinder::LeftoverFinder(EngineContext& context, const std::vector<Applica
         tokens_.push_back(tokensOf(platform_, layout_.leftoverNames, application));
     }
     collectForeignTokens();
-    collectPrograms();
     listFolders();
 }
 
@@ -51,7 +50,11 @@ void LeftoverFinder::collectForeignTokens() {
 }
 
 /// A program may have no entry, and keep files under its name all the same.
-void LeftoverFinder::collectPrograms() {
+const LeftoverFinder::Programs& LeftoverFinder::programs() const {
+    if (programs_) {
+        return *programs_;
+    }
+    Programs found;
     for (const Path& folder : layout_.programPath) {
         context_.throwIfCancelled();
         const auto entries = platform_.entries(folder);
@@ -63,10 +66,11 @@ void LeftoverFinder::collectPrograms() {
                 continue;
             }
             for (const std::string& form : leftoverName(platform_, layout_, entry.name).plain) {
-                programs_[form].push_back(folder / entry.name);
+                found[form].push_back(folder / entry.name);
             }
         }
     }
+    return programs_.emplace(std::move(found));
 }
 
 bool LeftoverFinder::startsOurs(const InstalledEntry& entry) const {
@@ -172,8 +176,8 @@ bool LeftoverFinder::isNameOfProgram(std::size_t index, const LeftoverName& name
         return platform_.isExecutable(program) && real && !isAtOrBelow(*real, realPaths_[index]);
     };
     return std::ranges::any_of(name.plain, [&](const std::string& form) {
-        const auto found = programs_.find(form);
-        return form.size() >= length && found != programs_.end() && std::ranges::any_of(found->second, isForeign);
+        const auto found = programs().find(form);
+        return form.size() >= length && found != programs().end() && std::ranges::any_of(found->second, isForeign);
     });
 }
 

@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -31,8 +32,9 @@ private:
     };
 
     void collectForeignTokens();
-    void collectPrograms();
     void listFolders();
+    using Programs = std::map<std::string, std::vector<Path>>;
+    [[nodiscard]] const Programs& programs() const;
     [[nodiscard]] bool mayBeSearched(const Path& folder) const;
     [[nodiscard]] bool startsOurs(const InstalledEntry& entry) const;
     [[nodiscard]] bool isInstalledElsewhere(const InstalledEntry& entry) const;
@@ -49,10 +51,11 @@ private:
     const std::vector<ApplicationMetadata>& applications_;
     std::vector<Path> protected_; ///< what is never removed
     const UserPlaces& places_;
-    std::vector<Path> realPaths_;                       ///< of the applications
-    std::vector<LeftoverTokens> tokens_;                ///< one per application
-    std::vector<LeftoverTokens> foreign_;               ///< of the installed applications that are not removable
-    std::map<std::string, std::vector<Path>> programs_; ///< what can be started by name, by the forms of that name
+    std::vector<Path> realPaths_;         ///< of the applications
+    std::vector<LeftoverTokens> tokens_;  ///< one per application
+    std::vector<LeftoverTokens> foreign_; ///< of the installed applications that are not removable
+    /// What can be started by name, by the forms of that name; read when a leftover bears an application's name.
+    mutable std::optional<Programs> programs_;
     std::vector<Child> children_;
 };
 

@@ -89,7 +89,8 @@ std::optional<std::string> RunningOwners::ownerOf(const Path& path, const std::o
 void RunningOwners::refreshWhenOld() {
     const Moment now = std::chrono::steady_clock::now();
     if (!asked_ || now - *asked_ >= lifetime) {
-        running_ = runningProcessNames(context_.platform(), context_.layout());
+        running_ = std::exchange(mayShareLook_, false) ? runningNames(context_)
+                                                       : runningProcessNames(context_.platform(), context_.layout());
         asked_ = now;
         inUse_.clear();
         std::ranges::copy_if(owned_, std::back_inserter(inUse_), [&](const OwnedFolders& one) { return mayRun(one); });

@@ -21,7 +21,10 @@ public:
     explicit RunningOwners(EngineContext& context);
 
     /// Makes the next answer ask the system again, whatever was known.
-    void refresh() { asked_.reset(); }
+    void refresh() {
+        asked_.reset();
+        mayShareLook_ = false;
+    }
     /// The display name of the application that uses `path`, a folder above it or something below it; nothing when none
     /// runs. What is known of the running programs is at most a second old.
     [[nodiscard]] std::optional<std::string> ownerOf(const Path& path);
@@ -42,6 +45,7 @@ private:
     std::vector<OwnedFolders> inUse_; ///< those of the applications that run
     std::set<std::string> running_;
     std::optional<Moment> asked_;
+    bool mayShareLook_ = true; ///< nothing was asked yet: what all others of the call know is new enough
 };
 
 } // namespace vellmoor

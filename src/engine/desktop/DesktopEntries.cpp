@@ -5,8 +5,10 @@
 
 #include <algorithm>
 #include <array>
+#include <future>
 #include <set>
 #include <span>
+#include <system_error>
 
 namespace vellmoor {
 namespace {
@@ -74,6 +76,24 @@ void collectEntries(const EngineContext& context, const Path& folder, const std:
     }
 }
 
+std::vector<InstalledEntry> allEntries(const EngineContext& context) {
+    std::vector<InstalledEntry> all;
+    std::set<std::string> ids;
+    for (const Path& folder : context.layout().apps.entryFolders) {
+        for (InstalledEntry& entry : entriesOfFolder(context, folder)) {
+            entry.shadowed = !ids.insert(entry.id).second;
+            all.push_back(std::move(entry));
+        }
+    }
+    return all;
+}
+
+/// Those of a call.
+struct KnownEntries {
+    std::shared_future<std::vector<InstalledEntry>> ahead; ///< begun on another thread; not valid: it was not
+    std::optional<std::vector<InstalledEntry>> entries;
+};
+
 } // namespace
 
 std::optional<InstalledEntry> desktopEntry(const KeyFile& file, std::string id, const Path& path) {
@@ -107,22 +127,23 @@ std::vector<InstalledEntry> entriesOfFolder(const EngineContext& context, const 
 }
 
 const std::vector<InstalledEntry>& installedEntries(EngineContext& context) {
-    struct Known {
-        std::optional<std::vector<InstalledEntry>> entries;
-    };
-    std::optional<std::vector<InstalledEntry>>& known = context.remembered<Known>().entries;
-    if (known) {
-        return *known;
+    KnownEntries& known = context.remembered<KnownEntries>();
+    if (known.ahead.valid()) {
+        return known.ahead.get();
     }
-    known.emplace();
-    std::set<std::string> ids;
-    for (const Path& folder : context.layout().apps.entryFolders) {
-        for (InstalledEntry& entry : entriesOfFolder(context, folder)) {
-            entry.shadowed = !ids.insert(entry.id).second;
-            known->push_back(std::move(entry));
-        }
+    return known.entries ? *known.entries : known.entries.emplace(allEntries(context));
+}
+
+void readEntriesAhead(EngineContext& context) {
+    KnownEntries& known = context.remembered<KnownEntries>();
+    if (known.ahead.valid() || known.entries) {
+        return;
     }
-    return *known;
+    try {
+        // The context waits for it before it goes.
+        known.ahead = std::async(std::launch::async, [&context] { return allEntries(context); }).share();
+    } catch (const std::system_error&) { // no thread to be had: they are read when they are asked for
+    }
 }
 
 bool isForDesktop(const EngineContext& context, const InstalledEntry& entry, const std::vector<std::string>& desktops) {

@@ -38,6 +38,8 @@ struct InstalledEntry {
 
 /// Every application entry of the layout's folders, the user's folders first; read once per context.
 const std::vector<InstalledEntry>& installedEntries(EngineContext& context);
+/// Begins to read them on a thread of its own, while the scan does something else.
+void readEntriesAhead(EngineContext& context);
 
 /// The application entries of one folder and the folders below it. Broken files and other types of entries are
 /// left out.

@@ -67,7 +67,7 @@ std::vector<MemoryApp> memoryApps(EngineContext& context) {
 MemoryApp withLivingProcesses(EngineContext& context, const MemoryApp& app) {
     const LinuxProcesses now(context.platform(), context.layout()); // asked again and again while they end
     const std::vector<MemoryApp> apps = allApps(context, now);
-    const auto found = std::ranges::find_if(apps, [&](const MemoryApp& now) { return app.isStill(now); });
+    const auto found = std::ranges::find_if(apps, [&](const MemoryApp& one) { return app.isStill(one); });
     return app.withProcessesOf(found != apps.end() ? *found : MemoryApp());
 }
 

@@ -5,6 +5,9 @@
 #include "processes/MemoryText.h"
 
 #include <algorithm>
+#include <future>
+#include <system_error>
+#include <utility>
 
 namespace vellmoor {
 namespace {
@@ -21,18 +24,51 @@ Path withoutMark(const Path& program) {
     return text;
 }
 
+/// A call's look at the processes.
+struct Look {
+    std::shared_future<LinuxProcesses> ahead; ///< begun on another thread; not valid: it was not
+    std::optional<LinuxProcesses> processes;
+};
+
 } // namespace
 
 Path LinuxProcesses::file(std::int32_t pid, std::string_view name) const {
-    return layout_.memory.processes.folder / std::to_string(pid) / name;
+    std::string path = layout_.memory.processes.folder.native();
+    ((path += '/') += std::to_string(pid)) += '/';
+    return path += name;
 }
 
 const LinuxProcesses& LinuxProcesses::of(EngineContext& context) {
-    struct Look {
-        std::optional<LinuxProcesses> processes;
+    Look& look = context.remembered<Look>();
+    if (look.ahead.valid()) {
+        return look.ahead.get();
+    }
+    return look.processes ? *look.processes : look.processes.emplace(context.platform(), context.layout());
+}
+
+void LinuxProcesses::lookAhead(EngineContext& context) {
+    Look& look = context.remembered<Look>();
+    if (look.ahead.valid() || look.processes || context.layout().memory.processes.folder.empty()) {
+        return;
+    }
+    const auto read = [processes = LinuxProcesses(context.platform(), context.layout())]() mutable {
+        processes.readAll();
+        return std::move(processes);
     };
-    std::optional<LinuxProcesses>& look = context.remembered<Look>().processes;
-    return look ? *look : look.emplace(context.platform(), context.layout());
+    try {
+        look.ahead = std::async(std::launch::async, read).share();
+    } catch (const std::system_error&) { // no thread to be had: it is read when it is asked for
+    }
+}
+
+/// What a Smart Scan asks of each process.
+void LinuxProcesses::readAll() {
+    for (const std::int32_t pid : pids()) {
+        (void)executable(pid);
+        for (const std::string_view name : {"stat", "statm", "cgroup", "comm", "environ"}) {
+            (void)contents(pid, name);
+        }
+    }
 }
 
 const std::string& LinuxProcesses::contents(std::int32_t pid, std::string_view name) const {

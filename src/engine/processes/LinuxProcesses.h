@@ -23,6 +23,9 @@ public:
     LinuxProcesses(const Platform& platform, const SystemLayout& layout) : platform_(platform), layout_(layout) {}
     /// Those of the call's first look, for all who ask in one scan.
     static const LinuxProcesses& of(EngineContext& context);
+    /// Begins that look on a thread of its own, while the scan does something else: of() waits for it. Nothing where
+    /// the system has no /proc.
+    static void lookAhead(EngineContext& context);
 
     /// Those of the user only, ascending.
     [[nodiscard]] const std::vector<std::int32_t>& pids() const;
@@ -55,6 +58,7 @@ public:
     [[nodiscard]] std::string snapOf(const Path& program) const;
 
 private:
+    void readAll();
     [[nodiscard]] Path file(std::int32_t pid, std::string_view name) const;
     [[nodiscard]] const std::string& contents(std::int32_t pid, std::string_view name) const;
     [[nodiscard]] bool isOwn(std::int32_t pid) const;

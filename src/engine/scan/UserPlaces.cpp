@@ -96,6 +96,14 @@ bool UserPlaces::isFit(const Path& folder, BaseOrigin origin) const {
     if (origin == BaseOrigin::Fixed) {
         return true;
     }
+    const auto [known, isNew] = fit_.try_emplace({folder.native(), origin});
+    if (isNew) {
+        known->second = findFit(folder, origin);
+    }
+    return known->second;
+}
+
+bool UserPlaces::findFit(const Path& folder, BaseOrigin origin) const {
     const Forms forms = formsOf(folder);
     if (anyAtOrBelow(home_, forms) || anyAtOrBelow(forms, userFolders_)) {
         return false;

@@ -3,6 +3,9 @@
 #include "layouts/RootPattern.h"
 #include "scan/EngineContext.h"
 
+#include <map>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace vellmoor {
@@ -32,6 +35,7 @@ public:
     [[nodiscard]] bool isFit(const Path& folder, BaseOrigin origin) const;
 
 private:
+    [[nodiscard]] bool findFit(const Path& folder, BaseOrigin origin) const;
     /// A place in the form that it was named in and with all links resolved.
     using Forms = std::vector<Path>;
     [[nodiscard]] Forms formsOf(const Path& path) const;
@@ -42,6 +46,8 @@ private:
     std::vector<Path> everyday_;
     std::vector<Path> userFolders_; ///< in every form
     Forms home_;
+    mutable std::map<std::pair<std::string, BaseOrigin>, bool>
+        fit_; ///< what isFit() answered: many rules share a folder
 };
 
 } // namespace vellmoor

@@ -4,6 +4,7 @@
 #include "CheckedMath.h"
 #include "ScanSnapshot.h"
 #include "applications/AppUninstaller.h"
+#include "desktop/DesktopEntries.h"
 #include "files/LargeFiles.h"
 #include "history/HistoryList.h"
 #include "junk/SystemJunk.h"
@@ -11,6 +12,7 @@
 #include "memory/Memory.h"
 #include "permissions/PermissionHints.h"
 #include "privacy/Privacy.h"
+#include "processes/LinuxProcesses.h"
 #include "service/Coverage.h"
 #include "trash/Trash.h"
 
@@ -129,9 +131,11 @@ ScanSnapshot scan(EngineContext& context, CleanerModule module, const ProgressCa
     Progress progress(report, wanted.size() + 2);
     progress.say("正在读取系统状态...", 0.01);
 
+    // Read aside while the first stages look at the disk.
+    LinuxProcesses::lookAhead(context);
+    readEntriesAhead(context);
     ScanSnapshot snapshot;
     snapshot.memorySnapshot = memorySnapshot(context);
-    snapshot.memoryApps = memoryApps(context);
     snapshot.startupItems = startupItems(context);
 
     for (const Stage& stage : stages) {
@@ -147,6 +151,7 @@ ScanSnapshot scan(EngineContext& context, CleanerModule module, const ProgressCa
 
     context.throwIfCancelled();
     progress.start("正在整理扫描结果...");
+    snapshot.memoryApps = memoryApps(context);
     markFromCleans(context, snapshot.cleanupItems);
     snapshot.fileCandidates = makeFileCandidates(context, snapshot.cleanupItems);
     const bool countsOnce = context.layout().countsOnce;

@@ -69,6 +69,25 @@ std::string unitTextAsKeyFile(std::string_view text) {
     return out;
 }
 
+/// Without the lines for languages that the program does not speak, of which an entry often has a hundred.
+std::string withoutForeignLanguages(std::string_view text) {
+    std::string out;
+    out.reserve(text.size());
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find('\n') + 1, text.size());
+        const std::string_view line = text.substr(0, end == 0 ? text.size() : end);
+        text.remove_prefix(line.size());
+        const std::string_view key = line.substr(0, line.find('='));
+        const std::size_t bracket = key.find('[');
+        const bool isTranslation = bracket != std::string_view::npos && bracket > 0 && line.contains('=');
+        const std::string_view language = isTranslation ? key.substr(bracket + 1, 2) : std::string_view();
+        if (!isTranslation || isComment(key) || language == "zh" || language == "en") {
+            out += line;
+        }
+    }
+    return out;
+}
+
 std::string valueOf(GKeyFile* file, const char* group, const char* key, bool isUnit) {
     if (!isUnit) {
         if (const glib::Text unescaped{g_key_file_get_string(file, group, key, nullptr)}) {
@@ -101,7 +120,10 @@ std::optional<KeyFile> parseKeyFile(std::string_view text, bool isUnit) {
 }
 
 std::optional<KeyFile> readKeyFile(const Path& path) {
-    const std::optional<std::string> text = files::contents(path, sizeLimit);
+    std::optional<std::string> text = files::contents(path, sizeLimit);
+    if (text && path.extension() == ".desktop") {
+        text = withoutForeignLanguages(*text);
+    }
     return text ? parseKeyFile(*text, isUnitFile(path)) : std::nullopt;
 }
 

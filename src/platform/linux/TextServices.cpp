@@ -10,9 +10,14 @@
 #include <unicode/unistr.h>
 #include <unicode/ustring.h>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
+#include <map>
 #include <memory>
+#include <mutex>
+#include <optional>
+#include <tuple>
 #include <utility>
 
 namespace vellmoor::texts {
@@ -20,6 +25,18 @@ namespace {
 
 icu::UnicodeString unicode(std::string_view text) {
     return icu::UnicodeString::fromUTF8(icu::StringPiece(text.data(), static_cast<std::int32_t>(text.size())));
+}
+
+/// Nearly every name of a program or folder is, and needs none of ICU's tables.
+bool isAscii(std::string_view text) {
+    return std::ranges::none_of(text, [](char c) { return (static_cast<unsigned char>(c) & 0x80U) != 0; });
+}
+
+std::string lowerAscii(std::string_view text) {
+    std::string lower(text);
+    std::ranges::transform(lower, lower.begin(),
+                           [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    return lower;
 }
 
 std::string utf8(const icu::UnicodeString& text) {
@@ -37,8 +54,22 @@ struct Amount {
     URelativeDateTimeUnit unit = UDAT_REL_UNIT_SECOND;
 };
 
+/// Shorter than any day of any calendar: what is not longer apart is told in hours, whose length never changes.
+constexpr double surelyLessThanADay = 22.0 * 60 * 60 * 1000;
+
+Amount largestShortUnit(UDate earlier, UDate later) {
+    const auto seconds = static_cast<int>((later - earlier) / 1000);
+    if (seconds >= 60 * 60) {
+        return {seconds / (60 * 60), UDAT_REL_UNIT_HOUR};
+    }
+    return seconds >= 60 ? Amount{seconds / 60, UDAT_REL_UNIT_MINUTE} : Amount{seconds, UDAT_REL_UNIT_SECOND};
+}
+
 // fieldDifference moves the calendar on by what it answers, so each unit counts what the larger ones left over.
 Amount largestUnit(UDate earlier, UDate later, UErrorCode& error) {
+    if (later - earlier < surelyLessThanADay) {
+        return largestShortUnit(earlier, later);
+    }
     constexpr std::array units{
         std::pair{UCAL_YEAR, UDAT_REL_UNIT_YEAR},         std::pair{UCAL_MONTH, UDAT_REL_UNIT_MONTH},
         std::pair{UCAL_WEEK_OF_YEAR, UDAT_REL_UNIT_WEEK}, std::pair{UCAL_DATE, UDAT_REL_UNIT_DAY},
@@ -54,6 +85,37 @@ Amount largestUnit(UDate earlier, UDate later, UErrorCode& error) {
     }
     return {};
 }
+
+/// The texts of a language. A formatter reads ICU's tables when it is made, which takes longer than anything else that
+/// a scan asks about a path; and few amounts are different.
+class RelativeTexts {
+public:
+    explicit RelativeTexts(const char* language) : language_(language) {}
+    std::string of(const Amount& amount, bool isPast) {
+        const std::lock_guard lock(alone_);
+        const auto [known, isNew] = texts_.try_emplace({amount.unit, amount.count, isPast});
+        if (isNew) {
+            known->second = made(amount, isPast);
+        }
+        return known->second;
+    }
+
+private:
+    std::string made(const Amount& amount, bool isPast) {
+        UErrorCode error = U_ZERO_ERROR;
+        if (!formatter_) {
+            formatter_.emplace(icu::Locale(language_), nullptr, UDAT_STYLE_SHORT, UDISPCTX_CAPITALIZATION_NONE, error);
+        }
+        icu::UnicodeString text;
+        formatter_->formatNumeric(isPast ? -static_cast<double>(amount.count) : amount.count, amount.unit, text, error);
+        return utf8(text);
+    }
+
+    const char* language_;
+    std::mutex alone_;
+    std::optional<icu::RelativeDateTimeFormatter> formatter_;
+    std::map<std::tuple<URelativeDateTimeUnit, int, bool>, std::string> texts_;
+};
 
 icu::UnicodeString folded(std::string_view text) {
     UErrorCode error = U_ZERO_ERROR;
@@ -79,21 +141,21 @@ std::unique_ptr<icu::Collator> userCollator() {
 } // namespace
 
 bool isUtf8(std::string_view text) {
+    if (isAscii(text)) {
+        return true;
+    }
     UErrorCode error = U_ZERO_ERROR;
     u_strFromUTF8(nullptr, 0, nullptr, text.data(), static_cast<std::int32_t>(text.size()), &error);
     return error != U_INVALID_CHAR_FOUND; // with no room for the result it still reads everything
 }
 
 std::string relativeDate(TimePoint date, TimePoint now, AppLanguage language) {
-    UErrorCode error = U_ZERO_ERROR;
-    const icu::Locale locale(language == AppLanguage::english ? "en" : "zh-Hans");
-    const icu::RelativeDateTimeFormatter formatter(locale, nullptr, UDAT_STYLE_SHORT, UDISPCTX_CAPITALIZATION_NONE,
-                                                   error);
+    static RelativeTexts english("en");
+    static RelativeTexts chinese("zh-Hans");
     const bool isPast = date <= now;
+    UErrorCode error = U_ZERO_ERROR;
     const Amount amount = largestUnit(milliseconds(isPast ? date : now), milliseconds(isPast ? now : date), error);
-    icu::UnicodeString text;
-    formatter.formatNumeric(isPast ? -static_cast<double>(amount.count) : amount.count, amount.unit, text, error);
-    return utf8(text);
+    return (language == AppLanguage::english ? english : chinese).of(amount, isPast);
 }
 
 int compareNames(std::string_view a, std::string_view b) {
@@ -107,14 +169,25 @@ int compareNames(std::string_view a, std::string_view b) {
 }
 
 bool containsPhrase(std::string_view text, std::string_view phrase) {
+    if (isAscii(text) && isAscii(phrase)) {
+        return !phrase.empty() && lowerAscii(text).contains(lowerAscii(phrase));
+    }
     return !phrase.empty() && folded(text).indexOf(folded(phrase)) >= 0;
 }
 
 std::string lowerCase(std::string_view text) {
+    if (isAscii(text)) {
+        return lowerAscii(text);
+    }
     return utf8(unicode(text).toLower(icu::Locale::getRoot()));
 }
 
 std::string lettersAndDigits(std::string_view text) {
+    if (isAscii(text)) {
+        std::string lower = lowerAscii(text);
+        std::erase_if(lower, [](char c) { return (c < 'a' || c > 'z') && (c < '0' || c > '9'); });
+        return lower;
+    }
     const icu::UnicodeString lower = unicode(text).toLower(icu::Locale::getRoot());
     icu::UnicodeString kept;
     for (std::int32_t index = 0; index < lower.length(); index = lower.moveIndex32(index, 1)) {

@@ -3,6 +3,7 @@
 #include <QEvent>
 #include <QFontDatabase>
 #include <QFontInfo>
+#include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QJSEngine>
 #include <QQmlEngine>
@@ -10,6 +11,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <string_view>
 #include <utility>
 
 namespace vellmoor {
@@ -24,6 +27,15 @@ constexpr std::array<std::pair<ThemeChoice, QLatin1String>, 3> choices{{{ThemeCh
                                                                         {ThemeChoice::light, QLatin1String("light")},
                                                                         {ThemeChoice::dark, QLatin1String("dark")}}};
 
+/// Whether figures in it stand under each other, and nothing trembles while they change.
+bool hasTabularDigits(const QString& family) {
+    const QFontMetricsF metrics((QFont(family)));
+    constexpr std::u16string_view digits = u"0123456789";
+    return std::ranges::all_of(digits, [&](char16_t digit) {
+        return std::abs(metrics.horizontalAdvance(QChar(digit)) - metrics.horizontalAdvance(QLatin1Char('0'))) < 0.01;
+    });
+}
+
 /// The desktop's font; without a desktop (or with its last resort) the best interface font that is installed.
 QString interfaceFamily() {
     const QString wanted = QFontInfo(QGuiApplication::font()).family();
@@ -31,8 +43,9 @@ QString interfaceFamily() {
         return wanted;
     }
     for (const auto* name : {"Inter", "Noto Sans", "Cantarell", "Ubuntu", "Source Sans 3", "Noto Sans CJK SC"}) {
-        if (QFontDatabase::hasFamily(QLatin1String(name))) {
-            return QLatin1String(name);
+        const QLatin1String family(name);
+        if (QFontDatabase::hasFamily(family) && hasTabularDigits(family)) {
+            return family;
         }
     }
     return wanted;

@@ -1,5 +1,6 @@
 // qmllint disable unqualified
 import QtQuick
+import Vellmoor.Lists
 import Vellmoor.Models
 
 // A list of categories and their paths; how a category is drawn is the page's. Space ticks, Right and Left unfold and

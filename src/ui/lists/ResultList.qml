@@ -9,13 +9,16 @@ FocusScope {
 
     required property CleanupListModel rows
     // The file that draws a category.
-    property url category: Qt.resolvedUrl("CleanupRow.qml")
+    property url category: Qt.resolvedUrl("rows/CleanupRow.qml")
     property string listName: "cleanupList"
     property bool scanning: false
     // What a screen reader calls the list.
     required property string title
     property color ground: Colors.panelGround
     readonly property bool filled: rows.itemCount > 0
+    // What all its rows would take.
+    readonly property real rowsHeight: filled && view ? view.contentHeight + view.topMargin + view.bottomMargin : 0
+    readonly property ListView view: loader.item as ListView
 
     function fill(): void {
         if (filled && !loader.item)
@@ -50,7 +53,7 @@ FocusScope {
         anchors.right: parent.right
         anchors.rightMargin: 10
         ground: root.ground
-        view: loader.item as Flickable
+        view: root.view
     }
 
     EmptyStateView {

@@ -206,9 +206,20 @@ void MainWindow::rememberLists(Desktop& desktop) {
     }
 }
 
+void MainWindow::loadAhead(QQmlEngine& engine) {
+    load(engine, QQmlComponent::Asynchronous);
+}
+
+void MainWindow::load(QQmlEngine& engine, QQmlComponent::CompilationMode mode) {
+    if (!views_) {
+        engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+        views_ = std::make_unique<QQmlComponent>(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Vellmoor/ContentView.qml")),
+                                                 mode);
+    }
+}
+
 void MainWindow::fill(QQmlEngine& engine, CleanerStore& store, LanguageManager& languages, Desktop& desktop,
                       QQmlComponent::CompilationMode mode, std::function<void(const Outcome&)> done) {
-    engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
     engine.addImageProvider(
         QStringLiteral("symbol"),
         new SymbolImageProvider([&desktop](const QString& name, int pixels) { return desktop.symbol(name, pixels); },
@@ -236,8 +247,7 @@ void MainWindow::fill(QQmlEngine& engine, CleanerStore& store, LanguageManager& 
             }
         }
     });
-    views_ =
-        std::make_unique<QQmlComponent>(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Vellmoor/ContentView.qml")), mode);
+    load(engine, mode);
     if (!views_->isLoading()) {
         done(createViews());
         return;

@@ -52,6 +52,9 @@ public:
     MainWindow& operator=(const MainWindow&) = delete;
     ~MainWindow();
 
+    /// Begins to load the views in the background, before there is anything that they could show. fill() goes on with
+    /// it.
+    void loadAhead(QQmlEngine& engine);
     /// Loads the views, in the background for `Asynchronous`; calls `done` once, with the reason when they cannot be
     /// loaded. Once per window and per engine.
     void fill(QQmlEngine& engine, CleanerStore& store, LanguageManager& languages, Desktop& desktop,
@@ -73,6 +76,7 @@ private:
         MainWindow& main_;
     };
 
+    void load(QQmlEngine& engine, QQmlComponent::CompilationMode mode);
     [[nodiscard]] Outcome createViews();
     void bringToFront();
     void layGround();

@@ -98,4 +98,15 @@ Flickable {
     FocusFollower {
         view: root
     }
+
+    ScrollFade {
+        anchors.bottom: parent.bottom
+        anchors.left: parent.left
+        anchors.right: parent.right
+        ground: Colors.groundLower
+        parent: root
+        view: root
+        visible: root.interactive && !root.atYEnd
+        z: 1
+    }
 }

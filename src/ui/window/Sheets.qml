@@ -1,4 +1,5 @@
 import QtQuick
+import Vellmoor
 import Vellmoor.Controls
 import Vellmoor.Models
 
@@ -9,10 +10,10 @@ Item {
     required property WindowModel vm
     readonly property bool occupied: isOpen(details) || isOpen(confirmation) || isOpen(result)
     readonly property var questionFiles: ({
-            "quit": "QuitConfirmation.qml",
-            "end": "EndConfirmation.qml",
-            "disable": "StartupConfirmation.qml",
-            "restore": "StartupConfirmation.qml"
+            "quit": "sheets/QuitConfirmation.qml",
+            "end": "sheets/EndConfirmation.qml",
+            "disable": "sheets/StartupConfirmation.qml",
+            "restore": "sheets/StartupConfirmation.qml"
         })
 
     // The paths of a clean; with a button that goes on to it, when it was asked for.
@@ -31,7 +32,7 @@ Item {
     }
 
     function askClean(): void {
-        open(confirmation, "CleanConfirmation.qml", {});
+        open(confirmation, "sheets/CleanConfirmation.qml", {});
     }
 
     function isOpen(place: Loader): bool {
@@ -54,19 +55,19 @@ Item {
     }
 
     function showShortcuts(): void {
-        open(help, "ShortcutsSheet.qml", {});
+        open(help, "sheets/ShortcutsSheet.qml", {});
     }
 
     function showAbout(): void {
-        open(help, "AboutSheet.qml", {});
+        open(help, "sheets/AboutSheet.qml", {});
     }
 
     function showKept(): void {
-        open(help, "KeptSheet.qml", {});
+        open(help, "sheets/KeptSheet.qml", {});
     }
 
     function showOverview(): void {
-        open(help, "OverviewSheet.qml", {});
+        open(help, "sheets/OverviewSheet.qml", {});
     }
 
     function open(place: Loader, file: string, properties: var): void {
@@ -79,11 +80,11 @@ Item {
     // Over whatever is open: the result, or the page.
     function showDecision(): void {
         if (root.vm.decision.kind !== "")
-            open(decision, "DecisionDialog.qml", {});
+            open(decision, "sheets/DecisionDialog.qml", {});
     }
 
     function showClosing(): void {
-        open(closing, "CloseConfirmation.qml", {});
+        open(closing, "sheets/CloseConfirmation.qml", {});
     }
 
     onOccupiedChanged: nextQuestion.restart()
@@ -193,7 +194,7 @@ Item {
     Connections {
         function onChanged(): void {
             if (root.vm.restore.present && !root.isOpen(restore))
-                root.open(restore, "RestoreSheet.qml", {});
+                root.open(restore, "sheets/RestoreSheet.qml", {});
         }
 
         target: root.vm.restore

@@ -38,14 +38,14 @@ Rectangle {
 
     ColumnLayout {
         anchors.fill: parent
-        anchors.margins: root.narrow ? 8 : 12
+        anchors.margins: 8
         anchors.bottomMargin: 10
         anchors.topMargin: 14
         spacing: 2
 
         RowLayout {
             Layout.bottomMargin: 10
-            Layout.leftMargin: 6
+            Layout.leftMargin: root.narrow ? 6 : 8
             spacing: Metrics.wideGap
 
             SymbolTile {
@@ -115,7 +115,7 @@ Rectangle {
 
         GridLayout {
             Layout.alignment: root.narrow ? Qt.AlignHCenter : Qt.AlignLeft
-            Layout.leftMargin: root.narrow ? 0 : 4
+            Layout.leftMargin: root.narrow ? 0 : 8
             Layout.topMargin: 6
             columnSpacing: 6
             columns: root.narrow ? 1 : 4

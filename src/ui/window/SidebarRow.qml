@@ -28,7 +28,7 @@ T.TabButton {
     autoExclusive: false
     checkable: false
     focusPolicy: Qt.StrongFocus
-    implicitHeight: root.narrow ? 42 : Math.max(root.low ? Metrics.lowSidebarRow : Metrics.sidebarRow, line.implicitHeight + 10)
+    implicitHeight: root.narrow ? 40 : Math.max(root.low ? Metrics.lowSidebarRow : Metrics.sidebarRow, line.implicitHeight + 10)
     objectName: "sidebar." + module
 
     background: Rectangle {
@@ -52,11 +52,11 @@ T.TabButton {
             id: line
 
             anchors.left: parent.left
-            anchors.leftMargin: 10
+            anchors.leftMargin: root.narrow ? 12 : 8
             anchors.right: parent.right
-            anchors.rightMargin: 8
+            anchors.rightMargin: 3
             anchors.verticalCenter: parent.verticalCenter
-            spacing: 10
+            spacing: Metrics.gap
 
             SymbolTile {
                 grows: !root.narrow
@@ -79,6 +79,7 @@ T.TabButton {
                     id: explanation
 
                     Layout.fillWidth: true
+                    font.letterSpacing: -0.2
                     text: root.subtitle
                     visible: !root.low
                 }

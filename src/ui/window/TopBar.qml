@@ -29,6 +29,7 @@ RowLayout {
         Layout.bottomMargin: 5
         Layout.fillWidth: true
         Layout.leftMargin: 4
+        Layout.preferredWidth: 1 // what the title leaves
         color: Colors.vmSecondaryText
         spoken: true
         text: root.vm.moduleSubtitle

@@ -148,7 +148,7 @@ TEST_P(Restoring, AStoppedRestoreLeavesTheRestInTheTrash) {
     });
     EXPECT_TRUE(restored.wasStopped);
     EXPECT_EQ(restored.untriedCount, 3);
-    EXPECT_EQ(restored.message(), "Put back 0 items (0 KB). Stopped: 3 not touched.");
+    EXPECT_EQ(restored.message(), "Items put back: 0 (0 KB). Stopped: 3 not touched.");
     ASSERT_THAT(told, SizeIs(2));
     EXPECT_EQ(told.front(), (CleanProgress{.totalCount = 3, .totalBytes = 300, .current = home.place("Stuff/a")}));
     EXPECT_EQ(told.back().doneCount, 3);

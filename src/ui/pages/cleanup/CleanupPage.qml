@@ -10,6 +10,8 @@ GlassPanel {
     id: root
 
     required property WindowModel vm
+    // What it would take to show every row.
+    readonly property real wholeHeight: list.y + list.rowsHeight + 22
 
     ColumnLayout {
         anchors.bottomMargin: 1

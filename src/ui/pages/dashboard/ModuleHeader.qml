@@ -69,6 +69,7 @@ GlassPanel {
 
                 BodyText {
                     Layout.fillWidth: true
+                    Layout.preferredWidth: 1 // what the title leaves
                     color: Colors.vmSecondaryText
                     objectName: "headerFindings"
                     spoken: true

@@ -67,7 +67,6 @@ GlassPanel {
             visible: root.vm.actionFailure !== ""
 
             Symbol {
-                Layout.alignment: Qt.AlignTop
                 color: Colors.red
                 name: "exclamationmark.triangle.fill"
                 size: 16
@@ -128,14 +127,14 @@ GlassPanel {
                 isWorking: root.vm.changingStartupRow === index
                 locked: root.vm.scan.scanning || root.vm.scan.cleaning
                 rows: root.vm.startup
-                width: ListView.view.width - 10
+                width: list.width - 10
 
                 onChangeAsked: root.vm.question.askStartup(index)
                 onRevealAsked: root.vm.startup.reveal(index)
             }
             footer: Item {
                 height: extra.visible ? extra.height + 12 : 0
-                width: list.width - 10
+                width: (parent?.width ?? 10) - 10
 
                 Column {
                     id: extra

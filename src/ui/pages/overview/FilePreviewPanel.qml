@@ -10,6 +10,7 @@ GlassPanel {
     id: root
 
     required property WindowModel vm
+    readonly property int rowHeight: Metrics.grown(34)
 
     signal viewAll
 
@@ -24,7 +25,7 @@ GlassPanel {
         anchors.rightMargin: Metrics.panelPadding
         anchors.top: parent.top
         anchors.topMargin: 12
-        spacing: Metrics.gap
+        spacing: 6
 
         RowLayout {
             PanelHeader {
@@ -48,13 +49,13 @@ GlassPanel {
             Layout.fillWidth: true
             cacheBuffer: 0
             clip: true
-            implicitHeight: Math.min(count, 4) * 40 - 4
+            implicitHeight: Math.min(count, 4) * (root.rowHeight + spacing) - spacing
             interactive: false
             model: root.vm.candidates
-            spacing: 4
+            spacing: 3
 
             delegate: FileCandidateRow {
-                height: 36
+                height: root.rowHeight
                 rows: root.vm.candidates
                 width: ListView.view.width
             }

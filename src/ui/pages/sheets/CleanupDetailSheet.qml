@@ -16,12 +16,19 @@ Sheet {
 
     signal cleanAsked
 
-    wantedHeight: 640
+    wantedHeight: Metrics.grown(640)
     objectName: "details"
     title: L.tr("清理前详情")
 
     onOpened: list.forceActiveFocus(Qt.TabFocusReason)
-    wantedWidth: 900
+    wantedWidth: Metrics.grown(900)
+
+    // Its rows are there as long as it is.
+    Binding {
+        property: "watched"
+        target: root.vm.details
+        value: root.visible
+    }
 
     Component {
         id: done
@@ -116,10 +123,13 @@ Sheet {
         LargestItems {
             Layout.fillWidth: true
             candidates: root.vm.candidates
+            low: root.height / Metrics.growth < 460
             visible: root.vm.candidates.count > 0
         }
 
         RowLayout {
+            spacing: 10
+
             Item {
                 Layout.fillWidth: true
             }

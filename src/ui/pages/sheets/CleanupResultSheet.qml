@@ -11,10 +11,10 @@ Sheet {
     required property WindowModel vm
     readonly property ReportModel report: vm.report
 
-    wantedHeight: report.failed || report.noteLines.length > 0 ? 540 : 480
+    wantedHeight: Metrics.grown(report.failed || report.noteLines.length > 0 ? 540 : 480)
     objectName: "result"
     title: report.title
-    wantedWidth: 720
+    wantedWidth: Metrics.grown(720)
 
     contentItem: ColumnLayout {
         spacing: 14
@@ -49,23 +49,39 @@ Sheet {
             }
         }
 
-        ResultMetrics {
-            Layout.fillWidth: true
-            report: root.report
-        }
+        // Scrolls where large text leaves no room for all of it.
+        ScrollColumn {
+            id: results
 
-        ResultSums {
-            Layout.fillWidth: true
-            visible: root.report.hasSums
-            vm: root.vm
-
-            onLeaving: root.close()
-        }
-
-        ResultDetails {
             Layout.fillHeight: true
             Layout.fillWidth: true
-            report: root.report
+            ground: Colors.sheet
+            spacing: 14
+
+            ResultMetrics {
+                id: metrics
+
+                Layout.fillWidth: true
+                report: root.report
+            }
+
+            ResultSums {
+                id: sums
+
+                Layout.fillWidth: true
+                visible: root.report.hasSums
+                vm: root.vm
+
+                onLeaving: root.close()
+            }
+
+            ResultDetails {
+                readonly property real rest: results.height - metrics.height - results.spacing - (sums.visible ? sums.height + results.spacing : 0)
+
+                Layout.fillWidth: true
+                implicitHeight: Math.max(Metrics.grown(root.report.failed && root.report.noteLines.length > 0 ? 190 : 110), rest)
+                report: root.report
+            }
         }
 
         RowLayout {

@@ -12,6 +12,8 @@ ColumnLayout {
     id: root
 
     required property FileCandidateModel candidates
+    // There is room for one line only.
+    property bool low: false
 
     spacing: Metrics.gap
 
@@ -23,8 +25,8 @@ ColumnLayout {
         Layout.fillWidth: true
         Layout.rightMargin: -10
         bottomMargin: 2
-        implicitHeight: Math.min(contentHeight + topMargin + bottomMargin, 138)
         focus: false
+        implicitHeight: Math.min(contentHeight + topMargin + bottomMargin, Metrics.grown(root.low ? 38 : 138))
         objectName: "largestItems"
         rows: root.candidates
         spacing: 10

@@ -26,10 +26,17 @@ Rectangle {
         required property color tint
         required property string title
 
+        Layout.fillHeight: true
+        // Short lists leave the room to long ones.
+        Layout.maximumHeight: heading.implicitHeight + spacing + list.contentHeight
+        Layout.minimumHeight: Math.min(Layout.maximumHeight, heading.implicitHeight + spacing + Metrics.grown(44))
+        Layout.preferredHeight: Layout.maximumHeight
         spacing: Metrics.gap
         visible: list.count > 0
 
         RowLayout {
+            id: heading
+
             Subheading {
                 Layout.fillWidth: true
                 text: lines.title
@@ -63,6 +70,15 @@ Rectangle {
             clip: true
             model: lines.model
             spacing: 6
+
+            ScrollFade {
+                anchors.left: parent.left
+                anchors.right: parent.right
+                ground: Colors.popup
+                parent: list
+                view: list
+                y: list.height - height
+            }
 
             T.ScrollBar.vertical: ScrollLine {
             }
@@ -125,17 +141,21 @@ Rectangle {
             tint: Colors.orange
             title: L.tr("已保留及提示")
         }
+
+        Item {
+            Layout.fillHeight: true
+        }
     }
 
     Column {
         anchors.centerIn: parent
-        spacing: 6
+        spacing: 4
         visible: !root.report.failed && root.report.noteLines.length === 0
         width: parent.width - 28
 
         SymbolTile {
             anchors.horizontalCenter: parent.horizontalCenter
-            size: 44
+            size: root.height < 130 ? 32 : 44
             symbol: "checkmark.circle.fill"
             tint: Colors.green
         }
@@ -144,7 +164,6 @@ Rectangle {
             horizontalAlignment: Text.AlignHCenter
             objectName: "result.noFailures"
             text: L.tr("没有失败项目")
-            topPadding: 6
             width: parent.width
         }
 

@@ -14,6 +14,7 @@ Rectangle {
 
     Accessible.name: title + " " + value
     Accessible.role: Accessible.StaticText
+    Layout.fillHeight: true // as high as its neighbours, whatever their letters need
     Layout.fillWidth: true
     Layout.minimumWidth: 1
     Layout.preferredWidth: 1
@@ -28,7 +29,7 @@ Rectangle {
         anchors.left: parent.left
         anchors.margins: 14
         anchors.right: parent.right
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.top: parent.top
         spacing: Metrics.gap
 
         SymbolTile {
@@ -42,6 +43,9 @@ Rectangle {
 
             Heading {
                 Layout.fillWidth: true
+                Layout.preferredHeight: Math.round(Type.heading * 1.45)
+                fontSizeMode: Text.HorizontalFit
+                minimumPixelSize: Type.body
                 spoken: false
                 text: root.value
             }

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Layouts
 import Vellmoor.Controls
 import Vellmoor.Models
 import Vellmoor.Theme
@@ -16,18 +15,51 @@ Flow {
 
     spacing: Metrics.gap
 
-    component Sum: BodyText {
+    // A figure over what it is.
+    component Sum: Item {
+        id: sum
+
         required property string title
         required property string value
+        readonly property string text: title + " " + value
 
-        Accessible.ignored: false
-        Accessible.name: title + " " + value
-        elide: Text.ElideNone
-        height: Metrics.rowButton
-        rightPadding: Metrics.wideGap
-        text: title + " " + value
-        verticalAlignment: Text.AlignVCenter
+        Accessible.name: text
+        Accessible.role: Accessible.StaticText
+        implicitHeight: Metrics.grown(36)
+        implicitWidth: Math.max(figure.implicitWidth, label.implicitWidth) + Metrics.panelGap
         visible: value !== ""
+
+        BodyText {
+            id: figure
+
+            elide: Text.ElideNone
+            font.weight: Font.DemiBold
+            text: sum.value
+        }
+
+        Caption {
+            id: label
+
+            anchors.bottom: parent.bottom
+            elide: Text.ElideNone
+            text: sum.title
+        }
+    }
+
+    // A button in the middle of the line of figures.
+    component Way: Item {
+        default property alias button: place.data
+
+        implicitHeight: Metrics.grown(36)
+        implicitWidth: place.childrenRect.width
+
+        Item {
+            id: place
+
+            anchors.verticalCenter: parent.verticalCenter
+            height: Metrics.rowButton
+            width: parent.width
+        }
     }
 
     Sum {
@@ -48,29 +80,35 @@ Flow {
         value: root.report.freedNow
     }
 
-    SecondaryButton {
-        compact: true
-        enabled: root.vm.scan.ready
-        objectName: "result.putBack"
-        symbol: "arrow.uturn.backward"
-        text: L.tr("放回")
+    Way {
         visible: root.report.returnable
 
-        onClicked: {
-            root.vm.putBackReported();
-            root.leaving();
+        SecondaryButton {
+            compact: true
+            enabled: root.vm.scan.ready
+            objectName: "result.putBack"
+            symbol: "arrow.uturn.backward"
+            text: L.tr("放回")
+
+            onClicked: {
+                root.vm.putBackReported();
+                root.leaving();
+            }
         }
     }
 
-    SecondaryButton {
-        compact: true
-        enabled: root.vm.scan.ready
-        ink: Colors.ink(Colors.red)
-        objectName: "result.forGood"
-        symbol: "trash"
-        text: L.tr("永久删除这些项目")
+    Way {
         visible: root.report.returnable
 
-        onClicked: root.vm.decision.askForGood(root.report.clean)
+        SecondaryButton {
+            compact: true
+            enabled: root.vm.scan.ready
+            ink: Colors.ink(Colors.red)
+            objectName: "result.forGood"
+            symbol: "trash"
+            text: L.tr("永久删除这些项目")
+
+            onClicked: root.vm.decision.askForGood(root.report.clean)
+        }
     }
 }

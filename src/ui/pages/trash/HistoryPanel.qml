@@ -68,7 +68,16 @@ GlassPanel {
             delegate: HistoryRow {
                 history: root.history
                 vm: root.vm
-                width: ListView.view.width - 10
+                width: list.width - 10
+            }
+
+            ScrollFade {
+                anchors.left: parent.left
+                anchors.right: parent.right
+                anchors.rightMargin: 10
+                parent: list
+                view: list
+                y: list.height - height
             }
         }
     }

@@ -31,7 +31,10 @@ RowFrame {
     Accessible.name: title + " " + size + " " + condition
     Accessible.role: Accessible.ListItem
     ListView.onPooled: visible = false
-    ListView.onReused: visible = true
+    ListView.onReused: {
+        visible = true;
+        opacity = 1;
+    }
     Spoken.expandable: expandable
     Spoken.expanded: expanded
     Spoken.tick: isItem && returnable ? (ticked ? Qt.Checked : Qt.Unchecked) : -1
@@ -104,13 +107,25 @@ RowFrame {
             Layout.fillWidth: true
             spacing: 1
 
-            BodyText {
-                id: heading
+            RowLayout {
+                spacing: 6
 
-                Layout.fillWidth: true
-                elide: Text.ElideMiddle
-                font.weight: root.isItem ? Font.Normal : Font.DemiBold
-                text: root.title
+                BodyText {
+                    id: heading
+
+                    Layout.fillWidth: true
+                    Layout.maximumWidth: implicitWidth + 1
+                    Layout.minimumWidth: 60
+                    elide: Text.ElideMiddle
+                    font.weight: root.isItem ? Font.Normal : Font.DemiBold
+                    text: root.title
+                }
+
+                Badge {
+                    objectName: root.name + ".condition"
+                    text: root.condition
+                    tint: root.unfinished ? Colors.orange : root.returnable ? Colors.cyan : Colors.gray
+                }
             }
 
             Caption {
@@ -118,14 +133,8 @@ RowFrame {
 
                 Layout.fillWidth: true
                 elide: Text.ElideMiddle
-                text: root.detail
+                text: root.isItem ? root.size + " · " + root.detail : root.detail
             }
-        }
-
-        Caption {
-            Layout.maximumWidth: root.width * 0.34
-            objectName: root.name + ".condition"
-            text: root.isItem ? root.size + " · " + root.condition : root.condition
         }
 
         SecondaryButton {

@@ -12,13 +12,17 @@ ColumnLayout {
     readonly property bool hasHistory: vm.history.count > 0 || vm.history.problem !== ""
 
     // Room for both; a low window scrolls.
-    readonly property real leastHeight: Metrics.leastList * (hasHistory ? 1.6 : 1)
+    readonly property real leastHeight: Metrics.leastList * (hasHistory ? 1.8 : 1)
 
     spacing: Metrics.tightGap
 
     CleanupPage {
+        id: rows
+
         Layout.fillHeight: true
         Layout.fillWidth: true
+        // The rest is the history's.
+        Layout.maximumHeight: root.hasHistory ? Math.max(Metrics.grown(150), wholeHeight) : 100000
         Layout.preferredHeight: 1
         vm: root.vm
     }

@@ -1,0 +1,61 @@
+import QtQuick
+import Vellmoor.Controls
+import Vellmoor.Theme
+
+// The surface of a row: light glass that answers the pointer. A right click asks for the row's menu, and so do the menu
+// key and Shift and F10.
+Rectangle {
+    id: root
+
+    // What the row says in full, when its place is too narrow for it.
+    property string help
+    readonly property alias hovered: hover.hovered
+
+    signal tapped
+    // Where the pointer is, or below the row.
+    signal menuAsked(bool below)
+
+    Accessible.focusable: true
+    Accessible.onPressAction: tapped()
+    Keys.onPressed: event => {
+        if (event.key === Qt.Key_Menu || event.key === Qt.Key_F10 && event.modifiers === Qt.ShiftModifier) {
+            menuAsked(true);
+            event.accepted = true;
+        }
+    }
+    border.color: Colors.vmLine
+    border.width: 1
+    color: hover.hovered ? Colors.rowHover : Colors.row
+    focus: true
+    radius: Metrics.rowRadius
+
+    Behavior on color  {
+        ColorAnimation {
+            duration: Motion.quick
+        }
+    }
+
+    HelpTip {
+        shown: hover.hovered
+        text: root.help
+    }
+
+    HoverHandler {
+        id: hover
+    }
+
+    TapHandler {
+        onTapped: root.tapped()
+    }
+
+    TapHandler {
+        acceptedButtons: Qt.RightButton
+
+        onTapped: root.menuAsked(false)
+    }
+
+    FocusRing {
+        anchors.margins: 0 // a list cuts what is outside it
+        shown: root.activeFocus
+    }
+}
