@@ -95,6 +95,7 @@ class Tree:
 
     def __init__(self, pid):
         self._pid = pid
+        self._program = None
         self._desktop = Atspi.get_desktop(0)
         self._desktop.set_cache_mask(Atspi.Cache.NONE)
         # The library gives up after 0.8 s, which a busy machine needs.
@@ -109,22 +110,27 @@ class Tree:
         return next((program for program in self.applications() if _answer(program.get_process_id) == self._pid), None)
 
     def root(self):
-        return Node(processes.wait_for("the program on the accessibility bus", self._application))
+        if self._program is None:
+            self._program = processes.wait_for("the program on the accessibility bus", self._application)
+        return Node(self._program)
 
     def shown(self):
         """Every shown object."""
         return [node for node in self.root().below() if node.is_readable()]
 
     def find_all(self, role, name=None):
-        return [node for node in self.shown() if node.role == role and name in (None, node.name)]
+        return [node for node in self._shown_as(role) if name in (None, node.name)]
 
     def find(self, role, name):
         """The shown object of that role whose name is, or begins with, the given one."""
-        def look():
-            found = [node for node in self.shown() if node.role == role and node.name.startswith(name)]
-            return found[0] if found else None
+        return processes.wait_for(f"{role.value_nick} {name!r}", lambda: next(
+            (node for node in self._shown_as(role) if node.name.startswith(name)), None))
 
-        return processes.wait_for(f"{role.value_nick} {name!r}", look)
+    def _shown_as(self, role):
+        """One after the other: each question is a message to the program and back."""
+        for node in self.root().below():
+            if _answer(lambda node=node: node.role) == role and node.is_readable():
+                yield node
 
     def focused(self):
         """The innermost object that has the keyboard, None on its way from one to another."""
