@@ -73,7 +73,7 @@ apt install ./upgrade/vellmoor.deb ./upgrade/vellmoor-cli.deb
 end_window
 start_window
 apt remove vellmoor vellmoor-cli
-apt purge vellmoor vellmoor-cli
+dpkg --purge vellmoor vellmoor-cli # nothing of them may be known any more
 [ ! -e /usr/bin/vellmoor ] || fail "The program is still there."
 end_window
 home_inventory >home-after

@@ -63,7 +63,7 @@ TEST(ReadKeyFile, LeavesLanguagesOutThatTheProgramDoesNotSpeak) {
     const TemporaryFolder folder;
     const std::string text =
         "# Name[de]=no comment is lost\n[Desktop Entry]\nName=Files\nName[de]=Dateien\nName[zh_CN]=文件\n"
-        "Name[en_GB]=Files, please\n Comment [fr] = x\nExec=sh -c \"[ -e a ] = b\"\n[Desktop Action "
+        "Name[en_GB]=Files, please\nComment[fr] = x\nExec=sh -c \"[ -e a ] = b\"\n[Desktop Action "
         "a]\nName=A\nName[de]=B";
     const auto entry = LinuxPlatform().keyFile(folder.text("a.desktop", text));
     ASSERT_TRUE(entry);
@@ -72,6 +72,7 @@ TEST(ReadKeyFile, LeavesLanguagesOutThatTheProgramDoesNotSpeak) {
     EXPECT_EQ(entry->at("Desktop Entry").at("Exec"), "sh -c \"[ -e a ] = b\"");
     EXPECT_THAT(entry->at("Desktop Action a"), ElementsAre(Key("Name")));
     const auto other = LinuxPlatform().keyFile(folder.text("a.ini", text));
+    ASSERT_TRUE(other);
     EXPECT_TRUE(other->at("Desktop Entry").contains("Name[de]"));
 }
 
