@@ -153,8 +153,8 @@ QVariant HistoryModel::cleanData(const KeyedRow& row, const HistoryClean& clean,
     case TitleRole:
         return toQt(title(clean.module));
     case DetailRole:
-        return when(clean.at) + QStringLiteral(" · ") + countText("%d 项", "1 项", clean.movedCount) + QStringLiteral(" · ") +
-               toQt(byteCountText(clean.movedBytes));
+        return when(clean.at) + QStringLiteral(" · ") + countText("%d 项", "1 项", clean.movedCount) +
+               QStringLiteral(" · ") + toQt(byteCountText(clean.movedBytes));
     case SizeRole:
         return toQt(byteCountText(clean.movedBytes));
     case StateRole:
