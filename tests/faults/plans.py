@@ -157,6 +157,8 @@ class Attack:
         self.done = True
 
     def _vanish(self, path):
+        if disk.mounts_below(path):
+            return  # what is mounted there would vanish, too
         self.done = True
         self.deed.gone = self.path
         if os.path.isdir(path) and not os.path.islink(path):
