@@ -15,7 +15,8 @@ from dataclasses import dataclass, field
 import checker
 import disk
 import plans
-from home import Home
+import trashes
+from home import TRASH, Home
 
 USER = 20001  # whom root cleans as: rights mean nothing to root itself
 PATIENCE = 300.0  # seconds: a loaded machine is slow
@@ -184,6 +185,9 @@ class Run:
         if plan.turn is not None:
             plan.turn.leave()
             before = disk.snapshot(self.area)
+        # Where an attacker took an unusable Trash away, a new one is made.
+        usual = trashes.Place(home.real(TRASH))
+        usable = first.trashes if usual in first.trashes or usual.top in before.nodes else [*first.trashes, usual]
         ticked, others = self._scan(before, home, False)
         if ticked is None:
             return
@@ -191,7 +195,7 @@ class Run:
         ended = self._clean(plans.Plan("none"))
         after = disk.snapshot(self.area)
         case = checker.Case(
-            area=first.area, before=before, after=after, ticked=ticked, trashes=first.trashes, real=home.real, debris=debris,
+            area=first.area, before=before, after=after, ticked=ticked, trashes=usable, real=home.real, debris=debris,
             report=checker.read_report(ended.output), started=started, hindered=home.hindered, other_failures=others)
         self._judge("second", case, ended)
         if case.report is None:

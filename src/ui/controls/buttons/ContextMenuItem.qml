@@ -9,6 +9,7 @@ T.MenuItem {
 
     Accessible.name: text
     Accessible.onPressAction: triggered()
+    activeFocusOnTab: visible && enabled // a menu's keys pass by what is not
     height: visible ? implicitHeight : 0
     implicitHeight: Metrics.rowButton + 2
     implicitWidth: Metrics.grown(196) - 8

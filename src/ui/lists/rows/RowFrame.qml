@@ -23,6 +23,12 @@ Rectangle {
             event.accepted = true;
         }
     }
+    // Kept by its list for later use it is no row: it takes neither the keyboard nor a screen reader.
+    ListView.onPooled: visible = false
+    ListView.onReused: {
+        visible = true;
+        opacity = 1;
+    }
     border.color: Colors.vmLine
     border.width: 1
     color: hover.hovered ? Colors.rowHover : Colors.row

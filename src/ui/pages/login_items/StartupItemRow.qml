@@ -29,11 +29,6 @@ RowFrame {
     Accessible.description: location
     Accessible.name: name + " " + status + " " + kind
     Accessible.role: Accessible.ListItem
-    ListView.onPooled: visible = false
-    ListView.onReused: {
-        visible = true;
-        opacity = 1;
-    }
     help: heading.truncated || place.truncated ? name + "\n" + location : ""
     implicitHeight: Math.max(60, line.implicitHeight + 12)
     objectName: "startup." + index

@@ -30,11 +30,6 @@ RowFrame {
     Accessible.description: detail
     Accessible.name: title + " " + size + " " + condition
     Accessible.role: Accessible.ListItem
-    ListView.onPooled: visible = false
-    ListView.onReused: {
-        visible = true;
-        opacity = 1;
-    }
     Spoken.expandable: expandable
     Spoken.expanded: expanded
     Spoken.tick: isItem && returnable ? (ticked ? Qt.Checked : Qt.Unchecked) : -1
