@@ -12,7 +12,6 @@ namespace vellmoor {
 namespace {
 
 constexpr std::chrono::milliseconds destructionPatience{2000};
-constexpr std::chrono::milliseconds memoryRefreshDelay{1500};
 
 } // namespace
 
@@ -25,7 +24,6 @@ CleanerStore::State::State(CleanerStore& owner, std::shared_ptr<CleanerService> 
     statusMessage = L::tr("将检查系统垃圾、大文件、废纸篓、应用残留、性能项目和内存状态。");
     lastScanLabel = L::tr("未扫描");
     memoryRefresh.setSingleShot(true);
-    memoryRefresh.setInterval(memoryRefreshDelay);
     connect(&memoryRefresh, &QTimer::timeout, &store, [this] { refreshMemoryAfterAppChange(); });
 }
 
@@ -61,9 +59,11 @@ void CleanerStore::State::requireOwnThread() const {
     }
 }
 
-CleanerStore::CleanerStore(std::shared_ptr<CleanerService> service, Clock clock, QObject* parent)
-    : QObject(parent),
-      state_(std::make_unique<State>(*this, std::move(service), std::move(clock))) {}
+CleanerStore::CleanerStore(std::shared_ptr<CleanerService> service, Clock clock,
+                           std::chrono::milliseconds memoryRefreshDelay)
+    : state_(std::make_unique<State>(*this, std::move(service), std::move(clock))) {
+    state_->memoryRefresh.setInterval(memoryRefreshDelay);
+}
 
 CleanerStore::~CleanerStore() {
     if (!state_->isShutDown) {

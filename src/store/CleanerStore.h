@@ -30,8 +30,10 @@ class CleanerStore final : public QObject {
     Q_OBJECT
 
 public:
-    /// `service` is shared with the workers, which may outlive the store by the rest of one blocking call.
-    CleanerStore(std::shared_ptr<CleanerService> service, Clock clock, QObject* parent = nullptr);
+    /// `service` is shared with the workers, which may outlive the store by the rest of one blocking call. An
+    /// application that was asked to quit has `memoryRefreshDelay` to go before the memory state is read again.
+    CleanerStore(std::shared_ptr<CleanerService> service, Clock clock,
+                 std::chrono::milliseconds memoryRefreshDelay = std::chrono::milliseconds(1500));
     /// Shuts down with two seconds' patience, unless that was done.
     ~CleanerStore() override;
 
@@ -150,8 +152,6 @@ public:
     void endMemoryApp(const MemoryApp& app);
     /// Puts a line of the window's into statusMessage.
     void say(const std::string& message);
-    /// How long that moment is; 1.5 seconds unless set.
-    void setMemoryRefreshDelay(std::chrono::milliseconds delay);
     /// The result sheet was closed.
     void clearReport();
     void clearRestore();

@@ -65,10 +65,6 @@ void CleanerStore::say(const std::string& message) {
     state_->set(state_->statusMessage, message, State::Status);
 }
 
-void CleanerStore::setMemoryRefreshDelay(std::chrono::milliseconds delay) {
-    state_->memoryRefresh.setInterval(delay);
-}
-
 void CleanerStore::State::startLongAction(const std::string& status, std::optional<CleanerModule> rescanned,
                                           const LongAction& action) {
     const auto stop = std::make_shared<CancelToken>();

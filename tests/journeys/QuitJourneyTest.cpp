@@ -19,7 +19,6 @@ protected:
         RunningApp::install();
         QObject::connect(store.get(), &CleanerStore::statusMessageChanged, store.get(),
                          [this] { said.push_back(store->statusMessage()); });
-        store->setMemoryRefreshDelay(std::chrono::milliseconds(0));
     }
     /// Opens the memory page on that process alone.
     void openPage(const RunningApp& app) {

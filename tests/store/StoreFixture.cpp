@@ -76,8 +76,7 @@ std::vector<std::string> titles(const std::vector<CleanupItem>& items) {
 StoreFixture::StoreFixture() {
     L::setTextSet(TextSet::Mac);
     L::setLanguage(AppLanguage::english);
-    store = std::make_unique<CleanerStore>(service, [this] { return now; });
-    store->setMemoryRefreshDelay(std::chrono::milliseconds(0));
+    store = std::make_unique<CleanerStore>(service, [this] { return now; }, std::chrono::milliseconds(0));
 }
 
 void StoreFixture::processUntil(const std::function<bool()>& done) {

@@ -12,15 +12,14 @@ PictureSession::PictureSession(const PictureFrame& frame, bool asRoot)
     : frame_(frame),
       service_(std::make_shared<ScriptedCleanerService>()) {
     desktop_.asRoot = asRoot;
+    desktop_.remember(themeSetting, frame.theme.toStdString());
+    desktop_.setLook({.highContrast = frame.highContrast, .reducedMotion = true, .textScale = frame.textScale});
     L::setLanguage(frame.language); // the script is in the window's language
     service_->onScan(
         [](CleanerModule module, const ProgressCallback&, const CancelToken&) { return sample::snapshot(module); });
     service_->setHints(sample::grantedHints());
     driver_ = std::make_unique<WindowDriver>(service_, desktop_, frame.language);
     driver_->resize(frame.size);
-    driver_->main().appearance().setChoice(frame.theme);
-    driver_->main().appearance().follow(
-        {.highContrast = frame.highContrast, .reducedMotion = true, .textScale = frame.textScale});
     driver_->main().model().activated();
 }
 

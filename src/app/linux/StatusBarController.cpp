@@ -63,15 +63,6 @@ void StatusBarController::buildMenu() {
     connect(menu_.addAction(localised("退出")), &QAction::triggered, this, &StatusBarController::quitAsked);
 }
 
-QStringList StatusBarController::menuTitles() {
-    buildMenu();
-    QStringList titles;
-    for (const QAction* action : menu_.actions()) {
-        titles << action->text();
-    }
-    return titles;
-}
-
 void StatusBarController::clicked(QSystemTrayIcon::ActivationReason reason) {
     if (reason != QSystemTrayIcon::Context) {
         showMainWindow();

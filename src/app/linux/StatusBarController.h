@@ -21,8 +21,6 @@ public:
     [[nodiscard]] bool isInstalled() const;
     /// Shows the window, also from its minimised state, and brings it to the front.
     void showMainWindow();
-    /// The titles of the context menu in the current language, separators empty.
-    [[nodiscard]] QStringList menuTitles();
 
 public Q_SLOTS:
     /// Shows the status item once the desktop has a tray; looks again when one appears on the bus and when the window

@@ -23,7 +23,6 @@ public:
     bool start();
     /// Ends the event loop: at once, or as soon as a clean that runs is done; the window goes at once.
     void quit();
-    [[nodiscard]] bool isEnding() const { return isEnding_; }
 
 protected:
     /// Whoever asks Qt to end the program, such as its own menu, is answered by quit().

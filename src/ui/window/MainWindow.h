@@ -61,7 +61,6 @@ public:
               QQmlComponent::CompilationMode mode, std::function<void(const Outcome&)> done);
 
     [[nodiscard]] QQuickWindow& window() { return *window_; }
-    [[nodiscard]] Appearance& appearance() { return appearance_; }
     /// Only after `fill`.
     [[nodiscard]] WindowModel& model() { return *model_; }
 
