@@ -1,4 +1,5 @@
 // Moves into a real Trash, in the throw-away home that main.cpp sets.
+#include "Files.h"
 #include "LinuxPlatform.h"
 #include "ScopedMount.h"
 #include "ScopedUnprivileged.h"
@@ -34,6 +35,7 @@ namespace fs = std::filesystem;
 using test::requestFor;
 using test::ScopedMount;
 using test::ScopedUnprivileged;
+using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::MatchesRegex;
 
@@ -285,6 +287,16 @@ TEST_F(LinuxTrash, FoldersOfTheTrashThatAreLinksAreNotUsed) {
     EXPECT_EQ(move(file).reason, "Too many levels of symbolic links");
     EXPECT_EQ(contentOf(file), "mine");
     EXPECT_TRUE(platform_.entries(home_ / "precious")->empty());
+}
+
+TEST_F(LinuxTrash, WhatLiesInATrashThatIsNotListedNowIsNotMovedIntoIt) {
+    ASSERT_TRUE(takes(write("old.txt", "old")));
+    const Path inside = trash_.contents / "old.txt";
+    const Removal removal = move(inside);
+    EXPECT_EQ(removal.result, RemovalResult::Failed);
+    EXPECT_EQ(removal.reason, files::reason(EAGAIN));
+    EXPECT_EQ(contentOf(inside), "old");
+    EXPECT_THAT(notes(), ElementsAre("old.txt.trashinfo"));
 }
 
 TEST_F(LinuxTrash, AClosedTrashTakesItAndGetsItsModeBack) {

@@ -154,7 +154,19 @@ Removal LinuxTrashSession::move(const RemovalRequest& request) {
         // A Trash that is missing does not mean that the item is.
         return trash.error() == 0 || meansGone(trash.error()) ? plain(RemovalResult::NoTrash) : failure(trash.error());
     }
+    // It was shown as something that goes for good, but its Trash could not be seen when the clean began.
+    if (isInTrash((*parent)->real, **trash, base)) {
+        return failure(EAGAIN);
+    }
     return moveInto(**trash, base, **parent, request, *seen);
+}
+
+bool LinuxTrashSession::isInTrash(const Path& real, const TrashDirectory& trash, const Path& base) const {
+    const auto contents = pathOf(trash.files());
+    return (contents && isAtOrBelow(real, contents->parent_path())) ||
+           (!base.empty() && std::ranges::any_of(places_.volumeForms, [&](const VolumeTrashForm& form) {
+               return isAtOrBelow(real, base / form.folder);
+           }));
 }
 
 LinuxTrashSession::Found LinuxTrashSession::trashFor(const Parents::Parent& parent, Path& base) {

@@ -52,6 +52,8 @@ private:
     /// A Trash, or why there is none: an errno, 0 for a disk that takes none.
     using Found = std::expected<TrashDirectory*, int>;
     Found trashFor(const Parents::Parent& parent, Path& base);
+    /// Whether a folder lies in that Trash, or in another one of its disk, which is mounted at `base`.
+    [[nodiscard]] bool isInTrash(const Path& real, const TrashDirectory& trash, const Path& base) const;
     Found homeTrash();
     Found volumeTrash(const Path& mount, std::uint64_t device);
     static std::expected<Descriptor, int> makeVolumeTrash(int mount, const VolumeTrashForm& form);
