@@ -96,9 +96,9 @@ private:
 
 INSTANTIATE_TEST_SUITE_P(Themes, Contrast,
                          ::testing::Values(Mode{false, false}, Mode{true, false}, Mode{false, true}, Mode{true, true}),
-                         [](const auto& info) {
-                             return std::string(info.param.dark ? "Dark" : "Light") +
-                                    (info.param.highContrast ? "HighContrast" : "");
+                         [](const auto& theme) {
+                             return std::string(theme.param.dark ? "Dark" : "Light") +
+                                    (theme.param.highContrast ? "HighContrast" : "");
                          });
 
 TEST_P(Contrast, TextReadsOnEverySurface) {

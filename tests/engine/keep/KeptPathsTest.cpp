@@ -151,7 +151,7 @@ TEST_P(Keeping, ADamagedListKeepsWhatIsReadable) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Systems, Keeping, ::testing::Values(System::Linux, System::Mac),
-                         [](const auto& info) { return info.param == System::Linux ? "Linux" : "Mac"; });
+                         [](const auto& instance) { return instance.param == System::Linux ? "Linux" : "Mac"; });
 
 } // namespace
 } // namespace vellmoor
