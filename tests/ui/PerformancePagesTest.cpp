@@ -99,6 +99,24 @@ TEST_P(PerformancePagesTest, AFailedChangeIsShownUntilTheUserGoesOn) {
     EXPECT_FALSE(isVisible("startupFailure"));
 }
 
+TEST_P(PerformancePagesTest, AFailedChangeLeavesTheListAndTheKeyboardWhereTheyAre) {
+    service().onDisable([](const StartupItem&) { return StartupActionResult{false, "no"}; });
+    openScanned(CleanerModule::performance);
+    window().resize({800, 560});
+    window().settle();
+    const QQuickItem* list = window().item(QStringLiteral("startupList"));
+    ASSERT_NE(list, nullptr);
+    const double before = list->property("contentY").toDouble();
+    ASSERT_TRUE(window().click(QStringLiteral("startup.1.action")));
+    ASSERT_TRUE(window().click(QStringLiteral("confirmStartup.accept")));
+    waitUntilIdle();
+    window().settle();
+    EXPECT_NEAR(list->property("contentY").toDouble(), before, 2); // its margin
+    const QQuickItem* focused = window().main().window().activeFocusItem();
+    ASSERT_NE(focused, nullptr);
+    EXPECT_EQ(focused->objectName(), QStringLiteral("startup.1"));
+}
+
 TEST_P(PerformancePagesTest, AnItemIsShownInTheFileManager) {
     openScanned(CleanerModule::performance);
     ASSERT_TRUE(window().click(QStringLiteral("startup.0.reveal")));

@@ -15,6 +15,11 @@ Rectangle {
     // Where the pointer is, or below the row.
     signal menuAsked(bool below)
 
+    // Before what one of its buttons does: a button may rest or go by it, and the keyboard would leave the row.
+    function takeKeyboard(): void {
+        forceActiveFocus(Qt.MouseFocusReason);
+    }
+
     Accessible.focusable: true
     Accessible.onPressAction: tapped()
     Keys.onPressed: event => {

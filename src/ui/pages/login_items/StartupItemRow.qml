@@ -118,7 +118,10 @@ RowFrame {
             symbol: root.startsEnabled ? "pause.circle" : "play.circle"
             text: root.startsEnabled ? L.tr("禁用") : L.tr("恢复")
 
-            onClicked: root.changeAsked()
+            onClicked: {
+                root.takeKeyboard();
+                root.changeAsked();
+            }
         }
     }
 }

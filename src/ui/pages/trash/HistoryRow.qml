@@ -141,7 +141,10 @@ RowFrame {
             text: L.tr("完成清理")
             visible: root.unfinished
 
-            onClicked: root.vm.decision.askFinish(root.history.cleanOf(root.index))
+            onClicked: {
+                root.takeKeyboard();
+                root.vm.decision.askFinish(root.history.cleanOf(root.index));
+            }
         }
 
         SecondaryButton {
@@ -154,7 +157,10 @@ RowFrame {
             text: L.tr("放回")
             visible: root.returnable
 
-            onClicked: root.history.putBack(root.index)
+            onClicked: {
+                root.takeKeyboard();
+                root.history.putBack(root.index);
+            }
         }
 
         SoftIconButton {
