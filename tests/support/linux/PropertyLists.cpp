@@ -27,7 +27,13 @@ PlistPointer readDictionary(const Path& path) {
         return nullptr;
     }
     plist_t node = nullptr;
-    plist_from_memory(bytes->data(), static_cast<std::uint32_t>(bytes->size()), &node);
+    // Not plist_from_memory: later versions want one argument more.
+    const auto size = static_cast<std::uint32_t>(bytes->size());
+    if (plist_is_binary(bytes->data(), size) != 0) {
+        plist_from_bin(bytes->data(), size, &node);
+    } else {
+        plist_from_xml(bytes->data(), size, &node);
+    }
     PlistPointer list(node);
     return list && plist_get_node_type(list.get()) == PLIST_DICT ? std::move(list) : nullptr;
 }
