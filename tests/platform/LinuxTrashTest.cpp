@@ -170,6 +170,7 @@ TEST_F(LinuxTrash, AMissingFileIsGoneAndOneBehindAClosedFolderIsNot) {
         EXPECT_EQ(moved.result, RemovalResult::Failed);
         EXPECT_EQ(moved.reason, "Permission denied");
     }
+    folder_.setMode("home/closed", 0700);
     EXPECT_EQ(contentOf(file), "mine");
 }
 
