@@ -60,11 +60,12 @@ TEST_P(LinuxRestoring, WithoutAValidNoteItStays) {
 
 TEST_P(LinuxRestoring, AReadOnlyFolderComesBackAsItWas) {
     home.file("Stuff/closed/a");
-    home.setMode("Stuff/closed", 0500);
     const Path folder = home.place("Stuff/closed");
     const Path place = trashed("closed");
     home.folder(trash.contents);
     std::filesystem::rename(folder, place);
+    using std::filesystem::perms;
+    std::filesystem::permissions(place, perms::owner_read | perms::owner_exec); // now: it could not have been moved
     home.text(trash.folder / "info/closed.trashinfo", "[Trash Info]\nPath=" + folder.string() + "\n");
     RestoreReport restored;
     {
