@@ -46,15 +46,17 @@ TEST_P(WalkEnd, ACancelledWalkVisitsAtMostAHundredEntriesMorePerWorker) {
         options.threads = GetParam();
         options.cancelled = &cancelled;
         Counter counter;
+        std::atomic<unsigned> after{0}; // whoever comes to the moment may lose its processor before it cancels
         counter.onEntry = [&](unsigned visit) {
-            if (visit == when) { // never written back as false by another worker
+            after += cancelled ? 1 : 0;
+            if (visit >= when) {
                 cancelled = true;
             }
             return Action::Continue;
         };
         EXPECT_EQ(walk(home.path(), options, counter), Outcome::Cancelled);
         EXPECT_GE(counter.visits, when);
-        EXPECT_LE(counter.visits, when + 100U * GetParam());
+        EXPECT_LE(after, 100U * GetParam());
     }
 }
 
