@@ -82,15 +82,18 @@ Flickable {
                 vm: root.vm
             }
 
-            SecondaryColumn {
+            Loader {
+                active: root.hasColumns
                 anchors.bottom: parent.bottom
                 anchors.right: parent.right
                 anchors.top: parent.top
-                visible: root.hasColumns
-                vm: root.vm
                 width: Metrics.secondaryWidth
 
-                onViewAll: root.viewAll()
+                sourceComponent: SecondaryColumn {
+                    vm: root.vm
+
+                    onViewAll: root.viewAll()
+                }
             }
         }
     }
