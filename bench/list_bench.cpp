@@ -4,9 +4,9 @@
 //   list_bench [ROUNDS]
 #include "RecordingDesktop.h"
 #include "SampleData.h"
-#include "ScanSnapshot.h"
 #include "ScriptedCleanerService.h"
 #include "WindowDriver.h"
+#include "found/ScanSnapshot.h"
 #include "paired.h"
 
 #include <QGuiApplication>

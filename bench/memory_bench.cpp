@@ -3,12 +3,12 @@
 //   memory_bench HOME [FOLDERS]      HOME is made anew: an empty or missing folder
 #include "LinuxPlatform.h"
 #include "RecordingDesktop.h"
-#include "SpareMemory.h"
 #include "WindowDriver.h"
-#include "layouts/LinuxEnvironment.h"
 #include "layouts/SystemLayout.h"
+#include "layouts/linux/LinuxEnvironment.h"
 #include "paired.h"
 #include "service/SystemCleanerService.h"
+#include "start/SpareMemory.h"
 
 #include <QApplication>
 #include <QQuickStyle>

@@ -4,13 +4,13 @@
 // their notes, and writes the same journal.
 //   move_bench FOLDER [--empty] [COUNT] [ROUNDS]
 #include "LinuxPlatform.h"
-#include "TrashNotes.h"
 #include "clean/Cleaning.h"
 #include "history/JournalLines.h"
-#include "layouts/LinuxEnvironment.h"
 #include "layouts/SystemLayout.h"
+#include "layouts/linux/LinuxEnvironment.h"
 #include "paired.h"
 #include "trash/Trash.h"
+#include "trash/TrashNotes.h"
 
 #include <chrono>
 #include <cstdio>

@@ -3,9 +3,9 @@
 //   scan_bench HOME --folders   prints the folders that the scan walks, each once, nested ones left out
 //   scan_bench HOME --cancel    cancels scans at ten moments and prints the longest wait for the end, in milliseconds
 #include "LinuxPlatform.h"
-#include "Paths.h"
-#include "ScanSnapshot.h"
-#include "layouts/LinuxEnvironment.h"
+#include "disk/Paths.h"
+#include "found/ScanSnapshot.h"
+#include "layouts/linux/LinuxEnvironment.h"
 #include "scan/PathMeasurement.h"
 #include "service/ScanDriver.h"
 

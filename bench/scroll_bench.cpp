@@ -2,9 +2,9 @@
 // time that the main thread needs to move the list, make and place the rows that came into view, and draw them.
 #include "RecordingDesktop.h"
 #include "SampleData.h"
-#include "ScanSnapshot.h"
 #include "ScriptedCleanerService.h"
 #include "WindowDriver.h"
+#include "found/ScanSnapshot.h"
 
 #include <QEvent>
 #include <QGuiApplication>

@@ -40,7 +40,7 @@ if [ -z "$compiler" ]; then
   exit 77
 fi
 
-include=(-Isrc/model -Isrc/platform -Isrc/platform/linux -Isrc/engine -Itests/support
+include=(-Isrc/model -Isrc/platform -Isrc/platform/linux -Isrc/engine -Itests/support/stand_in
   -Isrc/walk -Isrc/walk/macos -isystem tests/support/darwin/types)
 for target in "${targets[@]}"; do
   source=tests/fuzz/${target}Fuzz.cpp
@@ -49,11 +49,11 @@ for target in "${targets[@]}"; do
   case $target in
     Exec) readers=(src/engine/desktop/ExecLine.cpp) ;;
     DesktopEntry)
-      readers=(src/engine/desktop/{ExecLine,DesktopEntries}.cpp src/model/{FileIdentity,L,EnglishTable,FurtherTexts}.cpp
-        src/platform/{Paths,Platform,PosixFiles}.cpp src/platform/linux/{Files,KeyFiles,OpenFolders,Rename}.cpp)
+      readers=(src/engine/desktop/{ExecLine,DesktopEntries}.cpp src/model/FileIdentity.cpp src/model/texts/{L,EnglishTable,FurtherTexts}.cpp
+        src/platform/Platform.cpp src/platform/disk/{Paths,PosixFiles}.cpp src/platform/linux/KeyFiles.cpp src/platform/linux/disk/{Files,OpenFolders,Rename}.cpp)
       packages=(glib-2.0) ;;
     LaunchAgent)
-      readers=(tests/support/linux/PropertyLists.cpp src/model/FileIdentity.cpp src/platform/{Paths,PosixFiles,PropertyValue,linux/Files,linux/OpenFolders,linux/Rename}.cpp)
+      readers=(tests/support/stand_in/linux/PropertyLists.cpp src/model/FileIdentity.cpp src/platform/PropertyValue.cpp src/platform/disk/{Paths,PosixFiles}.cpp src/platform/linux/disk/{Files,OpenFolders,Rename}.cpp)
       packages=(libplist-2.0) ;;
     AttributeRecord) readers=(src/walk/macos/AttributeRecord.cpp) ;;
     *) readers=(src/engine/processes/MemoryText.cpp src/engine/processes/ControlGroups.cpp src/platform/ProcessLine.cpp) ;;

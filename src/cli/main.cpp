@@ -1,5 +1,5 @@
 // vellmoor-cli. What it can do stands in HelpPage.cpp.
-#include "CommandLine.h"
+#include "call/CommandLine.h"
 
 int main(int count, char** words) {
     return vellmoor::cli::runCommandLine({words + 1, words + count});

@@ -1,7 +1,5 @@
 #include "Platform.h"
 
-#include "PosixFiles.h"
-
 namespace vellmoor {
 
 FileIdentity identityOf(const FileFacts& facts) {
@@ -51,10 +49,6 @@ bool Platform::isMountPoint(const Path& path) const {
 bool Platform::isFolder(const Path& path) const {
     const std::optional<FileFacts> known = facts(path);
     return known && known->isDirectory;
-}
-
-std::optional<std::string> Platform::fileStart(const Path& path, std::size_t count) const {
-    return files::start(path, count);
 }
 
 } // namespace vellmoor

@@ -2,9 +2,9 @@
 // always passed in, there is no global one. Every function may be called from any worker thread.
 #pragma once
 
-#include "CleanupItem.h"
-#include "L.h"
-#include "MemorySnapshot.h"
+#include "found/CleanupItem.h"
+#include "found/MemorySnapshot.h"
+#include "texts/L.h"
 
 #include <cstdint>
 #include <expected>

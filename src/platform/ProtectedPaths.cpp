@@ -1,7 +1,7 @@
 #include "ProtectedPaths.h"
 
-#include "Paths.h"
-#include "PosixFiles.h"
+#include "disk/Paths.h"
+#include "disk/PosixFiles.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ScanSnapshot.h"
 #include "TickLedger.h"
+#include "found/ScanSnapshot.h"
 
 #include <string>
 

@@ -1,8 +1,8 @@
 // Life and fields of the store. Its other files: StoreModules (showing and caching results), StoreSelection (queries
 // and ticks), StoreScan (one scan at a time), StoreActions (cleaning, login items, quitting an application),
 // StoreHistory (taking back), StoreKeep (what is never offered again).
-#include "L.h"
 #include "StoreState.h"
+#include "texts/L.h"
 
 #include <QThread>
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "CleanupItem.h"
-#include "KeptItem.h"
-#include "ScanSnapshot.h"
 #include "TickLedger.h"
+#include "done/KeptItem.h"
+#include "found/CleanupItem.h"
+#include "found/ScanSnapshot.h"
 #include "service/CleanerService.h"
 
 #include <QObject>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "L.h"
+#include "texts/L.h"
 
 #include <QObject>
 

@@ -1,6 +1,6 @@
 // Cleaning, login items, quitting an application: the engine works aside, its outcome is shown, the page is read again.
-#include "L.h"
 #include "StoreState.h"
+#include "texts/L.h"
 
 namespace vellmoor {
 namespace {

@@ -1,6 +1,6 @@
 // Taking back: what was done is read, and undone, aside; ticks outlive a scan.
-#include "L.h"
 #include "StoreState.h"
+#include "texts/L.h"
 
 #include <algorithm>
 #include <string_view>

@@ -1,8 +1,8 @@
 // What is never offered again: the list aside, and what it takes out of the results at once.
 #include "CheckedMath.h"
-#include "L.h"
-#include "Paths.h"
 #include "StoreState.h"
+#include "disk/Paths.h"
+#include "texts/L.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // What is shown and what is kept: switching modules, the per-module cache, a new language.
-#include "ByteCount.h"
-#include "L.h"
 #include "StoreState.h"
+#include "texts/ByteCount.h"
+#include "texts/L.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,8 +1,8 @@
 // One scan at a time: its worker, its progress and its end. A worker's word counts only while its generation is
 // current.
-#include "ByteCount.h"
-#include "L.h"
 #include "StoreState.h"
+#include "texts/ByteCount.h"
+#include "texts/L.h"
 
 #include <algorithm>
 #include <utility>

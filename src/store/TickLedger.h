@@ -1,6 +1,6 @@
 #pragma once
 
-#include "CleanupItem.h"
+#include "found/CleanupItem.h"
 
 #include <array>
 #include <cstddef>

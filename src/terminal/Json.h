@@ -2,10 +2,10 @@
 // since 1970 or null, tints by name.
 #pragma once
 
-#include "CleanupReport.h"
-#include "History.h"
-#include "RestoreReport.h"
-#include "ScanSnapshot.h"
+#include "done/CleanupReport.h"
+#include "done/History.h"
+#include "done/RestoreReport.h"
+#include "found/ScanSnapshot.h"
 
 #include <nlohmann/json.hpp>
 

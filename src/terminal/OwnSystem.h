@@ -1,8 +1,8 @@
 #pragma once
 
-#include "L.h"
 #include "Platform.h"
 #include "layouts/SystemLayout.h"
+#include "texts/L.h"
 
 #include <filesystem>
 #include <memory>

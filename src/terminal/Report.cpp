@@ -1,9 +1,9 @@
 #include "Report.h"
 
-#include "ByteCount.h"
 #include "CheckedMath.h"
-#include "L.h"
 #include "TextTable.h"
+#include "texts/ByteCount.h"
+#include "texts/L.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "CleanerModule.h"
-#include "ScanSnapshot.h"
+#include "found/CleanerModule.h"
+#include "found/ScanSnapshot.h"
 
 #include <string>
 

@@ -1,10 +1,11 @@
 // The shell and the workspace over AppKit as tests/support/foundation plays it: which object is asked for what, and
 // what becomes of its answers. How macOS itself behaves is seen on a Mac only.
-#include "MacShell.h"
+#include "appkit/MacShell.h"
 
-#include "AppKitWorkspace.h"
-#include "L.h"
+#include "DarwinSystem.h"
 #include "Stage.h"
+#include "appkit/AppKitWorkspace.h"
+#include "texts/L.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -18,6 +19,7 @@ namespace {
 
 using test::stage;
 using test::StagedMenuItem;
+using test::StagedNote;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
@@ -29,6 +31,10 @@ protected:
         test::resetStage();
         test::startApplication();
         L::setLanguage(AppLanguage::english);
+        startShell();
+    }
+
+    void startShell() {
         shell_ = std::make_unique<MacShell>();
         shell_->install({.showMainWindow = [this] { asked_.emplace_back("window"); },
                          .quit = [this] { asked_.emplace_back("quit"); },
@@ -161,6 +167,98 @@ TEST_F(MacShellTest, AWindowIsTakenOutOfTheDockOnlyWhenItIsThere) {
 TEST_F(MacShellTest, AMessageIsShownAsItIs) {
     shell_->alert("Vellmoor", "no window");
     EXPECT_THAT(stage().alerts, ElementsAre("Vellmoor: no window"));
+}
+
+class Notes : public MacShellTest {
+protected:
+    void SetUp() override {
+        MacShellTest::SetUp();
+        shell_.reset();
+        stage().ownBundle = "org.vellmoor.Vellmoor";
+        startShell();
+        test::takeLog();
+    }
+};
+
+TEST_F(Notes, TheUserIsAskedWithTheFirstNoteAndThenItIsShown) {
+    EXPECT_THAT(stage().permissionsAsked, IsEmpty());
+    shell_->showNote("Vellmoor", "Scan complete");
+    EXPECT_THAT(stage().permissionsAsked, ElementsAre(4U)); // UNAuthorizationOptionAlert: no sound, no badge
+    EXPECT_THAT(stage().notes, IsEmpty());
+    test::answerPermission(true);
+    EXPECT_THAT(stage().notes, ElementsAre(StagedNote{"finished", "Vellmoor", "Scan complete", true}));
+    EXPECT_THAT(test::takeLog(), IsEmpty());
+}
+
+TEST_F(Notes, ANoteTakesThePlaceOfTheOneBefore) {
+    for (const char* text : {"Scan complete", "清理完成"}) {
+        shell_->showNote("Vellmoor", text);
+        test::answerPermission(true);
+    }
+    EXPECT_THAT(stage().notes, ElementsAre(StagedNote{"finished", "Vellmoor", "清理完成", true}));
+}
+
+TEST_F(Notes, AUserWhoWantsNoneSeesNone) {
+    shell_->showNote("Vellmoor", "Scan complete");
+    test::answerPermission(false);
+    EXPECT_THAT(stage().notes, IsEmpty());
+    EXPECT_THAT(test::takeLog(), IsEmpty());
+}
+
+TEST_F(Notes, WhatTheSystemRefusesIsLogged) {
+    shell_->showNote("Vellmoor", "Scan complete");
+    test::answerPermission(false, "Notifications are not allowed for this application");
+    stage().noteFailure = "No room";
+    shell_->showNote("Vellmoor", "Scan complete");
+    test::answerPermission(true);
+    EXPECT_THAT(stage().notes, IsEmpty());
+    EXPECT_THAT(
+        test::takeLog(),
+        ElementsAre("org.vellmoor.Vellmoor/window: Asking for notes in NSCocoaErrorDomain failed (1): <private>",
+                    "org.vellmoor.Vellmoor/window: Showing a note in NSCocoaErrorDomain failed (1): <private>"));
+}
+
+TEST_F(Notes, AClickShowsTheWindowOnTheMainThread) {
+    EXPECT_TRUE(test::clickNote());
+    EXPECT_THAT(asked_, IsEmpty()) << "another thread hears of it";
+    test::runMainQueue();
+    EXPECT_THAT(asked_, ElementsAre("window"));
+}
+
+TEST_F(Notes, ANoteThatIsTakenAwayShowsNoWindow) {
+    EXPECT_TRUE(test::clickNote("com.apple.UNNotificationDismissActionIdentifier"));
+    test::runMainQueue();
+    EXPECT_THAT(asked_, IsEmpty());
+}
+
+TEST_F(Notes, AClickThatComesWithTheEndDoesNothing) {
+    EXPECT_TRUE(test::clickNote());
+    shell_.reset();
+    test::runMainQueue();
+    EXPECT_THAT(asked_, IsEmpty());
+    EXPECT_FALSE(test::clickNote());
+}
+
+TEST_F(Notes, AProgramInFrontWhoseWindowIsNotShowsThemAsWell) {
+    EXPECT_EQ(test::presentNote(), 24U); // UNNotificationPresentationOptionList and -Banner
+}
+
+TEST_F(Notes, OutsideABundleTheSystemIsNotAsked) {
+    shell_.reset();
+    stage().ownBundle.clear(); // asking would raise
+    startShell();
+    shell_->showNote("Vellmoor", "Scan complete");
+    shell_.reset();
+    EXPECT_THAT(stage().permissionsAsked, IsEmpty());
+    EXPECT_THAT(test::takeLog(), IsEmpty());
+}
+
+TEST_F(Notes, ABundleThatTheSystemDoesNotKnowHasNone) {
+    stage().findsCentre = false;
+    shell_->showNote("Vellmoor", "Scan complete");
+    EXPECT_THAT(stage().permissionsAsked, IsEmpty());
+    EXPECT_THAT(test::takeLog(), ElementsAre("org.vellmoor.Vellmoor/window: Finding the notification centre failed "
+                                             "(0): <private>"));
 }
 
 class AppKitWorkspaceTest : public ::testing::Test {

@@ -1,8 +1,8 @@
-#include "Call.h"
+#include "call/Call.h"
 
-#include "HelpPage.h"
-#include "L.h"
-#include "RowChoice.h"
+#include "call/HelpPage.h"
+#include "commands/RowChoice.h"
+#include "texts/L.h"
 
 #include <gmock/gmock.h>
 

@@ -1,5 +1,5 @@
 // The program over a system of a test's own making: the folder that VELLMOOR_TEST_SYSTEM names stands for "/".
-#include "Application.h"
+#include "start/Application.h"
 
 #include <cstdio>
 #include <cstdlib>

@@ -4,7 +4,7 @@ import pathlib
 import re
 
 LANGUAGES = ("en", "zh")
-_MODEL = pathlib.Path(__file__).resolve().parents[2] / "src/model"
+_TEXTS = pathlib.Path(__file__).resolve().parents[2] / "src/model/texts"
 _STRING = r'"((?:[^"\\]|\\.)*)"'
 _CHINESE = re.compile("[\u3400-\u9fff]")
 
@@ -12,7 +12,7 @@ _CHINESE = re.compile("[\u3400-\u9fff]")
 def _entries(file, fields):
     pattern = re.compile(r"\{" + r",\s*".join([_STRING] * fields) + r"\}")
     return [tuple(text.replace('\\"', '"') for text in entry)
-            for entry in pattern.findall((_MODEL / file).read_text(encoding="utf-8"))]
+            for entry in pattern.findall((_TEXTS / file).read_text(encoding="utf-8"))]
 
 
 _FURTHER = _entries("FurtherTexts.cpp", 3)

@@ -1,4 +1,4 @@
-#include "ByteCount.h"
+#include "texts/ByteCount.h"
 
 #include "LanguageScope.h"
 

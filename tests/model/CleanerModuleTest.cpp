@@ -1,4 +1,4 @@
-#include "CleanerModule.h"
+#include "found/CleanerModule.h"
 
 #include "LanguageScope.h"
 

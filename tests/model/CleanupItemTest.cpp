@@ -1,4 +1,4 @@
-#include "CleanupItem.h"
+#include "found/CleanupItem.h"
 
 #include "LanguageScope.h"
 

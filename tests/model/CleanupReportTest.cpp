@@ -1,4 +1,4 @@
-#include "CleanupReport.h"
+#include "done/CleanupReport.h"
 
 #include "LanguageScope.h"
 

@@ -1,7 +1,7 @@
-#include "L.h"
+#include "texts/L.h"
 
 #include "LanguageScope.h"
-#include "TextTables.h"
+#include "texts/TextTables.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "LargeFileFilters.h"
+#include "found/LargeFileFilters.h"
 
 #include "LanguageScope.h"
 

@@ -1,4 +1,4 @@
-#include "MemorySnapshot.h"
+#include "found/MemorySnapshot.h"
 
 #include "LanguageScope.h"
 

@@ -1,6 +1,6 @@
 #include "CancelToken.h"
-#include "ScanSnapshot.h"
-#include "Tint.h"
+#include "found/ScanSnapshot.h"
+#include "found/Tint.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "Uuid.h"
+#include "found/Uuid.h"
 
 #include <gtest/gtest.h>
 

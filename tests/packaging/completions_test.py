@@ -11,7 +11,7 @@ import unittest
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 FOLDER = ROOT / "packaging/completions"
 PROGRAMS = [pathlib.Path(word) for word in sys.argv[1:]]
-MODULES = re.findall(r'^    \{"(\w+)", "[^"]+", "[^"]+"\},$', (ROOT / "src/model/CleanerModule.cpp").read_text(encoding="utf-8"), re.M)
+MODULES = re.findall(r'^    \{"(\w+)", "[^"]+", "[^"]+"\},$', (ROOT / "src/model/found/CleanerModule.cpp").read_text(encoding="utf-8"), re.M)
 
 
 def help_of(program):

@@ -1,6 +1,6 @@
 // The probe as it is called, on throw-away homes.
-#include "Commands.h"
 #include "TemporaryFolder.h"
+#include "programs/Commands.h"
 
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>

@@ -93,6 +93,24 @@ TEST(Project, EverySourceFolderStandsOnTheMap) {
     EXPECT_THAT(missing, IsEmpty());
 }
 
+TEST(Project, NoFolderIsCrowdedAndNoFileIsLong) {
+    constexpr std::ptrdiff_t files = 20;
+    constexpr std::ptrdiff_t lines = 400;
+    std::vector<std::string> wrong;
+    std::map<fs::path, std::ptrdiff_t> count;
+    for (const char* place : {"src", "tests"}) {
+        for (const fs::path& source : filesBelow(top / place, {".h", ".cpp", ".mm", ".qml"})) {
+            if (++count[source.parent_path()] == files + 1) {
+                wrong.push_back(source.parent_path().lexically_relative(top).string());
+            }
+            if (std::ranges::count(contents(source), '\n') > lines) {
+                wrong.push_back(source.lexically_relative(top).string());
+            }
+        }
+    }
+    EXPECT_THAT(wrong, IsEmpty());
+}
+
 TEST(Project, IncludesFollowTheArrows) {
     std::map<std::string, std::string> layerOfHeader;
     for (const fs::path& header : filesBelow(top / "src", {".h"})) {

@@ -4,8 +4,8 @@
 
 #include "ScopedUnprivileged.h"
 #include "TemporaryFolder.h"
-#include "layouts/LinuxEnvironment.h"
 #include "layouts/MemoryLayout.h"
+#include "layouts/linux/LinuxEnvironment.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -2,10 +2,10 @@
 //
 //   memory-tool list                 one line a row: name, process numbers
 //   memory-tool quit|end NAME        asks or ends the row of that name and prints the outcome
-#include "L.h"
 #include "LinuxPlatform.h"
 #include "layouts/SystemLayout.h"
 #include "service/SystemCleanerService.h"
+#include "texts/L.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -1,6 +1,6 @@
 #include "StoreFixture.h"
 
-#include "L.h"
+#include "texts/L.h"
 
 #include <QCoreApplication>
 #include <QTimer>

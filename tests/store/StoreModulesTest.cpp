@@ -1,5 +1,5 @@
-#include "L.h"
 #include "StoreFixture.h"
+#include "texts/L.h"
 
 #include <gmock/gmock.h>
 

@@ -1,38 +1,16 @@
-#include "L.h"
-#include "StoreFixture.h"
+// A scan that goes to its end: how it starts, what it tells on its way, and where its result is shown.
+#include "StoreScanFixture.h"
 
 #include <gmock/gmock.h>
 
-#include <stdexcept>
-#include <thread>
+#include <memory>
+#include <vector>
 
 namespace vellmoor {
 namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-
-class StoreScan : public StoreFixture {
-protected:
-    /// Starts a scan that reports `fraction`, and then stands at the gate that is answered.
-    std::shared_ptr<Gate> scanReporting(double fraction) {
-        const auto gate = std::make_shared<Gate>();
-        service->onScan([gate, fraction](CleanerModule, const ProgressCallback& progress, const CancelToken&) {
-            progress({"Finding large files...", fraction});
-            gate->pass();
-            return ScanSnapshot();
-        });
-        store->scan(CleanerModule::largeFiles, true);
-        gate->awaitVisitor();
-        processQueued();
-        return gate;
-    }
-
-    void finish(const std::shared_ptr<Gate>& gate) {
-        gate->open();
-        processUntil([this] { return !store->isScanning(); });
-    }
-};
 
 TEST_F(StoreScan, StartsWithTheModuleActiveAnEmptyBarAndPreparingTexts) {
     const auto gate = startGatedScan(CleanerModule::largeFiles, {});
@@ -136,105 +114,6 @@ TEST_F(StoreScan, PublishesEveryFieldOfTheSnapshot) {
     EXPECT_EQ(store->permissionHints().size(), 1U);
 }
 
-TEST_F(StoreScan, CancelledSaysSoAndEmptiesTheBarAtOnce) {
-    const auto gate = scanReporting(0.5);
-    store->cancelScan();
-    EXPECT_FALSE(store->isScanning());
-    EXPECT_EQ(store->scanProgress(), 0);
-    EXPECT_EQ(store->scanStage(), "");
-    EXPECT_EQ(store->statusMessage(), "Scan cancelled.");
-    gate->open();
-    awaitWorkers();
-}
-
-TEST_F(StoreScan, CancelSetsTheTokenOfTheRunningScan) {
-    const auto gate = std::make_shared<Gate>();
-    const auto seen = std::make_shared<std::atomic<bool>>(false);
-    service->onScan([gate, seen](CleanerModule, const ProgressCallback&, const CancelToken& token) -> ScanSnapshot {
-        gate->pass();
-        *seen = token.isCancelled();
-        throw ScanCancelled();
-    });
-    store->scan(CleanerModule::trash, true);
-    gate->awaitVisitor();
-    store->cancelScan();
-    gate->open();
-    awaitWorkers();
-    EXPECT_TRUE(*seen);
-}
-
-TEST_F(StoreScan, ALateResultOfACancelledScanChangesNothing) {
-    const auto gate = startGatedScan(CleanerModule::trash, snapshotOf({row(CleanerModule::trash, "Trash", {10})}));
-    store->cancelScan();
-    gate->open();
-    awaitWorkers();
-    EXPECT_EQ(store->statusMessage(), "Scan cancelled.");
-    EXPECT_EQ(store->scanProgress(), 0);
-    EXPECT_THAT(store->cleanupItems(), IsEmpty());
-    EXPECT_FALSE(store->hasResult(CleanerModule::trash));
-}
-
-TEST_F(StoreScan, ALateCancellationDoesNotEndTheNextScan) {
-    const auto first = std::make_shared<Gate>();
-    service->onScan([first](CleanerModule, const ProgressCallback&, const CancelToken&) -> ScanSnapshot {
-        first->pass();
-        throw ScanCancelled();
-    });
-    store->scan(CleanerModule::trash, true);
-    first->awaitVisitor();
-    store->cancelScan();
-    const auto second = startGatedScan(CleanerModule::trash, {});
-    first->open();
-    awaitWorkers(1);
-    EXPECT_TRUE(store->isScanning());
-    EXPECT_EQ(store->statusMessage(), "Scanning Trash...");
-    finish(second);
-}
-
-TEST_F(StoreScan, ALateFailureOfAnOldScanChangesNothing) {
-    const auto gate = std::make_shared<Gate>();
-    service->onScan([gate](CleanerModule, const ProgressCallback&, const CancelToken&) -> ScanSnapshot {
-        gate->pass();
-        throw std::runtime_error("disk on fire");
-    });
-    store->scan(CleanerModule::trash, true);
-    gate->awaitVisitor();
-    store->cancelScan();
-    gate->open();
-    awaitWorkers();
-    EXPECT_EQ(store->statusMessage(), "Scan cancelled.");
-}
-
-TEST_F(StoreScan, ALateResultDoesNotMixIntoTheNextScan) {
-    const auto first = startGatedScan(CleanerModule::trash, snapshotOf({row(CleanerModule::trash, "Old", {10})}));
-    store->cancelScan();
-    const auto second = startGatedScan(CleanerModule::trash, snapshotOf({row(CleanerModule::trash, "New", {20})}));
-    first->open();
-    awaitWorkers(1);
-    EXPECT_TRUE(store->isScanning());
-    EXPECT_THAT(store->cleanupItems(), IsEmpty());
-    finish(second);
-    EXPECT_THAT(titles(store->cleanupItems()), ElementsAre("New"));
-}
-
-TEST_F(StoreScan, ProgressOfAnOldScanIsIgnoredDuringTheNext) {
-    const auto first = std::make_shared<Gate>();
-    service->onScan([first](CleanerModule, const ProgressCallback& progress, const CancelToken&) {
-        first->pass();
-        progress({"Old stage", 0.7});
-        return ScanSnapshot();
-    });
-    store->scan(CleanerModule::trash, true);
-    first->awaitVisitor();
-    store->cancelScan();
-    const auto second = startGatedScan(CleanerModule::largeFiles, {});
-    first->open();
-    awaitWorkers(1);
-    EXPECT_EQ(store->scanProgress(), 0);
-    EXPECT_EQ(store->scanStage(), "Preparing scan...");
-    finish(second);
-}
-
 TEST_F(StoreScan, ProgressAfterCompletionIsIgnored) {
     const auto kept = std::make_shared<ProgressCallback>();
     service->onScan([kept](CleanerModule, const ProgressCallback& progress, const CancelToken&) {
@@ -250,59 +129,22 @@ TEST_F(StoreScan, ProgressAfterCompletionIsIgnored) {
     EXPECT_EQ(store->statusMessage(), "No items found");
 }
 
-TEST_F(StoreScan, FailureSaysItsCauseAndEmptiesTheBar) {
-    service->onScan([](CleanerModule, const ProgressCallback& progress, const CancelToken&) -> ScanSnapshot {
-        progress({"Stage", 0.5});
-        throw std::runtime_error("disk on fire");
-    });
+TEST_F(StoreScan, AnnouncesItsEndWhenAllFieldsAreSet) {
+    answer(snapshotOf({row(CleanerModule::trash, "Trash", {10})}));
+    std::vector<std::size_t> rowsSeen;
     store->scan(CleanerModule::trash, true);
+    QObject::connect(store.get(), &CleanerStore::isScanningChanged, store.get(),
+                     [&] { rowsSeen.push_back(store->cleanupItems().size()); });
     processUntil([this] { return !store->isScanning(); });
-    EXPECT_EQ(store->statusMessage(), "Scan failed: disk on fire");
-    EXPECT_EQ(store->scanProgress(), 0);
-    EXPECT_EQ(store->scanStage(), "");
-    EXPECT_FALSE(store->hasResult(CleanerModule::trash));
+    EXPECT_THAT(rowsSeen, ElementsAre(1U));
 }
 
-TEST_F(StoreScan, AThrownThingThatIsNoErrorFailsTheScanToo) {
-    service->onScan([](CleanerModule, const ProgressCallback&, const CancelToken&) -> ScanSnapshot { throw 7; });
-    store->scan(CleanerModule::trash, true);
-    processUntil([this] { return !store->isScanning(); });
-    EXPECT_EQ(store->statusMessage(), "Scan failed: Unknown");
-}
-
-TEST_F(StoreScan, FailureKeepsTheResultOfTheScanBefore) {
+TEST_F(StoreScan, ClearsTheReportOnlyWhenAsked) {
     scanned(CleanerModule::trash, snapshotOf({row(CleanerModule::trash, "Trash", {10})}));
-    service->onScan([](CleanerModule, const ProgressCallback&, const CancelToken&) -> ScanSnapshot {
-        throw std::runtime_error("disk on fire");
-    });
-    store->scan(CleanerModule::trash, true);
-    processUntil([this] { return !store->isScanning(); });
-    EXPECT_THAT(titles(store->cleanupItems()), ElementsAre("Trash"));
-    EXPECT_TRUE(store->hasResult(CleanerModule::trash));
-}
-
-TEST_F(StoreScan, ACancellationThatTheEngineRaisesByItselfReadsCancelled) {
-    service->onScan(
-        [](CleanerModule, const ProgressCallback&, const CancelToken&) -> ScanSnapshot { throw ScanCancelled(); });
-    store->scan(CleanerModule::trash, true);
-    processUntil([this] { return !store->isScanning(); });
-    EXPECT_EQ(store->statusMessage(), "Scan cancelled.");
-}
-
-TEST_F(StoreScan, CanBeStartedAgainAfterEachKindOfEnd) {
+    store->cleanSelected(CleanerModule::trash);
+    processUntil([this] { return store->latestReport() && !store->isScanning(); });
     scanned(CleanerModule::trash, {});
-    const auto gate = startGatedScan(CleanerModule::trash, {});
-    store->cancelScan();
-    gate->open();
-    awaitWorkers();
-    scanned(CleanerModule::trash, snapshotOf({row(CleanerModule::trash, "Trash", {10})}));
-    EXPECT_THAT(titles(store->cleanupItems()), ElementsAre("Trash"));
-}
-
-TEST_F(StoreScan, CancelWithoutAScanChangesNothing) {
-    const std::string status = store->statusMessage();
-    store->cancelScan();
-    EXPECT_EQ(store->statusMessage(), status);
+    EXPECT_FALSE(store->latestReport());
 }
 
 TEST_F(StoreScan, OfAModuleThatWasLeftIsCachedAndDoesNotTouchTheShownPage) {
@@ -341,27 +183,6 @@ TEST_F(StoreScan, GoesOnReportingAfterASwitchOfModules) {
     EXPECT_EQ(store->scanProgress(), 1);
 }
 
-TEST_F(StoreScan, ANewLanguageStopsItAndItsLateResultChangesNothing) {
-    const auto gate = startGatedScan(CleanerModule::trash, snapshotOf({row(CleanerModule::trash, "Trash", {10})}));
-    L::setLanguage(AppLanguage::chinese);
-    store->resetForLanguageChange();
-    EXPECT_FALSE(store->isScanning());
-    gate->open();
-    awaitWorkers();
-    EXPECT_THAT(store->cleanupItems(), IsEmpty());
-    EXPECT_EQ(store->lastScanLabel(), "未扫描");
-    EXPECT_EQ(store->statusMessage(), "尚未扫描，点击扫描此模块。");
-    EXPECT_FALSE(store->hasResult(CleanerModule::trash));
-}
-
-TEST_F(StoreScan, ClearsTheReportOnlyWhenAsked) {
-    scanned(CleanerModule::trash, snapshotOf({row(CleanerModule::trash, "Trash", {10})}));
-    store->cleanSelected(CleanerModule::trash);
-    processUntil([this] { return store->latestReport() && !store->isScanning(); });
-    scanned(CleanerModule::trash, {});
-    EXPECT_FALSE(store->latestReport());
-}
-
 TEST_F(StoreScan, OfAModuleThatWasNotShownNeverPutsTheShownRowsUnderItsName) {
     scanned(CleanerModule::trash, snapshotOf({row(CleanerModule::trash, "Trash", {10})}));
     const auto gate = startGatedScan(CleanerModule::performance, {});
@@ -383,49 +204,6 @@ TEST_F(StoreScan, OfAModuleThatWasNotShownLeavesItsEarlierResultAloneWhenItIsCan
     awaitWorkers();
     store->show(CleanerModule::performance);
     EXPECT_THAT(titles(store->cleanupItems()), ElementsAre("Agents"));
-}
-
-TEST_F(StoreScan, AnnouncesItsEndWhenAllFieldsAreSet) {
-    answer(snapshotOf({row(CleanerModule::trash, "Trash", {10})}));
-    std::vector<std::size_t> rowsSeen;
-    store->scan(CleanerModule::trash, true);
-    QObject::connect(store.get(), &CleanerStore::isScanningChanged, store.get(),
-                     [&] { rowsSeen.push_back(store->cleanupItems().size()); });
-    processUntil([this] { return !store->isScanning(); });
-    EXPECT_THAT(rowsSeen, ElementsAre(1U));
-}
-
-TEST_F(StoreScan, AResultAfterTheStoresDeathIsDropped) {
-    const auto gate = startGatedScan(CleanerModule::trash, snapshotOf({row(CleanerModule::trash, "Trash", {10})}));
-    EXPECT_FALSE(store->shutDown(std::chrono::milliseconds(0)));
-    store.reset();
-    gate->open();
-    awaitWorkers();
-    EXPECT_EQ(service.use_count(), 1);
-}
-
-TEST_F(StoreScan, AResultThatWaitsWhenTheStoreDiesIsDropped) {
-    answer(snapshotOf({row(CleanerModule::trash, "Trash", {10})}));
-    store->scan(CleanerModule::trash, true);
-    awaitPosts();
-    store.reset();
-    processQueued();
-    EXPECT_EQ(service.use_count(), 1);
-}
-
-TEST_F(StoreScan, TheStoresDeathCancelsTheScanAndWaitsForItsEnd) {
-    const auto gate = std::make_shared<Gate>();
-    service->onScan([gate](CleanerModule, const ProgressCallback&, const CancelToken& token) -> ScanSnapshot {
-        gate->open();
-        while (!token.isCancelled()) {
-            std::this_thread::yield();
-        }
-        throw ScanCancelled();
-    });
-    store->scan(CleanerModule::trash, true);
-    gate->pass();
-    EXPECT_TRUE(store->shutDown(std::chrono::seconds(20)));
-    EXPECT_EQ(service.use_count(), 2);
 }
 
 } // namespace

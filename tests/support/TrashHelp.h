@@ -2,7 +2,7 @@
 #pragma once
 
 #include "Platform.h"
-#include "TrashSession.h"
+#include "trash/TrashSession.h"
 
 namespace vellmoor::test {
 

@@ -1,6 +1,6 @@
 // Rules that the window's sources keep: every text has its entry, every symbol its picture.
 #include "KnownSymbols.h"
-#include "TextTables.h"
+#include "texts/TextTables.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -11,7 +11,7 @@ import re
 import subprocess
 import sys
 
-from sdk_names import Sdk, kind_of_ts, split_top
+from sdk_names import Sdk, block_name, kind_of_ts, split_top
 
 HERE = pathlib.Path(__file__).resolve().parent
 OLDEST = (14, 0)  # the macOS that the program must run on
@@ -77,6 +77,9 @@ class Audit:
     def kind(self, node_type):
         """What a C type is in the terms of the description: (kind, name, may be nil)."""
         written, plain = node_type["qualType"], node_type.get("desugaredQualType", node_type["qualType"])
+        if block := re.fullmatch(r".*\(\^(.*?)\)\((.*)\)", written):
+            taken = [self.kind({"qualType": part}) for part in split_top(block[2]) if part != "void"]
+            return "block", block_name(taken), "_Nullable" in block[1]
         nullable = "_Nullable" in written or "_Null_unspecified" in written
         clean = [re.sub(r"\b(_Nonnull|_Nullable|_Null_unspecified|__strong|__autoreleasing|__kindof|const|enum|struct)\b", "", text)
                  for text in (written, plain)]
@@ -95,7 +98,7 @@ class Audit:
         # The description takes texts for these.
         if plain == "char *" or written == "SEL":
             return "string", "", nullable
-        if (match := re.fullmatch(r"(NS\w+)(<.*>)? \*", plain)) and match[1] in self.interfaces:
+        if (match := re.fullmatch(r"((?:NS|UN)\w+)(<.*>)? \*", plain)) and match[1] in self.interfaces:
             return "class", match[1], nullable
         if plain.startswith("id") or plain == "instancetype" or written == "instancetype" or "Type" in written:
             return "object", "", nullable
@@ -114,11 +117,11 @@ class Audit:
         alike = alike or {kind, their_kind} == {"enum", "number"} and not (name or their_name in self.sdk.enums)
         alike = alike or f"<{their_name}>" in ours["qualType"]
         alike = alike or (kind == "object" and their_kind in ("class", "string") and answer)
-        if kind == their_kind and kind in ("class", "enum"):
+        if kind == their_kind and kind in ("class", "enum", "block"):
             alike = name == their_name
         self.check(alike, what, "is", kind, name, "here and", their_kind, their_name, "in the SDK:", theirs)
         # Of answers and of C functions the description does not say what may be nil.
-        if alike and not answer and not loosely and kind in ("class", "string", "object") and their_kind != "pointer":
+        if alike and not answer and not loosely and kind in ("class", "string", "object", "block") and their_kind != "pointer":
             self.check(nullable == their_nullable, what, "may" if nullable else "may not", "be nil here, in the SDK:", theirs)
 
     def note(self, name, node, answer=None):

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
-"""Reads what the compiler lets pass in the sources of the Mac's side: selectors in texts that no class has, a function
-that sends messages without a pool of its own, AppKit outside the window's side, declarations that nothing uses.
+"""Reads what the compiler lets pass in the sources of the Mac's side: selectors in texts that no class has, methods that
+nobody calls since Apple's classes call them otherwise, a function that sends messages without a pool of its own, AppKit
+outside the window's side, declarations that nothing uses.
 usage: audit_sources.py SDK-FOLDER ROOT"""
 import pathlib
 import re
@@ -13,7 +14,7 @@ HERE = pathlib.Path(__file__).resolve().parent
 FOR_EVERY_THREAD = {"NSWorkspace", "NSRunningApplication"}
 # The compiler makes calls of them: literals, loops.
 BY_COMPILER = {"NSConstantString", "arrayWithObjects:count:", "countByEnumeratingWithState:objects:count:"}
-MESSAGE = re.compile(r"\[[A-Za-z_][\w.]*(?: alloc\])? ?\w+|\bNS[A-Z]\w*\.\w|\bNS[A-Z]\w*\* ?\w+ =")
+MESSAGE = re.compile(r"\[[A-Za-z_][\w.]*(?: alloc\])? ?\w+|\b(?:NS|UN)[A-Z]\w*\.\w|\b(?:NS|UN)[A-Z]\w*\* ?\w+ =")
 
 
 def without_comments(text):
@@ -43,16 +44,20 @@ def functions_of(text):
         at += 1
 
 
+def files_below(folder):
+    return sorted(path for path in folder.rglob("*") if path.is_file())
+
+
 def native_sources(root):
     for folder in ("src/platform/macos", "src/app/macos", "src/walk/macos"):
-        yield from sorted((root / folder).glob("*"))
+        yield from files_below(root / folder)
 
 
 def selector_faults(root, sdk):
     """A text such as "performClose:" is sent as a message: some class must have it, with one argument."""
     known = {member[1:] for _, members in sdk.classes.values() for member, kind in members.items()
              if kind.arguments is not None and len(kind.arguments) == 1}
-    for source in sorted((root / "src/app/macos").glob("*")):
+    for source in files_below(root / "src/app/macos"):
         for number, line in enumerate(without_comments(source.read_text(encoding="utf-8")).split("\n"), 1):
             for name in re.findall(r'"([a-z][A-Za-z]*):"', line):
                 if name not in known:
@@ -70,7 +75,7 @@ def pool_faults(root):
 
 def window_faults(root, names):
     """Classes of AppKit belong to the main thread, where the platform's functions are not called."""
-    for source in sorted((root / "src/platform/macos").glob("*")):
+    for source in files_below(root / "src/platform/macos"):
         for number, line in enumerate(without_comments(source.read_text(encoding="utf-8")).split("\n"), 1):
             for name in re.findall(r"\bNS[A-Z]\w+", line):
                 if name in names and name not in FOR_EVERY_THREAD:
@@ -121,13 +126,38 @@ def declared_names(text):
         setter = "set" + found[2][0].upper() + found[2][1:] + ":"
         yield found[2], {found[2], "." + found[2], setter} | ({getter[1]} if getter else set())
     for found in re.finditer(r"^[-+] \([^)]*\)\s*([^;]+);", text, re.M):
-        bare = re.sub(r"\([^()]*(?:\([^()]*\)[^()]*)*\)", "", found[1])
-        name = "".join(re.findall(r"\w+:", bare)) or bare.strip()
+        name = selector_declared(found[1])
         yield name, {name} if ":" in name else {name, "." + name}
     for found in re.finditer(r"^(?:FOUNDATION_EXPORT|CF_EXPORT)[^;(]*?(\w+)\s*[(;]", text, re.M):
         yield found[1], {found[1]}
     for found in re.finditer(r"^static inline \w+ (NS\w+)\(|^@interface (\w+)", text, re.M):
         yield found[1] or found[2], {found[1] or found[2]}
+
+
+def methods_of(text):
+    """(line, selector) of every method in an implementation."""
+    for body in re.finditer(r"^@implementation\b.*?^@end", text, re.M | re.S):
+        for found in re.finditer(r"^[-+] \([^)]*\)\s*([^{;]+?)\s*\{", body[0], re.M):
+            yield text.count("\n", 0, body.start() + found.start()) + 1, selector_declared(found[1])
+
+
+def selector_declared(signature):
+    """Of a method's name and arguments, as it is declared."""
+    bare = re.sub(r"\([^()]*(?:\([^()]*(?:\([^()]*\)[^()]*)*\)[^()]*)*\)", "", signature)
+    return "".join(re.findall(r"\w+:", bare)) or bare.strip()
+
+
+def uncalled_faults(root):
+    """A method that the file does not send itself is for Apple's classes: one of them, or of their protocols, has it. The
+    compiler does not know whether an optional one is misspelt."""
+    apples = {name for header in sorted((root / "tools/macos-check/decls").rglob("*.h"))
+              for name, _ in declared_names(header.read_text(encoding="utf-8"))}
+    for source in native_sources(root):
+        text = without_comments(source.read_text(encoding="utf-8"))
+        known = apples | selectors_sent(text) | set(re.findall(r"@selector\(([\w:]+)\)", text))
+        for number, name in methods_of(text):
+            if name not in known:
+                yield f"{source.relative_to(root)}:{number}: nobody calls {name}"
 
 
 def unused_faults(root):
@@ -136,12 +166,12 @@ def unused_faults(root):
     used = BY_COMPILER.copy()
     for path in sources:
         text = without_comments(path.read_text(encoding="utf-8"))
-        used |= selectors_sent(text) | set(re.findall(r"(?<=[\w\])])(\.\w+)\b(?!\()", text)) | set(re.findall(r"\b(?:NS|CG|kCG|kCF|os_)\w+", text))
+        used |= {name for _, name in methods_of(text)} | selectors_sent(text) | set(re.findall(r"(?<=[\w\])])(\.\w+)\b(?!\()", text)) | set(re.findall(r"\b(?:NS|UN|CG|kCG|kCF|os_)\w+", text))
     headers = sorted((root / "tools/macos-check/decls").rglob("*.h"))
     inside = "\n".join(without_comments(header.read_text(encoding="utf-8")) for header in headers)
     for header in headers:
         for name, spellings in declared_names(header.read_text(encoding="utf-8")):
-            is_type = name[:2] in ("NS", "CG") and len(re.findall(rf"\b{name}\b", inside)) > 1
+            is_type = name[:2] in ("NS", "UN", "CG") and len(re.findall(rf"\b{name}\b", inside)) > 1
             if not spellings & used and not is_type:
                 yield f"decls/{header.relative_to(root / 'tools/macos-check/decls')}: nothing uses {name}"
 
@@ -151,7 +181,7 @@ def main():
         raise SystemExit(__doc__)
     sdk_folder, root = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2])
     sdk = Sdk(sdk_folder / "names")
-    faults = [*selector_faults(root, sdk), *pool_faults(root), *window_faults(root, window_names(sdk_folder)), *unused_faults(root)]
+    faults = [*selector_faults(root, sdk), *uncalled_faults(root), *pool_faults(root), *window_faults(root, window_names(sdk_folder)), *unused_faults(root)]
     for fault in faults:
         print(fault, file=sys.stderr)
     raise SystemExit(bool(faults))

@@ -29,7 +29,7 @@ def main():
     native = {file for file in files_in(sys.argv[2], root) if "macos" in file.parts}
     # Objective-C++ stands in a header, too; it is used by the files that run, or by none.
     run = native & set(files_in(sys.argv[3], root))
-    header = root / "src/platform/macos/FoundationValues.h"
+    header = root / "src/platform/macos/values/FoundationValues.h"
     if any(header.name in file.read_text(encoding="utf-8") for file in run):
         run.add(header)
     native.add(header)

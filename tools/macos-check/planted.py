@@ -118,7 +118,7 @@ def main():
         raise SystemExit(__doc__)
     with open(HERE / "planted.toml", "rb") as file:
         plants = [Plant(table) for table in tomllib.load(file)["plant"]]
-    native = {str(path.relative_to(ROOT)) for path in ROOT.glob("src/*/macos/*") if path.suffix in (".cpp", ".mm")}
+    native = {str(path.relative_to(ROOT)) for path in ROOT.glob("src/*/macos/**/*") if path.suffix in (".cpp", ".mm")}
     untried = sorted(native - {plant.file for plant in plants})
     if untried and not quick:
         raise SystemExit("No error is planted in:\n" + "\n".join(untried))

@@ -26,10 +26,17 @@ def split_top(text):
     return parts + [rest] if rest else parts
 
 
+def block_name(arguments):
+    """The kinds of what a block is called with, as one text."""
+    return ", ".join(f"{kind} {name}".strip() for kind, name, _ in arguments)
+
+
 def kind_of_ts(text):
     """(kind, name, may be null) of a type."""
     nullable = text.endswith("| null")
     text = text.removesuffix("| null").strip()
+    if match := re.fullmatch(r"\((.*)\) => \w+", text):
+        return "block", block_name(kind_of_ts(part.split(": ", 1)[1]) for part in split_top(match[1])), nullable
     if match := re.fullmatch(r"interop\.Enum<typeof (\w+)>", text):
         return "enum", match[1], nullable
     first = re.split(r"[<\s]", text)[0]
@@ -41,7 +48,7 @@ def kind_of_ts(text):
         return "pointer", "", nullable
     if first in ("this", "InstanceType", "interop.Object", "interop.ObjectType"):
         return "object", "", nullable
-    if re.fullmatch(r"(NS)\w+", first):
+    if re.fullmatch(r"(NS|UN)\w+", first):
         return ("struct" if first in ("NSRange",) else "class"), first, nullable
     if first.endswith("Type"):
         return "object", "", nullable

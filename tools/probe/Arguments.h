@@ -1,7 +1,7 @@
 #pragma once
 
-#include "CleanerModule.h"
-#include "L.h"
+#include "found/CleanerModule.h"
+#include "texts/L.h"
 
 #include <expected>
 #include <filesystem>

@@ -2,8 +2,8 @@
 
 #include "Host.h"
 #include "HostSession.h"
-#include "Paths.h"
 #include "StandInPlatform.h"
+#include "disk/Paths.h"
 
 #include <nlohmann/json.hpp>
 

@@ -1,10 +1,10 @@
 // vellmoor-probe: the engine without a window. What it can do stands in Arguments.cpp.
 #include "Arguments.h"
 #include "Json.h"
-#include "Paths.h"
 #include "Report.h"
-#include "ScanSnapshot.h"
 #include "Session.h"
+#include "disk/Paths.h"
+#include "found/ScanSnapshot.h"
 #include "login/StartupItems.h"
 #include "scan/PathMeasurement.h"
 #include "service/SystemCleanerService.h"

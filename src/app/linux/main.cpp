@@ -1,5 +1,5 @@
-#include "Application.h"
-#include "FolderVariables.h"
+#include "disk/FolderVariables.h"
+#include "start/Application.h"
 
 int main(int argc, char* argv[]) {
     vellmoor::unsetUnusableFolders();

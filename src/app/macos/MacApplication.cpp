@@ -1,13 +1,13 @@
 #include "MacApplication.h"
 
-#include "AppKitWorkspace.h"
 #include "LanguageManager.h"
-#include "MacDesktop.h"
 #include "MacHost.h"
 #include "MacPlatform.h"
 #include "MacProgram.h"
-#include "MacShell.h"
 #include "WindowKeeper.h"
+#include "appkit/AppKitWorkspace.h"
+#include "appkit/MacShell.h"
+#include "desktop/MacDesktop.h"
 #include "service/SystemCleanerService.h"
 
 #include <QGuiApplication>
@@ -42,9 +42,9 @@ struct Parts {
     MacPlatform platform;
     SystemLayout layout = macosLayout(mac::homeFolder(), platform.userId());
     AppKitWorkspace workspace;
-    MacDesktop desktop{platform, layout, workspace};
-    LanguageManager languages{nativeSetting(), platform.preferredLanguage()};
     MacShell shell;
+    MacDesktop desktop{platform, layout, workspace, shell};
+    LanguageManager languages{nativeSetting(), platform.preferredLanguage()};
     WindowKeeper keeper{std::make_shared<SystemCleanerService>(platform, layout), languages, desktop,
                         frontingBy(shell)};
     MacProgram program{shell, keeper, patience.action};

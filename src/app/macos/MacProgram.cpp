@@ -1,6 +1,6 @@
 #include "MacProgram.h"
 
-#include "EditCommands.h"
+#include "desktop/EditCommands.h"
 
 #include <QCoreApplication>
 #include <QEvent>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Shell.h"
 #include "WindowKeeper.h"
+#include "desktop/Shell.h"
 
 #include <QObject>
 #include <QTimer>

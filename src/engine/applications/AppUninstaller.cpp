@@ -1,13 +1,13 @@
 #include "applications/AppUninstaller.h"
 
 #include "CheckedMath.h"
-#include "Glob.h"
-#include "Paths.h"
 #include "PercentText.h"
-#include "ScanSnapshot.h"
 #include "applications/Applications.h"
 #include "applications/Leftovers.h"
 #include "desktop/DesktopEntries.h"
+#include "disk/Glob.h"
+#include "disk/Paths.h"
+#include "found/ScanSnapshot.h"
 #include "scan/PathMeasurement.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
-#include "Paths.h"
 #include "applications/AppUninstaller.h"
+#include "disk/Paths.h"
 
 #include <algorithm>
 

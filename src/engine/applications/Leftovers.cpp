@@ -1,8 +1,8 @@
 #include "applications/Leftovers.h"
 
-#include "Glob.h"
-#include "Paths.h"
 #include "ProtectedPaths.h"
+#include "disk/Glob.h"
+#include "disk/Paths.h"
 
 #include <algorithm>
 #include <set>

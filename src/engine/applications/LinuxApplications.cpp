@@ -1,9 +1,9 @@
-#include "Paths.h"
 #include "applications/AppUninstaller.h"
 #include "applications/Applications.h"
 #include "applications/ReleaseName.h"
 #include "desktop/AppNames.h"
 #include "desktop/DesktopEntries.h"
+#include "disk/Paths.h"
 #include "scan/UserPlaces.h"
 
 #include <algorithm>

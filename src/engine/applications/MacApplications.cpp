@@ -1,7 +1,7 @@
-#include "Paths.h"
 #include "applications/AppUninstaller.h"
 #include "applications/Applications.h"
 #include "desktop/AppNames.h"
+#include "disk/Paths.h"
 
 namespace vellmoor {
 namespace {

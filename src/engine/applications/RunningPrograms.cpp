@@ -1,6 +1,6 @@
-#include "Paths.h"
 #include "applications/AppUninstaller.h"
 #include "applications/Applications.h"
+#include "disk/Paths.h"
 
 #include <algorithm>
 

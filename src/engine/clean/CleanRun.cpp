@@ -1,11 +1,11 @@
 #include "clean/CleanRun.h"
 
 #include "CheckedMath.h"
-#include "Paths.h"
-#include "PosixFiles.h"
 #include "applications/AppUninstaller.h"
 #include "clean/DiskRoom.h"
 #include "clean/Recovery.h"
+#include "disk/Paths.h"
+#include "disk/PosixFiles.h"
 #include "memory/Memory.h"
 #include "trash/CleanPlaces.h"
 

@@ -1,15 +1,15 @@
 #pragma once
 
-#include "CleanProgress.h"
-#include "CleanupReport.h"
 #include "ProtectedPaths.h"
-#include "TrashSession.h"
 #include "clean/CleanRecord.h"
 #include "clean/RunningOwners.h"
 #include "clean/WorkProgress.h"
+#include "done/CleanProgress.h"
+#include "done/CleanupReport.h"
 #include "keep/KeptPaths.h"
 #include "plan/CleanPlan.h"
 #include "scan/EngineContext.h"
+#include "trash/TrashSession.h"
 #include "trash/TrashedPaths.h"
 
 #include <chrono>

@@ -1,9 +1,9 @@
 #include "clean/Cleaning.h"
 
-#include "Paths.h"
-#include "PosixFiles.h"
 #include "clean/CleanRecord.h"
 #include "clean/CleanRun.h"
+#include "disk/Paths.h"
+#include "disk/PosixFiles.h"
 #include "history/CleanLock.h"
 #include "history/HistoryList.h"
 #include "history/Journal.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "CleanProgress.h"
-#include "CleanupReport.h"
+#include "done/CleanProgress.h"
+#include "done/CleanupReport.h"
 #include "scan/EngineContext.h"
 
 #include <chrono>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "TrashSession.h"
 #include "scan/EngineContext.h"
+#include "trash/TrashSession.h"
 
 namespace vellmoor {
 

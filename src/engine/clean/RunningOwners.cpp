@@ -1,8 +1,8 @@
 #include "clean/RunningOwners.h"
 
-#include "Glob.h"
-#include "Paths.h"
 #include "desktop/DesktopEntries.h"
+#include "disk/Glob.h"
+#include "disk/Paths.h"
 #include "privacy/Privacy.h"
 #include "processes/ProcessTable.h"
 #include "scan/UserPlaces.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "CleanProgress.h"
+#include "done/CleanProgress.h"
 
 #include <chrono>
 #include <optional>

@@ -1,8 +1,8 @@
 #include "desktop/AppNames.h"
 
-#include "Glob.h"
-#include "Paths.h"
 #include "desktop/DesktopEntries.h"
+#include "disk/Glob.h"
+#include "disk/Paths.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "desktop/DesktopEntries.h"
 
-#include "Paths.h"
+#include "disk/Paths.h"
 #include "scan/EngineContext.h"
 
 #include <algorithm>

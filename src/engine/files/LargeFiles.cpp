@@ -1,13 +1,13 @@
 #include "files/LargeFiles.h"
 
-#include "ByteCount.h"
-#include "Paths.h"
 #include "PercentText.h"
 #include "Platform.h"
-#include "ScanSnapshot.h"
+#include "disk/Paths.h"
+#include "found/ScanSnapshot.h"
 #include "scan/DeepWalk.h"
 #include "scan/PathMeasurement.h"
 #include "scan/UserPlaces.h"
+#include "texts/ByteCount.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,6 +1,6 @@
 #include "history/CleanLock.h"
 
-#include "L.h"
+#include "texts/L.h"
 
 #include <utility>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "OwnFile.h"
+#include "disk/OwnFile.h"
 #include "layouts/SystemLayout.h"
 
 #include <expected>

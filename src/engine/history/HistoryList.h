@@ -1,6 +1,6 @@
 #pragma once
 
-#include "History.h"
+#include "done/History.h"
 #include "history/Journal.h"
 #include "scan/EngineContext.h"
 

@@ -3,8 +3,8 @@
 // is passed over and kept.
 #pragma once
 
-#include "CleanupReport.h"
-#include "OwnFile.h"
+#include "disk/OwnFile.h"
+#include "done/CleanupReport.h"
 #include "layouts/SystemLayout.h"
 
 #include <expected>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "History.h"
+#include "done/History.h"
 #include "history/Whereabouts.h"
 
 #include <cstddef>

@@ -1,6 +1,6 @@
 #include "history/Whereabouts.h"
 
-#include "Paths.h"
+#include "disk/Paths.h"
 
 #include <algorithm>
 #include <chrono>

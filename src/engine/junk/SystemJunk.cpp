@@ -1,6 +1,6 @@
 #include "junk/SystemJunk.h"
 
-#include "Paths.h"
+#include "disk/Paths.h"
 #include "scan/PathMeasurement.h"
 #include "scan/UserPlaces.h"
 

@@ -1,11 +1,11 @@
 #include "keep/KeptPaths.h"
 
-#include "L.h"
-#include "OwnFile.h"
-#include "Paths.h"
 #include "PercentText.h"
-#include "PosixFiles.h"
 #include "ProtectedPaths.h"
+#include "disk/OwnFile.h"
+#include "disk/Paths.h"
+#include "disk/PosixFiles.h"
+#include "texts/L.h"
 
 #include <algorithm>
 #include <cerrno>

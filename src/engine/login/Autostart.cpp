@@ -1,8 +1,8 @@
-#include "Paths.h"
 #include "Platform.h"
 #include "desktop/DesktopEntries.h"
 #include "desktop/EntryPrograms.h"
 #include "desktop/ExecLine.h"
+#include "disk/Paths.h"
 #include "login/StartupEntries.h"
 
 #include <algorithm>

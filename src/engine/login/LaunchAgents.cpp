@@ -1,6 +1,6 @@
-#include "Paths.h"
 #include "desktop/AppNames.h"
 #include "desktop/DesktopEntries.h"
+#include "disk/Paths.h"
 #include "login/StartupEntries.h"
 
 #include <algorithm>

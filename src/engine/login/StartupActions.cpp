@@ -1,8 +1,8 @@
 // Switching login items off and on: their configuration moves between two folders, nothing is ever removed.
-#include "Paths.h"
 #include "Platform.h"
-#include "ScanSnapshot.h"
 #include "desktop/DesktopEntries.h"
+#include "disk/Paths.h"
+#include "found/ScanSnapshot.h"
 #include "login/StartupEntries.h"
 #include "login/StartupItems.h"
 #include "login/StartupMasks.h"

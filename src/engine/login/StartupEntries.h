@@ -1,7 +1,7 @@
 // How the configuration files of the single kinds of login items are read.
 #pragma once
 
-#include "ScanSnapshot.h"
+#include "found/ScanSnapshot.h"
 #include "scan/EngineContext.h"
 
 #include <optional>

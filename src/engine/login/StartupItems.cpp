@@ -1,8 +1,8 @@
 #include "login/StartupItems.h"
 
-#include "Paths.h"
-#include "ScanSnapshot.h"
 #include "desktop/AppNames.h"
+#include "disk/Paths.h"
+#include "found/ScanSnapshot.h"
 #include "login/StartupEntries.h"
 #include "scan/PathMeasurement.h"
 

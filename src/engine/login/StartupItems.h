@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ScanSnapshot.h"
+#include "found/ScanSnapshot.h"
 #include "scan/EngineContext.h"
 
 #include <vector>

@@ -1,7 +1,7 @@
 #include "memory/Memory.h"
 
 #include "CheckedMath.h"
-#include "Glob.h"
+#include "disk/Glob.h"
 #include "processes/MemoryText.h"
 
 #include <algorithm>

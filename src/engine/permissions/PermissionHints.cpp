@@ -1,6 +1,6 @@
 #include "permissions/PermissionHints.h"
 
-#include "ScanSnapshot.h"
+#include "found/ScanSnapshot.h"
 #include "scan/AccessLimited.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "CleanupReport.h"
+#include "done/CleanupReport.h"
 
 #include <vector>
 

@@ -1,7 +1,7 @@
 #include "plan/PastPlans.h"
 
 #include "CheckedMath.h"
-#include "Paths.h"
+#include "disk/Paths.h"
 
 #include <map>
 

@@ -1,6 +1,6 @@
 #include "privacy/BrowserProfiles.h"
 
-#include "Paths.h"
+#include "disk/Paths.h"
 #include "scan/AccessLimited.h"
 
 #include <algorithm>

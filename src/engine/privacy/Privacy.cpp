@@ -1,7 +1,7 @@
 #include "privacy/Privacy.h"
 
-#include "Glob.h"
-#include "Paths.h"
+#include "disk/Glob.h"
+#include "disk/Paths.h"
 #include "privacy/BrowserProfiles.h"
 #include "processes/ProcessTable.h"
 #include "scan/AccessLimited.h"

@@ -8,12 +8,12 @@
 //   4  the folder of its program, and 5 its parent beside it in that folder.
 //
 // Last of all a control group that names an application without an entry, which several programs may share.
-#include "Glob.h"
-#include "Paths.h"
 #include "Platform.h"
 #include "desktop/AppNames.h"
 #include "desktop/DesktopEntries.h"
 #include "desktop/EntryPrograms.h"
+#include "disk/Glob.h"
+#include "disk/Paths.h"
 #include "processes/ControlGroups.h"
 #include "processes/LinuxProcesses.h"
 #include "processes/ProcessApplications.h"

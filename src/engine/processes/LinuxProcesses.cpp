@@ -1,6 +1,6 @@
 #include "processes/LinuxProcesses.h"
 
-#include "Paths.h"
+#include "disk/Paths.h"
 #include "processes/ControlGroups.h"
 #include "processes/MemoryText.h"
 

@@ -1,9 +1,9 @@
 #include "restore/Restore.h"
 
 #include "CheckedMath.h"
-#include "Paths.h"
 #include "clean/Recovery.h"
 #include "clean/WorkProgress.h"
+#include "disk/Paths.h"
 #include "history/CleanLock.h"
 #include "history/HistoryList.h"
 #include "history/Journal.h"

@@ -1,8 +1,8 @@
 // The way back out of a Trash.
 #pragma once
 
-#include "CleanProgress.h"
-#include "RestoreReport.h"
+#include "done/CleanProgress.h"
+#include "done/RestoreReport.h"
 #include "scan/EngineContext.h"
 
 #include <cstddef>

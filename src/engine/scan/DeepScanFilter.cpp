@@ -1,7 +1,7 @@
 #include "scan/DeepScanFilter.h"
 
-#include "Glob.h"
-#include "Paths.h"
+#include "disk/Glob.h"
+#include "disk/Paths.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #include "scan/Offers.h"
 
-#include "L.h"
-#include "Paths.h"
+#include "disk/Paths.h"
+#include "texts/L.h"
 
 #include <algorithm>
 #include <optional>

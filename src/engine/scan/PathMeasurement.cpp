@@ -1,8 +1,8 @@
 #include "scan/PathMeasurement.h"
 
 #include "CheckedMath.h"
-#include "Paths.h"
 #include "Platform.h"
+#include "disk/Paths.h"
 #include "scan/DeepWalk.h"
 #include "scan/UserPlaces.h"
 

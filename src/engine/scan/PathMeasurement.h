@@ -1,7 +1,7 @@
 // The measuring kit: how every scanner turns paths into sizes, dates, targets and rows.
 #pragma once
 
-#include "ScanSnapshot.h"
+#include "found/ScanSnapshot.h"
 #include "scan/EngineContext.h"
 #include "scan/Offers.h"
 

@@ -1,6 +1,6 @@
 #include "scan/UserPlaces.h"
 
-#include "Paths.h"
+#include "disk/Paths.h"
 
 #include <algorithm>
 #include <iterator>

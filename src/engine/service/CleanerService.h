@@ -2,13 +2,13 @@
 #pragma once
 
 #include "CancelToken.h"
-#include "CleanProgress.h"
-#include "CleanupReport.h"
-#include "History.h"
-#include "KeptItem.h"
 #include "Platform.h"
-#include "RestoreReport.h"
-#include "ScanSnapshot.h"
+#include "done/CleanProgress.h"
+#include "done/CleanupReport.h"
+#include "done/History.h"
+#include "done/KeptItem.h"
+#include "done/RestoreReport.h"
+#include "found/ScanSnapshot.h"
 
 #include <cstddef>
 #include <expected>

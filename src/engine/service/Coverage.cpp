@@ -1,7 +1,7 @@
 #include "service/Coverage.h"
 
 #include "CheckedMath.h"
-#include "Paths.h"
+#include "disk/Paths.h"
 #include "scan/DeepScanFilter.h"
 #include "scan/UserPlaces.h"
 

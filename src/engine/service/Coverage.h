@@ -1,7 +1,7 @@
 #pragma once
 
-#include "CleanupItem.h"
 #include "Platform.h"
+#include "found/CleanupItem.h"
 
 #include <vector>
 

@@ -1,11 +1,10 @@
 #include "service/ScanDriver.h"
 
-#include "ByteCount.h"
 #include "CheckedMath.h"
-#include "ScanSnapshot.h"
 #include "applications/AppUninstaller.h"
 #include "desktop/DesktopEntries.h"
 #include "files/LargeFiles.h"
+#include "found/ScanSnapshot.h"
 #include "history/HistoryList.h"
 #include "junk/SystemJunk.h"
 #include "login/StartupItems.h"
@@ -14,6 +13,7 @@
 #include "privacy/Privacy.h"
 #include "processes/LinuxProcesses.h"
 #include "service/Coverage.h"
+#include "texts/ByteCount.h"
 #include "trash/Trash.h"
 
 #include <algorithm>

@@ -1,9 +1,9 @@
 #include "service/SystemCleanerService.h"
 
-#include "Paths.h"
-#include "ScanSnapshot.h"
 #include "clean/Cleaning.h"
 #include "clean/Recovery.h"
+#include "disk/Paths.h"
+#include "found/ScanSnapshot.h"
 #include "history/HistoryList.h"
 #include "keep/KeptPaths.h"
 #include "login/StartupItems.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ScanSnapshot.h"
+#include "found/ScanSnapshot.h"
 #include "layouts/SystemLayout.h"
 #include "service/CleanerService.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "ProtectedPaths.h"
-#include "TrashSession.h"
 #include "scan/EngineContext.h"
+#include "trash/TrashSession.h"
 #include "trash/TrashedPaths.h"
 
 namespace vellmoor {

@@ -1,11 +1,11 @@
 #include "trash/Trash.h"
 
-#include "Paths.h"
 #include "PercentText.h"
 #include "Platform.h"
-#include "TrashNotes.h"
+#include "disk/Paths.h"
 #include "scan/AccessLimited.h"
 #include "scan/PathMeasurement.h"
+#include "trash/TrashNotes.h"
 
 #include <algorithm>
 #include <optional>

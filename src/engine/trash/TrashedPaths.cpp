@@ -1,6 +1,6 @@
 #include "trash/TrashedPaths.h"
 
-#include "Paths.h"
+#include "disk/Paths.h"
 
 #include <algorithm>
 #include <string>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "TrashSession.h"
 #include "scan/EngineContext.h"
 #include "trash/Trash.h"
+#include "trash/TrashSession.h"
 
 #include <memory>
 #include <optional>

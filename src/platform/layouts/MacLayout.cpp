@@ -1,6 +1,6 @@
-#include "Paths.h"
-#include "layouts/LinuxEnvironment.h"
+#include "disk/Paths.h"
 #include "layouts/SystemLayout.h"
+#include "layouts/linux/LinuxEnvironment.h"
 
 namespace vellmoor {
 namespace {

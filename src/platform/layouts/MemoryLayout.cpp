@@ -1,7 +1,7 @@
 #include "layouts/MemoryLayout.h"
 
-#include "Paths.h"
-#include "layouts/LinuxEnvironment.h"
+#include "disk/Paths.h"
+#include "layouts/linux/LinuxEnvironment.h"
 
 #include <array>
 #include <unistd.h>

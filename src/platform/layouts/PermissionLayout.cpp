@@ -1,8 +1,8 @@
 #include "layouts/PermissionLayout.h"
 
-#include "Paths.h"
-#include "layouts/LinuxBrowsers.h"
-#include "layouts/LinuxEnvironment.h"
+#include "disk/Paths.h"
+#include "layouts/linux/LinuxBrowsers.h"
+#include "layouts/linux/LinuxEnvironment.h"
 
 namespace vellmoor {
 namespace {

@@ -1,7 +1,7 @@
 #include "layouts/PrivacyLayout.h"
 
-#include "layouts/LinuxBrowsers.h"
-#include "layouts/LinuxEnvironment.h"
+#include "layouts/linux/LinuxBrowsers.h"
+#include "layouts/linux/LinuxEnvironment.h"
 
 #include <initializer_list>
 #include <string_view>

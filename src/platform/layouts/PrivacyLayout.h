@@ -1,7 +1,7 @@
 #pragma once
 
-#include "CleanupItem.h"
-#include "Tint.h"
+#include "found/CleanupItem.h"
+#include "found/Tint.h"
 #include "layouts/BrowserFolder.h"
 
 #include <cstdint>

@@ -1,7 +1,7 @@
 #include "layouts/StartupLayout.h"
 
-#include "Paths.h"
-#include "layouts/LinuxEnvironment.h"
+#include "disk/Paths.h"
+#include "layouts/linux/LinuxEnvironment.h"
 
 #include <algorithm>
 

@@ -2,8 +2,7 @@
 // stands here. Both layouts are plain values and work on both systems.
 #pragma once
 
-#include "L.h"
-#include "LargeFileFilters.h"
+#include "found/LargeFileFilters.h"
 #include "layouts/AppLayout.h"
 #include "layouts/MemoryLayout.h"
 #include "layouts/OwnedFolders.h"
@@ -11,6 +10,7 @@
 #include "layouts/PrivacyLayout.h"
 #include "layouts/RootPattern.h"
 #include "layouts/StartupLayout.h"
+#include "texts/L.h"
 
 #include <filesystem>
 #include <string>

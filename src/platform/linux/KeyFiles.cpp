@@ -1,7 +1,7 @@
 #include "KeyFiles.h"
 
-#include "Files.h"
 #include "GlibPointers.h"
+#include "disk/Files.h"
 
 #include <glib.h>
 

@@ -1,16 +1,16 @@
 #include "LinuxPlatform.h"
 
-#include "Commands.h"
-#include "Files.h"
 #include "GlibPointers.h"
 #include "KeyFiles.h"
-#include "LinuxTrashSession.h"
-#include "Mounts.h"
-#include "Paths.h"
-#include "PortalTrashSession.h"
-#include "Quit.h"
 #include "TextServices.h"
-#include "UserDirectories.h"
+#include "disk/Files.h"
+#include "disk/Mounts.h"
+#include "disk/Paths.h"
+#include "disk/UserDirectories.h"
+#include "programs/Commands.h"
+#include "programs/Quit.h"
+#include "trash/LinuxTrashSession.h"
+#include "trash/PortalTrashSession.h"
 
 #include <gio/gio.h>
 

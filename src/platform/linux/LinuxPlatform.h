@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform.h"
-#include "layouts/LinuxEnvironment.h"
+#include "layouts/linux/LinuxEnvironment.h"
 
 namespace vellmoor {
 

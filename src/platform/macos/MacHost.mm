@@ -1,7 +1,7 @@
 #include "MacHost.h"
 
-#include "FoundationValues.h"
 #include "MacPlatform.h"
+#include "values/FoundationValues.h"
 
 namespace vellmoor::mac {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "PackageTypes.h"
 #include "Platform.h"
+#include "disk/PackageTypes.h"
 
 namespace vellmoor::mac {
 

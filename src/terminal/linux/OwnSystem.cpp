@@ -1,8 +1,8 @@
 #include "OwnSystem.h"
 
-#include "FolderVariables.h"
 #include "LinuxPlatform.h"
-#include "layouts/LinuxEnvironment.h"
+#include "disk/FolderVariables.h"
+#include "layouts/linux/LinuxEnvironment.h"
 
 namespace vellmoor::terminal {
 

@@ -33,7 +33,7 @@ GlassPanel {
                 Subheading {
                     Accessible.role: Accessible.StaticText
                     objectName: "selectedText"
-                    text: root.vm.selectedText
+                    text: root.vm.offer.selectedText
                 }
 
                 Badge {
@@ -93,11 +93,11 @@ GlassPanel {
         }
 
         PrimaryButton {
-            enabled: root.vm.canClean
+            enabled: root.vm.offer.canClean
             implicitWidth: Math.max(132, implicitContentWidth + 40)
             objectName: "cleanButton"
-            symbol: root.vm.previewsClean ? "trash" : "sparkles"
-            text: root.vm.scan.cleaning ? root.vm.cleanBusyTitle : root.vm.cleanTitle
+            symbol: root.vm.offer.previewsClean ? "trash" : "sparkles"
+            text: root.vm.scan.cleaning ? root.vm.offer.cleanBusyTitle : root.vm.offer.cleanTitle
 
             onClicked: root.cleanAsked()
         }

@@ -25,7 +25,7 @@ Item {
 
     // A clean of files goes over the sheet of its paths.
     function startClean(): void {
-        if (root.vm.previewsClean)
+        if (root.vm.offer.previewsClean)
             showDetails(true);
         else
             askClean();

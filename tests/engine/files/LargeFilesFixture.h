@@ -2,8 +2,8 @@
 #pragma once
 
 #include "EngineHome.h"
-#include "ScanSnapshot.h"
 #include "files/LargeFiles.h"
+#include "found/ScanSnapshot.h"
 
 #include <cstdint>
 #include <fcntl.h>

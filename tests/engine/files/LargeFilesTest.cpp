@@ -1,7 +1,7 @@
 #include "Host.h"
-#include "ScanSnapshot.h"
 #include "ScopedUnprivileged.h"
 #include "files/LargeFilesFixture.h"
+#include "found/ScanSnapshot.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,32 +1,18 @@
-// What the tests of system junk share: looking rows up, a Linux home, its processes.
+// A Linux home with junk, and its processes.
 #pragma once
 
 #include "EngineHome.h"
+#include "junk/JunkRows.h"
 #include "junk/SystemJunk.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace vellmoor::test {
-
-inline const CleanupItem* row(const std::vector<CleanupItem>& items, std::string_view title) {
-    const auto found = std::ranges::find(items, title, &CleanupItem::title);
-    return found == items.end() ? nullptr : &*found;
-}
-
-inline std::vector<std::string> names(const CleanupItem* item) {
-    std::vector<std::string> out;
-    if (item != nullptr) {
-        std::ranges::transform(item->targets, std::back_inserter(out), &CleanupTarget::name);
-    }
-    return out;
-}
 
 class LinuxJunk : public ::testing::Test {
 protected:

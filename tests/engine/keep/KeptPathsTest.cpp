@@ -1,8 +1,8 @@
 #include "keep/KeptPaths.h"
 
 #include "EngineHome.h"
-#include "OwnFile.h"
 #include "ScopedUnprivileged.h"
+#include "disk/OwnFile.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "ScanSnapshot.h"
+#include "found/ScanSnapshot.h"
 #include "login/StartupEntries.h"
 #include "login/StartupFixture.h"
 #include "login/StartupMasks.h"

@@ -1,5 +1,5 @@
-#include "ScanSnapshot.h"
 #include "ScopedUnprivileged.h"
+#include "found/ScanSnapshot.h"
 #include "login/StartupFixture.h"
 
 namespace vellmoor::test {

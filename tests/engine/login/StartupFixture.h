@@ -2,7 +2,7 @@
 #pragma once
 
 #include "EngineHome.h"
-#include "ScanSnapshot.h"
+#include "found/ScanSnapshot.h"
 #include "login/StartupItems.h"
 
 #include <gmock/gmock.h>

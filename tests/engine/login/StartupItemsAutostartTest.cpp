@@ -1,4 +1,4 @@
-#include "ScanSnapshot.h"
+#include "found/ScanSnapshot.h"
 #include "login/StartupFixture.h"
 
 #include <set>

@@ -1,5 +1,5 @@
 #include "PropertyLists.h"
-#include "ScanSnapshot.h"
+#include "found/ScanSnapshot.h"
 #include "login/StartupFixture.h"
 
 #include <cstdlib>

@@ -1,7 +1,7 @@
 // User services that hide a service of the same name of the system.
 #include "login/StartupMasks.h"
 
-#include "ScanSnapshot.h"
+#include "found/ScanSnapshot.h"
 #include "login/StartupFixture.h"
 
 namespace vellmoor::test {

@@ -1,8 +1,8 @@
 #include "permissions/PermissionHints.h"
 
 #include "EngineHome.h"
-#include "ScanSnapshot.h"
 #include "ScopedUnprivileged.h"
+#include "found/ScanSnapshot.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // Bookmarks, passwords, extensions and settings are never a target and never lie inside one. Each fixture has the
 // shape that the browser itself leaves after some use.
-#include "Paths.h"
 #include "ProtectedPaths.h"
+#include "disk/Paths.h"
 #include "privacy/PrivacyFixture.h"
 
 #include <gmock/gmock.h>

@@ -1,7 +1,7 @@
 // The way back by restore notes, and out of the Trash of a disk, as only Linux has them.
-#include "Paths.h"
 #include "ScopedMount.h"
 #include "ScopedUnprivileged.h"
+#include "disk/Paths.h"
 #include "restore/RestoreFixture.h"
 
 #include <gmock/gmock.h>

@@ -3,9 +3,9 @@
 #include "Descriptors.h"
 #include "EngineHome.h"
 #include "Host.h"
-#include "Paths.h"
-#include "ScanSnapshot.h"
 #include "ScopedUnprivileged.h"
+#include "disk/Paths.h"
+#include "found/ScanSnapshot.h"
 #include "scan/DeepScanFilter.h"
 
 #include <gmock/gmock.h>

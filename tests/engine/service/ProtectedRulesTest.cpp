@@ -2,8 +2,8 @@
 // are tried against every protected path and every folder above one.
 #include "Host.h"
 #include "ProtectedPaths.h"
-#include "layouts/LinuxEnvironment.h"
 #include "layouts/SystemLayout.h"
+#include "layouts/linux/LinuxEnvironment.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 
 #include "EngineHome.h"
 #include "Host.h"
-#include "ScanSnapshot.h"
+#include "found/ScanSnapshot.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

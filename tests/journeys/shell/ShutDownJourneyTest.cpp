@@ -1,7 +1,7 @@
 // The whole program, from its start to its end: it is quit in the middle of what it does.
-#include "Application.h"
-#include "L.h"
 #include "ThrowAwayHome.h"
+#include "start/Application.h"
+#include "texts/L.h"
 
 #include <QApplication>
 #include <QQuickItem>

@@ -1,4 +1,4 @@
-#include "AsciiFolding.h"
+#include "values/AsciiFolding.h"
 
 #include <gtest/gtest.h>
 

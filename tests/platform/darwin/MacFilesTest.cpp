@@ -1,10 +1,10 @@
 // Facts of single paths as macOS tells them. The folders are real, flags and mounts come from tests/support/darwin.
 #include "DarwinSystem.h"
-#include "MacPaths.h"
 #include "MacPlatform.h"
-#include "PosixFiles.h"
 #include "ScopedUnprivileged.h"
 #include "TemporaryFolder.h"
+#include "disk/MacPaths.h"
+#include "disk/PosixFiles.h"
 
 #include <gmock/gmock.h>
 

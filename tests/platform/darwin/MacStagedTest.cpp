@@ -3,10 +3,10 @@
 #include "DarwinSystem.h"
 #include "MacHost.h"
 #include "MacPlatform.h"
-#include "QuitAnswers.h"
 #include "Stage.h"
 #include "TemporaryFolder.h"
-#include "TrashSession.h"
+#include "programs/QuitAnswers.h"
+#include "trash/TrashSession.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

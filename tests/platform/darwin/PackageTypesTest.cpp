@@ -1,4 +1,4 @@
-#include "PackageTypes.h"
+#include "disk/PackageTypes.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // The parts of the browser table that no privacy row shows.
-#include "layouts/LinuxBrowsers.h"
+#include "layouts/linux/LinuxBrowsers.h"
 
-#include "layouts/LinuxEnvironment.h"
+#include "layouts/linux/LinuxEnvironment.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

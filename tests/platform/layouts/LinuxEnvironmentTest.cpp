@@ -1,4 +1,4 @@
-#include "layouts/LinuxEnvironment.h"
+#include "layouts/linux/LinuxEnvironment.h"
 
 #include <gmock/gmock.h>
 

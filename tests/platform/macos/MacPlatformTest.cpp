@@ -3,7 +3,7 @@
 #include "MacPlatform.h"
 
 #include "TemporaryFolder.h"
-#include "TrashSession.h"
+#include "trash/TrashSession.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

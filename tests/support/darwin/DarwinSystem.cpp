@@ -1,59 +1,30 @@
 #include "DarwinSystem.h"
 
-#include "DarwinAbi.h"
+#include "DarwinState.h"
 
-#include <algorithm>
-#include <array>
-#include <cerrno>
-#include <climits>
-#include <cstdarg>
-#include <cstddef>
-#include <cstring>
-#include <dirent.h>
-#include <fcntl.h>
-#include <mutex>
-#include <optional>
-#include <string_view>
-#include <sys/stat.h>
-#include <unistd.h>
 #include <utility>
 
 namespace vellmoor::test {
-namespace {
+namespace darwin {
 
-struct State {
-    DarwinTraits traits;
-    std::set<std::string> listed;
-    std::multiset<std::string> statted;
-    std::map<std::string, unsigned> batches; ///< by folder
-    unsigned unguardedCalls = 0;
-};
+std::mutex& lock() {
+    static std::mutex only;
+    return only;
+}
 
-// One lock for all: a test's threads are few.
-std::mutex mutex;
-std::optional<State> state;
-const DarwinTraits plain;
-std::vector<std::string> logged;
-
-constexpr int mayFetch = 0, mayNotFetch = 1;
-constexpr int typeOfFetching = 3, scopeOfThread = 1; // IOPOL_TYPE_VFS_MATERIALIZE_DATALESS_FILES, IOPOL_SCOPE_THREAD
-thread_local int policy = mayFetch;
-
-constexpr int doNotWait = 2;               // MNT_NOWAIT
-constexpr unsigned ordinaryUrgency = 0x15; // QOS_CLASS_DEFAULT
-thread_local unsigned urgency = ordinaryUrgency;
-
-// What the kernel writes, as its public headers declare it; where one of these does not hold, the tests over this
-// stand-in show nothing of a Mac.
-static_assert(sizeof(attribute_set_t) == 20 && sizeof(attrreference_t) == 8 && sizeof(timespec) == 16);
+std::optional<State>& state() {
+    static std::optional<State> only;
+    return only;
+}
 
 const DarwinTraits& traits() {
-    return state ? state->traits : plain;
+    static const DarwinTraits plain;
+    return state() ? state()->traits : plain;
 }
 
 void noteCall() {
-    if (state && policy != mayNotFetch) {
-        ++state->unguardedCalls;
+    if (state() && threadMayFetch()) {
+        ++state()->unguardedCalls;
     }
 }
 
@@ -61,396 +32,31 @@ std::string lastComponent(std::string_view path) {
     return std::string(path.substr(path.find_last_of('/') + 1));
 }
 
-std::string pathOf(int fd) {
-    std::array<char, PATH_MAX> path{};
-    const ssize_t length = ::readlink(("/proc/self/fd/" + std::to_string(fd)).c_str(), path.data(), path.size());
-    return length > 0 ? std::string(path.data(), static_cast<std::size_t>(length)) : std::string();
-}
-
-template <typename Value>
-Value valueOr(const std::map<std::string, Value>& map, const std::string& name, Value other) {
-    const auto found = map.find(name);
-    return found != map.end() ? found->second : other;
-}
-
-int answer(int result, const struct stat& facts, const char* name, struct darwin_stat* out) {
-    const std::lock_guard lock(mutex);
-    const int before = errno;
-    noteCall();
-    if (state) {
-        state->statted.insert(name);
-    }
-    errno = before;
-    if (const int error = valueOr(traits().statErrors, lastComponent(name), 0); result == 0 && error != 0) {
-        errno = error;
-        return -1;
-    }
-    if (result == 0) {
-        *out = {.st_dev = facts.st_dev,
-                .st_mode = facts.st_mode,
-                .st_ino = facts.st_ino,
-                .st_uid = facts.st_uid,
-                .st_mtimespec = facts.st_mtim,
-                .st_size = facts.st_size,
-                .st_blocks = facts.st_blocks,
-                .st_flags = valueOr(traits().flags, lastComponent(name), 0U)};
-    }
-    return result;
-}
-
-/// A record in the making: values in the order of their bits, each padded to 4 bytes, the name behind them.
-class Packer {
-public:
-    explicit Packer(const attrlist& wanted) : wanted_(wanted) { bytes_.resize(sizeof(std::uint32_t) + sizeof held_); }
-
-    template <typename Value>
-    void add(attrgroup_t attrlist::* group, attrgroup_t attribute_set_t::* heldGroup, attrgroup_t bit,
-             const Value& value) {
-        const bool isWithheld = (traits().withheld.*heldGroup & bit) != 0;
-        if ((wanted_.*group & bit) == 0 || isWithheld) {
-            return;
-        }
-        held_.*heldGroup |= bit;
-        append(&value, sizeof value);
-    }
-    template <typename Value>
-    void addCommon(attrgroup_t bit, const Value& value) {
-        add(&attrlist::commonattr, &attribute_set_t::commonattr, bit, value);
-    }
-    void reserveName() {
-        reference_ = bytes_.size();
-        addCommon(ATTR_CMN_NAME, attrreference_t{});
-    }
-    std::string finish(const std::string& name) {
-        if ((held_.commonattr & ATTR_CMN_NAME) != 0) {
-            const attrreference_t reference{static_cast<std::int32_t>(bytes_.size() - reference_),
-                                            static_cast<std::uint32_t>(name.size() + 1)};
-            bytes_.replace(reference_, sizeof reference, reinterpret_cast<const char*>(&reference), sizeof reference);
-            append(name.c_str(), name.size() + 1);
-        }
-        bytes_.append(traits().padding, 'x');
-        const auto length = static_cast<std::uint32_t>(bytes_.size());
-        held_.commonattr |= ATTR_CMN_RETURNED_ATTRS;
-        bytes_.replace(0, sizeof length, reinterpret_cast<const char*>(&length), sizeof length);
-        bytes_.replace(sizeof length, sizeof held_, reinterpret_cast<const char*>(&held_), sizeof held_);
-        return bytes_;
-    }
-
-private:
-    void append(const void* data, std::size_t size) {
-        bytes_.append(static_cast<const char*>(data), size);
-        bytes_.append((4 - size % 4) % 4, '\0');
-    }
-
-    const attrlist& wanted_;
-    attribute_set_t held_{};
-    std::string bytes_;
-    std::size_t reference_ = 0;
-};
-
-// The kernel's vnode types.
-std::uint32_t typeOf(mode_t mode) {
-    switch (mode & S_IFMT) {
-    case S_IFREG:
-        return 1;
-    case S_IFDIR:
-        return 2;
-    case S_IFBLK:
-        return 3;
-    case S_IFCHR:
-        return 4;
-    case S_IFLNK:
-        return 5;
-    case S_IFSOCK:
-        return 6;
-    default:
-        return 7;
-    }
-}
-
-// Empty when the entry has vanished.
-std::string record(int fd, const std::string& name, const attrlist& wanted) {
-    struct stat facts{};
-    int error = valueOr(traits().entryErrors, name, 0);
-    if (::fstatat(fd, name.c_str(), &facts, AT_SYMLINK_NOFOLLOW) != 0) {
-        if (errno == ENOENT) {
-            return {};
-        }
-        error = errno;
-    }
-    Packer packer(wanted);
-    if (error != 0) {
-        packer.addCommon(ATTR_CMN_ERROR, static_cast<std::uint32_t>(error));
-        packer.reserveName();
-        return packer.finish(name);
-    }
-    packer.reserveName();
-    const std::uint32_t type = typeOf(facts.st_mode);
-    packer.addCommon(ATTR_CMN_OBJTYPE, type);
-    packer.addCommon(ATTR_CMN_MODTIME, facts.st_mtim);
-    std::array<unsigned char, 32> finderInfo{};
-    finderInfo[8] = traits().bundles.contains(name) ? 0x20 : 0;
-    packer.addCommon(ATTR_CMN_FNDRINFO, finderInfo);
-    packer.addCommon(ATTR_CMN_FLAGS, valueOr(traits().flags, name, 0U));
-    if (S_ISDIR(facts.st_mode)) {
-        packer.add(&attrlist::dirattr, &attribute_set_t::dirattr, ATTR_DIR_MOUNTSTATUS,
-                   valueOr(traits().mountStatus, name, 0U));
-    } else {
-        const std::int64_t allocated = std::int64_t{facts.st_blocks} * 512;
-        packer.add(&attrlist::fileattr, &attribute_set_t::fileattr, ATTR_FILE_ALLOCSIZE, allocated);
-        packer.add(&attrlist::fileattr, &attribute_set_t::fileattr, ATTR_FILE_DATAALLOCSIZE, allocated);
-    }
-    return packer.finish(name);
-}
-
-// Packs what fits, and leaves the folder's position behind it. The number of records, or -1 and errno.
-int pack(int fd, const attrlist& wanted, std::span<char> buffer) {
-    // A record is at most eight times as long as what the disk's listing needs for it.
-    std::vector<char> listing(std::clamp<std::size_t>(buffer.size() / 8, 512, 32768));
-    std::size_t filled = 0;
-    int count = 0;
-    while (count == 0) {
-        off_t last = ::lseek(fd, 0, SEEK_CUR);
-        const ssize_t got = ::getdents64(fd, listing.data(), listing.size());
-        if (got <= 0) {
-            return static_cast<int>(got);
-        }
-        for (ssize_t at = 0; at < got;) {
-            const char* const entry = listing.data() + at;
-            unsigned short length = 0;
-            off_t next = 0;
-            std::memcpy(&length, entry + offsetof(dirent64, d_reclen), sizeof length);
-            std::memcpy(&next, entry + offsetof(dirent64, d_off), sizeof next);
-            const std::string name(entry + offsetof(dirent64, d_name));
-            const std::string bytes = name == "." || name == ".." ? std::string() : record(fd, name, wanted);
-            if (filled + bytes.size() > buffer.size()) {
-                if (count == 0) {
-                    errno = ERANGE;
-                    return -1;
-                }
-                ::lseek(fd, last, SEEK_SET);
-                break;
-            }
-            std::ranges::copy(bytes, buffer.begin() + static_cast<std::ptrdiff_t>(filled));
-            filled += bytes.size();
-            count += bytes.empty() ? 0 : 1;
-            last = next;
-            at += length;
-        }
-    }
-    if (traits().damage) {
-        traits().damage(buffer.first(filled), count);
-    }
-    return count;
-}
-
-} // namespace
+} // namespace darwin
 
 DarwinSystem::DarwinSystem(DarwinTraits traits) {
-    const std::lock_guard lock(mutex);
-    state.emplace().traits = std::move(traits);
+    const std::lock_guard guard(darwin::lock());
+    darwin::state().emplace().traits = std::move(traits);
 }
 
 DarwinSystem::~DarwinSystem() {
-    const std::lock_guard lock(mutex);
-    state.reset();
+    const std::lock_guard guard(darwin::lock());
+    darwin::state().reset();
 }
 
 std::set<std::string> DarwinSystem::listed() const {
-    const std::lock_guard lock(mutex);
-    return state->listed;
+    const std::lock_guard guard(darwin::lock());
+    return darwin::state()->listed;
 }
 
 unsigned DarwinSystem::unguardedCalls() const {
-    const std::lock_guard lock(mutex);
-    return state->unguardedCalls;
+    const std::lock_guard guard(darwin::lock());
+    return darwin::state()->unguardedCalls;
 }
 
 std::multiset<std::string> DarwinSystem::statted() const {
-    const std::lock_guard lock(mutex);
-    return state->statted;
-}
-
-std::vector<std::string> takeLog() {
-    const std::lock_guard lock(mutex);
-    return std::exchange(logged, {});
-}
-
-bool threadMayFetch() {
-    return policy == mayFetch;
-}
-
-unsigned urgencyOfThread() {
-    return urgency;
+    const std::lock_guard guard(darwin::lock());
+    return darwin::state()->statted;
 }
 
 } // namespace vellmoor::test
-
-using namespace vellmoor::test;
-
-int darwin_stat(const char* path, struct darwin_stat* facts) {
-    struct stat own{};
-    const int result = ::stat(path, &own);
-    return answer(result, own, path, facts);
-}
-
-int darwin_lstat(const char* path, struct darwin_stat* facts) {
-    struct stat own{};
-    const int result = ::lstat(path, &own);
-    return answer(result, own, path, facts);
-}
-
-int darwin_fstat(int fd, struct darwin_stat* facts) {
-    struct stat own{};
-    const int result = ::fstat(fd, &own);
-    return answer(result, own, "", facts);
-}
-
-int darwin_fstatat(int fd, const char* name, struct darwin_stat* facts, int flags) {
-    struct stat own{};
-    const int result = ::fstatat(fd, name, &own, flags);
-    return answer(result, own, name, facts);
-}
-
-// The mount that holds the path: the longest of those above it.
-int darwin_statfs(const char* path, struct darwin_statfs* facts) {
-    std::array<char, PATH_MAX> resolved{};
-    if (::realpath(path, resolved.data()) == nullptr) {
-        return -1;
-    }
-    const std::string_view real = resolved.data();
-    const std::lock_guard lock(mutex);
-    noteCall();
-    std::string_view best = "/";
-    for (const std::string_view place : traits().mounts) {
-        const bool holds = real == place || (real.starts_with(place) && real[place.size()] == '/');
-        best = holds && place.size() > best.size() ? place : best;
-    }
-    *facts = {};
-    best.copy(facts->f_mntonname, sizeof facts->f_mntonname - 1);
-    return 0;
-}
-
-struct darwin_log {
-    std::string name;
-};
-
-darwin_log_t darwin_log_create(const char* subsystem, const char* category) {
-    return new darwin_log{std::string(subsystem) + "/" + category}; // as there: it is never given back
-}
-
-// Texts ("s") and numbers ("ld") only, each with its kind of openness.
-void darwin_log_error(darwin_log_t log, const char* format, ...) {
-    std::string line = log->name + ": ";
-    va_list arguments;
-    va_start(arguments, format);
-    for (std::string_view rest = format; !rest.empty();) {
-        if (!rest.starts_with("%{")) {
-            line += rest.front();
-            rest.remove_prefix(1);
-            continue;
-        }
-        const bool isPublic = rest.starts_with("%{public}");
-        rest.remove_prefix(rest.find('}') + 1);
-        const bool isText = rest.starts_with("s");
-        const std::string value = isText ? va_arg(arguments, const char*) : std::to_string(va_arg(arguments, long));
-        line += isPublic ? value : "<private>";
-        rest.remove_prefix(isText ? 1 : 2);
-    }
-    va_end(arguments);
-    const std::lock_guard lock(mutex);
-    logged.push_back(line);
-}
-
-// Waiting for what a dead server would say is an error here.
-int darwin_getfsstat(struct darwin_statfs* list, int bytes, int mode) {
-    const std::lock_guard lock(mutex);
-    if (mode != doNotWait) {
-        errno = EINVAL;
-        return -1;
-    }
-    const auto& mounts = traits().mounts;
-    const std::size_t room = list == nullptr ? mounts.size() : static_cast<std::size_t>(bytes) / sizeof *list;
-    const std::size_t count = std::min(room, mounts.size());
-    for (std::size_t i = 0; list != nullptr && i < count; ++i) {
-        list[i] = {};
-        mounts[i].copy(list[i].f_mntonname, sizeof list[i].f_mntonname - 1);
-    }
-    return static_cast<int>(count);
-}
-
-int darwin_getattrlistbulk(int fd, void* wanted, void* buffer, std::size_t size, std::uint64_t /*options*/) {
-    const std::lock_guard lock(mutex);
-    noteCall();
-    if (state) {
-        const std::string folder = pathOf(fd);
-        state->listed.insert(lastComponent(folder));
-        const int error = traits().failure ? traits().failure(folder, state->batches[folder]) : 0;
-        if (error != 0) {
-            errno = error;
-            return -1;
-        }
-        ++state->batches[folder];
-    }
-    return pack(fd, *static_cast<const attrlist*>(wanted),
-                std::span(static_cast<char*>(buffer), std::min(size, traits().batchBytes)));
-}
-
-// A policy of another type, or of the whole process, is not the one that is wanted: asking for it changes nothing.
-int darwin_getiopolicy_np(int type, int scope) {
-    if (type != typeOfFetching || scope != scopeOfThread) {
-        errno = EINVAL;
-        return -1;
-    }
-    return policy;
-}
-
-int darwin_setiopolicy_np(int type, int scope, int value) {
-    if (type != typeOfFetching || scope != scopeOfThread || (value != mayFetch && value != mayNotFetch)) {
-        errno = EINVAL;
-        return -1;
-    }
-    policy = value;
-    return 0;
-}
-
-// Finder's information only, which is all that is ever asked of a single path.
-int darwin_getattrlist(const char* path, void* wanted, void* buffer, std::size_t size, unsigned options) {
-    const auto& list = *static_cast<const attrlist*>(wanted);
-    struct stat facts{};
-    const bool follows = (options & FSOPT_NOFOLLOW) == 0;
-    if ((follows ? ::stat(path, &facts) : ::lstat(path, &facts)) != 0) {
-        return -1;
-    }
-    if (list.bitmapcount != ATTR_BIT_MAP_COUNT || list.commonattr != ATTR_CMN_FNDRINFO || list.dirattr != 0) {
-        errno = EINVAL;
-        return -1;
-    }
-    struct {
-        std::uint32_t length;
-        std::array<unsigned char, 32> finderInfo;
-    } answer{};
-    static_assert(sizeof answer == 36);
-    std::array<char, PATH_MAX> resolved{};
-    const char* const asked = follows ? ::realpath(path, resolved.data()) : path;
-    const std::lock_guard lock(mutex);
-    noteCall();
-    answer.length = sizeof answer;
-    const bool isMarked = asked != nullptr && traits().bundles.contains(lastComponent(asked));
-    answer.finderInfo[8] = isMarked && !S_ISLNK(facts.st_mode) ? 0x20 : 0;
-    std::memcpy(buffer, &answer, std::min(size, sizeof answer));
-    return 0;
-}
-
-unsigned darwin_qos_class_self() {
-    return urgency;
-}
-
-int darwin_pthread_set_qos_class_self_np(unsigned qosClass, int relativePriority) {
-    constexpr std::array<unsigned, 5> known{0x21, 0x19, ordinaryUrgency, 0x11, 0x09};
-    if (std::ranges::find(known, qosClass) == known.end() || relativePriority > 0 || relativePriority < -15) {
-        return EINVAL;
-    }
-    urgency = qosClass;
-    return 0;
-}

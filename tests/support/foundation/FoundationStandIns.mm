@@ -1,10 +1,6 @@
-#include "Stage.h"
+#include "Played.h"
 
-#include <Foundation/Foundation.h>
-#include <cerrno>
 #include <unistd.h>
-
-using vellmoor::test::stage;
 
 // LeakSanitizer asks for this by its name. Objects live to the end here: nothing counts who needs them.
 extern "C" const char* __lsan_default_suppressions() {
@@ -22,7 +18,11 @@ void resetStage() {
     stage() = Stage();
 }
 
-namespace {
+namespace played {
+
+std::string textOf(NSString* text) {
+    return text == nil ? std::string() : std::string(text.UTF8String);
+}
 
 NSString* objectOf(const std::string& text) {
     return [NSString stringWithUTF8String:text.c_str()];
@@ -37,6 +37,12 @@ NSError* errorOf(NSInteger code, const std::string& sentence) {
                                code:code
                            userInfo:@{NSLocalizedDescriptionKey : objectOf(sentence)}];
 }
+
+} // namespace played
+
+namespace {
+
+using namespace played;
 
 const StagedVolume* volumeAt(const std::filesystem::path& path) {
     for (const StagedVolume& volume : stage().volumes) {
@@ -95,6 +101,7 @@ std::filesystem::path freePlace(const std::filesystem::path& folder, const std::
 } // namespace vellmoor::test
 
 using namespace vellmoor::test;
+using namespace vellmoor::test::played;
 
 NSURLResourceKey const StandInImportantUsageKey = @"NSURLVolumeAvailableCapacityForImportantUsageKey";
 
@@ -160,6 +167,13 @@ const void* StandInTrue(void) {
     }
     return YES;
 }
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wobjc-protocol-method-implementation"
+- (BOOL)removeItemAtURL:(NSURL*)url error:(NSError**)error {
+    // GNUstep asks no delegate.
+    return self.delegate == nil ? [self removeItemAtPath:url.path error:error] : removeAsked(self, url, error);
+}
+#pragma clang diagnostic pop
 @end
 
 @implementation NSTask (StandIn)

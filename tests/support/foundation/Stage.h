@@ -1,5 +1,5 @@
 // What the stand-ins for Apple's classes show to the program, and what it did to them. Foundation itself is GNUstep's;
-// only what that lacks is played here (FoundationStandIns.mm), and AppKit as a whole (AppKitStandIns.mm).
+// only what that lacks is played here (FoundationStandIns.mm, RemovalStandIn.mm), and AppKit as a whole.
 #pragma once
 
 #include <cstdint>
@@ -38,6 +38,16 @@ struct StagedMenuItem {
     bool operator==(const StagedMenuItem&) const = default;
 };
 
+/// A note in the notification centre.
+struct StagedNote {
+    std::string name; ///< another note of this name takes its place
+    std::string title;
+    std::string text;
+    bool isAtOnce = false; ///< it waits for nothing
+
+    bool operator==(const StagedNote&) const = default;
+};
+
 /// A picture that was drawn: into what, and how.
 struct StagedDrawing {
     double x = 0;
@@ -51,9 +61,10 @@ struct StagedDrawing {
 /// One for the whole program; a test sets it up anew by reset().
 struct Stage {
     std::filesystem::path home = "/Users/anna";
-    std::filesystem::path trash;            ///< where trashed items go; empty: the volume has none
-    std::string trashFailure;               ///< the system's sentence then
-    std::function<void()> beforeTrash;      ///< what somebody does between the last look at an item and its move
+    std::filesystem::path trash;       ///< where trashed items go; empty: the volume has none
+    std::string trashFailure;          ///< the system's sentence then
+    std::function<void()> beforeTrash; ///< what somebody does between the last look at an item and its move
+    std::function<void(const std::filesystem::path&)> beforeRemoval; ///< of each entry that a delegate is asked about
     std::string volumeNumber;               ///< the UUID of every volume; empty: none tells one
     std::vector<StagedVolume> volumes;      ///< in the system's order
     std::optional<std::int64_t> totalBytes; ///< of every volume
@@ -85,6 +96,13 @@ struct Stage {
     unsigned long long activity = 0; ///< the options of the activity that goes on; 0: none
     std::set<std::pair<std::uint32_t, std::uint32_t>> appleEvents; ///< those with a handler of the program's own
 
+    // UserNotifications
+    std::string ownBundle;                       ///< its identifier; empty: the program was not started from a bundle
+    bool findsCentre = true;                     ///< else the notification centre cannot be had even so
+    std::vector<unsigned long> permissionsAsked; ///< the options of each question
+    std::string noteFailure;                     ///< why no note can be shown
+    std::vector<StagedNote> notes;               ///< those that are shown
+
     std::vector<std::string> addresses;     ///< made of paths, "folder" or "file" before each
     std::vector<std::string> relativeDates; ///< each "style locale seconds"
 };
@@ -103,6 +121,14 @@ void clickStatusItem(unsigned long eventType);
 bool chooseMenuItem(const std::string& menu, const std::string& title);
 /// False when AppKit's own handler would have it.
 bool sendAppleEvent(const char* eventClass, const char* eventId);
+/// The user's answer to the questions whether notes may be shown; `refusal` is what the system adds to a no.
+void answerPermission(bool isGranted, const std::string& refusal = "");
+/// A click on a note, or on a button of it; whether the program took it. What it does later waits for runMainQueue().
+bool clickNote(const std::string& action = "com.apple.UNNotificationDefaultActionIdentifier");
+/// How the program wants a note shown while it is in front: UNNotificationPresentationOptions.
+unsigned long presentNote();
+/// The main thread comes to what was put into its queue.
+void runMainQueue();
 /// A native view, in a window of its own.
 std::uintptr_t nativeView();
 

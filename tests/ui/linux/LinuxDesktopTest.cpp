@@ -1,11 +1,11 @@
 // The desktop around the window on Linux, as far as it needs no desktop.
-#include "DesktopServices.h"
-#include "DesktopTools.h"
-#include "L.h"
-#include "SingleInstance.h"
-#include "StatusBarController.h"
 #include "TemporaryFolder.h"
-#include "VolumeLabel.h"
+#include "desktop/DesktopServices.h"
+#include "desktop/DesktopTools.h"
+#include "desktop/VolumeLabel.h"
+#include "start/SingleInstance.h"
+#include "texts/L.h"
+#include "tray/StatusBarController.h"
 
 #include <QApplication>
 #include <QMenu>

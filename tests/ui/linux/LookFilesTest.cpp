@@ -1,5 +1,5 @@
 // What the files of GTK and KDE say of the desktop's look.
-#include "LookFiles.h"
+#include "look/LookFiles.h"
 
 #include "TemporaryFolder.h"
 

@@ -1,5 +1,5 @@
 // What the words after the program's name ask for, and how a wish travels over the bus.
-#include "StartOptions.h"
+#include "start/StartOptions.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // What the desktop's menu and the command line ask of the window, over scripted results.
-#include "Wishes.h"
+#include "start/Wishes.h"
 
 #include "WindowFixture.h"
 

@@ -1,7 +1,7 @@
 #include "KnownSymbols.h"
 
-#include "AppKitWorkspace.h"
-#include "MacDesktop.h"
+#include "appkit/AppKitWorkspace.h"
+#include "desktop/MacDesktop.h"
 
 namespace vellmoor {
 

@@ -14,7 +14,7 @@ UNDEFINED, EXTERNAL = 0x0, 0x1
 OWN = re.compile(r"^__Z.*8vellmoor|^__Z\d+(?=\D)(?!q(?!ml_register_types_(?!Qt))|Q[A-Z])")
 
 
-FRAMEWORKS = ("Foundation", "AppKit", "CoreGraphics", "CoreFoundation", "CoreServices", "ApplicationServices")
+FRAMEWORKS = ("Foundation", "AppKit", "UserNotifications", "CoreGraphics", "CoreFoundation", "CoreServices", "ApplicationServices")
 BROUGHT_ALONG = {"CoreFoundation": "Foundation"}  # Foundation passes its symbols on
 
 

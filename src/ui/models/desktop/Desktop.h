@@ -1,7 +1,7 @@
 #pragma once
 
 #include "DesktopLook.h"
-#include "LargeFileFilters.h"
+#include "found/LargeFileFilters.h"
 
 #include <QImage>
 #include <QString>

@@ -1,7 +1,7 @@
 #include "CleanupListModel.h"
 
-#include "ByteCount.h"
 #include "QtText.h"
+#include "texts/ByteCount.h"
 
 #include <QMetaObject>
 

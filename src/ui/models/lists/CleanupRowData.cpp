@@ -1,9 +1,9 @@
 // What the rows of a cleanup list say.
 #include "ApplicationIconProvider.h"
-#include "ByteCount.h"
 #include "CleanupListModel.h"
 #include "FileKindLook.h"
 #include "QtText.h"
+#include "texts/ByteCount.h"
 
 #include <utility>
 

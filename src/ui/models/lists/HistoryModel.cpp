@@ -1,9 +1,9 @@
 #include "HistoryModel.h"
 
-#include "ByteCount.h"
 #include "ModuleLook.h"
-#include "Paths.h"
 #include "QtText.h"
+#include "disk/Paths.h"
+#include "texts/ByteCount.h"
 
 #include <QDateTime>
 #include <QLocale>

@@ -2,8 +2,8 @@
 
 #include "CleanerStore.h"
 #include "Desktop.h"
-#include "History.h"
 #include "KeyedListModel.h"
+#include "done/History.h"
 
 #include <QtQml/qqmlregistration.h>
 

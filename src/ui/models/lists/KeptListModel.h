@@ -2,8 +2,8 @@
 
 #include "CleanerStore.h"
 #include "Desktop.h"
-#include "KeptItem.h"
 #include "KeyedListModel.h"
+#include "done/KeptItem.h"
 
 #include <QtQml/qqmlregistration.h>
 

@@ -1,8 +1,8 @@
 #include "LargeFileListModel.h"
 
-#include "ByteCount.h"
 #include "CheckedMath.h"
 #include "QtText.h"
+#include "texts/ByteCount.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "CleanupListModel.h"
-#include "LargeFileFilters.h"
+#include "found/LargeFileFilters.h"
 
 namespace vellmoor {
 

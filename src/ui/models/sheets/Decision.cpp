@@ -1,7 +1,7 @@
 #include "Decision.h"
 
-#include "ByteCount.h"
 #include "QtText.h"
+#include "texts/ByteCount.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,7 +1,7 @@
 #include "ReportModel.h"
 
-#include "ByteCount.h"
 #include "QtText.h"
+#include "texts/ByteCount.h"
 
 #include <QClipboard>
 #include <QGuiApplication>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "LargeFileFilters.h"
+#include "found/LargeFileFilters.h"
 
 #include <QString>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "CleanerModule.h"
+#include "found/CleanerModule.h"
 
 #include <QString>
 

@@ -1,7 +1,7 @@
 // Small bridges between the records' types and Qt's.
 #pragma once
 
-#include "L.h"
+#include "texts/L.h"
 
 #include <QString>
 

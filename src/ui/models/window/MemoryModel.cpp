@@ -1,7 +1,7 @@
 #include "MemoryModel.h"
 
-#include "ByteCount.h"
 #include "QtText.h"
+#include "texts/ByteCount.h"
 
 namespace vellmoor {
 namespace {

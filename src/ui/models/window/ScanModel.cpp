@@ -1,8 +1,8 @@
 #include "ScanModel.h"
 
-#include "ByteCount.h"
 #include "ModuleLook.h"
 #include "QtText.h"
+#include "texts/ByteCount.h"
 
 #include <QMetaObject>
 #include <QStringList>

@@ -1,10 +1,9 @@
 #include "WindowModel.h"
 
-#include "ByteCount.h"
 #include "ModuleLook.h"
 #include "QtText.h"
 
-#include <QMetaObject>
+#include <QTimer>
 
 #include <algorithm>
 #include <chrono>
@@ -26,6 +25,7 @@ WindowModel::WindowModel(CleanerStore& store, LanguageManager& languages, Deskto
       module_(store.activeModule()),
       chosen_(module_),
       scan_(store),
+      offer_(store),
       modules_(store, desktop),
       segments_(store, desktop),
       items_(store, desktop),
@@ -60,9 +60,8 @@ WindowModel::WindowModel(CleanerStore& store, LanguageManager& languages, Deskto
 
 void WindowModel::connectStore() {
     connect(&store_, &CleanerStore::activeModuleChanged, this, &WindowModel::followStore);
-    connect(&store_, &CleanerStore::selectionChanged, this, &WindowModel::noteSelectionChange);
-    connect(&store_, &CleanerStore::cleanupItemsChanged, this, &WindowModel::selectionChanged);
     connect(&store_, &CleanerStore::permissionHintsChanged, this, &WindowModel::limitationChanged);
+    connect(&offer_, &CleanOffer::changed, &scan_, &ScanModel::changed);
     connect(&question_, &Question::switchAgreed, this, &WindowModel::switchStartupItem);
     connect(&store_, &CleanerStore::answered, this, &WindowModel::showNotice);
     connect(&store_, &CleanerStore::actionFailureChanged, this, [this] {
@@ -84,12 +83,10 @@ void WindowModel::connectStore() {
     connect(&store_, &CleanerStore::isScanningChanged, this, [this] {
         noteScan();
         Q_EMIT busyChanged();
-        Q_EMIT selectionChanged();
     });
     connect(&store_, &CleanerStore::isCleaningChanged, this, [this] {
         noteClean();
         Q_EMIT busyChanged();
-        Q_EMIT selectionChanged();
     });
 }
 
@@ -125,27 +122,12 @@ void WindowModel::follow(CleanerModule module) {
         list->rebuild();
     }
     scan_.setModule(module);
+    offer_.setModule(module);
     if (changed) {
         Q_EMIT moduleChanged();
     }
     Q_EMIT textsChanged();
-    Q_EMIT selectionChanged();
     Q_EMIT limitationChanged();
-}
-
-void WindowModel::noteSelectionChange() {
-    // Sums over thousands of ticks are told once, not once per tick.
-    if (!selectionChangePending_) {
-        selectionChangePending_ = true;
-        QMetaObject::invokeMethod(
-            this,
-            [this] {
-                selectionChangePending_ = false;
-                Q_EMIT selectionChanged();
-                Q_EMIT scan_.changed();
-            },
-            Qt::QueuedConnection);
-    }
 }
 
 void WindowModel::retranslate() {
@@ -153,12 +135,11 @@ void WindowModel::retranslate() {
     modules_.reload();
     segments_.reload();
     Q_EMIT largeFiles_.languageChanged();
-    Q_EMIT scan_.changed();
+    Q_EMIT offer_.changed();
     Q_EMIT memory_.changed();
     Q_EMIT report_.changed();
     history_.retranslate();
     Q_EMIT textsChanged();
-    Q_EMIT selectionChanged();
     Q_EMIT limitationChanged();
 }
 
@@ -178,86 +159,8 @@ QString WindowModel::volumeLabel() const {
     return localised(desktop_.volumeLabel());
 }
 
-QString WindowModel::selectedSize() const {
-    return toQt(byteCountText(store_.selectedBytes(module_)));
-}
-
-QString WindowModel::selectedText() const {
-    return localised("当前选择 %@", byteCountText(store_.selectedBytes(module_)));
-}
-
-int WindowModel::selectedItemCount() const {
-    return store_.ticks(module_).selectedRows;
-}
-
-QString WindowModel::selectedPathsText() const {
-    const int paths = store_.ticks(module_).selectedPaths;
-    const std::string freed = byteCountText(store_.selectedBytes(module_));
-    return paths == 1 ? localised("已选择 1 个路径，预计释放 %@", freed)
-                      : localised("已选择 %d 个路径，预计释放 %@", groupedText(paths).toStdString(), freed);
-}
-
-int WindowModel::recommendedCount() const {
-    return store_.ticks(module_).recommendedRows;
-}
-
 bool WindowModel::canScan() const {
     return !store_.isCleaning();
-}
-
-bool WindowModel::canClean() const {
-    return !store_.isScanning() && !store_.isCleaning() && selectedItemCount() > 0;
-}
-
-QString WindowModel::cleanTitle() const {
-    return module_ == CleanerModule::memoryOptimization ? localised("优化") : localised("清理");
-}
-
-QString WindowModel::cleanBusyTitle() const {
-    return module_ == CleanerModule::memoryOptimization ? localised("优化中...") : localised("清理中...");
-}
-
-QString WindowModel::confirmationTitle() const {
-    return module_ == CleanerModule::memoryOptimization ? localised("确认释放内存？") : localised("确认清理选中项目？");
-}
-
-QString WindowModel::confirmationMessage() const {
-    if (module_ == CleanerModule::memoryOptimization) {
-        return localised("将请求 macOS 释放预计可释放的文件缓存并整理内存压力；系统可能会要求管理员授权。"
-                         "当前预计可释放 %@。",
-                         byteCountText(store_.cleanableBytes(module_)));
-    }
-    return localised("普通项目会移到废纸篓；废纸篓中的项目会被永久删除。当前选择 %@。%@",
-                     byteCountText(store_.selectedBytes(module_)), riskSummary().toStdString());
-}
-
-std::int64_t WindowModel::selectedBytesForGood() const {
-    const bool listsTrash = module_ == CleanerModule::smartScan || module_ == CleanerModule::trash;
-    return listsTrash ? store_.selectedBytes(CleanerModule::trash) : 0;
-}
-
-bool WindowModel::removesForGood() const {
-    return previewsClean() && selectedBytesForGood() > 0;
-}
-
-QStringList WindowModel::confirmationParts() const {
-    QStringList warning;
-    if (previewsClean()) {
-        if (const std::string why = store_.whyNoWayBack(module_); !why.empty()) {
-            warning << toQt(why);
-        }
-    }
-    if (!removesForGood()) {
-        return warning;
-    }
-    const std::int64_t forGood = selectedBytesForGood();
-    const std::int64_t toTrash = store_.selectedBytes(module_) - forGood;
-    QStringList parts = warning;
-    if (toTrash > 0) {
-        parts << localised("移到废纸篓：%@", byteCountText(toTrash));
-    }
-    parts << localised("永久删除，无法恢复：%@", byteCountText(forGood));
-    return parts;
 }
 
 void WindowModel::showNotice(const QString& text, bool isFailure) {
@@ -272,18 +175,6 @@ void WindowModel::showNotice(const QString& text, bool isFailure) {
 void WindowModel::closeNotice() {
     notice_.clear();
     Q_EMIT noticeChanged();
-}
-
-QString WindowModel::riskSummary() const {
-    const auto& counts = store_.ticks(module_).selectedRowsByRisk;
-    QStringList parts;
-    for (const CleanupRisk risk : allCleanupRisks) {
-        const int count = counts.at(static_cast<std::size_t>(risk));
-        if (count > 0) {
-            parts << localised("%@ %d 项", title(risk), count);
-        }
-    }
-    return parts.isEmpty() ? QString() : localised("风险级别：%@。", parts.join(localised("，")).toStdString());
 }
 
 QString WindowModel::actionFailure() const {
@@ -321,7 +212,7 @@ void WindowModel::refresh() {
 }
 
 void WindowModel::cleanSelected() {
-    if (canClean()) {
+    if (offer_.canClean()) {
         report_.setModule(module_);
         store_.cleanSelected(module_);
     }
@@ -373,7 +264,7 @@ void WindowModel::noteScan() {
     }
     if (!isActive_ && std::chrono::steady_clock::now() - scanStart_ > longScan) {
         // The message of the end is set together with it, and told after it.
-        QMetaObject::invokeMethod(this, [this] { Q_EMIT finishedAside(scan_.status()); }, Qt::QueuedConnection);
+        QTimer::singleShot(0, this, [this] { Q_EMIT finishedAside(scan_.status()); });
     }
 }
 

@@ -1,22 +1,28 @@
 #pragma once
 
+#include "CleanOffer.h"
 #include "CleanerStore.h"
 #include "CleanupListModel.h"
 #include "Decision.h"
 #include "Desktop.h"
+#include "FileCandidateModel.h"
 #include "HistoryModel.h"
 #include "KeptListModel.h"
 #include "LanguageManager.h"
 #include "LargeFileListModel.h"
+#include "MemoryAppListModel.h"
 #include "MemoryModel.h"
+#include "MemoryPartModel.h"
+#include "ModuleListModel.h"
+#include "PermissionListModel.h"
 #include "Question.h"
-#include "RecordListModels.h"
 #include "ReportModel.h"
 #include "RestoreModel.h"
 #include "ScanModel.h"
+#include "StartupListModel.h"
+#include "StorageSegmentModel.h"
 
 #include <QObject>
-#include <QStringList>
 #include <QTimer>
 #include <QtQml/qqmlregistration.h>
 
@@ -37,6 +43,7 @@ class WindowModel final : public QObject {
     Q_PROPERTY(QString moduleSymbol READ moduleSymbol NOTIFY textsChanged FINAL)
 
     Q_PROPERTY(vellmoor::ScanModel* scan READ scan CONSTANT FINAL)
+    Q_PROPERTY(vellmoor::CleanOffer* offer READ offer CONSTANT FINAL)
     Q_PROPERTY(vellmoor::ModuleListModel* modules READ modules CONSTANT FINAL)
     Q_PROPERTY(vellmoor::StorageSegmentModel* segments READ segments CONSTANT FINAL)
     Q_PROPERTY(vellmoor::CleanupListModel* items READ items CONSTANT FINAL)
@@ -59,27 +66,9 @@ class WindowModel final : public QObject {
     Q_PROPERTY(vellmoor::Decision* decision READ decision CONSTANT FINAL)
 
     Q_PROPERTY(QString volumeLabel READ volumeLabel NOTIFY textsChanged FINAL)
-    Q_PROPERTY(QString selectedSize READ selectedSize NOTIFY selectionChanged FINAL)
-    Q_PROPERTY(QString selectedText READ selectedText NOTIFY selectionChanged FINAL)
-    /// Categories of the shown module that hold something to clean.
-    Q_PROPERTY(int selectedItemCount READ selectedItemCount NOTIFY selectionChanged FINAL)
-    /// The line over the detail sheet: how many paths, how many bytes.
-    Q_PROPERTY(QString selectedPathsText READ selectedPathsText NOTIFY selectionChanged FINAL)
-    Q_PROPERTY(int recommendedCount READ recommendedCount NOTIFY selectionChanged FINAL)
     Q_PROPERTY(bool canScan READ canScan NOTIFY busyChanged FINAL)
-    Q_PROPERTY(bool canClean READ canClean NOTIFY selectionChanged FINAL)
-    Q_PROPERTY(QString cleanTitle READ cleanTitle NOTIFY textsChanged FINAL)
-    Q_PROPERTY(QString cleanBusyTitle READ cleanBusyTitle NOTIFY textsChanged FINAL)
-    Q_PROPERTY(QString confirmationTitle READ confirmationTitle NOTIFY textsChanged FINAL)
-    Q_PROPERTY(QString confirmationMessage READ confirmationMessage NOTIFY selectionChanged FINAL)
     /// The banner's text; empty when nothing limits the shown module.
     Q_PROPERTY(QString limitation READ limitation NOTIFY limitationChanged FINAL)
-    /// What the confirmation adds, a line each: what goes to the Trash, and what goes for good.
-    Q_PROPERTY(QStringList confirmationParts READ confirmationParts NOTIFY selectionChanged FINAL)
-    /// Whether a clean of the selection removes anything for good.
-    Q_PROPERTY(bool removesForGood READ removesForGood NOTIFY selectionChanged FINAL)
-    /// Whether a clean shows its paths first: all but that of memory do.
-    Q_PROPERTY(bool previewsClean READ previewsClean NOTIFY moduleChanged FINAL)
     /// The outcome of an action, for a while; empty when there is none.
     Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged FINAL)
     Q_PROPERTY(bool noticeIsFailure READ noticeIsFailure NOTIFY noticeChanged FINAL)
@@ -102,6 +91,7 @@ public:
     [[nodiscard]] QString moduleSymbol() const;
 
     [[nodiscard]] ScanModel* scan() { return &scan_; }
+    [[nodiscard]] CleanOffer* offer() { return &offer_; }
     [[nodiscard]] ModuleListModel* modules() { return &modules_; }
     [[nodiscard]] StorageSegmentModel* segments() { return &segments_; }
     [[nodiscard]] CleanupListModel* items() { return &items_; }
@@ -127,21 +117,8 @@ public:
     [[nodiscard]] Decision* decision() { return &decision_; }
 
     [[nodiscard]] QString volumeLabel() const;
-    [[nodiscard]] QString selectedSize() const;
-    [[nodiscard]] QString selectedText() const;
-    [[nodiscard]] int selectedItemCount() const;
-    [[nodiscard]] QString selectedPathsText() const;
-    [[nodiscard]] int recommendedCount() const;
     [[nodiscard]] bool canScan() const;
-    [[nodiscard]] bool canClean() const;
-    [[nodiscard]] QString cleanTitle() const;
-    [[nodiscard]] QString cleanBusyTitle() const;
-    [[nodiscard]] QString confirmationTitle() const;
-    [[nodiscard]] QString confirmationMessage() const;
     [[nodiscard]] QString limitation() const;
-    [[nodiscard]] QStringList confirmationParts() const;
-    [[nodiscard]] bool removesForGood() const;
-    [[nodiscard]] bool previewsClean() const { return module_ != CleanerModule::memoryOptimization; }
     [[nodiscard]] QString notice() const { return notice_; }
     [[nodiscard]] bool noticeIsFailure() const { return noticeIsFailure_; }
     /// Shows a line over the page until it is closed, or for 8 seconds.
@@ -189,7 +166,6 @@ public:
 Q_SIGNALS:
     void moduleChanged();
     void textsChanged();
-    void selectionChanged();
     void busyChanged();
     void actionFailureChanged();
     void limitationChanged();
@@ -216,10 +192,7 @@ private:
     void noteClean();
     void announceAction();
     void follow(CleanerModule module);
-    void noteSelectionChange();
     void retranslate();
-    [[nodiscard]] QString riskSummary() const;
-    [[nodiscard]] std::int64_t selectedBytesForGood() const;
     void switchStartupItem(const StartupItem& item);
 
     CleanerStore& store_;
@@ -227,6 +200,7 @@ private:
     CleanerModule module_;
     CleanerModule chosen_; ///< by the user; module_ is there when the store is
     ScanModel scan_;
+    CleanOffer offer_;
     ModuleListModel modules_;
     StorageSegmentModel segments_;
     CleanupListModel items_;
@@ -249,7 +223,6 @@ private:
     bool rootNotice_;
     bool sheetOpen_ = false;
     std::optional<StartupItem> changingStartup_;
-    bool selectionChangePending_ = false;
     QString notice_;
     bool noticeIsFailure_ = false;
     QTimer noticeTime_;

@@ -30,7 +30,7 @@ GlassPanel {
 
         FigureRow {
             title: L.tr("建议处理")
-            value: L.items(root.vm.recommendedCount)
+            value: L.items(root.vm.offer.recommendedCount)
         }
 
         FigureRow {
@@ -43,7 +43,7 @@ GlassPanel {
             objectName: "summary.selected"
             tint: Colors.ink(Colors.cyan)
             title: L.tr("已选择")
-            value: root.vm.selectedSize
+            value: root.vm.offer.selectedSize
         }
     }
 }

@@ -71,7 +71,7 @@ Sheet {
                     color: Colors.vmSecondaryText
                     objectName: "details.summary"
                     spoken: true
-                    text: root.vm.selectedPathsText
+                    text: root.vm.offer.selectedPathsText
                 }
             }
 
@@ -139,10 +139,10 @@ Sheet {
             }
 
             PrimaryButton {
-                enabled: root.vm.canClean
+                enabled: root.vm.offer.canClean
                 objectName: "details.clean"
                 symbol: "trash"
-                text: root.vm.cleanTitle
+                text: root.vm.offer.cleanTitle
                 visible: root.cleans
 
                 onClicked: root.cleanAsked()

@@ -6,15 +6,15 @@ import Vellmoor.Theme
 ConfirmationDialog {
     required property WindowModel vm
 
-    acceptText: vm.cleanTitle
+    acceptText: vm.offer.cleanTitle
     cancelText: L.tr("取消")
-    destructive: vm.removesForGood
-    message: vm.confirmationMessage
+    destructive: vm.offer.removesForGood
+    message: vm.offer.confirmationMessage
     objectName: "confirm"
-    parts: vm.confirmationParts
-    symbol: vm.previewsClean ? "trash" : "memorychip"
-    tint: !vm.previewsClean ? Colors.mint : vm.removesForGood ? Colors.red : Colors.orange
-    title: vm.confirmationTitle
+    parts: vm.offer.confirmationParts
+    symbol: vm.offer.previewsClean ? "trash" : "memorychip"
+    tint: !vm.offer.previewsClean ? Colors.mint : vm.offer.removesForGood ? Colors.red : Colors.orange
+    title: vm.offer.confirmationTitle
 
     onAccepted: vm.cleanSelected()
 }

@@ -29,7 +29,13 @@ FOUNDATION_EXPORT NSURLResourceKey const NSURLVolumeAvailableCapacityForImportan
 
 typedef NS_OPTIONS(NSUInteger, NSVolumeEnumerationOptions) { NSVolumeEnumerationSkipHiddenVolumes = 1UL << 1 };
 typedef NSString* NSFileAttributeKey;
+@class NSFileManager;
+@protocol NSFileManagerDelegate <NSObject>
+@optional
+- (BOOL)fileManager:(NSFileManager*)fileManager shouldRemoveItemAtPath:(NSString*)path;
+@end
 @interface NSFileManager : NSObject
+@property(nullable, assign) id<NSFileManagerDelegate> delegate;
 @property(class, readonly, strong) NSFileManager* defaultManager;
 @property(readonly, copy) NSURL* homeDirectoryForCurrentUser;
 - (nullable NSArray<NSURL*>*)mountedVolumeURLsIncludingResourceValuesForKeys:

@@ -18,6 +18,7 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 @property(readonly, copy) NSString* lowercaseString;
 - (nullable instancetype)initWithBytes:(const void*)bytes length:(NSUInteger)len encoding:(NSStringEncoding)encoding;
 - (nullable instancetype)initWithData:(NSData*)data encoding:(NSStringEncoding)encoding;
+- (BOOL)isEqualToString:(NSString*)aString;
 - (NSComparisonResult)localizedCaseInsensitiveCompare:(NSString*)string;
 - (BOOL)localizedCaseInsensitiveContainsString:(NSString*)str;
 - (NSArray<NSString*>*)componentsSeparatedByCharactersInSet:(NSCharacterSet*)separator;

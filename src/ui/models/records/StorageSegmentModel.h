@@ -1,0 +1,23 @@
+#pragma once
+
+#include "RecordListModel.h"
+
+namespace vellmoor {
+
+/// The parts of the disk bar; placeholders while the store has none.
+class StorageSegmentModel final : public vellmoor::RecordListModel {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made by the window model")
+
+public:
+    StorageSegmentModel(CleanerStore& store, Desktop& desktop, QObject* parent = nullptr);
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+
+protected:
+    [[nodiscard]] int recordCount() const override;
+    [[nodiscard]] std::string keyOf(int record) const override;
+};
+
+} // namespace vellmoor
