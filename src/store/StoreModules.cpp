@@ -38,11 +38,18 @@ void CleanerStore::listFurtherLargeFiles() {
     if (shown.furtherLargeFiles.empty()) {
         return;
     }
+    const State::Update update(*state_);
+    const CleanerModule module = state_->activeModule;
+    const auto found = [&] { return state_->scanCompletionMessage(byteCountText(cleanableBytes(module)), module); };
+    const bool tellsFound = state_->statusMessage == found();
     std::vector<CleanupItem> items = std::move(shown.cleanupItems);
     std::ranges::move(shown.furtherLargeFiles, std::back_inserter(items));
     shown.furtherLargeFiles = {};
     state_->noteNewItems();
     state_->set(shown.cleanupItems, std::move(items), State::CleanupItems);
+    if (tellsFound) {
+        state_->set(state_->statusMessage, found(), State::Status);
+    }
 }
 
 void CleanerStore::resetForLanguageChange() {

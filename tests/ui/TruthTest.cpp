@@ -1,5 +1,6 @@
 // What the window says is so: after a clean, in an empty result, of what is not listed.
 #include "WindowFixture.h"
+#include "texts/ByteCount.h"
 
 namespace vellmoor {
 namespace {
@@ -194,6 +195,49 @@ TEST_P(TruthTest, LoginItemsHaveTheKeysAndTheMenuOfEveryList) {
     window().press(Qt::Key_Menu);
     ASSERT_TRUE(window().click(QStringLiteral("startup.0.menu.openFolder")));
     EXPECT_THAT(desktop().folders, ::testing::ElementsAre("/home/anna/.config/autostart"));
+}
+
+TEST_P(TruthTest, TheQuestionBeforeACleanTellsTrashRemovalAndMemoryApart) {
+    openScanned(CleanerModule::smartScan);
+    // What the sample ticks: 1.4 GB of junk, 2.06 GB in the Trash, and memory, which no Trash takes.
+    EXPECT_EQ(
+        window().main().model().offer()->confirmationParts(),
+        QStringList({tr("移到废纸篓：%@", std::string("1.4 GB")), tr("永久删除，无法恢复：%@", std::string("2.06 GB")),
+                     tr("释放内存：%@", std::string("2.74 GB"))}));
+}
+
+TEST_P(TruthTest, ACleanTellsItsFiguresWholeAndItsPathBesideThem) {
+    auto gate = std::make_shared<Gate>();
+    service().setCleanProgress({.doneCount = 412,
+                                .totalCount = 1204,
+                                .doneBytes = 3'120'000'000,
+                                .totalBytes = 8'400'000'000,
+                                .current = "/home/anna/.cache/mesa_shader_cache/3f/0b7c1d2e9a"});
+    service().onClean([gate](const std::vector<CleanupItem>&) {
+        gate->pass();
+        return sample::cleanReport();
+    });
+    openScanned(CleanerModule::systemJunk);
+    window().resize({800, 560});
+    askClean();
+    ASSERT_TRUE(window().click(QStringLiteral("confirm.accept")));
+    ASSERT_TRUE(window().waitFor([&] { return isVisible("currentPath"); }));
+    EXPECT_EQ(text("currentPath"), QStringLiteral("/home/anna/.cache/mesa_shader_cache/3f/0b7c1d2e9a"));
+    EXPECT_FALSE(window().item(QStringLiteral("statusMessage"))->property("truncated").toBool());
+    gate->open();
+    waitUntilIdle();
+    EXPECT_FALSE(isVisible("currentPath"));
+}
+
+TEST_P(TruthTest, HeaderAndStatusTellTheSameOfTheLargeFiles) {
+    service().onScan(
+        [](CleanerModule module, const ProgressCallback&, const CancelToken&) { return manyFiles(module, 50); });
+    openScanned(CleanerModule::largeFiles);
+    window().main().model().largeFiles()->listAll();
+    window().settle();
+    const std::string all = byteCountText(store().cleanableBytes(CleanerModule::largeFiles));
+    EXPECT_EQ(text("headerTitle"), tr("发现 %@ 可安全处理项目", all));
+    EXPECT_EQ(text("statusMessage"), tr("扫描完成，发现 %@ 可清理空间", all));
 }
 
 } // namespace

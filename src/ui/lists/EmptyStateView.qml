@@ -12,6 +12,7 @@ Column {
     property bool small: false
     // There is something, but a filter hides it.
     property bool filtered: false
+    property string text: L.tr("暂无结果")
 
     signal showAll
 
@@ -30,7 +31,7 @@ Column {
         horizontalAlignment: Text.AlignHCenter
         objectName: "emptyState"
         spoken: true
-        text: root.isScanning ? L.tr("正在读取文件系统...") : root.filtered ? L.tr("筛选隐藏了全部项目") : L.tr("暂无结果")
+        text: root.isScanning ? L.tr("正在读取文件系统...") : root.filtered ? L.tr("筛选隐藏了全部项目") : root.text
         width: root.width
         wrapMode: Text.Wrap
     }

@@ -94,6 +94,7 @@ ColumnLayout {
         id: field
 
         Layout.fillWidth: true
+        Layout.leftMargin: -4
         active: root.rows !== null && (root.searching || root.rows.search !== "")
         visible: active
 

@@ -31,7 +31,7 @@ SoftIconButton {
     size: Metrics.rowButton
     symbol: "arrow.up.arrow.down"
 
-    onClicked: menu.popup(root, 0, root.height)
+    onClicked: menu.popup(root, root.width - menu.width, root.height)
 
     component SortItem: ContextMenuItem {
         required property int choice
@@ -39,6 +39,7 @@ SoftIconButton {
 
         Spoken.tick: value === root.rows.order ? Qt.Checked : Qt.Unchecked
         font.bold: value === root.rows.order
+        implicitWidth: Metrics.grown(112)
         objectName: "sort." + value
         text: root.choices[choice].title
 
@@ -48,6 +49,7 @@ SoftIconButton {
     ContextMenu {
         id: menu
 
+        implicitWidth: Metrics.grown(120)
         title: root.help
 
         SortItem {

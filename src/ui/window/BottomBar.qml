@@ -45,20 +45,33 @@ GlassPanel {
                 }
             }
 
-            Caption {
-                Layout.fillWidth: true
-                elide: root.vm.scan.cleaning ? Text.ElideMiddle : Text.ElideRight
-                objectName: "statusMessage"
-                spoken: true
-                text: root.vm.scan.status
+            RowLayout {
+                spacing: Metrics.gap
 
-                HoverHandler {
-                    id: hover
+                Caption {
+                    Layout.fillWidth: !current.visible
+                    objectName: "statusMessage"
+                    spoken: true
+                    text: root.vm.scan.status
+
+                    HoverHandler {
+                        id: hover
+                    }
+
+                    HelpTip {
+                        shown: hover.hovered && parent.truncated
+                        text: root.vm.scan.status
+                    }
                 }
 
-                HelpTip {
-                    shown: hover.hovered && parent.truncated
-                    text: root.vm.scan.status
+                Caption {
+                    id: current
+
+                    Layout.fillWidth: true
+                    elide: Text.ElideMiddle
+                    objectName: "currentPath"
+                    text: root.vm.scan.current
+                    visible: text !== ""
                 }
             }
         }

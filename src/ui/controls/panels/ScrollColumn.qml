@@ -48,7 +48,9 @@ Item {
     ScrollFade {
         anchors.bottom: view.bottom
         anchors.left: view.left
+        anchors.leftMargin: Metrics.panelGap / 2
         anchors.right: view.right
+        anchors.rightMargin: Metrics.panelGap / 2
         ground: root.ground
         view: view
     }

@@ -9,6 +9,7 @@ Rectangle {
     property color ground: Colors.panelGround
 
     height: 28
+    radius: Metrics.rowRadius // it stands in panels with round corners
     visible: view !== null && !view.atYEnd
 
     gradient: Gradient {

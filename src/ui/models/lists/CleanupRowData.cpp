@@ -24,7 +24,7 @@ QString filesText(std::int64_t files) {
 
 QString amountText(const CleanupItem& item) {
     const std::string size = item.sizeText();
-    switch (item.files) {
+    switch (item.module == CleanerModule::memoryOptimization ? 0 : item.files) { // memory has none
     case 0:
         return toQt(size);
     case 1:

@@ -106,12 +106,17 @@ QStringList CleanOffer::confirmationParts() const {
         return warning;
     }
     const std::int64_t forGood = selectedBytesForGood();
-    const std::int64_t toTrash = store_.selectedBytes(module_) - forGood;
+    const bool listsMemory = module_ == CleanerModule::smartScan;
+    const std::int64_t memory = listsMemory ? store_.selectedBytes(CleanerModule::memoryOptimization) : 0;
+    const std::int64_t toTrash = store_.selectedBytes(module_) - forGood - memory;
     QStringList parts = warning;
     if (toTrash > 0) {
         parts << localised("移到废纸篓：%@", byteCountText(toTrash));
     }
     parts << localised("永久删除，无法恢复：%@", byteCountText(forGood));
+    if (memory > 0) {
+        parts << localised("释放内存：%@", byteCountText(memory));
+    }
     return parts;
 }
 

@@ -73,8 +73,15 @@ QString ScanModel::cleanText() const {
     const CleanProgress& done = *store_.cleanProgress();
     return localised("已处理 %d/%d 项，%@/%@", groupedText(done.doneCount).toStdString(),
                      groupedText(done.totalCount).toStdString(), byteCountText(done.doneBytes),
-                     byteCountText(done.totalBytes)) +
-           (done.current.empty() ? QString() : QStringLiteral(" · ") + toQt(done.current.native()));
+                     byteCountText(done.totalBytes));
+}
+
+QString ScanModel::current() const {
+    return tellsClean() ? toQt(store_.cleanProgress()->current.native()) : QString();
+}
+
+QString ScanModel::workTitle() const {
+    return module_ == CleanerModule::memoryOptimization ? localised("优化中...") : localised("清理中...");
 }
 
 QString ScanModel::findings() const {
@@ -108,7 +115,7 @@ QString ScanModel::lastScan() const {
 
 QString ScanModel::title() const {
     if (tellsClean()) {
-        return localised("清理中...");
+        return workTitle();
     }
     if (scanning()) {
         return localised("正在扫描 %@", vellmoor::title(store_.scannedModule()));
@@ -140,7 +147,7 @@ QString ScanModel::ringNumber() const {
 
 QString ScanModel::ringUnit() const {
     if (tellsClean()) {
-        return localised("清理中...");
+        return workTitle();
     }
     if (scanning()) {
         return localised("扫描中");

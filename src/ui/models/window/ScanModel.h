@@ -31,6 +31,8 @@ class ScanModel final : public QObject {
     Q_PROPERTY(double workProgress READ workProgress NOTIFY changed FINAL)
     Q_PROPERTY(QString stage READ stage NOTIFY changed FINAL)
     Q_PROPERTY(QString status READ status NOTIFY changed FINAL)
+    /// The path that a clean is at; empty when none tells.
+    Q_PROPERTY(QString current READ current NOTIFY changed FINAL)
     Q_PROPERTY(QString lastScan READ lastScan NOTIFY changed FINAL)
     Q_PROPERTY(QString title READ title NOTIFY changed FINAL)
     Q_PROPERTY(QString headline READ headline NOTIFY changed FINAL)
@@ -61,6 +63,7 @@ public:
     [[nodiscard]] QString findings() const;
     [[nodiscard]] QString stage() const;
     [[nodiscard]] QString status() const;
+    [[nodiscard]] QString current() const;
     [[nodiscard]] QString lastScan() const;
     [[nodiscard]] QString title() const;
     [[nodiscard]] QString headline() const;
@@ -83,6 +86,7 @@ private:
     void announceStartOrEnd();
     void announceQuarter();
     [[nodiscard]] QString cleanText() const;
+    [[nodiscard]] QString workTitle() const;
     CleanerStore& store_;
     CleanerModule module_ = CleanerModule::smartScan;
     int announcedQuarters_ = 0;

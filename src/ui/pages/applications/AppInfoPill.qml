@@ -24,10 +24,11 @@ Rectangle {
         anchors.leftMargin: 8
         anchors.right: parent.right
         anchors.rightMargin: 8
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.top: parent.top
+        anchors.topMargin: 4
 
         Caption {
-            font.pixelSize: Type.caption
+            color: Colors.vmText
             text: root.title
             width: parent.width
         }

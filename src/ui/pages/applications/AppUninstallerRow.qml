@@ -89,6 +89,7 @@ RowFrame {
             visible: root.isApp
 
             AppInfoPill {
+                Layout.fillHeight: true // as high as its neighbours, whatever their letters need
                 Layout.fillWidth: true
                 Layout.preferredWidth: 6
                 tint: Colors.blue
@@ -97,6 +98,7 @@ RowFrame {
             }
 
             AppInfoPill {
+                Layout.fillHeight: true // as high as its neighbours, whatever their letters need
                 Layout.fillWidth: true
                 Layout.preferredWidth: 5
                 tint: Colors.orange
@@ -105,6 +107,7 @@ RowFrame {
             }
 
             AppInfoPill {
+                Layout.fillHeight: true // as high as its neighbours, whatever their letters need
                 Layout.fillWidth: true
                 Layout.preferredWidth: 6
                 objectName: root.row.name + ".status"

@@ -176,9 +176,10 @@ GlassPanel {
 
             EmptyStateView {
                 anchors.centerIn: parent
+                anchors.horizontalCenterOffset: -5 // the list's margin
                 isScanning: root.vm.scan.scanning
                 visible: root.vm.startup.count === 0 && root.vm.startupExtras.itemCount === 0
-                width: parent.width
+                width: parent.width - 10
             }
         }
     }

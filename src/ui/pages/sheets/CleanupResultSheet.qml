@@ -61,6 +61,7 @@ Sheet {
             ResultMetrics {
                 id: metrics
 
+                Layout.fillHeight: false
                 Layout.fillWidth: true
                 report: root.report
             }
@@ -76,7 +77,7 @@ Sheet {
             }
 
             ResultDetails {
-                readonly property real rest: results.height - metrics.height - results.spacing - (sums.visible ? sums.height + results.spacing : 0)
+                readonly property real rest: results.height - metrics.implicitHeight - results.spacing - (sums.visible ? sums.implicitHeight + results.spacing : 0)
 
                 Layout.fillWidth: true
                 implicitHeight: Math.max(Metrics.grown(root.report.failed && root.report.noteLines.length > 0 ? 190 : 110), rest)
@@ -112,7 +113,6 @@ Sheet {
             PrimaryButton {
                 id: done
 
-                focus: true
                 objectName: "result.done"
                 text: L.tr("完成")
 

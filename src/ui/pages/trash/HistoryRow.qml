@@ -164,14 +164,16 @@ RowFrame {
         }
 
         SoftIconButton {
+            Accessible.ignored: !root.expandable
             Accessible.name: L.tr("预览文件") + " " + root.title
+            enabled: root.expandable
             flat: true
             focusPolicy: Qt.ClickFocus
             ink: Colors.vmSecondaryText
             objectName: root.name + ".expand"
             size: Metrics.rowButton
             symbol: root.expanded ? "chevron.up" : "chevron.down"
-            visible: root.expandable
+            opacity: root.expandable ? 1 : 0 // its place stays, so that the buttons stand below each other
 
             onClicked: root.history.toggleExpanded(root.index)
         }

@@ -158,6 +158,7 @@ Sheet {
             EmptyStateView {
                 anchors.centerIn: parent
                 isScanning: false
+                text: L.tr("没有保留的项目")
                 visible: root.kept.count === 0
                 width: parent.width
             }
