@@ -116,7 +116,9 @@ TEST_F(LinuxJunk, TheCacheOfEveryRunningBrowserIsLeftAlone) {
 
 TEST_F(LinuxJunk, AHomeThatDoesNotExistGivesRowsForInformationOnly) {
     std::filesystem::remove_all(home.home);
-    for (const CleanupItem& item : scan()) {
+    const auto items = scan();
+    EXPECT_FALSE(items.empty());
+    for (const CleanupItem& item : items) {
         EXPECT_FALSE(item.isCleanable);
         EXPECT_THAT(item.targets, IsEmpty());
     }

@@ -183,7 +183,9 @@ TEST_F(LinuxJunk, WhatOnlyLooksLikeADeveloperCacheStays) {
                              ".cache/pypoetry/virtualenvs/x"}) {
         home.file(path);
     }
-    for (const CleanupItem& item : scan()) {
+    const auto items = scan();
+    EXPECT_FALSE(items.empty());
+    for (const CleanupItem& item : items) {
         EXPECT_THAT(item.targets, IsEmpty()) << item.title;
     }
 }

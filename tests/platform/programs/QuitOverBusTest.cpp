@@ -113,9 +113,13 @@ private:
         for (int kind = 0; kind < (manner_.actions.empty() ? 1 : 2); ++kind) {
             g_dbus_connection_register_object(connection, path, node->interfaces[kind], &table, this, nullptr, nullptr);
         }
-        g_variant_unref(g_dbus_connection_call_sync(
+        GVariant* answer = g_dbus_connection_call_sync(
             connection, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "RequestName",
-            g_variant_new("(su)", name, 0U), nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr));
+            g_variant_new("(su)", name, 0U), nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr);
+        EXPECT_NE(answer, nullptr) << "nobody is on the bus under that name: " << name;
+        if (answer != nullptr) {
+            g_variant_unref(answer);
+        }
         ready_ = true;
         g_main_loop_run(loop_);
         g_dbus_connection_close_sync(connection, nullptr, nullptr);

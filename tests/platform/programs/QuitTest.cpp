@@ -117,6 +117,7 @@ TEST_F(Quitting, AProcessOfSomebodyElseIsNotTouched) {
         std::this_thread::yield();
     }
     EXPECT_EQ(end(appOf({pid})), QuitOutcome::NotRunning);
+    EXPECT_EQ(::waitpid(pid, nullptr, WNOHANG), 0) << "it runs as before";
     EXPECT_EQ(::kill(pid, SIGKILL), 0);
     ::waitpid(pid, nullptr, 0);
 }

@@ -44,6 +44,7 @@ TEST_F(TrashRemoval, APartOfAnItemGoesAloneAndTheNoteStays) {
     const Path itsNote = note("item");
     const Path confusing = note("part");
     EXPECT_TRUE(remove("item/part"));
+    EXPECT_FALSE(isIn("item/part"));
     EXPECT_TRUE(isIn("item/rest"));
     EXPECT_TRUE(platform_.exists(itsNote));
     EXPECT_TRUE(platform_.exists(confusing));
