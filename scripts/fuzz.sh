@@ -53,7 +53,7 @@ for target in "${targets[@]}"; do
         src/platform/Platform.cpp src/platform/disk/{Paths,PosixFiles}.cpp src/platform/linux/KeyFiles.cpp src/platform/linux/disk/{Files,OpenFolders,Rename}.cpp)
       packages=(glib-2.0) ;;
     LaunchAgent)
-      readers=(tests/support/stand_in/linux/PropertyLists.cpp src/model/FileIdentity.cpp src/platform/PropertyValue.cpp src/platform/disk/{Paths,PosixFiles}.cpp src/platform/linux/disk/{Files,OpenFolders,Rename}.cpp)
+      readers=(tests/support/stand_in/linux/PropertyLists.cpp src/model/FileIdentity.cpp src/platform/{Platform,PropertyValue}.cpp src/platform/disk/{Paths,PosixFiles}.cpp src/platform/linux/disk/{Files,OpenFolders,Rename}.cpp)
       packages=(libplist-2.0) ;;
     AttributeRecord) readers=(src/walk/macos/AttributeRecord.cpp) ;;
     *) readers=(src/engine/processes/MemoryText.cpp src/engine/processes/ControlGroups.cpp src/platform/ProcessLine.cpp) ;;
