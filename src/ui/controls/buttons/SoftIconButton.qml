@@ -16,6 +16,8 @@ Pressable {
     implicitWidth: size
 
     background: Rectangle {
+        border.color: Colors.vmLine
+        border.width: root.flat ? 0 : 1
         color: root.pressed ? Colors.softButtonPressed : (root.flat && !root.hovered ? Colors.clear : Colors.softButton)
         radius: Metrics.smallRadius
 

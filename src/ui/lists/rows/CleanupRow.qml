@@ -69,7 +69,7 @@ RowFrame {
                     id: description
 
                     Layout.fillWidth: true
-                    maximumLineCount: 2
+                    maximumLineCount: root.row.risk === "previewOnly" ? 3 : 2 // why it cannot be cleaned stands there
                     // A path is not broken at its slashes while it fits on a line.
                     text: root.row.detail.replace(/\//g, "/\u2060")
                     wrapMode: Text.Wrap

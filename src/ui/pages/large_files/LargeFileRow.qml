@@ -81,6 +81,7 @@ RowFrame {
             size: 26
             symbol: root.row.kindSymbol
             tint: Colors.gray
+            visible: root.width > 560 // the name needs its room
         }
 
         ColumnLayout {
