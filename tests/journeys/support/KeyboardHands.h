@@ -17,7 +17,7 @@ protected:
     void waitForFocus(const QString& name) const;
     /// Through the sidebar, from the module that is shown.
     void goTo(CleanerModule module);
-    /// What goes or rests must not take the keyboard with it: something that is shown and has a name has it.
+    /// What goes or rests must not take the keyboard with it: something that is shown and works has it.
     void waitForKeyboard() const;
     void waitForScan();
     void scanByKey();
