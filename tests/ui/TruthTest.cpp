@@ -206,6 +206,24 @@ TEST_P(TruthTest, TheQuestionBeforeACleanTellsTrashRemovalAndMemoryApart) {
                      tr("释放内存：%@", std::string("2.74 GB"))}));
 }
 
+TEST_P(TruthTest, MemoryIsToldApartAlsoWhenNothingGoesForGood) {
+    openScanned(CleanerModule::smartScan);
+    const auto& items = store().cleanupItems();
+    for (std::size_t row = 0; row < items.size(); ++row) {
+        if (items[row].module == CleanerModule::trash) {
+            store().setItemSelected(static_cast<int>(row), false);
+        }
+    }
+    EXPECT_FALSE(window().main().model().offer()->removesForGood());
+    EXPECT_EQ(window().main().model().offer()->confirmationParts(),
+              QStringList({tr("移到废纸篓：%@", std::string("1.4 GB")), tr("释放内存：%@", std::string("2.74 GB"))}));
+}
+
+TEST_P(TruthTest, WhatAllGoesToTheTrashNeedsNoFurtherLine) {
+    openScanned(CleanerModule::systemJunk);
+    EXPECT_EQ(window().main().model().offer()->confirmationParts(), QStringList());
+}
+
 TEST_P(TruthTest, ACleanTellsItsFiguresWholeAndItsPathBesideThem) {
     auto gate = std::make_shared<Gate>();
     service().setCleanProgress({.doneCount = 412,

@@ -70,6 +70,7 @@ GlassPanel {
                     Layout.fillWidth: true
                     elide: Text.ElideMiddle
                     objectName: "currentPath"
+                    spoken: true
                     text: root.vm.scan.current
                     visible: text !== ""
                 }

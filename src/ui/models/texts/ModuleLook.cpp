@@ -44,4 +44,8 @@ QString moduleDescription(CleanerModule module) {
     return localised(look(module).description);
 }
 
+QString cleaningTitle(CleanerModule module) {
+    return module == CleanerModule::memoryOptimization ? localised("优化中...") : localised("清理中...");
+}
+
 } // namespace vellmoor

@@ -12,5 +12,7 @@ QString moduleSymbol(CleanerModule module);
 QString moduleHeadline(CleanerModule module);
 /// The sentence under the headline, localised.
 QString moduleDescription(CleanerModule module);
+/// What a clean of the module is called while it runs, localised.
+QString cleaningTitle(CleanerModule module);
 
 } // namespace vellmoor

@@ -1,5 +1,6 @@
 #include "CleanOffer.h"
 
+#include "ModuleLook.h"
 #include "QtText.h"
 #include "texts/ByteCount.h"
 
@@ -69,7 +70,7 @@ QString CleanOffer::cleanTitle() const {
 }
 
 QString CleanOffer::cleanBusyTitle() const {
-    return module_ == CleanerModule::memoryOptimization ? localised("优化中...") : localised("清理中...");
+    return cleaningTitle(module_);
 }
 
 QString CleanOffer::confirmationTitle() const {
@@ -86,34 +87,31 @@ QString CleanOffer::confirmationMessage() const {
                      byteCountText(store_.selectedBytes(module_)), riskSummary().toStdString());
 }
 
-std::int64_t CleanOffer::selectedBytesForGood() const {
-    const bool listsTrash = module_ == CleanerModule::smartScan || module_ == CleanerModule::trash;
-    return listsTrash ? store_.selectedBytes(CleanerModule::trash) : 0;
+std::int64_t CleanOffer::selectedBytesOf(CleanerModule part) const {
+    return module_ == CleanerModule::smartScan || module_ == part ? store_.selectedBytes(part) : 0;
 }
 
 bool CleanOffer::removesForGood() const {
-    return previewsClean() && selectedBytesForGood() > 0;
+    return selectedBytesOf(CleanerModule::trash) > 0;
 }
 
 QStringList CleanOffer::confirmationParts() const {
-    QStringList warning;
-    if (previewsClean()) {
-        if (const std::string why = store_.whyNoWayBack(module_); !why.empty()) {
-            warning << toQt(why);
-        }
+    if (!previewsClean()) {
+        return {}; // the message tells it all
     }
-    if (!removesForGood()) {
-        return warning;
+    QStringList parts;
+    if (const std::string why = store_.whyNoWayBack(module_); !why.empty()) {
+        parts << toQt(why);
     }
-    const std::int64_t forGood = selectedBytesForGood();
-    const bool listsMemory = module_ == CleanerModule::smartScan;
-    const std::int64_t memory = listsMemory ? store_.selectedBytes(CleanerModule::memoryOptimization) : 0;
+    const std::int64_t forGood = selectedBytesOf(CleanerModule::trash);
+    const std::int64_t memory = selectedBytesOf(CleanerModule::memoryOptimization);
     const std::int64_t toTrash = store_.selectedBytes(module_) - forGood - memory;
-    QStringList parts = warning;
-    if (toTrash > 0) {
+    if (toTrash > 0 && forGood + memory > 0) {
         parts << localised("移到废纸篓：%@", byteCountText(toTrash));
     }
-    parts << localised("永久删除，无法恢复：%@", byteCountText(forGood));
+    if (forGood > 0) {
+        parts << localised("永久删除，无法恢复：%@", byteCountText(forGood));
+    }
     if (memory > 0) {
         parts << localised("释放内存：%@", byteCountText(memory));
     }

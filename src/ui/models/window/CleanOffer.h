@@ -33,7 +33,8 @@ class CleanOffer final : public QObject {
     Q_PROPERTY(QString cleanBusyTitle READ cleanBusyTitle NOTIFY changed FINAL)
     Q_PROPERTY(QString confirmationTitle READ confirmationTitle NOTIFY changed FINAL)
     Q_PROPERTY(QString confirmationMessage READ confirmationMessage NOTIFY changed FINAL)
-    /// What the confirmation adds, a line each: what goes to the Trash, and what goes for good.
+    /// What the confirmation adds, a line each, unless all goes to the Trash: how much does, how much goes for good, how
+    /// much is memory.
     Q_PROPERTY(QStringList confirmationParts READ confirmationParts NOTIFY changed FINAL)
 
 public:
@@ -61,7 +62,8 @@ private:
     void noteSelectionChange();
     void tellChange();
     [[nodiscard]] QString riskSummary() const;
-    [[nodiscard]] std::int64_t selectedBytesForGood() const;
+    /// Of what a module lists, as far as the shown one lists it too.
+    [[nodiscard]] std::int64_t selectedBytesOf(CleanerModule part) const;
 
     CleanerStore& store_;
     CleanerModule module_;

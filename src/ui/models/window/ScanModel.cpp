@@ -80,10 +80,6 @@ QString ScanModel::current() const {
     return tellsClean() ? toQt(store_.cleanProgress()->current.native()) : QString();
 }
 
-QString ScanModel::workTitle() const {
-    return module_ == CleanerModule::memoryOptimization ? localised("优化中...") : localised("清理中...");
-}
-
 QString ScanModel::findings() const {
     if (!scanned() || itemCount() == 0) {
         return {};
@@ -115,7 +111,7 @@ QString ScanModel::lastScan() const {
 
 QString ScanModel::title() const {
     if (tellsClean()) {
-        return workTitle();
+        return cleaningTitle(module_);
     }
     if (scanning()) {
         return localised("正在扫描 %@", vellmoor::title(store_.scannedModule()));
@@ -147,7 +143,7 @@ QString ScanModel::ringNumber() const {
 
 QString ScanModel::ringUnit() const {
     if (tellsClean()) {
-        return workTitle();
+        return cleaningTitle(module_);
     }
     if (scanning()) {
         return localised("扫描中");

@@ -86,7 +86,6 @@ private:
     void announceStartOrEnd();
     void announceQuarter();
     [[nodiscard]] QString cleanText() const;
-    [[nodiscard]] QString workTitle() const;
     CleanerStore& store_;
     CleanerModule module_ = CleanerModule::smartScan;
     int announcedQuarters_ = 0;

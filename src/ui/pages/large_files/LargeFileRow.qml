@@ -81,7 +81,6 @@ RowFrame {
             size: 26
             symbol: root.row.kindSymbol
             tint: Colors.gray
-            visible: root.width > 560 // the name needs its room
         }
 
         ColumnLayout {
