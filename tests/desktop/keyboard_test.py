@@ -69,6 +69,22 @@ class KeyboardTest(DesktopTest):
         back = [self.press("shift+Tab") for _ in there]
         self.assertEqual(back, there[::-1])
 
+    def test_after_a_clean_a_control_has_the_keyboard(self):
+        self.open("systemJunk")
+        self.window.find(Role.PUSH_BUTTON, "清理").take_focus()
+        self.session.run("xdotool", "key", "Return")
+        self.window.dialog("清理前详情")
+        self.window.press_in_dialog("清理")
+        self.window.dialog("确认清理选中项目？")
+        self.window.press_in_dialog("清理")
+        self.window.dialog("清理完成")
+        self.session.run("xdotool", "key", "Escape")
+        self.wait_for("the sheet to close", lambda: not self.window.has_dialog())
+        clean = self.window.button("清理")
+        self.wait_for("nothing to be ticked any more", lambda: not clean.is_(State.ENABLED))
+        self.wait_for(f"a control to have the keyboard, not {self.focus()}",
+                      lambda: (self.focus() or (None,))[0] in OPERATED | {Role.LIST_ITEM})
+
     def test_the_arrow_keys_move_in_a_list_and_space_ticks(self):
         self.open("systemJunk")
         self.window.find(Role.LIST, "推荐清理").take_focus()
@@ -81,7 +97,6 @@ class KeyboardTest(DesktopTest):
         self.window.tree.find(Role.LIST_ITEM, "_cacache")
         self.assertTrue(self.press("Down")[1].startswith("_cacache"))
         self.assertTrue(self.press("Up")[1].startswith("Developer"))
-
 
 
 if __name__ == "__main__":
