@@ -1,10 +1,11 @@
 #include "CliHome.h"
 
+#include "FileContent.h"
+
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
-#include <fstream>
 #include <grp.h>
 #include <iterator>
 #include <sched.h>
@@ -20,11 +21,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr uid_t somebody = 20001; ///< whom a test of root's calls the program as
-
-std::string contents(const fs::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
 
 void orDie(bool went) {
     if (!went) {
@@ -74,7 +70,7 @@ std::string described(const fs::path& path) {
     if (S_ISLNK(status.st_mode)) {
         text << " -> " << fs::read_symlink(path).native();
     } else if (S_ISREG(status.st_mode)) {
-        text << ' ' << std::hash<std::string>()(contents(path)) << ' ' << status.st_size;
+        text << ' ' << std::hash<std::string>()(test::contentOf(path)) << ' ' << status.st_size;
     }
     if (!S_ISDIR(status.st_mode)) {
         text << ' ' << status.st_mtim.tv_sec << '.' << status.st_mtim.tv_nsec;
@@ -110,7 +106,9 @@ Ended CliProcess::ended() {
             result_ = result;
         }
     }
-    return {.status = WIFEXITED(*result_) ? WEXITSTATUS(*result_) : -1, .out = contents(out_), .err = contents(err_)};
+    return {.status = WIFEXITED(*result_) ? WEXITSTATUS(*result_) : -1,
+            .out = test::contentOf(out_),
+            .err = test::contentOf(err_)};
 }
 
 CliHome::CliHome() : home_(folder_.folder("home/tester")) {

@@ -1,26 +1,21 @@
 #include "StandInPlatform.h"
 
 #include "EngineHome.h"
+#include "FileContent.h"
 #include "TrashHelp.h"
 
 #include <gmock/gmock.h>
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 
 namespace vellmoor::test {
 namespace {
 
+using test::contentOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::Optional;
 using ::testing::StartsWith;
-
-std::string contentOf(const Path& path) {
-    std::ifstream file(path);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 Removal moveToTrash(const StandInPlatform& platform, const Path& path) {
     const TrashFolder home = platform.homeTrash();

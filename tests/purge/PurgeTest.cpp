@@ -2,6 +2,7 @@
 // a user who may not open it.
 #include "Purge.h"
 
+#include "FileContent.h"
 #include "ScopedUnprivileged.h"
 #include "TemporaryFolder.h"
 #include "layouts/MemoryLayout.h"
@@ -13,9 +14,7 @@
 #include <array>
 #include <cerrno>
 #include <fcntl.h>
-#include <fstream>
 #include <grp.h>
-#include <sstream>
 #include <string>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -31,12 +30,6 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-std::string contents(const fs::path& path) {
-    std::ostringstream text;
-    text << std::ifstream(path).rdbuf();
-    return text.str();
-}
-
 struct PurgeResult {
     int status = -1;
     std::string errors;
@@ -48,8 +41,9 @@ PurgeResult drop(const fs::path& path) {
     std::size_t size = 0;
     std::FILE* errors = open_memstream(&text, &size);
     PurgeResult result;
-    result.status = dropFileCaches(path.c_str(), errors,
-                                   [&] { result.atDisks.push_back(fs::is_regular_file(path) ? contents(path) : ""); });
+    result.status = dropFileCaches(path.c_str(), errors, [&] {
+        result.atDisks.push_back(fs::is_regular_file(path) ? test::contentOf(path) : "");
+    });
     std::fclose(errors);
     result.errors.assign(text, size);
     std::free(text);
@@ -62,7 +56,7 @@ TEST(Purge, WritesThreeIntoTheSwitch) {
     const PurgeResult result = drop(path);
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.errors, "");
-    EXPECT_EQ(contents(path), "3");
+    EXPECT_EQ(test::contentOf(path), "3");
 }
 
 TEST(Purge, WritesTheDisksBeforeTheCachesAreDropped) {
@@ -81,7 +75,7 @@ TEST(Purge, WithoutTheRightItSaysSoAndChangesNothing) {
     }
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.errors, "Operation not permitted\n");
-    EXPECT_EQ(contents(path), "0");
+    EXPECT_EQ(test::contentOf(path), "0");
     EXPECT_THAT(result.atDisks, IsEmpty());
 }
 
@@ -161,12 +155,12 @@ TEST(PurgeProgram, ArgumentsAreRefused) {
 
 TEST(PurgePolicy, NamesTheProgramThatTheMemoryLayoutLooksForFirst) {
     const MemoryLayout layout = linuxMemoryLayout(linuxEnvironmentOf("/home/tester"), 1000, "/");
-    EXPECT_THAT(contents(PURGE_POLICY), HasSubstr("<annotate key=\"org.freedesktop.policykit.exec.path\">" +
-                                                  layout.purgeTools.at(0).tool.string() + "</annotate>"));
+    EXPECT_THAT(test::contentOf(PURGE_POLICY), HasSubstr("<annotate key=\"org.freedesktop.policykit.exec.path\">" +
+                                                         layout.purgeTools.at(0).tool.string() + "</annotate>"));
 }
 
 TEST(PurgePolicy, AsksForAnAdministratorOnEverySession) {
-    const std::string policy = contents(PURGE_POLICY);
+    const std::string policy = test::contentOf(PURGE_POLICY);
     EXPECT_THAT(policy, HasSubstr("<allow_any>auth_admin</allow_any>"));
     EXPECT_THAT(policy, HasSubstr("<allow_inactive>auth_admin</allow_inactive>"));
     EXPECT_THAT(policy, HasSubstr("<allow_active>auth_admin_keep</allow_active>"));

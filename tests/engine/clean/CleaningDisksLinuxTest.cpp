@@ -27,7 +27,7 @@ TEST_F(LinuxCleaningOfDisks, AFolderThatHoldsAMountIsKept) {
     const CleanupReport report = clean(home, std::vector{shownRow(home, {home.place(".cache/app")})});
     EXPECT_THAT(report.notes, ElementsAre("app: holds a mounted disk and was kept"));
     EXPECT_EQ(report.keptCount, 1);
-    EXPECT_EQ(fileText(inner / "document"), "precious");
+    EXPECT_EQ(contentOf(inner / "document"), "precious");
 }
 
 TEST_F(LinuxCleaningOfDisks, AFullDiskIsToldOnceAndNothingElseIsTried) {
@@ -48,7 +48,7 @@ TEST_F(LinuxCleaningOfDisks, AFullDiskIsToldOnceAndNothingElseIsTried) {
     EXPECT_EQ(report.attemptedCount, 3);
     EXPECT_EQ(report.outcomes.back().fate, CleanupFate::Untried);
     for (const Path& file : files) {
-        EXPECT_EQ(fileText(file), "words");
+        EXPECT_EQ(contentOf(file), "words");
     }
 }
 

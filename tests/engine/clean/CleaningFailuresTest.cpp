@@ -26,7 +26,7 @@ TEST_P(CleaningFailures, AFailedMoveLeavesTheFileAndSaysWhy) {
     EXPECT_EQ(report.failedCount, 1);
     EXPECT_EQ(report.removedCount, 0);
     EXPECT_EQ(report.freedBytes, 100); // an estimate from before the clean
-    EXPECT_EQ(fileText(file), "words");
+    EXPECT_EQ(contentOf(file), "words");
 }
 
 TEST_P(CleaningFailures, AFailedMoveNeverBecomesADeletion) {
@@ -42,7 +42,7 @@ TEST_P(CleaningFailures, AFailedRemovalLeavesTheItemInTheTrash) {
     home.platform.fail(Operation::RemoveFromTrash, item, "The disk is not ready.");
     const CleanupReport report = clean(home, {item});
     EXPECT_THAT(report.failures, ElementsAre("old: The disk is not ready."));
-    EXPECT_EQ(fileText(item), "words");
+    EXPECT_EQ(contentOf(item), "words");
 }
 
 TEST_P(CleaningFailures, AFailureDoesNotEndTheClean) {
@@ -92,7 +92,7 @@ TEST_P(CleaningFailures, AFileInAFolderThatCannotBeWrittenStaysAndTheCauseIsShow
     ASSERT_THAT(report.failures, SizeIs(1));
     EXPECT_THAT(report.failures.front(), StartsWith("a: "));
     EXPECT_GT(report.failures.front().size(), std::string("a: ").size());
-    EXPECT_EQ(fileText(file), "words");
+    EXPECT_EQ(contentOf(file), "words");
 }
 
 } // namespace

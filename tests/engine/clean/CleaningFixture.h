@@ -2,14 +2,13 @@
 #pragma once
 
 #include "EngineHome.h"
+#include "FileContent.h"
 #include "clean/Cleaning.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
@@ -56,10 +55,7 @@ inline CleanupReport clean(const EngineHome& home, const std::vector<Path>& path
     return clean(home, std::vector<CleanupItem>{tickedRow(paths)});
 }
 
-inline std::string fileText(const Path& file) {
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
+using test::contentOf;
 
 inline std::vector<Path> changedPaths(const EngineHome& home, Operation operation) {
     std::vector<Path> paths;

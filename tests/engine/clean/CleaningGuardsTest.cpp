@@ -22,7 +22,7 @@ TEST_P(CleaningGuards, ALinkMovesToTheTrashAndWhatItNamesStays) {
     clean(home, {link});
     EXPECT_FALSE(home.has(link));
     EXPECT_TRUE(std::filesystem::is_symlink(trashed("link")));
-    EXPECT_EQ(fileText(document), "words");
+    EXPECT_EQ(contentOf(document), "words");
 }
 
 TEST_P(CleaningGuards, AFolderThatBecameALinkSinceTheScanMovesAsALink) {
@@ -30,7 +30,7 @@ TEST_P(CleaningGuards, AFolderThatBecameALinkSinceTheScanMovesAsALink) {
     const Path target = home.link(document.parent_path(), "Stuff/cache");
     clean(home, {target});
     EXPECT_FALSE(home.has(target));
-    EXPECT_EQ(fileText(document), "words");
+    EXPECT_EQ(contentOf(document), "words");
 }
 
 TEST_P(CleaningGuards, ALinkInTheTrashIsRemovedAsALink) {
@@ -39,7 +39,7 @@ TEST_P(CleaningGuards, ALinkInTheTrashIsRemovedAsALink) {
     const CleanupReport report = clean(home, {link});
     EXPECT_THAT(report.failures, IsEmpty());
     expectRemovedForGood(link);
-    EXPECT_EQ(fileText(document), "words");
+    EXPECT_EQ(contentOf(document), "words");
 }
 
 TEST_P(CleaningGuards, ALinkInTheTrashThatNamesTheHomeIsRemovedAsALink) {
@@ -48,7 +48,7 @@ TEST_P(CleaningGuards, ALinkInTheTrashThatNamesTheHomeIsRemovedAsALink) {
     const CleanupReport report = clean(home, {link});
     EXPECT_THAT(report.failures, IsEmpty());
     expectRemovedForGood(link);
-    EXPECT_EQ(fileText(document), "words");
+    EXPECT_EQ(contentOf(document), "words");
 }
 
 TEST_P(CleaningGuards, LinksDeepInATrashedFolderAreNotFollowed) {
@@ -58,7 +58,7 @@ TEST_P(CleaningGuards, LinksDeepInATrashedFolderAreNotFollowed) {
     const CleanupReport report = clean(home, {trashed("old")});
     EXPECT_EQ(report.removedCount, 1);
     EXPECT_FALSE(home.has(trashed("old")));
-    EXPECT_EQ(fileText(document), "words");
+    EXPECT_EQ(contentOf(document), "words");
 }
 
 TEST_P(CleaningGuards, NothingBehindALinkInTheTrashIsTouched) {
@@ -67,7 +67,7 @@ TEST_P(CleaningGuards, NothingBehindALinkInTheTrashIsTouched) {
     const CleanupReport report = clean(home, {trashed("folder/thesis")});
     EXPECT_THAT(home.platform.changes(), IsEmpty());
     EXPECT_THAT(report.failures, ElementsAre(StartsWith("thesis: ")));
-    EXPECT_EQ(fileText(document), "words");
+    EXPECT_EQ(contentOf(document), "words");
 }
 
 TEST_P(CleaningGuards, NothingDeepBehindALinkInTheTrashIsTouched) {
@@ -76,7 +76,7 @@ TEST_P(CleaningGuards, NothingDeepBehindALinkInTheTrashIsTouched) {
     const CleanupReport report = clean(home, {trashed("folder/essays/thesis")});
     EXPECT_THAT(home.platform.changes(), IsEmpty());
     EXPECT_THAT(report.failures, ElementsAre(StartsWith("thesis: ")));
-    EXPECT_EQ(fileText(document), "words");
+    EXPECT_EQ(contentOf(document), "words");
 }
 
 TEST_P(CleaningGuards, ATrashThatBecameALinkToAnotherFolderIsNotEmptied) {
@@ -87,7 +87,7 @@ TEST_P(CleaningGuards, ATrashThatBecameALinkToAnotherFolderIsNotEmptied) {
     const CleanupReport report = clean(home, {trashed("thesis")});
     EXPECT_THAT(home.platform.changes(), IsEmpty());
     EXPECT_THAT(report.failures, ElementsAre(StartsWith("thesis: ")));
-    EXPECT_EQ(fileText(document), "words");
+    EXPECT_EQ(contentOf(document), "words");
 }
 
 TEST_P(CleaningGuards, TheHomeAndWhatLiesAboveItAreRefused) {
@@ -98,7 +98,7 @@ TEST_P(CleaningGuards, TheHomeAndWhatLiesAboveItAreRefused) {
                 ElementsAre(StartsWith(home.home.filename().string() + ": "),
                             StartsWith(home.home.parent_path().filename().string() + ": "), StartsWith("/: ")));
     EXPECT_THAT(home.platform.changes(), IsEmpty());
-    EXPECT_EQ(fileText(document), "words");
+    EXPECT_EQ(contentOf(document), "words");
 }
 
 TEST_P(CleaningGuards, EveryProtectedFolderIsRefused) {
@@ -145,9 +145,9 @@ TEST_P(CleaningGuards, APathThatClimbsOutOfALinkIsRefused) {
     const Path meant = home.text("Other/a", "more words");
     home.link(home.place("Other/inner"), "Stuff/link");
     clean(home, {home.home / "Stuff/link/../a"});
-    EXPECT_EQ(fileText(named), "words"); // the lexical reading
-    if (!isMac) {                        // macOS goes through the link, as the scan did
-        EXPECT_EQ(fileText(meant), "more words");
+    EXPECT_EQ(contentOf(named), "words"); // the lexical reading
+    if (!isMac) {                         // macOS goes through the link, as the scan did
+        EXPECT_EQ(contentOf(meant), "more words");
     }
 }
 

@@ -25,7 +25,7 @@ TEST_P(CleaningOfWhatWasShown, AFileTrashedUnderTheNameOfARestoredOneStays) {
     std::filesystem::rename(trashed("report.odt"), home.place("report.odt"));
     home.text(trashed("report.odt"), "the new one");
     const CleanupReport report = clean(home, rows);
-    EXPECT_EQ(fileText(trashed("report.odt")), "the new one");
+    EXPECT_EQ(contentOf(trashed("report.odt")), "the new one");
     EXPECT_EQ(report.removedCount, 0);
     EXPECT_EQ(report.failedCount, 0);
     EXPECT_EQ(report.keptCount, 1);
@@ -42,7 +42,7 @@ TEST_P(CleaningOfWhatWasShown, AnOrdinaryFileThatWasReplacedStays) {
     home.text("Stuff/b", "not shown");
     std::filesystem::rename(home.place("Stuff/b"), file);
     const CleanupReport report = clean(home, std::vector{row});
-    EXPECT_EQ(fileText(file), "not shown");
+    EXPECT_EQ(contentOf(file), "not shown");
     EXPECT_THAT(report.notes, ElementsAre("a: changed since the scan and was kept"));
 }
 
@@ -63,7 +63,7 @@ TEST_P(CleaningOfWhatWasShown, AFileSwappedInTheLastMomentStaysInItsPlace) {
     home.text("Stuff/b", "precious");
     home.platform.beforeChange = [&](Operation, const Path&) { std::filesystem::rename(home.place("Stuff/b"), file); };
     clean(home, std::vector{row});
-    EXPECT_EQ(fileText(file), "precious");
+    EXPECT_EQ(contentOf(file), "precious");
 }
 
 TEST_P(CleaningOfWhatWasShown, TheReportTellsOfEachPathWhatBecameOfIt) {

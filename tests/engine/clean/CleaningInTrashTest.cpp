@@ -63,7 +63,7 @@ TEST_F(MacCleaning, AFolderInTheTrashThatIsSwappedForALinkInTheLastMomentIsNotFo
     };
     const CleanupReport report = clean(home, {item});
     EXPECT_EQ(report.removedCount, 0);
-    EXPECT_EQ(fileText(document), "words");
+    EXPECT_EQ(contentOf(document), "words");
 }
 
 TEST_F(MacCleaning, ATrashThatIsALinkToAnotherFolderIsNone) {
@@ -71,7 +71,7 @@ TEST_F(MacCleaning, ATrashThatIsALinkToAnotherFolderIsNone) {
     home.link(home.place("Documents"), ".Trash");
     const CleanupReport report = clean(home, {home.home / ".Trash/thesis"});
     EXPECT_EQ(report.failedCount, 1);
-    EXPECT_EQ(fileText(document), "words");
+    EXPECT_EQ(contentOf(document), "words");
 }
 
 class LinuxCleaning : public ::testing::Test {
@@ -97,7 +97,7 @@ TEST_F(LinuxCleaning, TheRestoreNoteAndTheSizeGoWithTheItem) {
     EXPECT_FALSE(home.has(item));
     EXPECT_FALSE(home.has(note));
     EXPECT_TRUE(home.has(other));
-    EXPECT_EQ(fileText(trash.folder / "directorysizes"), "8192 2 other\n");
+    EXPECT_EQ(contentOf(trash.folder / "directorysizes"), "8192 2 other\n");
 }
 
 TEST_F(LinuxCleaning, AFailedRemovalKeepsTheRestoreNote) {
@@ -136,13 +136,13 @@ TEST_F(LinuxCleaning, ACopiedStickInTheHomeIsNoTrash) {
     const Path copy = home.text("stick-copy/.Trash-" + user + "/files/a", "words");
     clean(home, {copy});
     EXPECT_THAT(changedPaths(home, Operation::RemoveFromTrash), IsEmpty());
-    EXPECT_EQ(fileText(trash.contents / "a"), "words");
+    EXPECT_EQ(contentOf(trash.contents / "a"), "words");
 }
 
 TEST_F(LinuxCleaning, TheMacTrashNameMeansNothing) {
     const Path file = home.text(".Trash/a", "words");
     clean(home, {file});
-    EXPECT_EQ(fileText(trash.contents / "a"), "words");
+    EXPECT_EQ(contentOf(trash.contents / "a"), "words");
 }
 
 TEST_F(LinuxCleaning, RestoreNotesAreNotRemovedForGood) {

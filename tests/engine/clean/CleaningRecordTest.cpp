@@ -151,7 +151,7 @@ TEST_P(Recorded, WhatMovedWithoutAWordOfItIsFoundByItsIdentity) {
     }());
     // As if the machine had ended before the facts reached the disk.
     const Path file = home.layout.stateFolder / "history.jsonl";
-    std::string text = fileText(file);
+    std::string text = contentOf(file);
     text.erase(text.find("{\"event\":\"did\""));
     ASSERT_TRUE(OwnFile(file).replace(text));
     ASSERT_THAT(past().cleans, SizeIs(1));
@@ -160,7 +160,7 @@ TEST_P(Recorded, WhatMovedWithoutAWordOfItIsFoundByItsIdentity) {
     recover(context);
     EXPECT_EQ(onlyClean().targets[0].fate, CleanupFate::Trashed) << "the journal learns of it";
     EXPECT_EQ(back(onlyClean().id).restoredCount, 2);
-    EXPECT_EQ(fileText(paths[0]), "1");
+    EXPECT_EQ(contentOf(paths[0]), "1");
 }
 
 TEST_P(Recorded, FinishingTakesWhatIsStillTheSameFile) {
@@ -173,7 +173,7 @@ TEST_P(Recorded, FinishingTakesWhatIsStillTheSameFile) {
     const CleanupReport report = finished(id);
     EXPECT_EQ(report.trashedCount, 1);
     EXPECT_FALSE(home.has(paths[2]));
-    EXPECT_EQ(fileText(paths[1]), "another");
+    EXPECT_EQ(contentOf(paths[1]), "another");
     ASSERT_THAT(past().cleans, SizeIs(2));
     EXPECT_EQ(past().cleans[0].state, HistoryState::Finished);
     EXPECT_EQ(past().cleans[1].state, HistoryState::Finished);
@@ -216,7 +216,7 @@ TEST_P(Recorded, RemovingForGoodTakesExactlyTheItemsOfThatClean) {
     EXPECT_EQ(report.removedCount, 2);
     EXPECT_EQ(report.removedBytes, 200);
     EXPECT_THAT(report.failures, IsEmpty());
-    EXPECT_EQ(fileText(old), "theirs");
+    EXPECT_EQ(contentOf(old), "theirs");
     EXPECT_FALSE(home.has(trashed("a")));
     EXPECT_FALSE(home.has(trashed("folder")));
     EXPECT_TRUE(home.has(second.outcomes[0].place));
@@ -229,7 +229,7 @@ TEST_P(Recorded, RemovingForGoodLeavesAStrangerAlone) {
     std::filesystem::remove(report.outcomes[0].place);
     home.text(report.outcomes[0].place, "theirs");
     EXPECT_EQ(goneForGood(report.historyId).removedCount, 0);
-    EXPECT_EQ(fileText(report.outcomes[0].place), "theirs");
+    EXPECT_EQ(contentOf(report.outcomes[0].place), "theirs");
 }
 
 TEST_P(Recorded, WhatAPastCleanTrashedStartsUntickedInTheTrash) {

@@ -26,7 +26,7 @@ TEST_P(Cleaning, AnOrdinaryFileMovesToTheTrash) {
     const Path file = home.text("Stuff/report.txt", "words");
     const CleanupReport report = clean(home, {file});
     EXPECT_FALSE(home.has(file));
-    EXPECT_EQ(fileText(trashed("report.txt")), "words");
+    EXPECT_EQ(contentOf(trashed("report.txt")), "words");
     EXPECT_EQ(report.attemptedCount, 1);
     EXPECT_EQ(report.removedCount, 1);
     EXPECT_EQ(report.failedCount, 0);
@@ -37,7 +37,7 @@ TEST_P(Cleaning, AFolderMovesToTheTrashWithEverythingInIt) {
     home.text("Stuff/cache/inner/part", "words");
     clean(home, {home.place("Stuff/cache")});
     EXPECT_FALSE(home.has("Stuff/cache"));
-    EXPECT_EQ(fileText(trashed("cache/inner/part")), "words");
+    EXPECT_EQ(contentOf(trashed("cache/inner/part")), "words");
 }
 
 TEST_P(Cleaning, AnItemInTheTrashIsRemovedForGood) {
@@ -57,7 +57,7 @@ TEST_P(Cleaning, AStopFinishesThePathAtHandAndLeavesTheOthers) {
         context, {tickedRow({first, second}), tickedRow({"/dev/null"}, CleanerModule::memoryOptimization)},
         std::chrono::milliseconds(0));
     EXPECT_FALSE(home.has(first));
-    EXPECT_EQ(fileText(trashed("a/part")), "words");
+    EXPECT_EQ(contentOf(trashed("a/part")), "words");
     EXPECT_TRUE(home.has(second));
     EXPECT_EQ(report.removedCount, 1);
     EXPECT_EQ(report.failedCount, 0);

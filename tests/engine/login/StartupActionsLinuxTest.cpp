@@ -59,7 +59,7 @@ TEST_F(LinuxStartupActions, DisablingStopsThenMovesThenReloads) {
                 ElementsAre("folder autostart.disabled", "stop", "move autostart/tool.desktop", "daemon-reload"));
     // No scope: it is also that of a program started by hand.
     EXPECT_THAT(calls(home), ElementsAre("--user stop app-tool@autostart.service", "--user daemon-reload"));
-    EXPECT_EQ(contentsOf(disabled / "tool.desktop"), toolText);
+    EXPECT_EQ(contentOf(disabled / "tool.desktop"), toolText);
     EXPECT_FALSE(home.has(enabled / "tool.desktop"));
 }
 
@@ -71,7 +71,7 @@ TEST_F(LinuxStartupActions, EnablingMovesThenReloadsThenStarts) {
     EXPECT_THAT(steps,
                 ElementsAre("folder autostart", "move autostart.disabled/tool.desktop", "daemon-reload", "start"));
     EXPECT_THAT(calls(home), ElementsAre("--user daemon-reload", "--user start app-tool@autostart.service"));
-    EXPECT_EQ(contentsOf(enabled / "tool.desktop"), toolText);
+    EXPECT_EQ(contentOf(enabled / "tool.desktop"), toolText);
 }
 
 TEST_F(LinuxStartupActions, TheUnitNameIsEscaped) {
@@ -115,7 +115,7 @@ TEST_F(LinuxStartupActions, ALinkIsMovedAsALink) {
     EXPECT_TRUE(disable(home, onlyItem(home)).succeeded);
     EXPECT_EQ(std::filesystem::read_symlink(disabled / "tool.desktop"), "../../apps/tool.desktop");
     EXPECT_EQ(onlyItem(home).name, "Tool"); // and still leads there
-    EXPECT_EQ(contentsOf(home.place("apps/tool.desktop")), toolText);
+    EXPECT_EQ(contentOf(home.place("apps/tool.desktop")), toolText);
 }
 
 // Entries that the system has, too
@@ -124,9 +124,9 @@ TEST_F(LinuxStartupActions, ASystemEntryOfTheSameNameIsMasked) {
     systemTool();
     const StartupItem item = tool();
     EXPECT_TRUE(disable(home, item).succeeded);
-    EXPECT_EQ(contentsOf(enabled / "tool.desktop"),
+    EXPECT_EQ(contentOf(enabled / "tool.desktop"),
               "[Desktop Entry]\nType=Application\nName=Tool\nHidden=true\nX-Vellmoor-Mask=true\n");
-    EXPECT_EQ(contentsOf(disabled / "tool.desktop"), toolText);
+    EXPECT_EQ(contentOf(disabled / "tool.desktop"), toolText);
     EXPECT_THAT(steps, ElementsAre("folder autostart.disabled", "stop", "move autostart/tool.desktop",
                                    "create autostart/tool.desktop", "daemon-reload"));
     EXPECT_FALSE(onlyItem(home).isEnabled); // the mask is not listed
@@ -168,7 +168,7 @@ TEST_F(LinuxStartupActions, EnablingReplacesTheMask) {
     EXPECT_TRUE(disable(home, tool()).succeeded);
     steps.clear();
     EXPECT_TRUE(enable(home, onlyItem(home)).succeeded);
-    EXPECT_EQ(contentsOf(enabled / "tool.desktop"), toolText);
+    EXPECT_EQ(contentOf(enabled / "tool.desktop"), toolText);
     EXPECT_FALSE(home.has(disabled / "tool.desktop"));
     EXPECT_THAT(steps, ElementsAre("folder autostart", "remove autostart/tool.desktop",
                                    "move autostart.disabled/tool.desktop", "daemon-reload", "start"));
@@ -183,8 +183,8 @@ TEST_F(LinuxStartupActions, AnEntryOfTheUsersIsNeverReplaced) {
         EXPECT_FALSE(result.succeeded);
         EXPECT_EQ(result.message,
                   "Enabling failed: a config with the same name already exists in the autostart folder.");
-        EXPECT_EQ(contentsOf(enabled / "tool.desktop"), text);
-        EXPECT_EQ(contentsOf(disabled / "tool.desktop"), toolText);
+        EXPECT_EQ(contentOf(enabled / "tool.desktop"), text);
+        EXPECT_EQ(contentOf(disabled / "tool.desktop"), toolText);
     }
     EXPECT_THAT(calls(home), IsEmpty());
 }
@@ -205,7 +205,7 @@ TEST_F(LinuxStartupActions, AMaskThatCannotBeWrittenUndoesTheMove) {
     const StartupActionResult result = disable(home, item);
     EXPECT_FALSE(result.succeeded);
     EXPECT_EQ(result.message, "Failed to disable Tool: No space left on device");
-    EXPECT_EQ(contentsOf(enabled / "tool.desktop"), toolText);
+    EXPECT_EQ(contentOf(enabled / "tool.desktop"), toolText);
     EXPECT_FALSE(home.has(disabled / "tool.desktop"));
 }
 
@@ -216,7 +216,7 @@ TEST_F(LinuxStartupActions, AMaskAndAMoveThatFailAreBothTold) {
     home.platform.fail(Operation::MoveItem, disabled / "tool.desktop", "Input/output error");
     const StartupActionResult result = disable(home, item);
     EXPECT_EQ(result.message, "Failed to disable Tool: No space left on device\nInput/output error");
-    EXPECT_EQ(contentsOf(disabled / "tool.desktop"), toolText); // nothing is lost
+    EXPECT_EQ(contentOf(disabled / "tool.desktop"), toolText); // nothing is lost
 }
 
 TEST_F(LinuxStartupActions, AMaskThatCannotBeRemovedStopsEnabling) {
@@ -226,19 +226,19 @@ TEST_F(LinuxStartupActions, AMaskThatCannotBeRemovedStopsEnabling) {
     const StartupActionResult result = enable(home, onlyItem(home));
     EXPECT_EQ(result.message, "Failed to restore Tool: Operation not permitted");
     EXPECT_TRUE(isStartupMask(home.platform, StartupKind::Autostart, enabled / "tool.desktop"));
-    EXPECT_EQ(contentsOf(disabled / "tool.desktop"), toolText);
+    EXPECT_EQ(contentOf(disabled / "tool.desktop"), toolText);
 }
 
 TEST_F(LinuxStartupActions, AFailedMoveBringsTheMaskBack) {
     systemTool();
     EXPECT_TRUE(disable(home, tool()).succeeded);
-    const std::string mask = contentsOf(enabled / "tool.desktop");
+    const std::string mask = contentOf(enabled / "tool.desktop");
     home.platform.fail(Operation::MoveItem, disabled / "tool.desktop", "Input/output error");
     const StartupActionResult result = enable(home, onlyItem(home));
     EXPECT_FALSE(result.succeeded);
     EXPECT_EQ(result.message, "Failed to restore Tool: Input/output error");
-    EXPECT_EQ(contentsOf(enabled / "tool.desktop"), mask);
-    EXPECT_EQ(contentsOf(disabled / "tool.desktop"), toolText);
+    EXPECT_EQ(contentOf(enabled / "tool.desktop"), mask);
+    EXPECT_EQ(contentOf(disabled / "tool.desktop"), toolText);
 }
 
 TEST_F(LinuxStartupActions, EverySingleFailureLeavesTheConfigurationSomewhere) {
@@ -249,8 +249,8 @@ TEST_F(LinuxStartupActions, EverySingleFailureLeavesTheConfigurationSomewhere) {
         fresh.text(".config/autostart/tool.desktop", toolText);
         fresh.platform.failAfter(allowed, "No space left on device");
         const bool succeeded = disable(fresh, onlyItem(fresh)).succeeded;
-        const bool isAway = contentsOf(fresh.place(".config/autostart.disabled/tool.desktop")) == toolText;
-        const bool isThere = contentsOf(fresh.place(".config/autostart/tool.desktop")) == toolText;
+        const bool isAway = contentOf(fresh.place(".config/autostart.disabled/tool.desktop")) == toolText;
+        const bool isThere = contentOf(fresh.place(".config/autostart/tool.desktop")) == toolText;
         EXPECT_NE(isAway, isThere) << allowed;
         EXPECT_EQ(succeeded, allowed >= 3) << allowed;
     }
@@ -276,7 +276,7 @@ TEST_F(LinuxStartupActions, AServiceIsStoppedMovedAndForgotten) {
     home.link(services / "job.service", services / "default.target.wants/job.service");
     EXPECT_TRUE(disable(home, item).succeeded);
     EXPECT_THAT(calls(home), ElementsAre("--user stop job.service", "--user daemon-reload"));
-    EXPECT_EQ(contentsOf(disabledServices / "job.service"), serviceText);
+    EXPECT_EQ(contentOf(disabledServices / "job.service"), serviceText);
     EXPECT_TRUE(home.has(services / "default.target.wants/job.service"));
 }
 
@@ -285,7 +285,7 @@ TEST_F(LinuxStartupActions, AServiceThatStartsAtLoginIsStarted) {
     const StartupItem item = this->item(disabledServices / "job.service", serviceText);
     EXPECT_TRUE(enable(home, item).succeeded);
     EXPECT_THAT(calls(home), ElementsAre("--user daemon-reload", "--user start job.service"));
-    EXPECT_EQ(contentsOf(services / "job.service"), serviceText);
+    EXPECT_EQ(contentOf(services / "job.service"), serviceText);
 }
 
 TEST_F(LinuxStartupActions, AServiceThatDoesNotStartAtLoginIsOnlyRestored) {
@@ -312,8 +312,8 @@ TEST_F(LinuxStartupActions, AServiceOfThatNameIsNotReplaced) {
     item.name = "Job";
     item.plistURL = disabledServices / "job.service";
     EXPECT_FALSE(enable(home, item).succeeded);
-    EXPECT_EQ(contentsOf(disabledServices / "job.service"), serviceText);
-    EXPECT_EQ(contentsOf(services / "job.service"), "[Service]\nExecStart=/bin/other\n");
+    EXPECT_EQ(contentOf(disabledServices / "job.service"), serviceText);
+    EXPECT_EQ(contentOf(services / "job.service"), "[Service]\nExecStart=/bin/other\n");
 }
 
 } // namespace

@@ -44,7 +44,7 @@ TEST_F(MacStartupActions, DisablingMovesTheListBesideItsFolder) {
     EXPECT_TRUE(result.succeeded);
     EXPECT_EQ(result.message, "Disabled agent from launching at login.");
     EXPECT_FALSE(home.has(enabled / "com.example.agent.plist"));
-    EXPECT_EQ(contentsOf(disabled / "com.example.agent.plist"), agentText);
+    EXPECT_EQ(contentOf(disabled / "com.example.agent.plist"), agentText);
 }
 
 TEST_F(MacStartupActions, DisablingUnloadsBeforeItMovesAndIgnoresTheOutcome) {
@@ -85,7 +85,7 @@ TEST_F(MacStartupActions, EnablingMovesTheListBackAndLoadsItThere) {
     EXPECT_EQ(result.message, "Restored agent to launch at login.");
     EXPECT_THAT(steps, ElementsAre("folder", "move", "bootstrap"));
     EXPECT_THAT(calls(home), ElementsAre("bootstrap " + domain + " " + (enabled / "com.example.agent.plist").string()));
-    EXPECT_EQ(contentsOf(enabled / "com.example.agent.plist"), agentText);
+    EXPECT_EQ(contentOf(enabled / "com.example.agent.plist"), agentText);
     EXPECT_FALSE(home.has(disabled / "com.example.agent.plist"));
 }
 
@@ -93,8 +93,8 @@ TEST_F(MacStartupActions, ANameThatIsTakenGetsTheTime) {
     const StartupItem item = enabledItem();
     home.text(disabled / "com.example.agent.plist", "older");
     EXPECT_TRUE(disable(home, item).succeeded);
-    EXPECT_EQ(contentsOf(disabled / "com.example.agent.plist"), "older");
-    EXPECT_EQ(contentsOf(disabled / ("com.example.agent-" + seconds() + ".plist")), agentText);
+    EXPECT_EQ(contentOf(disabled / "com.example.agent.plist"), "older");
+    EXPECT_EQ(contentOf(disabled / ("com.example.agent-" + seconds() + ".plist")), agentText);
 }
 
 TEST_F(MacStartupActions, OnlyOneOtherNameIsTried) {
@@ -104,8 +104,8 @@ TEST_F(MacStartupActions, OnlyOneOtherNameIsTried) {
     const StartupActionResult result = disable(home, item);
     EXPECT_FALSE(result.succeeded);
     EXPECT_EQ(result.message, "Failed to disable agent: File exists");
-    EXPECT_EQ(contentsOf(item.plistURL), agentText);
-    EXPECT_EQ(contentsOf(disabled / ("com.example.agent-" + seconds() + ".plist")), "old");
+    EXPECT_EQ(contentOf(item.plistURL), agentText);
+    EXPECT_EQ(contentOf(disabled / ("com.example.agent-" + seconds() + ".plist")), "old");
 }
 
 TEST_F(MacStartupActions, ATimeStampedNameIsKeptWhenEnabling) {
@@ -123,8 +123,8 @@ TEST_F(MacStartupActions, EnablingOverAnExistingListFailsAndMovesNothing) {
     const StartupActionResult result = enable(home, item);
     EXPECT_FALSE(result.succeeded);
     EXPECT_EQ(result.message, "Enabling failed: a config with the same name already exists in LaunchAgents.");
-    EXPECT_EQ(contentsOf(enabled / "com.example.agent.plist"), "other");
-    EXPECT_EQ(contentsOf(disabled / "com.example.agent.plist"), agentText);
+    EXPECT_EQ(contentOf(enabled / "com.example.agent.plist"), "other");
+    EXPECT_EQ(contentOf(disabled / "com.example.agent.plist"), agentText);
     EXPECT_THAT(calls(home), IsEmpty());
 }
 
@@ -194,7 +194,7 @@ TEST_F(MacStartupActions, AFailedMoveLeavesTheListWhenDisabling) {
     const StartupActionResult result = disable(home, item);
     EXPECT_FALSE(result.succeeded);
     EXPECT_EQ(result.message, "Failed to disable agent: Operation not permitted");
-    EXPECT_EQ(contentsOf(item.plistURL), agentText);
+    EXPECT_EQ(contentOf(item.plistURL), agentText);
     EXPECT_THAT(calls(home), SizeIs(1));
 }
 
@@ -204,7 +204,7 @@ TEST_F(MacStartupActions, AFailedMoveLeavesTheListWhenEnablingAndLoadsNothing) {
     const StartupActionResult result = enable(home, item);
     EXPECT_FALSE(result.succeeded);
     EXPECT_EQ(result.message, "Failed to restore agent: Operation not permitted");
-    EXPECT_EQ(contentsOf(item.plistURL), agentText);
+    EXPECT_EQ(contentOf(item.plistURL), agentText);
     EXPECT_THAT(calls(home), IsEmpty());
 }
 
@@ -214,8 +214,8 @@ TEST_F(MacStartupActions, ATargetFolderThatIsAFileIsAFailure) {
     const StartupActionResult result = disable(home, item);
     EXPECT_FALSE(result.succeeded);
     EXPECT_THAT(result.message, HasSubstr("Failed to disable agent: "));
-    EXPECT_EQ(contentsOf(item.plistURL), agentText);
-    EXPECT_EQ(contentsOf(disabled), "I am a file");
+    EXPECT_EQ(contentOf(item.plistURL), agentText);
+    EXPECT_EQ(contentOf(disabled), "I am a file");
 }
 
 TEST_F(MacStartupActions, ATargetFolderThatIsNotWritableIsAFailure) {
@@ -226,7 +226,7 @@ TEST_F(MacStartupActions, ATargetFolderThatIsNotWritableIsAFailure) {
     const StartupActionResult result = disable(home, item);
     EXPECT_FALSE(result.succeeded);
     EXPECT_EQ(result.message, "Failed to disable agent: Permission denied");
-    EXPECT_EQ(contentsOf(item.plistURL), agentText);
+    EXPECT_EQ(contentOf(item.plistURL), agentText);
 }
 
 TEST_F(MacStartupActions, APlaceholderInANameIsNotFilled) {

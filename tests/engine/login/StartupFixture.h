@@ -2,14 +2,13 @@
 #pragma once
 
 #include "EngineHome.h"
+#include "FileContent.h"
 #include "found/ScanSnapshot.h"
 #include "login/StartupItems.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
@@ -48,10 +47,7 @@ inline StartupActionResult enable(const EngineHome& home, const StartupItem& ite
     return enableStartupItem(context, item);
 }
 
-inline std::string contentsOf(const Path& file) {
-    std::ifstream in(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
+using test::contentOf;
 
 /// The arguments of every tool call, each call as one text.
 inline std::vector<std::string> calls(const EngineHome& home) {

@@ -33,7 +33,7 @@ TEST_F(ServiceMasks, AServiceThatHidesOneOfTheSystemIsMasked) {
     vendor();
     EXPECT_TRUE(disable(home, own()).succeeded);
     EXPECT_TRUE(isMasked());
-    EXPECT_EQ(contentsOf(disabled), ownText);
+    EXPECT_EQ(contentOf(disabled), ownText);
     EXPECT_FALSE(onlyItem(home).isEnabled); // the mask is not listed
 }
 
@@ -65,7 +65,7 @@ TEST_F(ServiceMasks, EnablingTakesTheMaskAway) {
     vendor();
     EXPECT_TRUE(disable(home, own()).succeeded);
     EXPECT_TRUE(enable(home, onlyItem(home)).succeeded);
-    EXPECT_EQ(contentsOf(service), ownText);
+    EXPECT_EQ(contentOf(service), ownText);
     EXPECT_FALSE(home.has(disabled));
 }
 
@@ -90,7 +90,7 @@ TEST_F(ServiceMasks, AMaskThatCannotBeMadeUndoesTheMove) {
     home.platform.fail(Operation::CreateLink, service, "No space left on device");
     const StartupActionResult result = disable(home, item);
     EXPECT_EQ(result.message, "Failed to disable Job: No space left on device");
-    EXPECT_EQ(contentsOf(service), ownText);
+    EXPECT_EQ(contentOf(service), ownText);
     EXPECT_FALSE(home.has(disabled));
 }
 
@@ -100,7 +100,7 @@ TEST_F(ServiceMasks, AFailedMoveBringsTheMaskBack) {
     home.platform.fail(Operation::MoveItem, disabled, "Input/output error");
     EXPECT_FALSE(enable(home, onlyItem(home)).succeeded);
     EXPECT_TRUE(isMasked());
-    EXPECT_EQ(contentsOf(disabled), ownText);
+    EXPECT_EQ(contentOf(disabled), ownText);
 }
 
 } // namespace

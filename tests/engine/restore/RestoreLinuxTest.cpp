@@ -24,7 +24,7 @@ TEST_P(LinuxRestoring, TheNoteAndTheSizeGoWithTheItem) {
     ASSERT_TRUE(home.has(trash.folder / "info/cache.trashinfo"));
     EXPECT_EQ(back(report.historyId).restoredCount, 1);
     EXPECT_FALSE(home.has(trash.folder / "info/cache.trashinfo"));
-    EXPECT_EQ(fileText(trash.folder / "directorysizes"), "8192 2 other\n");
+    EXPECT_EQ(contentOf(trash.folder / "directorysizes"), "8192 2 other\n");
 }
 
 TEST_P(LinuxRestoring, WhatSomebodyElseTrashedGoesBackByItsNote) {
@@ -35,7 +35,7 @@ TEST_P(LinuxRestoring, WhatSomebodyElseTrashedGoesBackByItsNote) {
                                     "/Gone/odd%20%FF%20name\nDeletionDate=2026-01-01T00:00:00\n");
     const RestoreReport restored = backFromTrash({place});
     EXPECT_THAT(restored.failures, IsEmpty());
-    EXPECT_EQ(fileText(origin), "theirs");
+    EXPECT_EQ(contentOf(origin), "theirs");
     EXPECT_GT(restored.restoredBytes, 0);
     EXPECT_FALSE(home.has(note));
 }
@@ -54,7 +54,7 @@ TEST_P(LinuxRestoring, WithoutAValidNoteItStays) {
         const RestoreReport restored = backFromTrash({place});
         EXPECT_EQ(restored.failedCount, 1) << note;
         EXPECT_THAT(restored.failures, ElementsAre(testing::HasSubstr("has no valid Trash note"))) << note;
-        EXPECT_EQ(fileText(place), "theirs");
+        EXPECT_EQ(contentOf(place), "theirs");
     }
 }
 
@@ -84,7 +84,7 @@ TEST_P(LinuxRestoring, ALinkOnTheWayIsNotFollowed) {
     home.text(trash.folder / "info/a.trashinfo", "[Trash Info]\nPath=" + home.home.string() + "/Stuff/a\n");
     EXPECT_EQ(backFromTrash({place}).restoredCount, 0);
     EXPECT_FALSE(home.has("Elsewhere/a"));
-    EXPECT_EQ(fileText(place), "theirs");
+    EXPECT_EQ(contentOf(place), "theirs");
 }
 
 TEST_P(LinuxRestoring, FoldersThatNobodyRemembersGetTheUsualMode) {
@@ -122,7 +122,7 @@ TEST_P(LinuxRestoring, AStickThatIsMountedElsewhereByNowGetsItsThingsBack) {
     home.platform.volumes = {{there, ""}};
     home.platform.run = "second";
     EXPECT_EQ(back(report.historyId).restoredCount, 1);
-    EXPECT_EQ(fileText(there / "folder/a"), "words");
+    EXPECT_EQ(contentOf(there / "folder/a"), "words");
 }
 
 } // namespace

@@ -26,8 +26,8 @@ TEST_P(Restoring, PutsAWholeCleanBackWithItsTimes) {
     const RestoreReport restored = back(report.historyId);
     EXPECT_EQ(restored.restoredCount, 2);
     EXPECT_THAT(restored.failures, IsEmpty());
-    EXPECT_EQ(fileText(file), "words");
-    EXPECT_EQ(fileText(folder / "inner/a"), "more");
+    EXPECT_EQ(contentOf(file), "words");
+    EXPECT_EQ(contentOf(folder / "inner/a"), "more");
     EXPECT_EQ(std::pair(home.platform.facts(file)->modified, home.platform.facts(folder)->modified), times);
     EXPECT_THAT(past().cleans, IsEmpty()) << "nothing of it lies in a Trash any more";
 }
@@ -39,7 +39,7 @@ TEST_P(Restoring, PutsOneItemBackAndLeavesTheOthers) {
     const RestoreReport restored = back(report.historyId, {1});
     EXPECT_EQ(restored.restoredCount, 1);
     EXPECT_FALSE(home.has(first));
-    EXPECT_EQ(fileText(second), "two");
+    EXPECT_EQ(contentOf(second), "two");
     ASSERT_THAT(past().cleans, SizeIs(1));
     EXPECT_EQ(past().cleans[0].trashedCount, 1);
     EXPECT_TRUE(past().cleans[0].items[1].isPutBack);
@@ -53,7 +53,7 @@ TEST_P(Restoring, MakesMissingFoldersAgainWithTheModesThatTheyHad) {
     const CleanupReport report = cleaned({file});
     std::filesystem::remove_all(home.place("Stuff"));
     EXPECT_EQ(back(report.historyId).restoredCount, 1);
-    EXPECT_EQ(fileText(file), "words");
+    EXPECT_EQ(contentOf(file), "words");
     EXPECT_EQ(modeOf(file.parent_path()), 0705U);
     EXPECT_EQ(modeOf(file.parent_path().parent_path()), 0750U);
 }
@@ -66,8 +66,8 @@ TEST_P(Restoring, ANameThatIsTakenStaysInTheTrashAndSaysSo) {
     EXPECT_EQ(restored.failedCount, 1);
     EXPECT_EQ(restored.outcomes.at(0).fate, RestoreFate::NameTaken);
     EXPECT_EQ(restored.outcomes.at(0).path, file);
-    EXPECT_EQ(fileText(restored.outcomes.at(0).place), "old");
-    EXPECT_EQ(fileText(file), "new");
+    EXPECT_EQ(contentOf(restored.outcomes.at(0).place), "old");
+    EXPECT_EQ(contentOf(file), "new");
     EXPECT_THAT(restored.failures, ElementsAre(testing::StartsWith("a: something of that name")));
     EXPECT_THAT(past().cleans, SizeIs(1));
 }
@@ -78,7 +78,7 @@ TEST_P(Restoring, ATakenNameMakesNoFolders) {
     std::filesystem::remove_all(home.place("Stuff"));
     home.text("Stuff", "a file where a folder was");
     EXPECT_EQ(back(report.historyId).outcomes.at(0).fate, RestoreFate::Failed);
-    EXPECT_EQ(fileText(home.place("Stuff")), "a file where a folder was");
+    EXPECT_EQ(contentOf(home.place("Stuff")), "a file where a folder was");
     EXPECT_EQ(past().cleans.at(0).trashedCount, 1);
 }
 
@@ -90,7 +90,7 @@ TEST_P(Restoring, AnotherFileUnderTheItemsNameInTheTrashIsNotPutBack) {
     home.text(place, "not mine");
     EXPECT_EQ(back(report.historyId, {0}).restoredCount, 0);
     EXPECT_FALSE(home.has(file));
-    EXPECT_EQ(fileText(place), "not mine");
+    EXPECT_EQ(contentOf(place), "not mine");
 }
 
 TEST_P(Restoring, WhatWasChangedInTheTrashStillIsTheItem) {
@@ -98,7 +98,7 @@ TEST_P(Restoring, WhatWasChangedInTheTrashStillIsTheItem) {
     const CleanupReport report = cleaned({file});
     std::ofstream(report.outcomes.at(0).place, std::ios::app) << " and more";
     EXPECT_EQ(back(report.historyId).restoredCount, 1);
-    EXPECT_EQ(fileText(file), "mine and more");
+    EXPECT_EQ(contentOf(file), "mine and more");
 }
 
 TEST_P(Restoring, AfterANewStartOfTheSystemTheContentHasToAgreeToo) {
@@ -108,7 +108,7 @@ TEST_P(Restoring, AfterANewStartOfTheSystemTheContentHasToAgreeToo) {
     std::ofstream(report.outcomes.at(1).place, std::ios::app) << " and more";
     home.platform.run = "second";
     EXPECT_EQ(back(report.historyId).restoredCount, 1);
-    EXPECT_EQ(fileText(same), "mine");
+    EXPECT_EQ(contentOf(same), "mine");
     EXPECT_FALSE(home.has(changed));
 }
 
@@ -122,7 +122,7 @@ TEST_P(Restoring, AfterANewStartTheDiskIsKnownByItsName) {
     EXPECT_EQ(past().cleans.at(0).trashedCount, 0) << "listed, since its disk may come back";
     home.platform.diskOf = [&](const Path&) { return Disk{.name = "one", .mount = home.home}; };
     EXPECT_EQ(back(report.historyId).restoredCount, 1);
-    EXPECT_EQ(fileText(file), "mine");
+    EXPECT_EQ(contentOf(file), "mine");
 }
 
 TEST_P(Restoring, AFolderComesBackBeforeWhatLayInIt) {
@@ -132,8 +132,8 @@ TEST_P(Restoring, AFolderComesBackBeforeWhatLayInIt) {
     const CleanupReport report = cleaned(row);
     ASSERT_EQ(report.trashedCount, 2);
     EXPECT_EQ(back(report.historyId).restoredCount, 2);
-    EXPECT_EQ(fileText(inner), "in");
-    EXPECT_EQ(fileText(outer / "other"), "out");
+    EXPECT_EQ(contentOf(inner), "in");
+    EXPECT_EQ(contentOf(outer / "other"), "out");
 }
 
 TEST_P(Restoring, AStoppedRestoreLeavesTheRestInTheTrash) {
@@ -185,7 +185,7 @@ TEST_P(Restoring, AHomeThatMovedElsewhereGetsItsThingsBack) {
     }
     ASSERT_TRUE(OwnFile(home.layout.stateFolder / "history.jsonl").replace(moved));
     EXPECT_EQ(back(report.historyId).restoredCount, 1);
-    EXPECT_EQ(fileText(file), "mine");
+    EXPECT_EQ(contentOf(file), "mine");
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // Facts of single paths as macOS tells them. The folders are real, flags and mounts come from tests/support/darwin.
 #include "DarwinSystem.h"
+#include "FileContent.h"
 #include "MacPlatform.h"
 #include "ScopedUnprivileged.h"
 #include "TemporaryFolder.h"
@@ -11,7 +12,6 @@
 #include <cerrno>
 #include <chrono>
 #include <fcntl.h>
-#include <fstream>
 #include <set>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -20,6 +20,7 @@ namespace vellmoor {
 namespace {
 
 using namespace std::chrono_literals;
+using test::contentOf;
 using test::DarwinSystem;
 using test::DarwinTraits;
 using test::ScopedUnprivileged;
@@ -31,11 +32,6 @@ using ::testing::UnorderedElementsAre;
 constexpr std::uint32_t hiddenFlag = 0x8000; // UF_HIDDEN
 
 const MacPlatform platform{};
-
-std::string contentOf(const Path& path) {
-    std::ifstream file(path);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 std::set<std::string> names(const std::vector<FolderEntry>& entries, bool FolderEntry::* only = nullptr) {
     std::set<std::string> result;

@@ -1,5 +1,6 @@
 #include "disk/Files.h"
 
+#include "FileContent.h"
 #include "LinuxPlatform.h"
 #include "ScopedMount.h"
 #include "ScopedUnprivileged.h"
@@ -11,7 +12,6 @@
 #include <cerrno>
 #include <dirent.h>
 #include <fcntl.h>
-#include <fstream>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -19,6 +19,7 @@ namespace vellmoor {
 namespace {
 
 using namespace std::chrono_literals;
+using test::contentOf;
 using test::ScopedMount;
 using test::ScopedUnprivileged;
 using test::TemporaryFolder;
@@ -26,11 +27,6 @@ using ::testing::ElementsAre;
 using ::testing::Eq;
 using ::testing::IsEmpty;
 using ::testing::Optional;
-
-std::string contentOf(const Path& path) {
-    std::ifstream file(path);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 std::vector<std::string> systemOrder(const Path& folder) {
     std::vector<std::string> names;

@@ -1,4 +1,5 @@
 // What other programs make of a Trash that we filled, and we of one that they filled. Those that are installed.
+#include "FileContent.h"
 #include "LinuxPlatform.h"
 #include "TemporaryFolder.h"
 #include "TrashHelp.h"
@@ -8,14 +9,13 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <string>
 
 namespace vellmoor {
 namespace {
 
+using test::contentOf;
 using test::requestFor;
 using ::testing::HasSubstr;
 using ::testing::Not;
@@ -49,10 +49,6 @@ protected:
     [[nodiscard]] bool removes(const std::string& name) const {
         const RemovalRequest request = requestFor(platform_, trash_.contents / name);
         return test::removeFromTrash(platform_, request, trash_).result == RemovalResult::Done;
-    }
-    [[nodiscard]] static std::string contentOf(const Path& path) {
-        std::ifstream file(path);
-        return {std::istreambuf_iterator<char>(file), {}};
     }
     [[nodiscard]] bool isEmpty() const {
         return platform_.entries(trash_.contents)->empty() && platform_.entries(trash_.folder / "info")->empty();
