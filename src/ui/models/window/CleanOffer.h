@@ -33,8 +33,8 @@ class CleanOffer final : public QObject {
     Q_PROPERTY(QString cleanBusyTitle READ cleanBusyTitle NOTIFY changed FINAL)
     Q_PROPERTY(QString confirmationTitle READ confirmationTitle NOTIFY changed FINAL)
     Q_PROPERTY(QString confirmationMessage READ confirmationMessage NOTIFY changed FINAL)
-    /// What the confirmation adds, a line each, unless all goes to the Trash: how much does, how much goes for good, how
-    /// much is memory.
+    /// What the confirmation adds, a line each, unless all goes to the Trash: how much does, how much goes for good,
+    /// how much is memory.
     Q_PROPERTY(QStringList confirmationParts READ confirmationParts NOTIFY changed FINAL)
 
 public:
