@@ -11,7 +11,10 @@ namespace {
 constexpr int stateField = 3;
 constexpr int parentField = 4;
 constexpr int terminalField = 7;
+constexpr int flagsField = 9;
 constexpr int startField = 22;
+
+constexpr std::uint32_t kernelThread = 0x00200000; // PF_KTHREAD of <linux/sched.h>
 
 constexpr std::string_view white = " \t\r\n\v\f";
 
@@ -46,6 +49,9 @@ std::optional<ProcessLine> parseProcessLine(std::string_view line) {
                               (field == terminalField && !read(word, process.terminal));
         if (hasEnded || isBroken) {
             return std::nullopt;
+        }
+        if (std::uint32_t flags = 0; field == flagsField && read(word, flags)) {
+            process.isKernelThread = (flags & kernelThread) != 0;
         }
         if (field == startField) {
             return read(word, process.started) ? std::optional(std::move(process)) : std::nullopt;

@@ -13,6 +13,7 @@ struct ProcessLine {
     std::string name; ///< at most 15 bytes, which the process may change
     std::int32_t parent = 0;
     std::int32_t terminal = 0; ///< the controlling one; 0: none
+    bool isKernelThread = false;
     std::uint64_t started = 0; ///< in the kernel's ticks since boot; tells a number that was used again
 };
 

@@ -20,6 +20,16 @@ TEST(ProcessLines, AreReadWhateverTheNameHolds) {
     EXPECT_EQ(process->started, 987654U);
 }
 
+// The first line is kthreadd's as Linux 6 writes it; flags are the ninth field.
+TEST(ProcessLines, TellTheKernelsThreadsFromPrograms) {
+    const auto thread = parseProcessLine("2 (kthreadd) S 0 0 0 0 -1 2129984 0 0 0 0 0 6 0 0 20 0 1 0 18 0 0");
+    ASSERT_TRUE(thread);
+    EXPECT_TRUE(thread->isKernelThread);
+    const auto program = parseProcessLine("42 (a) S 7" + rest);
+    ASSERT_TRUE(program);
+    EXPECT_FALSE(program->isKernelThread);
+}
+
 TEST(ProcessLines, OfAnEndedOrUnreadableProcessAreNothing) {
     EXPECT_FALSE(parseProcessLine("42 (a) Z 7" + rest));
     EXPECT_FALSE(parseProcessLine("42 (a) X 7" + rest));

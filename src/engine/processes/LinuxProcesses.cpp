@@ -87,6 +87,11 @@ bool LinuxProcesses::isOwn(std::int32_t pid) const {
     return facts && facts->owner == platform_.userId();
 }
 
+bool LinuxProcesses::isKernelThread(std::int32_t pid) const {
+    const std::optional<ProcessLine> process = line(pid);
+    return process && process->isKernelThread;
+}
+
 const std::vector<std::int32_t>& LinuxProcesses::pids() const {
     if (pids_) {
         return *pids_;
@@ -99,7 +104,7 @@ const std::vector<std::int32_t>& LinuxProcesses::pids() const {
     for (const FolderEntry& child : *children) {
         const bool numeric = child.name.find_first_not_of("0123456789") == std::string::npos;
         const std::optional<std::int32_t> pid = numeric ? decimal<std::int32_t>(child.name) : std::nullopt;
-        if (pid && isOwn(*pid)) {
+        if (pid && isOwn(*pid) && !isKernelThread(*pid)) {
             found.push_back(*pid);
         }
     }

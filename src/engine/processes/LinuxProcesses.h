@@ -27,7 +27,7 @@ public:
     /// the system has no /proc.
     static void lookAhead(EngineContext& context);
 
-    /// Those of the user only, ascending.
+    /// Programs of the user only, ascending: root's are not the kernel's threads, of which none holds memory or files.
     [[nodiscard]] const std::vector<std::int32_t>& pids() const;
 
     /// Path of the program, below the layout's root; one that was deleted or replaced meanwhile keeps its old path.
@@ -62,6 +62,7 @@ private:
     [[nodiscard]] Path file(std::int32_t pid, std::string_view name) const;
     [[nodiscard]] const std::string& contents(std::int32_t pid, std::string_view name) const;
     [[nodiscard]] bool isOwn(std::int32_t pid) const;
+    [[nodiscard]] bool isKernelThread(std::int32_t pid) const;
     [[nodiscard]] Path placedPath(std::string_view path) const;
 
     /// What was read of one process so far.

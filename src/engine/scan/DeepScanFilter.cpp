@@ -19,6 +19,10 @@ bool isExcludedName(const DeepScanRules& rules, std::string_view name) {
            std::ranges::any_of(rules.nameEndings, [&](const std::string& ending) { return name.ends_with(ending); });
 }
 
+std::size_t lastByte(std::string_view name) {
+    return name.empty() ? 0 : static_cast<unsigned char>(name.back());
+}
+
 bool isCloudName(const DeepScanRules& rules, std::string_view name) {
     return std::ranges::any_of(rules.homeNames, [&](const std::string& pattern) { return globMatches(pattern, name); });
 }
@@ -71,6 +75,11 @@ DeepScanFilter::DeepScanFilter(const Platform& platform, const SystemLayout& lay
             trashFolders_.push_back(*real);
         }
     }
+    for (const auto* const excluded : {&rules_.names, &rules_.nameEndings}) {
+        for (const std::string& name : *excluded) {
+            mayBeExcluded_.at(lastByte(name)) = true;
+        }
+    }
     const Path start = platform.standardized(root);
     const bool rootInTrash = liesInTrash(rules_, start) || std::ranges::any_of(trashFolders_, [&](const Path& folder) {
                                  return isStrictlyBelow(start, folder);
@@ -81,7 +90,7 @@ DeepScanFilter::DeepScanFilter(const Platform& platform, const SystemLayout& lay
 }
 
 bool DeepScanFilter::excludesName(std::string_view name, std::uint32_t depth) const {
-    if (isExcludedName(rules_, name)) {
+    if (mayBeExcluded_[lastByte(name)] && isExcludedName(rules_, name)) {
         return true;
     }
     return rootIsHome_ && depth == 1 && isCloudName(rules_, name);

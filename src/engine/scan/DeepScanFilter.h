@@ -4,6 +4,7 @@
 #include "keep/KeptPaths.h"
 #include "layouts/SystemLayout.h"
 
+#include <array>
 #include <span>
 #include <string>
 #include <string_view>
@@ -34,6 +35,7 @@ public:
 
 private:
     const DeepScanRules& rules_;
+    std::array<bool, 256> mayBeExcluded_{}; ///< names by their last byte
     Path home_;
     std::vector<Path> trashFolders_;
     std::vector<Path> kept_; ///< strictly below the root

@@ -9,9 +9,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::vector<fs::path> browserFolders(const LinuxEnvironment& environment) {
+std::vector<fs::path> browserFolders(const std::vector<LinuxBrowser>& browsers) {
     std::vector<fs::path> folders;
-    for (const LinuxBrowser& browser : linuxBrowsers(environment)) {
+    for (const LinuxBrowser& browser : browsers) {
         for (const BrowserFolder& folder : browser.folders) {
             folders.push_back(folder.userData);
         }
@@ -48,9 +48,10 @@ PermissionLayout macPermissionLayout(const fs::path& home, std::uint32_t, const 
     return layout;
 }
 
-PermissionLayout linuxPermissionLayout(const LinuxEnvironment& environment, std::uint32_t, const fs::path& root) {
+PermissionLayout linuxPermissionLayout(const LinuxEnvironment& environment, const std::vector<LinuxBrowser>& browsers,
+                                       const fs::path& root) {
     PermissionLayout layout;
-    layout.dataFolders = {{"浏览器数据", browserFolders(environment), "globe"},
+    layout.dataFolders = {{"浏览器数据", browserFolders(browsers), "globe"},
                           {"邮件数据", mailFolders(environment), "envelope"},
                           {"沙盒应用数据", sandboxFolders(environment), "shippingbox"}};
     layout.home = environment.home;

@@ -7,6 +7,7 @@
 
 namespace vellmoor {
 
+struct LinuxBrowser;
 struct LinuxEnvironment;
 
 /// Data that the system or the user may have closed to Vellmoor.
@@ -25,7 +26,7 @@ struct PermissionLayout {
 
 PermissionLayout macPermissionLayout(const std::filesystem::path& home, std::uint32_t userId,
                                      const std::filesystem::path& root);
-PermissionLayout linuxPermissionLayout(const LinuxEnvironment& environment, std::uint32_t userId,
+PermissionLayout linuxPermissionLayout(const LinuxEnvironment& environment, const std::vector<LinuxBrowser>& browsers,
                                        const std::filesystem::path& root);
 
 } // namespace vellmoor

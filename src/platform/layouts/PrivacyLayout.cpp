@@ -1,7 +1,6 @@
 #include "layouts/PrivacyLayout.h"
 
 #include "layouts/linux/LinuxBrowsers.h"
-#include "layouts/linux/LinuxEnvironment.h"
 
 #include <initializer_list>
 #include <string_view>
@@ -193,17 +192,17 @@ PrivacyLayout macPrivacyLayout(const fs::path& home, std::uint32_t, const fs::pa
             false};
 }
 
-PrivacyLayout linuxPrivacyLayout(const LinuxEnvironment& environment, std::uint32_t, const fs::path&) {
+PrivacyLayout linuxPrivacyLayout(const std::vector<LinuxBrowser>& browsers) {
     PrivacyLayout layout{{}, true};
-    for (LinuxBrowser& browser : linuxBrowsers(environment)) {
+    for (const LinuxBrowser& browser : browsers) {
         auto [search, categories] = tracesOf(browser.family);
         for (TraceCategory& category : categories) {
             if (category.key == "cookies") {
                 category.note = "%@（所有网站）"; // which sites there are, only the browser's database tells
             }
         }
-        layout.browsers.push_back({std::move(browser.name), std::move(browser.tokens), std::move(browser.symbol),
-                                   browser.tint, search, std::move(browser.folders), std::move(categories)});
+        layout.browsers.push_back({browser.name, browser.tokens, browser.symbol, browser.tint, search, browser.folders,
+                                   std::move(categories)});
     }
     return layout;
 }

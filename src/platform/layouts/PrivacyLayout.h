@@ -11,7 +11,7 @@
 
 namespace vellmoor {
 
-struct LinuxEnvironment;
+struct LinuxBrowser;
 
 /// A path below a profile, or below the folder that holds that profile's caches.
 struct TracePath {
@@ -65,7 +65,6 @@ BrowserTraces chromiumPrivacyDefinition(std::string name, std::vector<std::strin
 
 PrivacyLayout macPrivacyLayout(const std::filesystem::path& home, std::uint32_t userId,
                                const std::filesystem::path& root);
-PrivacyLayout linuxPrivacyLayout(const LinuxEnvironment& environment, std::uint32_t userId,
-                                 const std::filesystem::path& root);
+PrivacyLayout linuxPrivacyLayout(const std::vector<LinuxBrowser>& browsers);
 
 } // namespace vellmoor

@@ -86,8 +86,9 @@ struct FakeProcess {
     std::string comm;
     std::int64_t user = -1; ///< -1: the user of the tests
     std::uint64_t started = 100;
-    std::int32_t terminal = 0; ///< the controlling one, as the kernel numbers it
-    std::string arguments;     ///< separated by "|"
+    std::int32_t terminal = 0;      ///< the controlling one, as the kernel numbers it
+    std::string arguments;          ///< separated by "|"
+    std::uint32_t flags = 0x400100; ///< as the kernel keeps them
 };
 
 /// The first window of a terminal (major 136, minor 0).
@@ -102,8 +103,8 @@ inline void addProcess(const EngineHome& home, const FakeProcess& process) {
                                      "\t" + user + "\n");
     home.text(folder / "stat", std::to_string(process.pid) + " (" + process.comm + ") S " +
                                    std::to_string(process.parent) + " 1 1 " + std::to_string(process.terminal) +
-                                   " -1 4194560 1 2 3 4 5 6 7 8 20 0 1 0 " + std::to_string(process.started) +
-                                   " 1000 200\n");
+                                   " -1 " + std::to_string(process.flags) + " 1 2 3 4 5 6 7 8 20 0 1 0 " +
+                                   std::to_string(process.started) + " 1000 200\n");
     std::string arguments = process.arguments;
     std::ranges::replace(arguments, '|', '\0');
     home.text(folder / "cmdline", arguments);

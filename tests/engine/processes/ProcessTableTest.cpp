@@ -150,6 +150,12 @@ TEST_F(LinuxProcessTable, ProcessesOfOtherUsersDoNotCount) {
     EXPECT_THAT(samples(), IsEmpty());
 }
 
+TEST_F(LinuxProcessTable, RootsProcessesAreNotTheKernelsThreads) {
+    addProcess(home, {.pid = 2, .comm = "kthreadd", .flags = 0x208040});
+    addProcess(home, {.pid = 10, .exe = "/usr/bin/vim", .comm = "vim"});
+    EXPECT_THAT(LinuxProcesses(home.platform, home.layout).pids(), ElementsAre(10));
+}
+
 TEST_F(LinuxProcessTable, TheEffectiveUserDecides) {
     addProcess(home, {.pid = 10, .exe = "/usr/bin/passwd"});
     const std::string user = std::to_string(home.platform.user);

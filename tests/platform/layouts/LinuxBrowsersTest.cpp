@@ -25,7 +25,7 @@ using testing::StartsWith;
 const LinuxEnvironment environment = linuxEnvironmentOf("/home/u");
 
 std::vector<RootPattern> crashReportsBelow(const std::string& folder) {
-    std::vector<RootPattern> patterns = browserCrashReports(environment);
+    std::vector<RootPattern> patterns = browserCrashReports(linuxBrowsers(environment));
     std::erase_if(patterns, [&](const RootPattern& pattern) { return pattern.base != folder; });
     return patterns;
 }
@@ -72,7 +72,7 @@ TEST(LinuxBrowsers, ASnapIsKnownByItsNameOnly) {
 
 /// What is owned directly below the folder by the name of the child.
 std::vector<OwnedFolders> ownedChildren(const std::filesystem::path& folder) {
-    std::vector<OwnedFolders> owned = linuxOwnedFolders(environment);
+    std::vector<OwnedFolders> owned = linuxOwnedFolders(environment, linuxBrowsers(environment));
     std::erase_if(owned, [&](const OwnedFolders& one) { return one.folder != folder || one.names.empty(); });
     return owned;
 }

@@ -154,9 +154,10 @@ std::vector<LinuxBrowser> linuxBrowsers(const LinuxEnvironment& environment) {
     return browsers;
 }
 
-std::vector<OwnedFolders> linuxOwnedFolders(const LinuxEnvironment& environment) {
+std::vector<OwnedFolders> linuxOwnedFolders(const LinuxEnvironment& environment,
+                                            const std::vector<LinuxBrowser>& browsers) {
     std::vector<OwnedFolders> owned;
-    for (const LinuxBrowser& browser : linuxBrowsers(environment)) {
+    for (const LinuxBrowser& browser : browsers) {
         for (const BrowserFolder& folder : browser.folders) {
             owned.push_back({folder.userData, "", browser.name, browser.tokens});
             owned.push_back({folder.cache, "", browser.name, browser.tokens});
@@ -176,9 +177,9 @@ std::vector<OwnedFolders> linuxOwnedFolders(const LinuxEnvironment& environment)
     return owned;
 }
 
-std::vector<RootPattern> browserCrashReports(const LinuxEnvironment& environment) {
+std::vector<RootPattern> browserCrashReports(const std::vector<LinuxBrowser>& browsers) {
     std::vector<RootPattern> patterns;
-    for (const LinuxBrowser& browser : linuxBrowsers(environment)) {
+    for (const LinuxBrowser& browser : browsers) {
         if (browser.family == BrowserFamily::GnomeWeb) {
             continue; // its crashes go to the system's own collector
         }

@@ -38,10 +38,11 @@ struct LinuxBrowser {
 std::vector<LinuxBrowser> linuxBrowsers(const LinuxEnvironment& environment);
 
 /// What browsers, Thunderbird, Flatpaks and snaps write to while they run.
-std::vector<OwnedFolders> linuxOwnedFolders(const LinuxEnvironment& environment);
+std::vector<OwnedFolders> linuxOwnedFolders(const LinuxEnvironment& environment,
+                                            const std::vector<LinuxBrowser>& browsers);
 
 /// The finished crash reports of every browser; what else lies beside them are its crash-report settings.
-std::vector<RootPattern> browserCrashReports(const LinuxEnvironment& environment);
+std::vector<RootPattern> browserCrashReports(const std::vector<LinuxBrowser>& browsers);
 
 /// The folders that may hold the data of snaps: the second one where snapd hides the first.
 std::vector<std::filesystem::path> snapDataFolders(const LinuxEnvironment& environment);

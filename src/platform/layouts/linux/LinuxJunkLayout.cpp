@@ -178,7 +178,8 @@ std::vector<RootPattern> userCaches(const LinuxEnvironment& env, const std::vect
     return roots.list();
 }
 
-std::vector<RootPattern> logs(const LinuxEnvironment& env, const fs::path& root) {
+std::vector<RootPattern> logs(const LinuxEnvironment& env, const std::vector<LinuxBrowser>& browsers,
+                              const fs::path& root) {
     Patterns roots(env);
     roots.add(roots.home(), ".xsession-errors", RootKind::PlainFile);
     roots.add(roots.home(), ".xsession-errors.old", RootKind::PlainFile);
@@ -195,7 +196,7 @@ std::vector<RootPattern> logs(const LinuxEnvironment& env, const fs::path& root)
 
     roots.add({underRoot(root, "/var/crash"), ""}, "*.crash|*.upload|*.uploaded", RootKind::OwnFile);
     roots.add(roots.home(), "hs_err_pid*.log|replay_pid*.log|java_error_in_*", RootKind::PlainFile);
-    for (RootPattern& reports : browserCrashReports(env)) {
+    for (RootPattern& reports : browserCrashReports(browsers)) {
         roots.add(std::move(reports));
     }
     return roots.list();
@@ -215,7 +216,8 @@ std::vector<fs::path> linuxWholeFolders(const LinuxEnvironment& env) {
     return folders;
 }
 
-std::vector<JunkCategory> linuxJunkCategories(const LinuxEnvironment& env, const fs::path& root) {
+std::vector<JunkCategory> linuxJunkCategories(const LinuxEnvironment& env, const std::vector<LinuxBrowser>& browsers,
+                                              const fs::path& root) {
     const std::vector<RootPattern> developer = developerCaches(env);
     return {
         {.key = "userCaches",
@@ -239,7 +241,7 @@ std::vector<JunkCategory> linuxJunkCategories(const LinuxEnvironment& env, const
          .selected = true,
          .changesByItself = true,
          .listed = {env.data / "xorg", env.state},
-         .roots = logs(env, root)},
+         .roots = logs(env, browsers, root)},
         {.key = "developerCaches",
          .title = "开发缓存",
          .description = "Xcode DerivedData、模拟器缓存和旧归档",

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "layouts/SystemLayout.h"
+#include "layouts/linux/LinuxBrowsers.h"
 #include "layouts/linux/LinuxEnvironment.h"
 
 #include <filesystem>
@@ -9,7 +10,9 @@
 namespace vellmoor {
 
 /// User caches, logs and developer caches of a Linux home.
-std::vector<JunkCategory> linuxJunkCategories(const LinuxEnvironment& environment, const std::filesystem::path& root);
+std::vector<JunkCategory> linuxJunkCategories(const LinuxEnvironment& environment,
+                                              const std::vector<LinuxBrowser>& browsers,
+                                              const std::filesystem::path& root);
 
 /// Of these, the folders that go as a whole or not at all.
 std::vector<std::filesystem::path> linuxWholeFolders(const LinuxEnvironment& environment);

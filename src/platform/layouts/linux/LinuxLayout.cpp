@@ -58,6 +58,7 @@ std::vector<fs::path> protectedPaths(const LinuxEnvironment& environment) {
 
 SystemLayout linuxLayout(const LinuxEnvironment& environment, std::uint32_t userId, const fs::path& root) {
     const fs::path& home = environment.home;
+    const std::vector<LinuxBrowser> browsers = linuxBrowsers(environment);
     SystemLayout layout;
     layout.texts = TextSet::Linux;
     layout.home = home;
@@ -67,7 +68,7 @@ SystemLayout linuxLayout(const LinuxEnvironment& environment, std::uint32_t user
     layout.deepScan = deepScanRules(environment);
     layout.fileKinds = &FileKinds::linuxDesktop();
     layout.symbols = symbols();
-    layout.junk = linuxJunkCategories(environment, root);
+    layout.junk = linuxJunkCategories(environment, browsers, root);
     layout.wholeFolders = linuxWholeFolders(environment);
     layout.installerExtensions = {"dmg",  "pkg", "zip",      "xip",     "ipsw",       "iso",
                                   "deb",  "rpm", "appimage", "flatpak", "flatpakref", "flatpakrepo",
@@ -80,7 +81,7 @@ SystemLayout linuxLayout(const LinuxEnvironment& environment, std::uint32_t user
     }
     layout.bases = {
         .config = environment.config, .data = environment.data, .cache = environment.cache, .state = environment.state};
-    layout.owned = linuxOwnedFolders(environment);
+    layout.owned = linuxOwnedFolders(environment, browsers);
     layout.countsOnce = true;
     const std::string user = std::to_string(userId);
     layout.trash = {
@@ -97,11 +98,11 @@ SystemLayout linuxLayout(const LinuxEnvironment& environment, std::uint32_t user
     layout.startupCountFolder = environment.config / "autostart";
     layout.backgroundCountFolder = environment.config / "systemd/user";
     layout.volumeLabel = "系统磁盘";
-    layout.privacy = linuxPrivacyLayout(environment, userId, root);
+    layout.privacy = linuxPrivacyLayout(browsers);
     layout.apps = linuxAppLayout(environment, userId, root);
     layout.startup = linuxStartupLayout(environment, userId, root);
     layout.memory = linuxMemoryLayout(environment, userId, root);
-    layout.permissions = linuxPermissionLayout(environment, userId, root);
+    layout.permissions = linuxPermissionLayout(environment, browsers, root);
     return layout;
 }
 
