@@ -4,6 +4,7 @@
 #include <QClipboard>
 #include <QElapsedTimer>
 #include <QGuiApplication>
+#include <QTest>
 
 #include <utility>
 
@@ -101,6 +102,42 @@ TEST_P(ListHandsTest, ControlFSearchesNamesAndPathsAndEscapeEndsIt) {
     EXPECT_FALSE(isVisible("searchField"));
     EXPECT_EQ(count(), all);
     EXPECT_TRUE(list()->hasActiveFocus());
+}
+
+/// What a list draws: its rows that can be seen. Those that fade are at rest.
+QStringList drawnRows(QQuickItem* list, bool atRest = true) {
+    QStringList rows;
+    const auto* const contents = list->property("contentItem").value<QQuickItem*>();
+    for (const QQuickItem* row : contents->childItems()) {
+        if (row->isVisible() && row->opacity() > 0 && (atRest || row->isEnabled()) &&
+            row->property("title").isValid()) {
+            rows << row->property("title").toString();
+        }
+    }
+    rows.sort();
+    return rows;
+}
+
+TEST_P(ListHandsTest, RowsThatGoFadeAndLeaveNothingBehind) {
+    desktop().setLook({.reducedMotion = false});
+    openList(CleanerModule::largeFiles);
+    CleanupListModel& files = *window().main().model().largeFiles();
+    const QStringList all = drawnRows(list());
+    ASSERT_GT(all.size(), 3);
+    const QString first = files.index(0).data(CleanupListModel::TitleRole).toString();
+    files.setSearch(first);
+    window().settle();
+    EXPECT_GT(drawnRows(list()).size(), 1) << "they fade";
+    EXPECT_EQ(drawnRows(list(), false), QStringList{first}) << "and can neither be clicked nor reached by keys";
+    EXPECT_TRUE(window().waitFor([&] { return drawnRows(list()) == QStringList{first}; }, 5));
+    // Rows that come back while others still go, and are drawn anew from those kept for later use.
+    for (int round = 0; round < 20; ++round) {
+        files.setSearch(round % 2 == 0 ? QString() : first);
+        QTest::qWait(round * 17 % 120);
+    }
+    files.setSearch(QString());
+    EXPECT_TRUE(window().waitFor([&] { return drawnRows(list()) == all; }, 5))
+        << drawnRows(list()).join(' ').toStdString();
 }
 
 TEST_P(ListHandsTest, AListCanBeSortedByNameAndBackAgain) {

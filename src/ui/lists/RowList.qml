@@ -115,6 +115,22 @@ ListView {
         }
     }
 
+    // Rows below move over it.
+    remove: Transition {
+        enabled: !Motion.reduced
+
+        PropertyAction {
+            property: "z"
+            value: -1
+        }
+
+        NumberAnimation {
+            duration: Motion.quick
+            property: "opacity"
+            to: 0
+        }
+    }
+
     Timer {
         id: typing
 

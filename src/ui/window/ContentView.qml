@@ -62,6 +62,8 @@ Item {
         spacing: 0
 
         Sidebar {
+            id: sidebar
+
             Layout.fillHeight: true
             Layout.preferredWidth: root.narrow ? Metrics.narrowSidebarWidth : Metrics.sidebarWidth
             narrow: root.narrow
@@ -90,6 +92,8 @@ Item {
             ModulePage {
                 Layout.fillHeight: true
                 Layout.fillWidth: true
+                Layout.leftMargin: -shade
+                Layout.rightMargin: -shade
                 hasColumns: root.hasColumns
                 vm: root.vm
 
@@ -110,7 +114,8 @@ Item {
         anchors.bottom: parent.bottom
         anchors.bottomMargin: Metrics.bottomBarHeight + 2 * Metrics.windowMargin
         anchors.horizontalCenter: parent.horizontalCenter
-        maximumWidth: root.width - 48
+        anchors.horizontalCenterOffset: (LayoutMirroring.enabled ? -1 : 1) * sidebar.width / 2
+        maximumWidth: root.width - sidebar.width - 48
         vm: root.vm
     }
 

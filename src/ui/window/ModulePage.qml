@@ -13,6 +13,8 @@ Flickable {
     required property WindowModel vm
     required property bool hasColumns
     // Results get the room; so does everything in a low window.
+    // Beside the panels, for their shadows: what scrolls is cut.
+    readonly property real shade: Metrics.panelGap / 2
     readonly property bool compact: vm.scan.scanned || height / Metrics.growth < 480
 
     signal viewAll
@@ -36,7 +38,8 @@ Flickable {
 
         height: root.contentHeight
         spacing: Metrics.tightGap
-        width: root.width
+        width: root.width - 2 * root.shade
+        x: root.shade
 
         ViewLoader {
             id: header
@@ -105,7 +108,9 @@ Flickable {
     ScrollFade {
         anchors.bottom: parent.bottom
         anchors.left: parent.left
+        anchors.leftMargin: root.shade
         anchors.right: parent.right
+        anchors.rightMargin: root.shade
         ground: Colors.groundLower
         parent: root
         view: root

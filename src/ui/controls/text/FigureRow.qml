@@ -10,6 +10,8 @@ RowLayout {
     required property string title
     required property string value
     property color tint: Colors.vmText
+    // Not counted yet: not to be read as a result.
+    property bool muted: false
 
     Accessible.name: title + " " + value
     Accessible.role: Accessible.StaticText
@@ -21,8 +23,8 @@ RowLayout {
     }
 
     BodyText {
-        color: root.tint
-        font.weight: Font.DemiBold
+        color: root.muted ? Colors.vmSecondaryText : root.tint
+        font.weight: root.muted ? Font.Normal : Font.DemiBold
         text: root.value
     }
 }

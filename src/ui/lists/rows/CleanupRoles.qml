@@ -32,6 +32,8 @@ FocusScope {
     required property bool returnable
     // Where a list has the keyboard, its keys do what the row's buttons do, and the buttons are passed over.
     property bool hasKeys: true
+    // Gone from its list, and only fading.
+    property bool leaving: false
     // As a Qt::CheckState; -1: it cannot be ticked.
     readonly property int tick: !cleanable ? -1 : !ticked ? Qt.Unchecked : partial ? Qt.PartiallyChecked : Qt.Checked
     readonly property int focusPolicy: hasKeys ? Qt.StrongFocus : Qt.ClickFocus

@@ -19,6 +19,7 @@ RowFrame {
     Spoken.tick: row.tick
     help: heading.truncated ? row.title + "\n" + row.detail : description.truncated ? row.detail : ""
     implicitHeight: Math.max(54, line.implicitHeight + 12)
+    leaving: row.leaving
 
     onTapped: rows.toggleExpanded(row.index)
 

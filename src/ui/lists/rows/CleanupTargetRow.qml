@@ -20,6 +20,7 @@ RowFrame {
     color: hovered ? Colors.rowHover : Colors.clear
     help: heading.truncated || location.truncated ? row.path : ""
     implicitHeight: Math.max(42, line.implicitHeight + 8)
+    leaving: row.leaving
 
     onTapped: rows.toggle(row.index)
 

@@ -20,10 +20,13 @@ CleanupRoles {
 
     // A row kept for later use is no row: it takes neither the keyboard nor a screen reader.
     ListView.onPooled: visible = false
+    ListView.onRemove: leaving = true
     ListView.onReused: {
+        leaving = false;
         visible = true;
         opacity = 1;
     }
+    enabled: !leaving
     implicitHeight: loader.height
     objectName: name
 

@@ -10,6 +10,8 @@ Rectangle {
     // What the row says in full, when its place is too narrow for it.
     property string help
     readonly property alias hovered: hover.hovered
+    // Gone from its list, and only fading.
+    property bool leaving: false
 
     signal tapped
     // Where the pointer is, or below the row.
@@ -21,6 +23,7 @@ Rectangle {
     }
 
     Accessible.focusable: true
+    Accessible.ignored: leaving
     Accessible.onPressAction: tapped()
     Keys.onPressed: event => {
         if (event.key === Qt.Key_Menu || event.key === Qt.Key_F10 && event.modifiers === Qt.ShiftModifier) {
@@ -30,13 +33,16 @@ Rectangle {
     }
     // Kept by its list for later use it is no row: it takes neither the keyboard nor a screen reader.
     ListView.onPooled: visible = false
+    ListView.onRemove: leaving = true
     ListView.onReused: {
+        leaving = false;
         visible = true;
         opacity = 1;
     }
     border.color: Colors.vmLine
     border.width: 1
     color: hover.hovered ? Colors.rowHover : Colors.row
+    enabled: !leaving
     focus: true
     radius: Metrics.rowRadius
 

@@ -23,6 +23,7 @@ RowFrame {
     Spoken.tick: row.tick
     help: heading.truncated ? row.title : ""
     implicitHeight: content.implicitHeight + 16
+    leaving: row.leaving
 
     onTapped: rows.toggleExpanded(row.index)
 

@@ -19,6 +19,7 @@ RowFrame {
     Spoken.tick: row.tick
     help: name.truncated || folder.truncated ? row.path : ""
     implicitHeight: Math.max(60, line.implicitHeight + 12)
+    leaving: row.leaving
 
     onTapped: rows.toggle(row.index)
 

@@ -30,16 +30,19 @@ GlassPanel {
         }
 
         FigureRow {
+            muted: !root.scan.scanned
             title: L.tr("登录启动项")
             value: L.items(root.scan.startupCount)
         }
 
         FigureRow {
+            muted: !root.scan.scanned
             title: L.tr("后台目录")
             value: L.items(root.scan.backgroundCount)
         }
 
         FigureRow {
+            muted: !root.scan.scanned
             title: L.tr("隐私痕迹")
             value: L.items(root.scan.privacyCount)
         }

@@ -29,17 +29,20 @@ GlassPanel {
         }
 
         FigureRow {
+            muted: !root.vm.scan.scanned
             title: L.tr("建议处理")
             value: L.items(root.vm.offer.recommendedCount)
         }
 
         FigureRow {
+            muted: !root.vm.scan.scanned
             tint: Colors.ink(Colors.green)
             title: L.tr("预计释放")
             value: root.vm.scan.cleanable
         }
 
         FigureRow {
+            muted: !root.vm.scan.scanned
             objectName: "summary.selected"
             tint: Colors.ink(Colors.cyan)
             title: L.tr("已选择")

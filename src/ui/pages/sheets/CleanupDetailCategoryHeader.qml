@@ -20,6 +20,7 @@ RowFrame {
     Spoken.tick: row.tick
     color: hovered ? Colors.popup : Colors.sheetRow
     implicitHeight: Math.max(44, Metrics.grown(40))
+    leaving: row.leaving
 
     onTapped: rows.toggleExpanded(row.index)
 
