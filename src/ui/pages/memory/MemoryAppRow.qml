@@ -24,7 +24,7 @@ RowFrame {
     Accessible.name: name + " " + memory
     Accessible.role: Accessible.ListItem
     help: heading.truncated ? name : ""
-    implicitHeight: Math.max(42, line.implicitHeight + 4)
+    implicitHeight: Math.max(44, line.implicitHeight + 6)
     objectName: "memoryApp." + index
 
     onMenuAsked: below => menu.open(root, below)

@@ -12,13 +12,13 @@ GlassPanel {
 
     required property WindowModel vm
 
-    implicitHeight: content.implicitHeight + 18
+    implicitHeight: content.implicitHeight + 16
 
     ColumnLayout {
         id: content
 
         anchors.left: parent.left
-        anchors.margins: 9
+        anchors.margins: 8
         anchors.right: parent.right
         anchors.top: parent.top
         spacing: Metrics.smallGap

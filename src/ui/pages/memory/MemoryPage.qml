@@ -10,7 +10,7 @@ import Vellmoor.Theme
 ScrollColumn {
     id: root
 
-    spacing: Metrics.tightGap
+    spacing: Metrics.gap
 
     required property WindowModel vm
 
@@ -22,16 +22,16 @@ ScrollColumn {
 
     GlassPanel {
         Layout.fillWidth: true
-        implicitHeight: optimizable.implicitHeight + 18
+        implicitHeight: optimizable.implicitHeight + 16
 
         ColumnLayout {
             id: optimizable
 
             anchors.left: parent.left
-            anchors.margins: 9
+            anchors.margins: 8
             anchors.right: parent.right
             anchors.top: parent.top
-            spacing: Metrics.smallGap
+            spacing: 2
 
             ListHeader {
                 Layout.leftMargin: 4

@@ -12,16 +12,18 @@ GlassPanel {
     required property MemoryModel memory
     required property MemoryPartModel parts
 
-    implicitHeight: content.implicitHeight + 20
+    implicitHeight: content.implicitHeight + 16
 
     ColumnLayout {
         id: content
 
         anchors.left: parent.left
-        anchors.margins: 10
+        anchors.leftMargin: 12
         anchors.right: parent.right
+        anchors.rightMargin: 12
         anchors.top: parent.top
-        spacing: 6
+        anchors.topMargin: 8
+        spacing: Metrics.smallGap
 
         RowLayout {
             PanelHeader {
