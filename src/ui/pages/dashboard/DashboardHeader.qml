@@ -69,6 +69,7 @@ GlassPanel {
                     Layout.fillWidth: true
                     Layout.preferredWidth: 1
                     compact: root.compact
+                    muted: !root.scan.scanned
                     symbol: "shield"
                     tint: Colors.cyan
                     title: L.tr("可处理项")
