@@ -12,13 +12,15 @@ dry=no
 [ "${1:-}" = --dry ] && dry=yes
 mkdir -p build
 work=$(mktemp -d "$PWD/build/bench-XXXXXX")
-trap 'rm -rf "$work"' EXIT
+# What was measured before something failed is kept.
+trap 'status=$?; [ "$status" -eq 0 ] && rm -rf "$work" || say "What was measured: $work"; exit "$status"' EXIT
 export VELLMOOR_BENCH_FIGURES=$work/figures
 export VELLMOOR_BENCH_BUILD=build/release
 : >"$VELLMOOR_BENCH_FIGURES"
 
 build_preset release vellmoor vellmoor-probe empty_window first_frame scroll_bench list_bench memory_bench walk_bench \
   bare_walk make_tree run_interleaved scan_bench move_bench >&2
+export VELLMOOR_BENCH_BUILT=yes # half an hour later the sources may be others
 
 {
   printf '#### The walk under every scan\n\n'

@@ -10,7 +10,7 @@ build=${VELLMOOR_BENCH_BUILD:-build/bench}
 trees=${VELLMOOR_BENCH_TREES:-build/bench/trees}
 home=$trees/home
 
-{
+[ -n "${VELLMOOR_BENCH_BUILT:-}" ] || {
   [ -e "$build/build.ninja" ] || cmake --preset release -B "$build" -DVELLMOOR_BUILD_WINDOW=OFF -DBUILD_TESTING=OFF
   cmake --build "$build" --target scan_bench bare_walk make_tree run_interleaved
 } >&2

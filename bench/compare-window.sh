@@ -17,7 +17,7 @@ empty=build/release/bench/empty_window/empty_window
 # The rest runs again with a display, a session bus and a home of its own.
 if [ "${1:-}" != --inside ]; then
   mkdir -p build
-  build_preset release vellmoor empty_window first_frame scroll_bench list_bench memory_bench >&2
+  [ -n "${VELLMOOR_BENCH_BUILT:-}" ] || build_preset release vellmoor empty_window first_frame scroll_bench list_bench memory_bench >&2
   home=$(mktemp -d "${TMPDIR:-/tmp}/vellmoor-bench.XXXXXX")
   trap 'chmod -R u+rwX "$home"; rm -rf "$home"' EXIT
   scripts/make-demo-home.sh "$home" >/dev/null

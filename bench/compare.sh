@@ -19,7 +19,7 @@ while [ $# -gt 0 ]; do
     shift
 done
 
-{
+[ -n "${VELLMOOR_BENCH_BUILT:-}" ] || {
     [ -e "$build/build.ninja" ] || cmake --preset release -B "$build" -DVELLMOOR_BUILD_WINDOW=OFF -DBUILD_TESTING=OFF
     cmake --build "$build" --target walk_bench bare_walk make_tree run_interleaved vellmoor-probe
 } >&2

@@ -16,5 +16,5 @@ case ${1:-} in
 esac
 mkdir -p build
 build_preset dev plain_probe vellmoor_faults
-exec /usr/bin/python3 -B tests/faults/campaign.py --cleaner "$PWD/build/dev/tests/faults/plain_probe" \
+exec /usr/bin/python3 -X utf8 -B tests/faults/campaign.py --cleaner "$PWD/build/dev/tests/faults/plain_probe" \
   --faults "$PWD/build/dev/tests/faults/libvellmoor_faults.so" --runs "$runs" "$@"

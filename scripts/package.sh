@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # Makes what users install of the commit that is checked out, and looks at it. All of it goes to dist/, with SHA256SUMS.
-# Usage: scripts/package.sh deb | appimage | dmg | check
+# Usage: scripts/package.sh deb | appimage | dmg | compare | check
 #   deb       the Debian packages vellmoor and vellmoor-cli, for the release of Debian or Ubuntu that this is
 #   appimage  Vellmoor-VERSION-ARCHITECTURE.AppImage, for any Linux that is at least as new as this one
 #   dmg       Vellmoor-VERSION.dmg, on a Mac (scripts/bundle-macos.sh, whose options it takes)
+#   compare   the Debian packages, built once more elsewhere and compared byte by byte
 #   check     what takes long: makes the packages and the AppImage; installs, uses, upgrades, removes and purges them in a fresh
 #             minimal system, and starts the AppImage in another one; builds once more elsewhere and compares byte by byte
 set -euo pipefail
@@ -147,11 +148,15 @@ case $command in
   deb) make_deb ;;
   appimage) make_appimage ;;
   dmg) make_dmg "$@" ;;
+  compare)
+    make_deb
+    check_equality
+    ;;
   check)
     make_deb
     make_appimage
     packaging/check/roots.sh "$version"
     check_equality
     ;;
-  *) fail "usage: scripts/package.sh deb | appimage | dmg | check" ;;
+  *) fail "usage: scripts/package.sh deb | appimage | dmg | compare | check" ;;
 esac

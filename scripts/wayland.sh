@@ -32,7 +32,7 @@ fi
 failed=no
 for test in "${tests[@]}"; do
   # A process for each: the library of screen readers is bound to the first bus that it meets.
-  if "${runner[@]}" /usr/bin/python3 -B -W ignore::DeprecationWarning -m unittest "wayland_test.$test" >"/tmp/vellmoor-wayland.$$" 2>&1; then
+  if "${runner[@]}" /usr/bin/python3 -X utf8 -B -W ignore::DeprecationWarning -m unittest "wayland_test.$test" >"/tmp/vellmoor-wayland.$$" 2>&1; then
     echo "passed  $test"
   else
     echo "FAILED  $test"

@@ -133,7 +133,7 @@ def main():
     summary = Summary()
     seeds, results = multiprocessing.SimpleQueue(), multiprocessing.SimpleQueue()
     with tempfile.TemporaryDirectory(prefix="vellmoor-faults-") as folder:
-        workers = [multiprocessing.Process(target=_work, args=(arguments, folder, number, seeds, results))
+        workers = [multiprocessing.Process(target=_work, args=(arguments, folder, number, seeds, results), daemon=True)
                    for number in range(arguments.jobs)]
         for worker in workers:
             worker.start()
