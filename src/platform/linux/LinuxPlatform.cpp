@@ -33,8 +33,7 @@ Path accountHome() {
 
 // There the home's Trash is not the one that the user sees: only the desktop's own service reaches it.
 bool isInSandbox() {
-    const char* snap = std::getenv("SNAP");
-    return (snap != nullptr && *snap != '\0') || ::access("/.flatpak-info", R_OK) == 0;
+    return processEnvironment().insideSnap || ::access("/.flatpak-info", R_OK) == 0;
 }
 
 } // namespace

@@ -293,16 +293,19 @@ TEST(LinuxPermissionHints, InASnapTheHomeIsNotGranted) {
     EXPECT_FALSE(hint(home, "Home Directory").isGranted);
 }
 
-TEST(LinuxPermissionHints, SnapIsKnownByItsVariable) {
-    const auto environment = [](const char* value) {
+// A terminal that is a snap hands its variables on to what is started in it.
+TEST(LinuxPermissionHints, ASnapIsOnlyWhatLiesInIt) {
+    const auto isInside = [](const char* snap, const char* program) {
         return linuxEnvironment(
-            [&](std::string_view name) -> std::optional<std::string> {
-                return name == "SNAP" ? std::optional<std::string>(value) : std::nullopt;
-            },
-            "/home/tester");
+                   [&](std::string_view name) -> std::optional<std::string> {
+                       return name == "SNAP" ? std::optional<std::string>(snap) : std::nullopt;
+                   },
+                   "/home/tester", program)
+            .insideSnap;
     };
-    EXPECT_TRUE(environment("/snap/vellmoor/3").insideSnap);
-    EXPECT_FALSE(environment("").insideSnap);
+    EXPECT_TRUE(isInside("/snap/vellmoor/3", "/snap/vellmoor/3/usr/bin/vellmoor"));
+    EXPECT_FALSE(isInside("/snap/code/200", "/usr/bin/vellmoor"));
+    EXPECT_FALSE(isInside("", "/usr/bin/vellmoor"));
     EXPECT_FALSE(linuxEnvironmentOf("/home/tester").insideSnap);
 }
 

@@ -33,6 +33,15 @@ TEST_F(LinuxTrash, TakesAFileWithANoteOfItsPlaceAndSaysWhereItLies) {
     EXPECT_EQ(status.st_mode & 07777U, 0700U);
 }
 
+TEST_F(LinuxTrash, IsTheUsersOwnInATerminalThatIsASnap) {
+    const Path file = write("file", "mine");
+    ::setenv("SNAP", "/snap/code/200", 1);
+    const Removal moved = move(file);
+    ::unsetenv("SNAP");
+    EXPECT_EQ(moved.place, trash_.contents / "file");
+    EXPECT_EQ(contentOf(moved.place), "mine");
+}
+
 TEST_F(LinuxTrash, TheNoteNamesTheRealPlace) {
     write("real/file");
     folder_.link(home_ / "real", "home/alias");

@@ -148,7 +148,7 @@ Confinement LinuxDesktop::confinement() const {
     if (platform_.exists(layout_.root / ".flatpak-info")) {
         return Confinement::Flatpak;
     }
-    return qEnvironmentVariableIsSet("SNAP") ? Confinement::Snap : Confinement::None;
+    return environment_.insideSnap ? Confinement::Snap : Confinement::None;
 }
 
 std::filesystem::path LinuxDesktop::firstUnreadableFolder() const {

@@ -35,11 +35,10 @@ std::vector<fs::path> folders(const VariableLookup& lookup, std::string_view nam
     return out.empty() ? fallback : out;
 }
 
-/// A program that an AppImage starts inherits its variables without being a part of it.
-std::string ownAppImage(const VariableLookup& lookup, const fs::path& ownProgram) {
-    const std::optional<fs::path> mounted = absolute(lookup, "APPDIR");
-    const bool isInside = mounted && isStrictlyBelow(lexicallyStandardized(ownProgram), *mounted);
-    return isInside ? absolute(lookup, "APPIMAGE").value_or("").string() : std::string();
+/// A program that an AppImage or a snap starts, a terminal for one, inherits its variables without being a part of it.
+bool isPartOf(const VariableLookup& lookup, std::string_view folder, const fs::path& ownProgram) {
+    const std::optional<fs::path> mounted = absolute(lookup, folder);
+    return mounted && isStrictlyBelow(lexicallyStandardized(ownProgram), *mounted);
 }
 
 } // namespace
@@ -76,8 +75,10 @@ LinuxEnvironment linuxEnvironment(const VariableLookup& lookup, const fs::path& 
     if (const std::vector<fs::path> goFolders = folders(lookup, "GOPATH", {}); !goFolders.empty()) {
         environment.toolFolders.emplace("GOPATH", goFolders.front()); // Go downloads into the first one
     }
-    environment.ownAppImage = ownAppImage(lookup, ownProgram);
-    environment.insideSnap = !lookup("SNAP").value_or("").empty();
+    if (isPartOf(lookup, "APPDIR", ownProgram)) {
+        environment.ownAppImage = absolute(lookup, "APPIMAGE").value_or("").string();
+    }
+    environment.insideSnap = isPartOf(lookup, "SNAP", ownProgram);
     return environment;
 }
 

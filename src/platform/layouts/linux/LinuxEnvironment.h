@@ -25,7 +25,7 @@ struct LinuxEnvironment {
     /// Variables of single tools (CARGO_HOME ...) that are set to an absolute path; of GOPATH the first one.
     std::map<std::string, std::filesystem::path> toolFolders;
     std::string ownAppImage; ///< the AppImage that Vellmoor itself runs from; empty: none
-    bool insideSnap = false; ///< Vellmoor itself runs as a snap ($SNAP is set)
+    bool insideSnap = false; ///< Vellmoor itself is a part of the snap at $SNAP
 
     /// The folder of a tool's variable, else `fallback`.
     [[nodiscard]] std::vector<std::filesystem::path> toolFolder(std::string_view variable,
@@ -35,7 +35,7 @@ struct LinuxEnvironment {
 using VariableLookup = std::function<std::optional<std::string>(std::string_view name)>;
 
 /// Reads the variables through `lookup`. Home is $HOME when absolute, else `accountHome`. `ownProgram` is the running
-/// executable: $APPIMAGE is that of another program when it does not lie in $APPDIR.
+/// executable: $APPIMAGE and $SNAP are those of another program when it does not lie in $APPDIR or $SNAP.
 LinuxEnvironment linuxEnvironment(const VariableLookup& lookup, const std::filesystem::path& accountHome,
                                   const std::filesystem::path& ownProgram = {});
 
