@@ -1,3 +1,4 @@
+#include "OwnQt.h"
 #include "ThrowAwayHome.h"
 
 #include <QGuiApplication>
@@ -6,8 +7,7 @@
 
 int main(int argc, char** argv) {
     const vellmoor::journey::ThrowAwayHome home;
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("QT_QUICK_BACKEND", "software");
+    vellmoor::test::useOwnQt();
     QQuickStyle::setStyle(QStringLiteral("Basic"));
     const QGuiApplication application(argc, argv);
     ::testing::InitGoogleTest(&argc, argv);

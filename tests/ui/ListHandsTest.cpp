@@ -125,11 +125,19 @@ TEST_P(ListHandsTest, RowsThatGoFadeAndLeaveNothingBehind) {
     const QStringList all = drawnRows(list());
     ASSERT_GT(all.size(), 3);
     const QString first = files.index(0).data(CleanupListModel::TitleRole).toString();
-    files.setSearch(first);
-    window().settle();
-    EXPECT_GT(drawnRows(list()).size(), 1) << "they fade";
-    EXPECT_EQ(drawnRows(list(), false), QStringList{first}) << "and can neither be clicked nor reached by keys";
-    EXPECT_TRUE(window().waitFor([&] { return drawnRows(list()) == QStringList{first}; }, 5));
+    // On a busy machine a fade may be over before anybody looks.
+    bool hasFaded = false;
+    for (int attempt = 0; attempt < 10 && !hasFaded; ++attempt) {
+        files.setSearch(first);
+        window().settle();
+        hasFaded = drawnRows(list()).size() > 1;
+        EXPECT_EQ(drawnRows(list(), false), QStringList{first})
+            << "what fades can neither be clicked nor reached by keys";
+        EXPECT_TRUE(window().waitFor([&] { return drawnRows(list()) == QStringList{first}; }, 5));
+        files.setSearch(QString());
+        EXPECT_TRUE(window().waitFor([&] { return drawnRows(list()) == all; }, 5));
+    }
+    EXPECT_TRUE(hasFaded);
     // Rows that come back while others still go, and are drawn anew from those kept for later use.
     for (int round = 0; round < 20; ++round) {
         files.setSearch(round % 2 == 0 ? QString() : first);

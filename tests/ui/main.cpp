@@ -1,11 +1,11 @@
+#include "OwnQt.h"
+
 #include <QApplication>
 #include <QQuickStyle>
 #include <gtest/gtest.h>
 
 int main(int argc, char* argv[]) {
-    // Neither a display nor a graphics processor, wherever the tests run.
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("QT_QUICK_BACKEND", "software");
+    vellmoor::test::useOwnQt();
     qputenv("QT_QUICK_CONTROLS_HOVER_ENABLED", "1"); // the platform without a display would not have it
     ::testing::InitGoogleTest(&argc, argv);
     const QApplication application(argc, argv);

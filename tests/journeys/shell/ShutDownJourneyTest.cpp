@@ -1,4 +1,5 @@
 // The whole program, from its start to its end: it is quit in the middle of what it does.
+#include "OwnQt.h"
 #include "ThrowAwayHome.h"
 #include "start/Application.h"
 #include "texts/L.h"
@@ -251,8 +252,7 @@ TEST_F(ShutDownJourney, AnOrdinaryUserSeesNoNoticeOfRoot) {
 
 int main(int argc, char** argv) {
     const vellmoor::journey::ThrowAwayHome home;
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("QT_QUICK_BACKEND", "software");
+    vellmoor::test::useOwnQt();
     qputenv("GSETTINGS_BACKEND", "memory"); // the desktop's own store would make a file
     ::testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
