@@ -12,8 +12,14 @@ dry=no
 [ "${1:-}" = --dry ] && dry=yes
 mkdir -p build
 work=$(mktemp -d "$PWD/build/bench-XXXXXX")
-# What was measured before something failed is kept.
-trap 'status=$?; [ "$status" -eq 0 ] && rm -rf "$work" || say "What was measured: $work"; exit "$status"' EXIT
+finish() {
+  if [ "$1" -eq 0 ]; then
+    rm -rf "$work"
+  else
+    say "What was measured before it failed: $work"
+  fi
+}
+trap 'finish $?' EXIT
 export VELLMOOR_BENCH_FIGURES=$work/figures
 export VELLMOOR_BENCH_BUILD=build/release
 : >"$VELLMOOR_BENCH_FIGURES"

@@ -6,6 +6,7 @@
 #include <QGuiApplication>
 #include <QTest>
 
+#include <cstdint>
 #include <utility>
 
 namespace vellmoor {
@@ -104,12 +105,14 @@ TEST_P(ListHandsTest, ControlFSearchesNamesAndPathsAndEscapeEndsIt) {
     EXPECT_TRUE(list()->hasActiveFocus());
 }
 
-/// What a list draws: its rows that can be seen. Those that fade are at rest.
-QStringList drawnRows(QQuickItem* list, bool atRest = true) {
+enum class Drawn : std::uint8_t { All, Usable };
+
+/// What a list draws: its rows that can be seen, or those of them that can be used.
+QStringList drawnRows(QQuickItem* list, Drawn which = Drawn::All) {
     QStringList rows;
     const auto* const contents = list->property("contentItem").value<QQuickItem*>();
     for (const QQuickItem* row : contents->childItems()) {
-        if (row->isVisible() && row->opacity() > 0 && (atRest || row->isEnabled()) &&
+        if (row->isVisible() && row->opacity() > 0 && (which == Drawn::All || row->isEnabled()) &&
             row->property("title").isValid()) {
             rows << row->property("title").toString();
         }
@@ -131,7 +134,7 @@ TEST_P(ListHandsTest, RowsThatGoFadeAndLeaveNothingBehind) {
         files.setSearch(first);
         window().settle();
         hasFaded = drawnRows(list()).size() > 1;
-        EXPECT_EQ(drawnRows(list(), false), QStringList{first})
+        EXPECT_EQ(drawnRows(list(), Drawn::Usable), QStringList{first})
             << "what fades can neither be clicked nor reached by keys";
         EXPECT_TRUE(window().waitFor([&] { return drawnRows(list()) == QStringList{first}; }, 5));
         files.setSearch(QString());

@@ -40,6 +40,33 @@ protected:
 };
 INSTANTIATE_IN_BOTH_LANGUAGES(SpokenTest);
 
+/// The names of the rows below it that a reader comes to.
+QStringList spokenRows(QAccessibleInterface* above) {
+    QStringList names;
+    for (int place = 0; place < above->childCount(); ++place) {
+        QAccessibleInterface* child = above->child(place);
+        if (child == nullptr || child->state().invisible) {
+            continue;
+        }
+        if (child->role() == QAccessible::ListItem) {
+            names << child->text(QAccessible::Name);
+        }
+        names << spokenRows(child);
+    }
+    return names;
+}
+
+TEST_P(SpokenTest, ARowThatFadesIsNotRead) {
+    desktop().setLook({.reducedMotion = false});
+    openScanned(CleanerModule::largeFiles);
+    CleanupListModel& files = *window().main().model().largeFiles();
+    const QStringList all = spokenRows(spoken("cleanupList"));
+    ASSERT_GT(all.size(), 3);
+    files.setSearch(files.index(0).data(CleanupListModel::TitleRole).toString());
+    window().settle();
+    EXPECT_EQ(spokenRows(spoken("cleanupList")), QStringList{all.front()});
+}
+
 TEST_P(SpokenTest, AButtonThatIsOfNoUseIsDisabled) {
     open();
     EXPECT_TRUE(state("cleanButton").disabled);

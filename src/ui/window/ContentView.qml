@@ -114,7 +114,7 @@ Item {
         anchors.bottom: parent.bottom
         anchors.bottomMargin: Metrics.bottomBarHeight + 2 * Metrics.windowMargin
         anchors.horizontalCenter: parent.horizontalCenter
-        anchors.horizontalCenterOffset: (LayoutMirroring.enabled ? -1 : 1) * sidebar.width / 2
+        anchors.horizontalCenterOffset: sidebar.width / 2 // mirrored with the layout
         maximumWidth: root.width - sidebar.width - 48
         vm: root.vm
     }

@@ -12,9 +12,9 @@ Flickable {
 
     required property WindowModel vm
     required property bool hasColumns
-    // Results get the room; so does everything in a low window.
     // Beside the panels, for their shadows: what scrolls is cut.
     readonly property real shade: Metrics.panelGap / 2
+    // Results get the room; so does everything in a low window.
     readonly property bool compact: vm.scan.scanned || height / Metrics.growth < 480
 
     signal viewAll

@@ -2,6 +2,7 @@
 #include "WindowFixture.h"
 
 #include <QGuiApplication>
+#include <QQuickWindow>
 
 namespace vellmoor {
 namespace {
@@ -60,6 +61,30 @@ TEST_P(RoomTest, TheMemoryPageShowsItsApplicationsWithoutScrolling) {
         ASSERT_NE(item, nullptr) << row;
         EXPECT_LT(placeOf(*item).bottom() + 20, placeOf(*bar).top()) << row << " stands clear of the lower edge";
     }
+}
+
+TEST_P(RoomTest, ANoticeStandsOverThePageInEitherDirection) {
+    open();
+    desktop().fail("文件管理器没有打开。");
+    const QQuickItem* notice = window().item(QStringLiteral("notice"));
+    const QQuickItem* page = window().item(QStringLiteral("scanButton"));
+    const QQuickItem* sidebar = window().item(QStringLiteral("sidebar.smartScan"));
+    ASSERT_TRUE(notice != nullptr && page != nullptr && sidebar != nullptr);
+    const auto besideSidebar = [&] {
+        const QRectF place = placeOf(*notice);
+        return QRectF(QPointF(), notice->window()->size()).contains(place) &&
+               (place.left() > placeOf(*sidebar).right() || place.right() < placeOf(*sidebar).left());
+    };
+    const double shift = placeOf(*notice).center().x() - notice->window()->width() / 2.0;
+    EXPECT_GT(shift, 100);
+    EXPECT_TRUE(besideSidebar());
+
+    QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+    window().settle();
+    EXPECT_GT(placeOf(*sidebar).left(), placeOf(*page).right()) << "the sidebar changes sides";
+    EXPECT_NEAR(placeOf(*notice).center().x() - notice->window()->width() / 2.0, -shift, 1);
+    EXPECT_TRUE(besideSidebar());
+    QGuiApplication::setLayoutDirection(Qt::LeftToRight);
 }
 
 TEST_P(RoomTest, ANarrowWindowHasTheSecondColumnBehindAButton) {
