@@ -27,7 +27,8 @@ public:
     /// the system has no /proc.
     static void lookAhead(EngineContext& context);
 
-    /// Programs of the user only, ascending. The kernel's threads are root's, and none: they hold neither memory nor files.
+    /// Programs of the user only, ascending. The kernel's threads are root's, and none: they hold neither memory nor
+    /// files.
     [[nodiscard]] const std::vector<std::int32_t>& pids() const;
 
     /// Path of the program, below the layout's root; one that was deleted or replaced meanwhile keeps its old path.
