@@ -25,6 +25,7 @@ RowList {
         category: root.category
         hasKeys: false
         rows: root.categories
-        width: root.width - 10
+        width: root.rowWidth
+        x: root.rowStart
     }
 }

@@ -7,13 +7,16 @@ import Vellmoor.Theme
 
 // A virtual list that keeps the keyboard's place. The arrows, Page Up and Down, Home and End move, letters go to a name,
 // Return shows the row's path in the file manager, Control and C copies it; what the other keys do is the list's. The
-// last 10 pixels of its width are the scroll bar's.
+// last 10 pixels of its width are the scroll bar's, the first where the window is mirrored.
 ListView {
     id: root
 
     required property KeyedListModel rows
     property string title
     property string typed
+    // Where its rows are, beside the bar.
+    readonly property real rowStart: LayoutMirroring.enabled ? width - rowWidth : 0
+    readonly property real rowWidth: width - 10
 
     // Space on a row, Control and A, Left and Right.
     signal switched(int row)

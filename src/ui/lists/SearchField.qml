@@ -22,6 +22,7 @@ T.TextField {
     color: Colors.vmText
     font.family: Type.family
     font.pixelSize: Type.body
+    horizontalAlignment: TextInput.AlignLeft
     implicitHeight: Metrics.rowButton + 4
     leftPadding: 32
     objectName: "searchField"
@@ -43,21 +44,23 @@ T.TextField {
     }
 
     Symbol {
+        anchors.left: parent.left
+        anchors.leftMargin: 12
+        anchors.verticalCenter: parent.verticalCenter
         color: Colors.vmSecondaryText
         name: "magnifyingglass"
         size: 14
-        x: 12
-        y: (root.height - height) / 2
     }
 
     BodyText {
         color: Colors.vmSecondaryText
         leftPadding: root.leftPadding
+        rightPadding: root.rightPadding
         text: root.placeholderText
         verticalAlignment: Text.AlignVCenter
         visible: root.text === "" && root.preeditText === ""
         height: root.height
-        width: root.width - root.rightPadding
+        width: root.width
     }
 
     SoftIconButton {

@@ -43,9 +43,20 @@ Item {
     readonly property bool narrow: room < Metrics.wideFrom
     readonly property bool hasColumns: room >= Metrics.columnsFrom
 
-    LayoutMirroring.childrenInherit: true
-    LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft // qmllint disable
     anchors.fill: parent
+
+    // Sheets and menus are beside this item, below its parent.
+    Binding {
+        property: "enabled"
+        target: root.parent ? root.parent.LayoutMirroring : null
+        value: Qt.application.layoutDirection === Qt.RightToLeft // qmllint disable
+    }
+
+    Binding {
+        property: "childrenInherit"
+        target: root.parent ? root.parent.LayoutMirroring : null
+        value: true
+    }
 
     Keymap {
         vm: root.vm

@@ -32,8 +32,8 @@ T.ComboBox {
     }
     contentItem: BodyText {
         font.pixelSize: Type.body
-        leftPadding: 12
-        rightPadding: 26
+        leftPadding: root.mirrored ? 26 : 12
+        rightPadding: root.mirrored ? 12 : 26
         text: root.displayText
         verticalAlignment: Text.AlignVCenter
     }
@@ -53,7 +53,7 @@ T.ComboBox {
         color: Colors.vmSecondaryText
         name: "chevron.down"
         size: 11
-        x: root.width - width - 11
+        x: root.mirrored ? 11 : root.width - width - 11
         y: (root.height - height) / 2
     }
     popup: T.Popup {

@@ -13,6 +13,7 @@ Text {
     elide: Text.ElideRight
     font.family: Type.family
     font.pixelSize: Type.body
+    horizontalAlignment: Text.AlignLeft // as the window goes, not as the text does
     textFormat: Text.PlainText
     verticalAlignment: Text.AlignVCenter
 }

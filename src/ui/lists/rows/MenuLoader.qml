@@ -14,9 +14,10 @@ Loader {
 
     // Below that row, or where the pointer is.
     function open(row: Item, below: bool): void {
+        const loaded = load();
         if (below)
-            load().popup(row, 40, row.height - 8);
+            loaded.popup(row, LayoutMirroring.enabled ? row.width - 40 - loaded.implicitWidth : 40, row.height - 8);
         else
-            load().popup();
+            loaded.popup();
     }
 }

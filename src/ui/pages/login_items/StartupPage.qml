@@ -127,14 +127,16 @@ GlassPanel {
                 isWorking: root.vm.changingStartupRow === index
                 locked: root.vm.scan.scanning || root.vm.scan.cleaning
                 rows: root.vm.startup
-                width: list.width - 10
+                width: list.rowWidth
+                x: list.rowStart
 
                 onChangeAsked: root.vm.question.askStartup(index)
                 onRevealAsked: root.vm.startup.reveal(index)
             }
             footer: Item {
                 height: extra.visible ? extra.height + 12 : 0
-                width: (parent?.width ?? 10) - 10
+                width: list.rowWidth
+                x: list.rowStart
 
                 Column {
                     id: extra
@@ -147,7 +149,9 @@ GlassPanel {
                     Subheading {
                         bottomPadding: 4
                         leftPadding: 4
+                        rightPadding: 4
                         text: L.tr("可优化项目")
+                        width: parent.width
                     }
 
                     Repeater {

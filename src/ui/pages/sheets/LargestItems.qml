@@ -22,6 +22,8 @@ ColumnLayout {
     }
 
     RowList {
+        id: list
+
         Layout.fillWidth: true
         Layout.rightMargin: -10
         bottomMargin: 2
@@ -34,7 +36,8 @@ ColumnLayout {
 
         delegate: FileCandidateRow {
             rows: root.candidates
-            width: ListView.view.width - 14
+            width: list.rowWidth
+            x: list.rowStart
         }
     }
 }

@@ -90,7 +90,8 @@ Rectangle {
                 Accessible.name: modelData
                 Accessible.role: Accessible.ListItem
                 spacing: Metrics.gap
-                width: ListView.view.width - 14
+                width: list.width - 14
+                x: LayoutMirroring.enabled ? 14 : 0
 
                 Symbol {
                     Layout.alignment: Qt.AlignTop
@@ -108,6 +109,7 @@ Rectangle {
                     color: Colors.ink(lines.tint)
                     font.family: Type.family
                     font.pixelSize: Type.body
+                    horizontalAlignment: TextEdit.AlignLeft
                     readOnly: true
                     selectByMouse: true
                     selectedTextColor: Colors.onAccent

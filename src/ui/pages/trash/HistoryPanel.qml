@@ -68,7 +68,8 @@ GlassPanel {
             delegate: HistoryRow {
                 history: root.history
                 vm: root.vm
-                width: list.width - 10
+                width: list.rowWidth
+                x: list.rowStart
             }
 
             ScrollFade {

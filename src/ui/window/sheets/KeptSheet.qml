@@ -69,7 +69,8 @@ Sheet {
                     help: heading.truncated || place.truncated ? name + "\n" + location : ""
                     implicitHeight: Math.max(48, content.implicitHeight + 10)
                     objectName: "kept." + index
-                    width: ListView.view.width - 10
+                    width: list.rowWidth
+                    x: list.rowStart
 
                     onMenuAsked: below => menu.open(line, below)
 

@@ -63,7 +63,8 @@ Sheet {
                 Accessible.role: Accessible.ListItem
                 color: hovered ? Colors.popup : Colors.sheetRow
                 implicitHeight: Math.max(44, content.implicitHeight + 10)
-                width: ListView.view.width - 10
+                width: list.rowWidth
+                x: list.rowStart
 
                 onMenuAsked: below => menu.open(line, below)
 
