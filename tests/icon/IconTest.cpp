@@ -1,4 +1,5 @@
 // The icon as the build draws it: the container of macOS and the plain pictures.
+#include "FileContent.h"
 #include "IconFamily.h"
 #include "TemporaryFolder.h"
 
@@ -8,9 +9,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <map>
-#include <sstream>
 #include <string>
 #include <string_view>
 
@@ -38,13 +37,6 @@ std::map<std::string, std::string> membersOf(std::string_view file) {
         at += length;
     }
     return at == file.size() ? found : std::map<std::string, std::string>();
-}
-
-std::string contents(const std::filesystem::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream out;
-    out << in.rdbuf();
-    return out.str();
 }
 
 /// Width and height from a PNG's first chunk; 0 for anything else.
@@ -88,8 +80,8 @@ private:
 
 TEST_F(IconTool, DrawsEveryMemberOfTheFamilyInItsSize) {
     const std::filesystem::path out = place("Vellmoor.icns");
-    ASSERT_EQ(draw(std::string(VELLMOOR_PICTURE) + " " + out.string()), 0) << contents(errors());
-    const auto found = membersOf(contents(out));
+    ASSERT_EQ(draw(std::string(VELLMOOR_PICTURE) + " " + out.string()), 0) << test::contentOf(errors());
+    const auto found = membersOf(test::contentOf(out));
     ASSERT_EQ(found.size(), members().size());
     for (const Member& member : members()) {
         const auto pixels = static_cast<std::uint32_t>(member.pixels);
@@ -99,13 +91,13 @@ TEST_F(IconTool, DrawsEveryMemberOfTheFamilyInItsSize) {
 
 TEST_F(IconTool, DrawsAPictureOfAnySize) {
     const std::filesystem::path out = place("48.png");
-    ASSERT_EQ(draw(std::string(VELLMOOR_PICTURE) + " 48=" + out.string()), 0) << contents(errors());
-    EXPECT_EQ(sizeOfPng(contents(out)), (std::pair<std::uint32_t, std::uint32_t>(48, 48)));
+    ASSERT_EQ(draw(std::string(VELLMOOR_PICTURE) + " 48=" + out.string()), 0) << test::contentOf(errors());
+    EXPECT_EQ(sizeOfPng(test::contentOf(out)), (std::pair<std::uint32_t, std::uint32_t>(48, 48)));
 }
 
 TEST_F(IconTool, FailsWithASentenceWhenItCannotWrite) {
     EXPECT_NE(draw(std::string(VELLMOOR_PICTURE) + " 48=" + place("missing/48.png").string()), 0);
-    EXPECT_THAT(contents(errors()), ::testing::HasSubstr("missing/48.png"));
+    EXPECT_THAT(test::contentOf(errors()), ::testing::HasSubstr("missing/48.png"));
 }
 
 TEST_F(IconTool, FailsOnAPictureThatIsNone) {

@@ -1,11 +1,12 @@
 // What macOS reads about the program before it runs.
+#include "FileContent.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <plist/plist.h>
 
 #include <cstdint>
 #include <filesystem>
-#include <fstream>
 #include <map>
 #include <memory>
 #include <optional>
@@ -27,18 +28,11 @@ const std::set<std::string> consents{"NSAppDataUsageDescription",         "NSApp
                                      "NSDownloadsFolderUsageDescription", "NSNetworkVolumesUsageDescription",
                                      "NSRemovableVolumesUsageDescription"};
 
-std::string contents(const std::filesystem::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream out;
-    out << in.rdbuf();
-    return out.str();
-}
-
 /// Every line of a strings file; nothing when one of them is written wrongly or a key stands twice.
 std::optional<Texts> textsOf(const std::filesystem::path& file) {
     static const std::regex line(R"re("(\w+)" = "([^"\\]+)";)re");
     Texts texts;
-    std::istringstream lines(contents(file));
+    std::istringstream lines(test::contentOf(file));
     for (std::string text; std::getline(lines, text);) {
         std::smatch parts;
         if (!std::regex_match(text, parts, line) || !texts.emplace(parts[1], parts[2]).second) {
@@ -51,7 +45,7 @@ std::optional<Texts> textsOf(const std::filesystem::path& file) {
 class InfoPlist : public ::testing::Test {
 protected:
     void SetUp() override {
-        const std::string bytes = contents(INFO_PLIST);
+        const std::string bytes = test::contentOf(INFO_PLIST);
         plist_t node = nullptr;
         plist_from_xml(bytes.data(), static_cast<std::uint32_t>(bytes.size()), &node);
         list_.reset(node);

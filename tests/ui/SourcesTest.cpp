@@ -1,4 +1,5 @@
 // Rules that the window's sources keep: every text has its entry, every symbol its picture.
+#include "FileContent.h"
 #include "KnownSymbols.h"
 #include "texts/TextTables.h"
 
@@ -6,10 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <regex>
 #include <set>
-#include <sstream>
 
 namespace vellmoor {
 namespace {
@@ -19,13 +18,6 @@ using ::testing::IsEmpty;
 
 const fs::path top = VELLMOOR_SOURCE_DIR;
 
-std::string contents(const fs::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    std::ostringstream out;
-    out << in.rdbuf();
-    return out.str();
-}
-
 std::set<std::string> matchesBelow(const fs::path& folder, const std::set<std::string>& extensions,
                                    const std::regex& pattern) {
     std::set<std::string> found;
@@ -33,7 +25,7 @@ std::set<std::string> matchesBelow(const fs::path& folder, const std::set<std::s
         if (!extensions.contains(entry.path().extension().string())) {
             continue;
         }
-        const std::string text = contents(entry.path());
+        const std::string text = test::contentOf(entry.path());
         for (std::sregex_iterator match(text.begin(), text.end(), pattern), end; match != end; ++match) {
             found.insert((*match)[1].str());
         }
@@ -131,7 +123,8 @@ TEST(Sources, ColoursStandInTheThemeOnly) {
     const std::regex literal(R"re("#[0-9a-fA-F]{3,8}"|Qt\.rgba\([0-9])re");
     for (const auto& entry : fs::recursive_directory_iterator(top / "src/ui")) {
         const bool inTheme = entry.path().parent_path().filename() == "theme";
-        if (entry.path().extension() == ".qml" && !inTheme && std::regex_search(contents(entry.path()), literal)) {
+        if (entry.path().extension() == ".qml" && !inTheme &&
+            std::regex_search(test::contentOf(entry.path()), literal)) {
             wrong.push_back(entry.path().filename().string());
         }
     }
@@ -142,7 +135,7 @@ TEST(Sources, ViewsStayShort) {
     std::vector<std::string> tooLong;
     for (const auto& entry : fs::recursive_directory_iterator(top / "src/ui")) {
         if (entry.path().extension() == ".qml") {
-            const std::string text = contents(entry.path());
+            const std::string text = test::contentOf(entry.path());
             if (std::ranges::count(text, '\n') > 250) {
                 tooLong.push_back(entry.path().filename().string());
             }

@@ -3,6 +3,8 @@
 #include <QColor>
 #include <QQuickItem>
 
+class QImage;
+
 namespace vellmoor {
 
 /// The window's ground: one diagonal gradient of three colours, from the top left to the bottom right.
