@@ -39,9 +39,10 @@ build_deb() {
     cd "$1"
     DEB_BUILD_OPTIONS=parallel=$(nproc)
     export DEB_BUILD_OPTIONS LC_ALL=C.UTF-8
-    # debhelper gives the build a home of its own, in which ccache would find nothing.
+    # debhelper gives the build a home of its own, in which ccache would find nothing. What it keeps of another folder would
+    # name that one, so it has to be told of no common base.
     if command -v ccache >/dev/null && [ -z "${CCACHE_DISABLE:-}" ]; then
-      export CCACHE_DIR=${CCACHE_DIR:-$(ccache --get-config cache_dir)} CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
+      export CCACHE_DIR=${CCACHE_DIR:-$(ccache --get-config cache_dir)} CCACHE_BASEDIR='' CCACHE_HASHDIR=true
     fi
     dpkg-buildpackage --build=binary --unsigned-changes --unsigned-buildinfo
   ) >"$2" 2>&1 || { tail -n 60 "$2" >&2; fail "The packages cannot be built: $2"; }
