@@ -88,6 +88,7 @@ run_no-variables() { env -i PATH="$PATH" "$@"; }
 run_tmpfs() {
   local folder=$scratch/tmpfs
   mkdir "$folder"
+  chmod 711 "$scratch" # some tests go on as another user
   if is_root && mount -t tmpfs -o size=3g,mode=1777 tmpfs "$folder" 2>/dev/null; then
     mounted=$folder
   elif [ "$(stat -f -c %T /dev/shm 2>/dev/null)" = tmpfs ]; then
