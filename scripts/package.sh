@@ -39,11 +39,8 @@ build_deb() {
     cd "$1"
     DEB_BUILD_OPTIONS=parallel=$(nproc)
     export DEB_BUILD_OPTIONS LC_ALL=C.UTF-8
-    # debhelper gives the build a home of its own, in which ccache would find nothing. What it keeps of another folder would
-    # name that one, so it has to be told of no common base.
-    if command -v ccache >/dev/null && [ -z "${CCACHE_DISABLE:-}" ]; then
-      export CCACHE_DIR=${CCACHE_DIR:-$(ccache --get-config cache_dir)} CCACHE_BASEDIR='' CCACHE_HASHDIR=true
-    fi
+    # A cache of compiled files leaves traces of where and how they were compiled first.
+    export CCACHE_DISABLE=1
     dpkg-buildpackage --build=binary --unsigned-changes --unsigned-buildinfo
   ) >"$2" 2>&1 || { tail -n 60 "$2" >&2; fail "The packages cannot be built: $2"; }
 }
@@ -128,7 +125,7 @@ check_equality() {
   rm -rf "$work/second"
   mkdir -p "$second"
   export_commit "$second/vellmoor-$version"
-  CCACHE_DISABLE=1 build_deb "$second/vellmoor-$version" "$work/second/deb.log"
+  build_deb "$second/vellmoor-$version" "$work/second/deb.log"
   rm -rf "$second/vellmoor-$version"
   for package in "$second"/*.deb; do
     other=dist/$(basename "$package")
