@@ -16,6 +16,8 @@
 namespace vellmoor::icon {
 namespace {
 
+using vellmoor::test::contentOf;
+
 std::uint32_t bigEndian(std::string_view bytes) {
     std::uint32_t value = 0;
     for (const char byte : bytes.substr(0, 4)) {
@@ -80,8 +82,8 @@ private:
 
 TEST_F(IconTool, DrawsEveryMemberOfTheFamilyInItsSize) {
     const std::filesystem::path out = place("Vellmoor.icns");
-    ASSERT_EQ(draw(std::string(VELLMOOR_PICTURE) + " " + out.string()), 0) << test::contentOf(errors());
-    const auto found = membersOf(test::contentOf(out));
+    ASSERT_EQ(draw(std::string(VELLMOOR_PICTURE) + " " + out.string()), 0) << contentOf(errors());
+    const auto found = membersOf(contentOf(out));
     ASSERT_EQ(found.size(), members().size());
     for (const Member& member : members()) {
         const auto pixels = static_cast<std::uint32_t>(member.pixels);
@@ -91,13 +93,13 @@ TEST_F(IconTool, DrawsEveryMemberOfTheFamilyInItsSize) {
 
 TEST_F(IconTool, DrawsAPictureOfAnySize) {
     const std::filesystem::path out = place("48.png");
-    ASSERT_EQ(draw(std::string(VELLMOOR_PICTURE) + " 48=" + out.string()), 0) << test::contentOf(errors());
-    EXPECT_EQ(sizeOfPng(test::contentOf(out)), (std::pair<std::uint32_t, std::uint32_t>(48, 48)));
+    ASSERT_EQ(draw(std::string(VELLMOOR_PICTURE) + " 48=" + out.string()), 0) << contentOf(errors());
+    EXPECT_EQ(sizeOfPng(contentOf(out)), (std::pair<std::uint32_t, std::uint32_t>(48, 48)));
 }
 
 TEST_F(IconTool, FailsWithASentenceWhenItCannotWrite) {
     EXPECT_NE(draw(std::string(VELLMOOR_PICTURE) + " 48=" + place("missing/48.png").string()), 0);
-    EXPECT_THAT(test::contentOf(errors()), ::testing::HasSubstr("missing/48.png"));
+    EXPECT_THAT(contentOf(errors()), ::testing::HasSubstr("missing/48.png"));
 }
 
 TEST_F(IconTool, FailsOnAPictureThatIsNone) {

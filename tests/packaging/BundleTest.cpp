@@ -18,6 +18,8 @@
 
 namespace {
 
+using vellmoor::test::contentOf;
+
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
@@ -32,7 +34,7 @@ const std::set<std::string> consents{"NSAppDataUsageDescription",         "NSApp
 std::optional<Texts> textsOf(const std::filesystem::path& file) {
     static const std::regex line(R"re("(\w+)" = "([^"\\]+)";)re");
     Texts texts;
-    std::istringstream lines(test::contentOf(file));
+    std::istringstream lines(contentOf(file));
     for (std::string text; std::getline(lines, text);) {
         std::smatch parts;
         if (!std::regex_match(text, parts, line) || !texts.emplace(parts[1], parts[2]).second) {
@@ -45,7 +47,7 @@ std::optional<Texts> textsOf(const std::filesystem::path& file) {
 class InfoPlist : public ::testing::Test {
 protected:
     void SetUp() override {
-        const std::string bytes = test::contentOf(INFO_PLIST);
+        const std::string bytes = contentOf(INFO_PLIST);
         plist_t node = nullptr;
         plist_from_xml(bytes.data(), static_cast<std::uint32_t>(bytes.size()), &node);
         list_.reset(node);

@@ -14,6 +14,8 @@
 
 namespace {
 
+using vellmoor::test::contentOf;
+
 namespace fs = std::filesystem;
 using ::testing::IsEmpty;
 
@@ -60,7 +62,7 @@ std::vector<std::string> matchesOf(const std::string& text, const std::regex& pa
 }
 
 TEST(Project, EveryPathThatTheMapNamesExists) {
-    const std::string map = test::contentOf(top / "ARCHITECTURE.md");
+    const std::string map = contentOf(top / "ARCHITECTURE.md");
     ASSERT_FALSE(map.empty());
     const auto named = matchesOf(
         map, std::regex("`((?:src|tests|bench|tools|scripts|packaging|docs|cmake|\\.ci|\\.github)/[A-Za-z0-9_./-]*)`"));
@@ -75,7 +77,7 @@ TEST(Project, EveryPathThatTheMapNamesExists) {
 }
 
 TEST(Project, EverySourceFolderStandsOnTheMap) {
-    const std::string map = test::contentOf(top / "ARCHITECTURE.md");
+    const std::string map = contentOf(top / "ARCHITECTURE.md");
     std::vector<std::string> missing;
     for (const auto& entry : fs::recursive_directory_iterator(top / "src")) {
         const std::string path = entry.path().lexically_relative(top).string();
@@ -96,7 +98,7 @@ TEST(Project, NoFolderIsCrowdedAndNoFileIsLong) {
             if (++count[source.parent_path()] == files + 1) {
                 wrong.push_back(source.parent_path().lexically_relative(top).string());
             }
-            if (std::ranges::count(test::contentOf(source), '\n') > lines) {
+            if (std::ranges::count(contentOf(source), '\n') > lines) {
                 wrong.push_back(source.lexically_relative(top).string());
             }
         }
@@ -111,8 +113,7 @@ TEST(Project, IncludesFollowTheArrows) {
     }
     std::vector<std::string> wrong;
     for (const fs::path& source : filesBelow(top / "src", {".h", ".cpp", ".mm"})) {
-        for (const std::string& include :
-             matchesOf(test::contentOf(source), std::regex("#\\s*include\\s+\"([^\"]+)\""))) {
+        for (const std::string& include : matchesOf(contentOf(source), std::regex("#\\s*include\\s+\"([^\"]+)\""))) {
             const auto header = layerOfHeader.find(fs::path(include).filename().string());
             if (header == layerOfHeader.end() || header->second == layerOf(source)) {
                 continue;
@@ -141,7 +142,7 @@ TEST(Project, HeadersHaveOneNameEach) {
 TEST(Project, NoIncludeClimbsOutOfItsFolder) {
     std::vector<std::string> wrong;
     for (const fs::path& source : filesBelow(top / "src", {".h", ".cpp", ".mm"})) {
-        if (test::contentOf(source).contains("#include \"../")) {
+        if (contentOf(source).contains("#include \"../")) {
             wrong.push_back(source.string());
         }
     }
@@ -152,7 +153,7 @@ TEST(Project, OnlyThreeLayersKnowWhichSystemTheyRunOn) {
     std::vector<std::string> wrong;
     const std::set<std::string> allowed{"platform", "walk", "app"};
     for (const fs::path& source : filesBelow(top / "src", {".h", ".cpp"})) {
-        const std::string text = test::contentOf(source);
+        const std::string text = contentOf(source);
         if (!allowed.contains(layerOf(source)) &&
             std::regex_search(text, std::regex("#\\s*(if|ifdef|ifndef|elif)\\b"))) {
             wrong.push_back(source.lexically_relative(top).string());
@@ -164,7 +165,7 @@ TEST(Project, OnlyThreeLayersKnowWhichSystemTheyRunOn) {
 TEST(Project, NoQmlFileIsLongerThanAScreenOrFive) {
     std::vector<std::string> tooLong;
     for (const fs::path& file : filesBelow(top / "src", {".qml"})) {
-        const std::string text = test::contentOf(file);
+        const std::string text = contentOf(file);
         if (std::ranges::count(text, '\n') > 250) {
             tooLong.push_back(file.lexically_relative(top).string());
         }
@@ -177,7 +178,7 @@ TEST(Project, ColoursStandInTheThemeOnly) {
     const std::regex literal("\"#[0-9a-fA-F]{3,8}\"|Qt\\.rgba\\(\\s*[0-9.]+\\s*,\\s*[0-9.]+\\s*,");
     for (const fs::path& file : filesBelow(top / "src", {".qml"})) {
         const bool inTheme = file.string().contains("/theme/");
-        if (!inTheme && std::regex_search(test::contentOf(file), literal)) {
+        if (!inTheme && std::regex_search(contentOf(file), literal)) {
             wrong.push_back(file.lexically_relative(top).string());
         }
     }
