@@ -1,32 +1,27 @@
 #pragma once
 
 #include <QColor>
-#include <QQuickItem>
-
-class QImage;
+#include <QQuickPaintedItem>
 
 namespace vellmoor {
 
 /// The window's ground: one diagonal gradient of three colours, from the top left to the bottom right.
-class Ground : public QQuickItem {
+class Ground : public QQuickPaintedItem {
     Q_OBJECT
 
 public:
     explicit Ground(QQuickItem* parent = nullptr);
+    void paint(QPainter* painter) override;
 
     void setColors(const QColor& start, const QColor& middle, const QColor& end);
 
 protected:
-    QSGNode* updatePaintNode(QSGNode* node, UpdatePaintNodeData* data) override;
     void geometryChange(const QRectF& now, const QRectF& before) override;
 
 private:
-    [[nodiscard]] QImage drawn(QSize size) const;
-
     QColor start_;
     QColor middle_;
     QColor end_;
-    bool changed_ = true;
 };
 
 } // namespace vellmoor
