@@ -142,7 +142,8 @@ void readEntriesAhead(EngineContext& context) {
     try {
         // The context waits for it before it goes.
         known.ahead = std::async(std::launch::async, [&context] { return allEntries(context); }).share();
-    } catch (const std::system_error&) { // no thread to be had: they are read when they are asked for
+    } catch (const std::system_error&) {
+        known.ahead = {}; // no thread to be had: they are read when they are asked for
     }
 }
 

@@ -2,6 +2,7 @@
 // Environment Integration"; snapd and Flatpak name their scopes alike).
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>

@@ -57,7 +57,8 @@ void LinuxProcesses::lookAhead(EngineContext& context) {
     };
     try {
         look.ahead = std::async(std::launch::async, read).share();
-    } catch (const std::system_error&) { // no thread to be had: it is read when it is asked for
+    } catch (const std::system_error&) {
+        look.ahead = {}; // no thread to be had: it is read when it is asked for
     }
 }
 

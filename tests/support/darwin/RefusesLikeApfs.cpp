@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <cstdarg>
+#include <cstdint>
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/stat.h>
