@@ -2,6 +2,9 @@
 # Format of C++ (clang-format), QML (qmlformat) and shell (shellcheck). --fix rewrites C++ and QML.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+# shellcheck source=scripts/common.sh
+. scripts/common.sh
+export LC_ALL=C.UTF-8 # Qt's tool writes a line about any other
 
 fix=no
 [ "${1:-}" = --fix ] && fix=yes
@@ -21,6 +24,10 @@ if [ "${#sources[@]}" -gt 0 ]; then
   fi
 fi
 
+if ! is_of_qml_release "$qmlformat"; then
+  say "The form of QML is checked with Qt $qml_release, not with $("$qmlformat" --version)."
+  qml=()
+fi
 for file in "${qml[@]}"; do
   if [ "$fix" = yes ]; then
     "$qmlformat" -i "$file"

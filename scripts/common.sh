@@ -46,6 +46,10 @@ has_display() { is_mac || [ -n "${DISPLAY:-}" ] || [ -n "${WAYLAND_DISPLAY:-}" ]
 # ccache keeps what is built with a precompiled header only with this (its manual, "Precompiled headers").
 export CCACHE_SLOPPINESS=${CCACHE_SLOPPINESS:-pch_defines,time_macros}
 
+# Each release of Qt formats QML in another way, and warns of other things; this one's way is kept to.
+qml_release=6.4
+is_of_qml_release() { [[ "$("$1" --version) " == *" $qml_release."* ]]; }
+
 say() { printf '%s\n' "$*" >&2; }
 
 # Of "a|b" among the arguments one is enough; those that are not installed, by the first name that this release knows.

@@ -3,6 +3,8 @@
 # "changed": the sources that differ from the commit before, which keeps the gate quick; "all": every source.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+# shellcheck source=scripts/common.sh
+. scripts/common.sh
 
 mode=${1:-changed}
 clang_tidy=$(command -v clang-tidy-19 || command -v clang-tidy)
@@ -31,7 +33,10 @@ if [ "${#sources[@]}" -gt 0 ]; then
     || { cat build/clang-tidy.log >&2; exit 1; }
 fi
 
-if grep -q all_qmllint build/dev/build.ninja 2>/dev/null; then
+qmllint=$(command -v qmllint6 || { [ -x /usr/lib/qt6/bin/qmllint ] && echo /usr/lib/qt6/bin/qmllint; } || command -v qmllint)
+if ! is_of_qml_release "$qmllint"; then
+  say "QML is checked with Qt $qml_release, not with $("$qmllint" --version)."
+elif grep -q all_qmllint build/dev/build.ninja 2>/dev/null; then
   cmake --build build/dev --target all_qmllint >build/qmllint.log 2>&1 || { cat build/qmllint.log >&2; exit 1; }
   if grep -q '^Warning:' build/qmllint.log; then
     cat build/qmllint.log >&2
