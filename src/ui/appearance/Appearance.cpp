@@ -104,8 +104,15 @@ bool Appearance::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void Appearance::readFont() {
-    fontFamily_ = interfaceFamily();
+    fontFamily_.reset();
     fontScale_ = interfaceScale(look_);
+}
+
+QString Appearance::fontFamily() const {
+    if (!fontFamily_) {
+        fontFamily_ = interfaceFamily();
+    }
+    return *fontFamily_;
 }
 
 bool Appearance::dark() const {

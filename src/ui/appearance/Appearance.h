@@ -54,7 +54,7 @@ public:
     [[nodiscard]] bool dark() const;
     [[nodiscard]] bool highContrast() const { return look_.highContrast; }
     [[nodiscard]] bool reducedMotion() const { return look_.reducedMotion; }
-    [[nodiscard]] QString fontFamily() const { return fontFamily_; }
+    [[nodiscard]] QString fontFamily() const;
     [[nodiscard]] double fontScale() const { return fontScale_; }
     [[nodiscard]] QString choice() const { return rawValue(choice_); }
     void setChoice(const QString& choice);
@@ -77,7 +77,7 @@ private:
 
     DesktopLook look_;
     ThemeChoice choice_;
-    QString fontFamily_;
+    mutable std::optional<QString> fontFamily_; ///< found for the first text: the first frame does not wait for fonts
     double fontScale_ = 1;
 };
 
