@@ -2,6 +2,7 @@
 
 #include "PercentText.h"
 #include "Platform.h"
+#include "ThreadPolicy.h"
 #include "disk/Paths.h"
 #include "found/ScanSnapshot.h"
 #include "scan/DeepWalk.h"
@@ -11,9 +12,11 @@
 
 #include <algorithm>
 #include <chrono>
+#include <future>
 #include <iterator>
 #include <limits>
 #include <optional>
+#include <system_error>
 #include <utility>
 
 namespace vellmoor {
@@ -94,6 +97,20 @@ void collect(EngineContext& context, const Root& root, std::vector<ScannedPath>&
     }
 }
 
+std::vector<ScannedPath> search(EngineContext& context) {
+    std::vector<ScannedPath> found;
+    for (const Root& root : searchRoots(context)) {
+        context.throwIfCancelled();
+        collect(context, root, found);
+    }
+    return found;
+}
+
+/// Of a call; not valid: none was begun.
+struct SearchAhead {
+    std::shared_future<std::vector<ScannedPath>> files;
+};
+
 void keepLargest(std::vector<ScannedPath>& paths, std::size_t limit) {
     const std::size_t kept = std::min(limit, paths.size());
     std::ranges::partial_sort(paths, paths.begin() + static_cast<std::ptrdiff_t>(kept), isLarger);
@@ -129,12 +146,27 @@ FileCandidate candidate(const EngineContext& context, const ScannedPath& file) {
 
 } // namespace
 
-std::vector<ScannedPath> largeFiles(EngineContext& context, std::size_t limit) {
-    std::vector<ScannedPath> found;
-    for (const Root& root : searchRoots(context)) {
-        context.throwIfCancelled();
-        collect(context, root, found);
+void searchLargeFilesAhead(EngineContext& context) {
+    std::shared_future<std::vector<ScannedPath>>& ahead = context.remembered<SearchAhead>().files;
+    if (ahead.valid()) {
+        return;
     }
+    const auto begin = [&platform = context.platform(), &layout = context.layout(), &token = context.token(),
+                        now = context.now(), urgency = walk::ThreadUrgency::ofThisThread()] {
+        urgency.adopt();
+        EngineContext own(platform, layout, token, now);
+        return search(own);
+    };
+    try {
+        ahead = std::async(std::launch::async, begin).share(); // the context waits for it before it goes
+    } catch (const std::system_error&) {
+        ahead = {}; // no thread to be had: they are searched when they are asked for
+    }
+}
+
+std::vector<ScannedPath> largeFiles(EngineContext& context, std::size_t limit) {
+    const auto& ahead = context.remembered<SearchAhead>().files;
+    std::vector<ScannedPath> found = ahead.valid() ? ahead.get() : search(context);
     context.throwIfCancelled();
     keepLargest(found, limit);
     return found;

@@ -7,6 +7,9 @@
 
 namespace vellmoor {
 
+/// Begins to search on another thread, beside what else the call does; largeFiles() waits for what it finds.
+void searchLargeFilesAhead(EngineContext& context);
+
 /// The biggest files of the user's everyday folders, largest first. Throws ScanCancelled.
 std::vector<ScannedPath> largeFiles(EngineContext& context, std::size_t limit);
 

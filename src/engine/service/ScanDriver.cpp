@@ -98,7 +98,7 @@ std::int64_t entryCount(const EngineContext& context, const Path& folder) {
 std::int64_t cleanableBytes(const std::vector<CleanupItem>& items, bool onDisksOnly) {
     std::int64_t sum = 0;
     for (const CleanupItem& item : items) {
-        if (!(onDisksOnly && item.module == CleanerModule::memoryOptimization)) {
+        if (!onDisksOnly || item.module != CleanerModule::memoryOptimization) {
             sum = checkedAdd(sum, item.cleanableBytes());
         }
     }
@@ -131,7 +131,10 @@ ScanSnapshot scan(EngineContext& context, CleanerModule module, const ProgressCa
     Progress progress(report, wanted.size() + 2);
     progress.say("正在读取系统状态...", 0.01);
 
-    // Read aside while the first stages look at the disk.
+    // Done aside while the first stages look at the disk.
+    if (module == CleanerModule::smartScan) {
+        searchLargeFilesAhead(context);
+    }
     LinuxProcesses::lookAhead(context);
     readEntriesAhead(context);
     ScanSnapshot snapshot;

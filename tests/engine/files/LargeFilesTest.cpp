@@ -160,6 +160,39 @@ TEST_P(LargeFiles, ASearchThatIsCancelledOnTheWayAnswersNoPartOfTheList) {
     EXPECT_THROW(largeFiles(context, 12), ScanCancelled);
 }
 
+TEST_P(LargeFiles, ASearchBegunAheadFindsTheSame) {
+    const Path large = big("Downloads/large.bin");
+    const Path larger = big("Pictures/larger.bin", largeFileThreshold + step);
+    EngineContext context = home.context();
+    searchLargeFilesAhead(context);
+    searchLargeFilesAhead(context); // changes nothing
+    const auto isAt = [](const Path& path) { return Field(&ScannedPath::url, path); };
+    EXPECT_THAT(largeFiles(context, 12), ElementsAre(isAt(larger), isAt(large)));
+    EXPECT_THAT(largeFiles(context, 1), ElementsAre(isAt(larger)));
+}
+
+TEST_P(LargeFiles, ASearchBegunAheadIsMadeOnce) {
+    home.folder("Downloads");
+    EngineContext context = home.context();
+    searchLargeFilesAhead(context);
+    EXPECT_THAT(largeFiles(context, 12), IsEmpty());
+    big("Downloads/late.bin");
+    EXPECT_THAT(largeFiles(context, 12), IsEmpty());
+}
+
+TEST_P(LargeFiles, ASearchBegunAheadIsCancelledWithItsCallAndWaitedForAtItsEnd) {
+    big("Downloads/a.bin");
+    home.folder("Downloads/some.folder");
+    const CancellingPlatform platform(home, home.token);
+    {
+        EngineContext context(platform, home.layout, home.token, home.now);
+        searchLargeFilesAhead(context);
+        EXPECT_THROW(largeFiles(context, 12), ScanCancelled);
+    }
+    EngineContext nobodyAsks(platform, home.layout, home.token, home.now);
+    searchLargeFilesAhead(nobodyAsks);
+}
+
 TEST_P(LargeFiles, ARowDescribesOneFileAndIsNeverPreselected) {
     const Path file = big("Downloads/sub/Film.mp4", largeFileThreshold, days(3));
     const auto items = fileRows(home, true);
