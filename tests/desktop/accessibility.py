@@ -142,7 +142,8 @@ class Listener:
     """What the program tells a screen reader by itself, from its creation on: where the keyboard is, and what appeared
     to be read out, each as (role, name)."""
 
-    _KINDS = ("object:state-changed:focused", "object:state-changed:showing")
+    # Qt 6.8 and later tell readers what is to be read out, as an event; before that an object appears.
+    _KINDS = ("object:state-changed:focused", "object:state-changed:showing", "object:announcement")
     _READ_OUT = {Role.NOTIFICATION, Role.ALERT}
 
     def __init__(self):
@@ -158,6 +159,9 @@ class Listener:
         self.told = []
 
     def _hear(self, event):
+        if event.type.startswith("object:announcement"):
+            self.told.append((Role.NOTIFICATION, event.any_data))
+            return
         if not event.detail1:
             return
         heard = _answer(lambda: (event.source.get_role(), event.source.get_name() or ""))

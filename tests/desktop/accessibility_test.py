@@ -5,7 +5,7 @@ import unittest
 import accessibility
 import home
 import texts
-from accessibility import Role, State
+from accessibility import Listener, Role, State
 from desktop_test import DesktopTest
 from window import MODULES, Window
 
@@ -158,10 +158,11 @@ class AccessibilityTest(DesktopTest):
         self.assertTrue(least == 0 < value <= most == 1, gauge)
 
     def test_a_scan_is_announced(self):
+        listener = Listener()
         self.open()
         self.window.show("systemJunk")
         self.window.press("扫描此模块")
-        self.wait_for("the announcement", lambda: [alert for alert in self.tree.find_all(Role.NOTIFICATION) if alert.name])
+        self.wait_for("the announcement", lambda: listener.heard(texts.beginning("扫描完成，发现 %@ 可清理空间", "en")))
 
     def is_checked(self, key):
         return self.window.find(Role.CHECK_BOX, key).is_(State.CHECKED)

