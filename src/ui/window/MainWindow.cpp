@@ -13,13 +13,9 @@
 #include <QQuickItem>
 #include <QScreen>
 #include <QVariant>
-#include <QtQml/qqml.h>
 
 #include <algorithm>
 #include <utility>
-
-/// Qt Quick's own; its library calls it at the first import.
-void qml_register_types_QtQuick();
 
 namespace vellmoor {
 namespace {
@@ -84,11 +80,6 @@ QSize smallestWindow(QSize available) {
 MainWindow::MainWindow(const WindowStart& start)
     : appearance_(start.look, start.theme),
       window_(std::make_unique<QQuickWindow>()) {
-    // A screen reader that runs already asks for the window's contents before any view imports Qt Quick. Qt then
-    // looks, once in a process, for what holds accessible names; it has to be there, or nothing ever has a name.
-    if (qmlTypeId("QtQuick", 2, 0, "Item") < 0) { // not a second time, for a second window
-        qml_register_types_QtQuick();
-    }
     Spoken::install();
     const QSize available = window_->screen()->availableSize();
     const QSize largest = available - QSize(0, frameHeight);
@@ -212,6 +203,7 @@ void MainWindow::loadAhead(QQmlEngine& engine) {
 
 void MainWindow::load(QQmlEngine& engine, QQmlComponent::CompilationMode mode) {
     if (!views_) {
+        types_.emplace(engine);
         engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
         views_ = std::make_unique<QQmlComponent>(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Vellmoor/ContentView.qml")),
                                                  mode);
@@ -229,7 +221,6 @@ void MainWindow::fill(QQmlEngine& engine, CleanerStore& store, LanguageManager& 
     Texts::setLanguages(engine, languages);
     appearance_.serve(engine);
     model_ = std::make_unique<WindowModel>(store, languages, desktop);
-    store.recover();
     followDesktop(desktop);
     if (const auto module = desktop.remembered(moduleSetting)) {
         model_->setModule(QString::fromStdString(*module));
@@ -248,15 +239,19 @@ void MainWindow::fill(QQmlEngine& engine, CleanerStore& store, LanguageManager& 
         }
     });
     load(engine, mode);
-    if (!views_->isLoading()) {
+    const auto finish = [this, &store, done = std::move(done)] {
         done(createViews());
+        store.recover(); // not before: it would take a processor from the loading
+    };
+    if (!views_->isLoading()) {
+        finish();
         return;
     }
-    QObject::connect(views_.get(), &QQmlComponent::statusChanged, window_.get(),
-                     [this, done = std::move(done)] { done(createViews()); });
+    QObject::connect(views_.get(), &QQmlComponent::statusChanged, window_.get(), finish);
 }
 
 MainWindow::Outcome MainWindow::createViews() {
+    types_.reset(); // the views have imported them
     if (window_->isActive()) {
         model_->activated();
     }

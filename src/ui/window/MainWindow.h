@@ -1,5 +1,6 @@
 #pragma once
 
+#include "AccessibleTypes.h"
 #include "Appearance.h"
 #include "CleanerStore.h"
 #include "Desktop.h"
@@ -90,6 +91,7 @@ private:
     Closing closing_{*this};
     std::unique_ptr<WindowModel> model_; ///< outlives the views that read it
     std::unique_ptr<QQuickWindow> window_;
+    std::optional<AccessibleTypes> types_;
     std::unique_ptr<QQmlComponent> views_;
 };
 
