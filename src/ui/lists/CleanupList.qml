@@ -26,6 +26,5 @@ RowList {
         hasKeys: false
         rows: root.categories
         width: root.rowWidth
-        x: root.rowStart
     }
 }

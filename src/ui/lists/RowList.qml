@@ -14,8 +14,7 @@ ListView {
     required property KeyedListModel rows
     property string title
     property string typed
-    // Where its rows are, beside the bar.
-    readonly property real rowStart: LayoutMirroring.enabled ? width - rowWidth : 0
+    // Of its rows, beside the bar.
     readonly property real rowWidth: width - 10
 
     // Space on a row, Control and A, Left and Right.
@@ -77,6 +76,10 @@ ListView {
     bottomMargin: 11
     boundsBehavior: Flickable.StopAtBounds
     clip: true
+    // A list itself decides on a row's place when it changes sides, since Qt 6.8.
+    contentItem.transform: Translate {
+        x: root.LayoutMirroring.enabled ? root.width - root.rowWidth : 0
+    }
     focus: true
     highlightMoveDuration: Motion.quick
     model: rows

@@ -128,7 +128,6 @@ GlassPanel {
                 locked: root.vm.scan.scanning || root.vm.scan.cleaning
                 rows: root.vm.startup
                 width: list.rowWidth
-                x: list.rowStart
 
                 onChangeAsked: root.vm.question.askStartup(index)
                 onRevealAsked: root.vm.startup.reveal(index)
@@ -136,7 +135,6 @@ GlassPanel {
             footer: Item {
                 height: extra.visible ? extra.height + 12 : 0
                 width: list.rowWidth
-                x: list.rowStart
 
                 Column {
                     id: extra

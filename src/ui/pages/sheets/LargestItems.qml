@@ -37,7 +37,6 @@ ColumnLayout {
         delegate: FileCandidateRow {
             rows: root.candidates
             width: list.rowWidth
-            x: list.rowStart
         }
     }
 }

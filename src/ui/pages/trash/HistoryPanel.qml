@@ -69,7 +69,6 @@ GlassPanel {
                 history: root.history
                 vm: root.vm
                 width: list.rowWidth
-                x: list.rowStart
             }
 
             ScrollFade {

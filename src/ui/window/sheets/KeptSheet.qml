@@ -70,7 +70,6 @@ Sheet {
                     implicitHeight: Math.max(48, content.implicitHeight + 10)
                     objectName: "kept." + index
                     width: list.rowWidth
-                    x: list.rowStart
 
                     onMenuAsked: below => menu.open(line, below)
 

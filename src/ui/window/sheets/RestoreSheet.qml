@@ -64,7 +64,6 @@ Sheet {
                 color: hovered ? Colors.popup : Colors.sheetRow
                 implicitHeight: Math.max(44, content.implicitHeight + 10)
                 width: list.rowWidth
-                x: list.rowStart
 
                 onMenuAsked: below => menu.open(line, below)
 
