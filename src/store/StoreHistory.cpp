@@ -124,9 +124,9 @@ void CleanerStore::State::startReading(bool recovers) {
         if (recovers) {
             engine->recover();
         }
-        out->post([this, past = engine->history()] {
-            if (past != history) {
-                set(history, past, Past);
+        out->post([this, past = std::make_shared<History>(engine->history())] {
+            if (*past != history) {
+                set(history, std::move(*past), Past);
             }
         });
     };

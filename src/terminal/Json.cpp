@@ -186,8 +186,8 @@ Json json(const CleanupReport& report) {
 }
 
 Json json(const HistoryItem& item) {
-    return {{"index", item.index},         {"path", item.path.string()},  {"title", item.title},
-            {"bytes", item.bytes},         {"fate", rawValue(item.fate)}, {"place", item.place.string()},
+    return {{"index", item.index},         {"path", item.path},           {"title", item.title},
+            {"bytes", item.bytes},         {"fate", rawValue(item.fate)}, {"place", item.place},
             {"isPutBack", item.isPutBack}, {"reason", item.reason}};
 }
 

@@ -21,15 +21,16 @@ constexpr std::size_t mostCleans = 200;
 HistoryClean shown(Whereabouts& whereabouts, const PastClean& clean, bool& holdsHidden) {
     const PastState state = stateOf(whereabouts, clean);
     HistoryClean seen{.id = clean.id, .at = clean.at, .module = clean.module, .state = state.state, .items = {}};
+    seen.items.reserve(clean.targets.size());
     for (std::size_t index = 0; index < clean.targets.size(); ++index) {
         const PastTarget& target = clean.targets[index];
         const auto trashed = whereabouts.find(clean, target);
         HistoryItem item{.index = index,
-                         .path = whereabouts.origin(clean, target),
+                         .path = whereabouts.origin(clean, target).native(),
                          .title = clean.rows[target.row].title,
                          .bytes = target.bytes,
                          .fate = trashed ? CleanupFate::Trashed : target.fate.value_or(CleanupFate::Untried),
-                         .place = trashed ? trashed->place : Path(),
+                         .place = trashed ? trashed->place.native() : std::string(),
                          .isPutBack = target.isPutBack,
                          .reason = target.reason};
         if (item.fate == CleanupFate::Trashed || item.fate == CleanupFate::Removed) {

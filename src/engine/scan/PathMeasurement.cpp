@@ -118,7 +118,9 @@ CleanupItem categoryItem(EngineContext& context, const CategorySpec& spec) {
         if (!context.platform().exists(root) || UserPlaces::of(context).holdsUserFolder(root)) {
             continue;
         }
-        for (const Offer& offer : offersOf(context, root, spec.splitting)) {
+        const std::vector<Offer> offers = offersOf(context, root, spec.splitting);
+        item.targets.reserve(item.targets.size() + offers.size()); // they stay as long as the list is shown
+        for (const Offer& offer : offers) {
             // Measured once: the figure serves the target and the total.
             item.targets.push_back(target(context, offer, preselected, spec.sameness));
             item.bytes = checkedAdd(item.bytes, item.targets.back().bytes);

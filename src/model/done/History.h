@@ -11,14 +11,15 @@
 
 namespace vellmoor {
 
-/// One target of a clean of the past.
+/// One target of a clean of the past. Its paths are texts: of tens of thousands each part of a std::filesystem::path
+/// would take memory of its own.
 struct HistoryItem {
-    std::size_t index = 0;      ///< by which it is asked for
-    std::filesystem::path path; ///< where it was
-    std::string title;          ///< of its row, as it was shown
+    std::size_t index = 0; ///< by which it is asked for
+    std::string path;      ///< where it was
+    std::string title;     ///< of its row, as it was shown
     std::int64_t bytes = 0;
     CleanupFate fate = CleanupFate::Untried;
-    std::filesystem::path place; ///< where it lies in a Trash now; empty: nowhere
+    std::string place; ///< where it lies in a Trash now; empty: nowhere
     bool isPutBack = false;
     std::string reason; ///< localised then; why it was kept or failed
 

@@ -148,7 +148,7 @@ HistoryItem pastItem(std::size_t index, const std::string& path, std::int64_t by
     item.bytes = bytes;
     item.fate = fate;
     if (fate == CleanupFate::Trashed) {
-        item.place = "/home/anna/.local/share/Trash/files/" + item.path.filename().string();
+        item.place = "/home/anna/.local/share/Trash/files/" + std::filesystem::path(path).filename().string();
     }
     return item;
 }

@@ -20,6 +20,7 @@ SpareMemory::SpareMemory(CleanerStore& store) {
     connect(&store, &CleanerStore::isScanningChanged, this, wait);
     connect(&store, &CleanerStore::isCleaningChanged, this, wait);
     connect(&store, &CleanerStore::latestReportChanged, this, wait);
+    connect(&store, &CleanerStore::historyChanged, this, wait);
     connect(&later_, &QTimer::timeout, this, [&store] {
         if (!store.isScanning() && !store.isCleaning()) {
             ::malloc_trim(0);

@@ -187,9 +187,9 @@ QVariant HistoryModel::partData(const KeyedRow& row, const HistoryItem& item, in
     case NameRole:
         return QStringLiteral("history.%1.item.%2").arg(row.record).arg(row.part);
     case TitleRole:
-        return toQt(item.path.filename().native());
+        return toQt(std::filesystem::path(item.path).filename().native());
     case DetailRole:
-        return toQt(displayPath(item.path.parent_path(), desktop().homeFolder()));
+        return toQt(displayPath(std::filesystem::path(item.path).parent_path(), desktop().homeFolder()));
     case SizeRole:
         return toQt(byteCountText(item.bytes));
     case StateRole:

@@ -26,6 +26,9 @@ ReportModel::ReportModel(CleanerStore& store, QObject* parent) : QObject(parent)
     connect(&store_, &CleanerStore::latestReportChanged, this, [this] {
         if (store_.latestReport()) {
             shown_ = *store_.latestReport();
+            // Nothing else is told of single paths, and there may be tens of thousands.
+            std::erase_if(shown_.outcomes, [](const CleanupOutcome& one) { return one.fate != CleanupFate::Failed; });
+            shown_.outcomes.shrink_to_fit();
         }
         Q_EMIT changed();
     });
