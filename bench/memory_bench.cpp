@@ -80,6 +80,10 @@ bool run(const fs::path& home, int folders) {
     driver.waitFor([&] { return driver.store().latestReport() && !driver.store().isScanning(); });
     const auto cleaned = driver.store().latestReport()->removedCount;
     model.closeReport();
+    if (!driver.waitFor([&] { return !driver.store().history().cleans.empty(); })) {
+        std::fprintf(stderr, "the clean does not come into the history\n");
+        return false;
+    }
     report(driver, "cleaned and scanned again", "resident after the clean of them");
     return cleaned >= folders;
 }
