@@ -24,6 +24,12 @@ BUS_CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus
   </policy>
 </busconfig>
 """
+# What the system's cache of fonts lacks is kept outside the home, in which only the program changes something.
+FONTS = """<fontconfig>
+  <cachedir>{cache}</cachedir>
+  <include ignore_missing="yes">/etc/fonts/fonts.conf</include>
+</fontconfig>
+"""
 ACCESSIBILITY_SERVICE = pathlib.Path("/usr/share/dbus-1/services/org.a11y.Bus.service")
 TOOLS = ("Xvfb", "openbox", "trayer", "xdotool", "xwininfo", "xprop", "xev", "dbus-daemon")
 
@@ -56,16 +62,24 @@ class Session:
 
     def __exit__(self, *_):
         processes.end_descendants()
-        shutil.rmtree(self.folder)
+        self.remove(self.folder)
+
+    @staticmethod
+    def remove(folder):
+        """With everything below it, read-only folders, too."""
+        processes.run(["chmod", "-R", "u+rwX", str(folder)])
+        shutil.rmtree(folder)
 
     def _start(self):
         for name in ("home", "run", "run/services", "commands", "data/applications", "logs"):
             (self.folder / name).mkdir(mode=0o700, parents=True)
+        (self.folder / "fonts.conf").write_text(FONTS.format(cache=self.folder / "fonts"), encoding="utf-8")
         self.home = self.folder / "home"
         self.commands = self.folder / "commands"
         self.applications = self.folder / "data/applications"
         self.environment = {
             "PATH": os.defpath,
+            "FONTCONFIG_FILE": str(self.folder / "fonts.conf"),
             "HOME": str(self.home),
             "LC_ALL": "C.UTF-8",
             "TMPDIR": str(self.folder),

@@ -7,7 +7,6 @@ import os
 import pathlib
 import random
 import select
-import shutil
 import signal
 import socket
 import sys
@@ -96,8 +95,7 @@ class TakingBackTest(desktop_test.DesktopTest):
                 moment = Moment(seed)
                 home = self.session.folder / f"home{seed}"
                 self.journey(first, moment, home, language)
-                processes.run(["chmod", "-R", "u+rwX", str(home)])
-                shutil.rmtree(home)
+                self.session.remove(home)
                 if SEEDS:
                     print(f"seed {seed} ({language}): {moment}, the home is as it was", flush=True)
         self.assertGreater(self.cut_off, 0, "no clean was cut off")

@@ -2,6 +2,7 @@
 
 #include "ThrowAwayHome.h"
 
+#include <stdexcept>
 #include <string>
 
 namespace vellmoor::journey {
@@ -23,6 +24,9 @@ void RunningApp::install() {
 RunningApp::RunningApp(const QStringList& manner) {
     process_.start(QString::fromStdString(program().string()),
                    QStringList{QString::fromStdString((home() / "note").string())} + manner);
+    if (!process_.waitForStarted()) {
+        throw std::runtime_error("the test application did not start");
+    }
 }
 
 RunningApp::~RunningApp() {

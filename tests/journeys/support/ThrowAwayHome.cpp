@@ -14,6 +14,16 @@ namespace {
 
 constexpr auto trash = ".local/share/Trash";
 
+/// Fontconfig writes into $HOME/.cache what the system's cache of fonts lacks: into this folder here, so that nothing
+/// but the program changes the home.
+void keepFontsIn(const fs::path& folder) {
+    const fs::path configuration = folder / "fonts.conf";
+    std::ofstream(configuration)
+        << "<fontconfig><cachedir>" << (folder / "cache").string()
+        << "</cachedir><include ignore_missing=\"yes\">/etc/fonts/fonts.conf</include></fontconfig>\n";
+    ::setenv("FONTCONFIG_FILE", configuration.c_str(), 1);
+}
+
 } // namespace
 
 ThrowAwayHome::ThrowAwayHome() {
@@ -22,7 +32,12 @@ ThrowAwayHome::ThrowAwayHome() {
         throw std::system_error(errno, std::generic_category(), "mkdtemp");
     }
     folder_ = folder;
-    ::setenv("HOME", folder.c_str(), 1);
+    const fs::path home = folder_ / "home";
+    const fs::path fonts = folder_ / "fonts";
+    fs::create_directory(home);
+    fs::create_directory(fonts);
+    ::setenv("HOME", home.c_str(), 1);
+    keepFontsIn(fonts);
     for (const char* name :
          {"XDG_CONFIG_HOME", "XDG_CACHE_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME", "XDG_RUNTIME_DIR",
           "XDG_CURRENT_DESKTOP", "CARGO_HOME", "PIP_CACHE_DIR", "GOPATH", "CCACHE_DIR", "DBUS_SESSION_BUS_ADDRESS"}) {
