@@ -69,7 +69,7 @@ Json rawValues(const std::vector<CleanerModule>& modules) {
 } // namespace
 
 Json json(const CleanupTarget& target) {
-    return {{"id", target.id.text()},      {"url", target.url.string()},
+    return {{"id", target.id.text()},      {"url", target.url.native()},
             {"name", target.name},         {"location", target.location},
             {"bytes", target.bytes},       {"files", target.files},
             {"modified", target.modified}, {"modifiedAt", json(target.modifiedAt)},

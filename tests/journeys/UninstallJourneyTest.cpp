@@ -73,7 +73,8 @@ TEST_P(UninstallJourney, AProgramFolderGoesWholeAndAnUntickedLeftoverStays) {
     click(row("Drawtool") + QStringLiteral(".toggle"));
     waitFor("the tick", [&] { return item("Drawtool")->isSelected; });
     const auto& targets = item("Drawtool")->targets;
-    const auto templates = std::ranges::find(targets, home() / ".local/share/drawtool", &CleanupTarget::url);
+    const auto templates =
+        std::ranges::find(targets, SharedPath(home() / ".local/share/drawtool"), &CleanupTarget::url);
     ASSERT_NE(templates, targets.end());
     click(row("Drawtool") + QStringLiteral(".target.%1.toggle").arg(templates - targets.begin()));
     waitFor("the tick to go",

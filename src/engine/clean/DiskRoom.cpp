@@ -10,7 +10,7 @@ DiskRoom::DiskRoom(const EngineContext& context, const CleanPlan& plan) : platfo
     for (const CleanPlan::Row& row : plan.rows) {
         for (const CleanupTarget& target : row.targets) {
             if (target.identity && !folders_.contains(target.identity->device)) {
-                folders_.emplace(target.identity->device, target.url.parent_path());
+                folders_.emplace(target.identity->device, target.url.path().parent_path());
             }
         }
     }

@@ -7,7 +7,7 @@
 namespace vellmoor {
 
 bool isBody(const CleanupItem& item, const CleanupTarget& target) {
-    return item.appInfo && target.url == item.appInfo->appPath;
+    return item.appInfo && target.url.path() == item.appInfo->appPath;
 }
 
 CleanPlan cleanPlan(const std::vector<CleanupItem>& items) {

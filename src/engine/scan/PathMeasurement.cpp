@@ -91,13 +91,13 @@ CleanupTarget target(EngineContext& context, const Path& path, const std::option
             .location = displayPath(context.layout(), path.parent_path()),
             .bytes = measured.bytes,
             .files = measured.files,
-            .isAtLeast = measured.isAtLeast,
             .modified = relativeDate(context, modified),
             .modifiedAt = modified,
             .symbol = symbolFor(context, path),
+            .isAtLeast = measured.isAtLeast,
             .isSelected = selected,
-            .identity = context.platform().identity(path),
-            .sameness = sameness};
+            .sameness = sameness,
+            .identity = context.platform().identity(path)};
 }
 
 CleanupTarget target(EngineContext& context, const Offer& offer, bool selected, Sameness sameness) {

@@ -16,7 +16,7 @@ bool isOnDisk(const CleanupItem& item) {
 }
 
 bool isBody(const CleanupItem& item, const CleanupTarget& target) {
-    return item.appInfo && target.url == item.appInfo->appPath;
+    return item.appInfo && target.url.path() == item.appInfo->appPath;
 }
 
 /// The places that rows have counted so far; none lies below another.

@@ -33,7 +33,7 @@ std::string sizeText(std::int64_t bytes, bool isAtLeast) {
 void subtract(CleanupItem& item, const CleanupTarget& target, std::int64_t bytes, std::int64_t files) {
     item.bytes = checkedSub(item.bytes, bytes);
     item.files = checkedSub(item.files, files);
-    if (item.appInfo && target.url != item.appInfo->appPath) {
+    if (item.appInfo && target.url.path() != item.appInfo->appPath) {
         item.appInfo->residualBytes = checkedSub(item.appInfo->residualBytes, bytes);
         item.appInfo->residualCount -= target.isCovered ? 1 : 0;
     }

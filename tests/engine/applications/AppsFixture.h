@@ -46,7 +46,7 @@ inline std::vector<std::string> leftovers(const EngineHome& home, const std::str
     std::vector<std::string> paths;
     const CleanupItem row = application(home, title);
     for (std::size_t i = 1; i < row.targets.size(); ++i) {
-        paths.push_back(row.targets[i].url.lexically_relative(home.home).string());
+        paths.push_back(row.targets[i].url.path().lexically_relative(home.home).string());
     }
     return paths;
 }

@@ -201,7 +201,7 @@ TEST_P(Recorded, LeftoversOfAnApplicationThatIsBackStay) {
     const CleanupItem item = application();
     cleanUntil(1, item);
     const std::string id = past().cleans.at(0).id;
-    std::filesystem::create_directories(item.targets[0].url.parent_path());
+    std::filesystem::create_directories(item.targets[0].url.path().parent_path());
     home.text(item.targets[0].url, "installed again");
     const CleanupReport report = finished(id);
     EXPECT_EQ(report.keptCount, 2);

@@ -46,7 +46,7 @@ protected:
                                      home.text(".cache/tool/b", "2").parent_path()},
                                     CleanerModule::appUninstaller);
         item.title = "Tool";
-        item.appInfo = AppCleanupInfo{.bundleIdentifier = "org.example.tool", .appPath = item.targets[0].url.string()};
+        item.appInfo = AppCleanupInfo{.bundleIdentifier = "org.example.tool", .appPath = item.targets[0].url.native()};
         return item;
     }
 };

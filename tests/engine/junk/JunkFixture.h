@@ -28,7 +28,7 @@ protected:
         std::vector<std::string> out;
         if (const CleanupItem* item = row(items, title)) {
             for (const CleanupTarget& target : item->targets) {
-                out.push_back(target.url.lexically_relative(home.home).string());
+                out.push_back(target.url.path().lexically_relative(home.home).string());
             }
         }
         return out;

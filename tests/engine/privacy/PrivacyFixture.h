@@ -46,7 +46,7 @@ inline std::vector<std::string> targetPaths(const EngineHome& home, const std::o
     std::vector<std::string> out;
     if (row) {
         for (const CleanupTarget& target : row->targets) {
-            out.push_back(target.url.lexically_relative(home.home).string());
+            out.push_back(target.url.path().lexically_relative(home.home).string());
         }
     }
     return out;
