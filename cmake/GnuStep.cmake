@@ -2,7 +2,7 @@
 # one of them is missing, these tests are not built, and CMake says so.
 set(VELLMOOR_GNUSTEP_FLAGS "")
 if(NOT APPLE)
-  find_path(VELLMOOR_GNUSTEP_HEADERS Foundation/NSObject.h PATHS /usr/include/GNUstep)
+  find_path(VELLMOOR_GNUSTEP_HEADERS Foundation/NSObject.h PATH_SUFFIXES GNUstep)
   find_library(VELLMOOR_GNUSTEP_BASE gnustep-base)
   file(GLOB runtimes /usr/lib/gcc/*/*/include/objc/objc.h)
   list(SORT runtimes COMPARE NATURAL)

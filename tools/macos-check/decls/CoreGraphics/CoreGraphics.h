@@ -2,6 +2,7 @@
 #pragma once
 #include <CoreFoundation/CoreFoundation.h>
 
+#ifndef CF_DEFINES_CG_TYPES // GNUstep's Foundation has them since 1.31
 typedef struct CGPoint {
     CGFloat x;
     CGFloat y;
@@ -14,6 +15,7 @@ typedef struct CGRect {
     CGPoint origin;
     CGSize size;
 } CGRect;
+#endif
 
 typedef struct CGColorSpace* CGColorSpaceRef;
 typedef struct CGContext* CGContextRef;
