@@ -4,6 +4,7 @@ usage: compile_files.py BUILD-FOLDER FILE..."""
 import concurrent.futures
 import json
 import os
+import re
 import subprocess
 import sys
 
@@ -21,6 +22,8 @@ def main():
     def compile_one(file):
         # What is compiled here is not what the build keeps, so it is not written over.
         command = entries[file]["command"].replace(".o -c ", ".o.alone -c ").replace(".o.text ", ".o.alone.text ")
+        # CMake 3.31 names the precompiled headers, too, which only the whole build makes.
+        command = re.sub(r"-Xclang -include-pch -Xclang \S+ ", "", command)
         return subprocess.run(command, shell=True, cwd=entries[file]["directory"], capture_output=True, text=True)
 
     failed = False
