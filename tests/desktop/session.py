@@ -126,6 +126,11 @@ class Session:
         self.bus = self._start_in_background("bus", "dbus-daemon", f"--config-file={run}/bus.conf", "--nofork")
         processes.wait_for("the session bus", (run / "bus").exists)
 
+    def wake_window_manager(self):
+        """Openbox now and then sleeps on what it has read already, until something else happens; on a desktop that is
+        soon, here it may be never."""
+        self.run("xprop", "-root", "-f", "_VELLMOOR_TEST_WAKE", "32c", "-set", "_VELLMOOR_TEST_WAKE", "1")
+
     def stop_bus(self):
         self.bus.kill()
         self.bus.wait(processes.PATIENCE)
