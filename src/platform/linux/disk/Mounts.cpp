@@ -183,6 +183,9 @@ bool MountTable::refresh() {
     if (text) {
         std::ranges::move(walk::mountPlaces(*text), std::inserter(places_, places_.end()));
     }
+    if (!places_.empty()) {
+        places_.insert("/"); // what a changed root lies on is listed nowhere
+    }
     return !places_.empty();
 }
 
