@@ -177,7 +177,7 @@ const void* StandInTrue(void) {
 @end
 
 @implementation NSTask (StandIn)
-- (void)setExecutableURL:(NSURL*)address {
+- (void)setStandInExecutableURL:(NSURL*)address {
     self.launchPath = address.path;
 }
 - (NSURL*)executableURL {

@@ -15,6 +15,9 @@
 #include_next <Foundation/Foundation.h>
 
 #define localeWithLocaleIdentifier standInWithIdentifier
+// Later ones have these, in terms of what the stand-ins call.
+#define executableURL standInExecutableURL
+#define launchAndReturnError standInLaunchAndReturnError
 
 #include <CoreGraphics/CoreGraphics.h>
 #include <CoreServices/CoreServices.h>
