@@ -118,9 +118,7 @@ CleanupItem categoryItem(EngineContext& context, const CategorySpec& spec) {
         if (!context.platform().exists(root) || UserPlaces::of(context).holdsUserFolder(root)) {
             continue;
         }
-        const std::vector<Offer> offers = offersOf(context, root, spec.splitting);
-        item.targets.reserve(item.targets.size() + offers.size()); // they stay as long as the list is shown
-        for (const Offer& offer : offers) {
+        for (const Offer& offer : offersOf(context, root, spec.splitting)) {
             // Measured once: the figure serves the target and the total.
             item.targets.push_back(target(context, offer, preselected, spec.sameness));
             item.bytes = checkedAdd(item.bytes, item.targets.back().bytes);
@@ -128,6 +126,7 @@ CleanupItem categoryItem(EngineContext& context, const CategorySpec& spec) {
             item.isAtLeast = item.isAtLeast || item.targets.back().isAtLeast;
         }
     }
+    item.targets.shrink_to_fit(); // they stay as long as the list is shown
     const bool mayGo = std::ranges::any_of(item.targets, &CleanupTarget::mayGo);
     item.description = item.targets.empty() ? L::tr("%@；未发现可处理项目", spec.description) : spec.description;
     item.isCleanable = spec.cleanable && mayGo;
