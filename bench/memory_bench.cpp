@@ -26,6 +26,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
+constexpr int patience = 300; // seconds
+
 double residentMiB() {
     std::ifstream status("/proc/self/status");
     for (std::string line; std::getline(status, line);) {
@@ -64,6 +66,10 @@ bool run(const fs::path& home, int folders) {
     report(driver, "window", nullptr);
     driver.show(CleanerModule::smartScan);
     driver.scan();
+    if (!driver.waitFor([&] { return !driver.store().isScanning(); }, patience)) {
+        std::fprintf(stderr, "the scan does not end\n");
+        std::_Exit(EXIT_FAILURE); // it still uses what would be taken down
+    }
     report(driver, "Smart Scan", nullptr);
     const auto& items = driver.store().cleanupItems();
     const auto largest =
@@ -77,7 +83,10 @@ bool run(const fs::path& home, int folders) {
     report(driver, "all paths of a category unfolded", "resident with 20000 paths unfolded");
     driver.show(CleanerModule::systemJunk); // Smart Scan's clean would ask for the memory, too
     model.cleanSelected();
-    driver.waitFor([&] { return driver.store().latestReport() && !driver.store().isScanning(); });
+    if (!driver.waitFor([&] { return driver.store().latestReport() && !driver.store().isScanning(); }, patience)) {
+        std::fprintf(stderr, "the clean does not end\n");
+        std::_Exit(EXIT_FAILURE);
+    }
     const auto cleaned = driver.store().latestReport()->removedCount;
     model.closeReport();
     if (!driver.waitFor([&] { return !driver.store().history().cleans.empty(); })) {
