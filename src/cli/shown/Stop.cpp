@@ -1,6 +1,7 @@
 #include "shown/Stop.h"
 
 #include <csignal>
+#include <initializer_list>
 
 namespace vellmoor::cli {
 namespace {
