@@ -11,9 +11,17 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#ifdef __has_feature
+#if __has_feature(address_sanitizer)
+#define VELLMOOR_COUNTS_ALLOCATIONS
+#include <sanitizer/allocator_interface.h>
+#endif
+#endif
 
 namespace vellmoor {
 namespace {
@@ -261,6 +269,33 @@ TEST_P(PathMeasurementOnBoth, ACategoryKeepsTheRootsThatExistInTheirOrder) {
     EXPECT_TRUE(item.isSelected);
     EXPECT_TRUE(item.targets[0].isSelected);
     EXPECT_FALSE(item.appInfo);
+}
+
+#ifdef VELLMOOR_COUNTS_ALLOCATIONS
+std::atomic<std::size_t> allocated = 0; // bytes
+
+/// What a root takes on average, in bytes, of a category that has so many of them.
+std::size_t bytesForARoot(EngineHome& home, const std::string& folder, std::size_t count) {
+    std::vector<Path> roots;
+    for (std::size_t number = 0; number < count; ++number) {
+        roots.push_back(home.file(folder + "/" + std::to_string(number), 0));
+    }
+    EngineContext context = home.context();
+    const std::size_t before = allocated;
+    EXPECT_EQ(categoryItem(context, categoryOf(roots)).targets.size(), count);
+    return (allocated - before) / count;
+}
+#endif
+
+TEST_P(PathMeasurementOnBoth, ARootOfManyTakesNoMoreThanOneOfFew) {
+#ifdef VELLMOOR_COUNTS_ALLOCATIONS
+    static const int counting = __sanitizer_install_malloc_and_free_hooks(
+        [](const volatile void*, std::size_t bytes) { allocated += bytes; }, [](const volatile void*) {});
+    ASSERT_NE(counting, 0);
+    EXPECT_LT(bytesForARoot(home, "many", 800), 2 * bytesForARoot(home, "few", 100));
+#else
+    GTEST_SKIP() << "what is allocated is counted with the address sanitizer";
+#endif
 }
 
 TEST_P(PathMeasurementOnBoth, ACategoryWithoutAnyRootIsNeitherCleanableNorSelected) {
