@@ -52,10 +52,11 @@ def wrapped(note, first, rest, width=78):
 def debian():
     parts = []
     for version, date, notes in releases():
+        # The beginning of the day: files that are newer than this get its time, or no two builds would be equal.
         day = datetime.datetime.fromisoformat(date).strftime("%a, %d %b %Y")
         body = [line for note in notes for line in wrapped(note, "  * ", "    ")]
         parts.append(f"vellmoor ({version}) unstable; urgency=medium\n\n" + "\n".join(body)
-                     + f"\n\n -- {MAINTAINER}  {day} 12:00:00 +0000\n")
+                     + f"\n\n -- {MAINTAINER}  {day} 00:00:00 +0000\n")
     return "\n".join(parts)
 
 
