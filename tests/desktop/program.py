@@ -82,10 +82,7 @@ class Program:
         if self.process.poll() is not None:
             raise AssertionError(f"ended with {self.process.returncode}: {self._session.log('program')}")
         named = set(self._session.windows("--name", "^Vellmoor$"))
-        window = next(iter(named & self.shown_windows()), 0)
-        if not window:
-            self._session.wake_window_manager()
-        return window
+        return next(iter(named & self.shown_windows()), 0)
 
     def all_windows(self):
         """Its shown windows, the status item among them."""

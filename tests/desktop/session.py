@@ -98,9 +98,16 @@ class Session:
         self._start_display()
         self._start_bus()
         self._start_in_background("window manager", "openbox", "--sm-disable")
+        self._keep_window_manager_awake()
         processes.wait_for("the window manager", lambda: "window id" in self.property("_NET_SUPPORTING_WM_CHECK"))
         if self._wants_tray:
             self.start_tray()
+
+    def _keep_window_manager_awake(self):
+        """Openbox now and then sleeps on what it has read already, until something else happens; on a desktop that is
+        soon, here it may be never."""
+        wake = "xprop -root -f _VELLMOOR_TEST_WAKE 32c -set _VELLMOOR_TEST_WAKE 1"
+        self._start_in_background("waker", "sh", "-c", f"while {wake}; do sleep 1; done")
 
     def _start_display(self):
         reader, writer = os.pipe()
@@ -125,11 +132,6 @@ class Session:
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = f"unix:path={run}/bus"
         self.bus = self._start_in_background("bus", "dbus-daemon", f"--config-file={run}/bus.conf", "--nofork")
         processes.wait_for("the session bus", (run / "bus").exists)
-
-    def wake_window_manager(self):
-        """Openbox now and then sleeps on what it has read already, until something else happens; on a desktop that is
-        soon, here it may be never."""
-        self.run("xprop", "-root", "-f", "_VELLMOOR_TEST_WAKE", "32c", "-set", "_VELLMOOR_TEST_WAKE", "1")
 
     def stop_bus(self):
         self.bus.kill()
