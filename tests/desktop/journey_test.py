@@ -83,7 +83,7 @@ class JourneyTest(DesktopTest):
             name.startswith(start) and name.endswith("%") for _, name in self.listener.told))
         self.hear("扫描完成，发现 %@ 可清理空间")
         self.wait_for_state(lambda: self.window.button("清理"), State.ENABLED)
-        value, least, most = self.tree.find_all(Role.PROGRESS_BAR)[0].value()
+        value, least, most = self.window.gauge_value()
         self.assertTrue(least == 0 <= value <= most == 1)
 
     def look_at_every_path(self):
@@ -149,14 +149,14 @@ class JourneyTest(DesktopTest):
         self.window.press_in_dialog("恢复")
         self.hear("未找到已禁用配置：%@。", Role.ALERT)
         self.hear("未找到已禁用配置：%@。")
-        (alert,) = self.tree.find_all(Role.ALERT)
+        (alert,) = self.wait_for("the alert", lambda: self.tree.find_all(Role.ALERT))
         next(node for node in alert.below() if node.role == Role.PUSH_BUTTON).do("Press")
         self.wait_for("it to be gone", lambda: not self.tree.find_all(Role.ALERT))
 
     def quit_an_application(self):
         self.window.show("memoryOptimization")
         self.window.scan()
-        value, least, most = self.tree.find_all(Role.PROGRESS_BAR)[0].value()
+        value, least, most = self.window.gauge_value()
         self.assertTrue(least == 0 < value <= most == 1)
         self.row("Sleeper ")
         self.tree.find(Role.PUSH_BUTTON, self.window.text("退出应用") + " Sleeper").do("Press")
@@ -178,7 +178,8 @@ class JourneyTest(DesktopTest):
         self.window.press_in_dialog("完成")
         self.window.show("trash")
         title = self.window.text(MODULES["systemJunk"])
-        clean = next(row for row in self.history() if row.name.startswith(title))
+        clean = self.wait_for("the clean in the history", lambda: next(
+            (row for row in self.history() if row.name.startswith(title)), None))
         self.assertIn(self.window.text("在废纸篓中 %@").split("%@")[0], clean.name)
         clean.do("Press")
         self.wait_for_state(lambda: self.row(clean.name), State.EXPANDED)

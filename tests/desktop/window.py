@@ -45,7 +45,7 @@ class Window:
     def scan(self):
         """Scans the shown module to the end."""
         starts = (self.text("开始扫描"), self.text("扫描此模块"))
-        self._buttons(starts)[0].do("Press")
+        processes.wait_for(f"one of {starts}", lambda: self._buttons(starts))[0].do("Press")
         self.wait_for_result()
 
     def wait_for_result(self):
@@ -65,9 +65,19 @@ class Window:
 
     def press_in_dialog(self, key):
         """The button of that name in the open dialog; the page behind it may have one, too."""
-        dialog = self.tree.find_all(Role.DIALOG)[-1]  # a question may stand over a sheet
-        (button,) = [node for node in dialog.below() if node.role == Role.PUSH_BUTTON and node.name == self.text(key)]
+        wanted = self.text(key)
+
+        def buttons():
+            dialogs = self.tree.find_all(Role.DIALOG)[-1:]  # a question may stand over a sheet
+            return [node for dialog in dialogs for node in dialog.below()
+                    if node.role == Role.PUSH_BUTTON and node.name == wanted]
+
+        (button,) = processes.wait_for(f"the dialog's button {wanted!r}", buttons)
         button.do("Press")
+
+    def gauge_value(self):
+        """Of the page's ring: its value, the least and the most."""
+        return processes.wait_for("a ring", lambda: self.tree.find_all(Role.PROGRESS_BAR))[0].value()
 
     def dialog(self, key):
         return self.find(Role.DIALOG, key)
