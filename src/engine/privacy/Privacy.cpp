@@ -69,9 +69,9 @@ std::string slug(const Platform& platform, std::string_view name) {
     return text;
 }
 
-BrowserPrivacyDefinition definition(const Platform& platform, const BrowserTraces& browser) {
+BrowserPrivacyDefinition definition(const Platform& platform, const BrowserTraces& browser,
+                                    const std::vector<BrowserProfile>& profiles) {
     BrowserPrivacyDefinition result{browser.name, browser.processNames, browser.symbol, browser.tint, {}};
-    const std::vector<BrowserProfile> profiles = browserProfiles(platform, browser);
     for (const TraceCategory& category : browser.categories) {
         const std::string& reason = category.previewReason;
         const std::string plain = L::tr(category.description);
@@ -140,7 +140,7 @@ void appendClosedProfiles(const EngineContext& context, const BrowserTraces& bro
 std::vector<BrowserPrivacyDefinition> browserPrivacyDefinitions(const Platform& platform, const SystemLayout& layout) {
     std::vector<BrowserPrivacyDefinition> definitions;
     for (const BrowserTraces& browser : layout.privacy.browsers) {
-        definitions.push_back(definition(platform, browser));
+        definitions.push_back(definition(platform, browser, browserProfiles(platform, browser)));
     }
     return definitions;
 }
@@ -149,12 +149,16 @@ std::vector<CleanupItem> privacyItems(EngineContext& context) {
     const PrivacyLayout& layout = context.layout().privacy;
     std::vector<CleanupItem> items;
     for (const BrowserTraces& traces : layout.browsers) {
-        const BrowserPrivacyDefinition browser = definition(context.platform(), traces);
-        const bool running = std::ranges::any_of(
-            browser.processNames, [&](const std::string& name) { return runningNames(context).contains(name); });
+        const std::vector<BrowserProfile> profiles = browserProfiles(context.platform(), traces);
         if (layout.dropsMissing) {
             appendClosedProfiles(context, traces, items);
+            if (profiles.empty()) {
+                continue; // as for most browsers of the table
+            }
         }
+        const BrowserPrivacyDefinition browser = definition(context.platform(), traces, profiles);
+        const bool running = std::ranges::any_of(
+            browser.processNames, [&](const std::string& name) { return runningNames(context).contains(name); });
         for (const PrivacyCategory& category : browser.categories) {
             context.throwIfCancelled();
             std::vector<Path> existing = category.urls;

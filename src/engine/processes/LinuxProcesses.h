@@ -9,6 +9,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -23,8 +24,8 @@ public:
     LinuxProcesses(const Platform& platform, const SystemLayout& layout) : platform_(platform), layout_(layout) {}
     /// Those of the call's first look, for all who ask in one scan.
     static const LinuxProcesses& of(EngineContext& context);
-    /// Begins that look on a thread of its own, while the scan does something else: of() waits for it. Nothing where
-    /// the system has no /proc.
+    /// Begins that look on two threads of its own, while the scan does something else: of() waits for them. Nothing
+    /// where the system has no /proc.
     static void lookAhead(EngineContext& context);
 
     /// Programs of the user only, ascending. The kernel's threads are root's, and none: they hold neither memory nor
@@ -60,6 +61,10 @@ public:
 
 private:
     void readAll();
+    void read(std::span<const std::int32_t> some);
+    /// The numbers of all processes, ascending.
+    [[nodiscard]] std::vector<std::int32_t> allPids() const;
+    [[nodiscard]] bool isProgramOfUser(std::int32_t pid) const { return !isKernelThread(pid) && isOwn(pid); }
     [[nodiscard]] Path file(std::int32_t pid, std::string_view name) const;
     [[nodiscard]] const std::string& contents(std::int32_t pid, std::string_view name) const;
     [[nodiscard]] bool isOwn(std::int32_t pid) const;

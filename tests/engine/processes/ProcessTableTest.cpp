@@ -21,6 +21,7 @@ using test::System;
 using test::userUnit;
 using ::testing::Contains;
 using ::testing::ElementsAre;
+using ::testing::ElementsAreArray;
 using ::testing::IsEmpty;
 using ::testing::UnorderedElementsAre;
 
@@ -195,6 +196,37 @@ TEST_F(LinuxProcessTable, OneLookStaysAsItWasAndAnotherSeesWhatChanged) {
     const LinuxProcesses again(home.platform, home.layout);
     EXPECT_EQ(again.name(10), "two");
     EXPECT_THAT(again.pids(), ElementsAre(10, 11));
+}
+
+TEST_F(LinuxProcessTable, ALookAheadKnowsOfAllWithoutAskingAgain) {
+    std::vector<std::int32_t> own;
+    for (std::int32_t pid = 10; pid < 40; ++pid) {
+        const bool isOwn = pid % 3 != 0;
+        addProcess(home, {.pid = pid,
+                          .exe = "/usr/bin/tool" + std::to_string(pid),
+                          .environment = "A=" + std::to_string(pid),
+                          .pages = pid,
+                          .comm = "tool" + std::to_string(pid),
+                          .user = isOwn ? -1 : 4711});
+        home.text("/proc/" + std::to_string(pid) + "/root/.flatpak-info",
+                  "[Application]\nname=org.example.Tool" + std::to_string(pid) + "\n");
+        if (isOwn) {
+            own.push_back(pid);
+        }
+    }
+    EngineContext context = home.context();
+    LinuxProcesses::lookAhead(context);
+    const LinuxProcesses& look = LinuxProcesses::of(context);
+    std::filesystem::remove_all(home.place("/proc"));
+    EXPECT_THAT(look.pids(), ElementsAreArray(own));
+    for (const std::int32_t pid : own) {
+        const std::string number = std::to_string(pid);
+        EXPECT_EQ(look.executable(pid), home.place("/usr/bin/tool" + number));
+        EXPECT_EQ(look.name(pid), "tool" + number);
+        EXPECT_EQ(look.residentBytes(pid), pid * 4096);
+        EXPECT_EQ(look.environment(pid), "A=" + number);
+        EXPECT_EQ(look.flatpak(pid), "org.example.Tool" + number);
+    }
 }
 
 TEST_F(LinuxProcessTable, OnlyNumbersAreProcesses) {
