@@ -31,11 +31,16 @@ sources() {
   fi
 }
 
+# What is essential, and apt; of Ubuntu what is of priority "required", too: nobody can be added without it, and apt never
+# takes such a package away again.
+variant=apt
+[ "$ID" != ubuntu ] || variant=minbase
+
 # The system is made once and copied; a week later it is made again.
 make_root() {
   if [ -z "$(find "$minimal" -mtime -7 2>/dev/null)" ]; then
     echo "== A minimal $PRETTY_NAME"
-    sources | mmdebstrap --quiet --variant=apt --format=tar "$VERSION_CODENAME" "$minimal.new" -
+    sources | mmdebstrap --quiet --variant="$variant" --include=apt --format=tar "$VERSION_CODENAME" "$minimal.new" -
     mv "$minimal.new" "$minimal"
   fi
   mkdir "$roots/$1"
