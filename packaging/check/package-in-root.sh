@@ -14,10 +14,10 @@ apt() { apt-get -y -qq --no-install-recommends "$@" >/vellmoor/apt.log 2>&1 || {
 # Not a function: in the background that would be a shell of its own, which a signal ends instead of the program.
 as_user=(setpriv --reuid tester --regid tester --clear-groups env HOME=/home/tester USER=tester LOGNAME=tester)
 
-# Everything but what apt, dpkg and the kernel keep for themselves.
+# Everything but what apt, dpkg and the kernel keep for themselves, and the place to which Ubuntu's libraries divert /lib.
 inventory() {
   find / -xdev \( -path /proc -o -path /sys -o -path /dev -o -path /tmp -o -path /run -o -path /vellmoor -o -path /home \
-    -o -path /var/lib/dpkg -o -path /var/lib/apt -o -path /var/cache -o -path /var/log \) -prune -o -print | LC_ALL=C sort
+    -o -path /lib.usr-is-merged -o -path /var/lib/dpkg -o -path /var/lib/apt -o -path /var/cache -o -path /var/log \) -prune -o -print | LC_ALL=C sort
 }
 # dconf, which Qt's theme asks, touches its own cache at each start of any program.
 home_inventory() { find /home/tester -path /home/tester/.cache/dconf -prune -o -printf '%P %y %m %s %T@ %l\n' | LC_ALL=C sort; }
