@@ -45,7 +45,7 @@ struct Case {
 CleanupItem withName(CleanupItem item, const std::string& name) {
     item.id = CleanupItem().id;
     item.title = name;
-    for (CleanupTarget& target : item.targets) {
+    for (CleanupTarget& target : item.targets.edit()) {
         target.url = "/home/ann/" + name;
         target.name = name;
     }

@@ -206,7 +206,7 @@ double engineMove(const LinuxPlatform& platform, const Home& home) {
         target.isSelected = true;
         target.identity = platform.identity(target.url);
         target.sameness = Sameness::Kind;
-        row.targets.push_back(std::move(target));
+        row.targets.edit().push_back(std::move(target));
     }
     EngineContext context(platform, layout, std::chrono::system_clock::now());
     return cleaned(context, {std::move(row)}, home.names.size());

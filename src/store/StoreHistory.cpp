@@ -168,12 +168,17 @@ void CleanerStore::State::keepTicks(const std::vector<CleanupItem>& before, std:
         }
         const auto place = known.find(keyOf(item));
         const KnownRow& row = place == known.end() ? unknown : place->second;
-        for (CleanupTarget& target : item.targets) {
+        const auto isTicked = [&row](const CleanupTarget& target) {
             const auto same = row.targets.find(target.url.native());
             if (same == row.targets.end()) {
-                target.isSelected = target.isSelected && !row.isOff; // a row that is off stays off
-            } else if (same->second->isFromClean == target.isFromClean) {
-                target.isSelected = same->second->isSelected && target.mayGo();
+                return target.isSelected && !row.isOff; // a row that is off stays off
+            }
+            const bool isSameKind = same->second->isFromClean == target.isFromClean;
+            return isSameKind ? same->second->isSelected && target.mayGo() : target.isSelected;
+        };
+        if (!std::ranges::equal(item.targets, item.targets, {}, isTicked, &CleanupTarget::isSelected)) {
+            for (CleanupTarget& target : item.targets.edit()) {
+                target.isSelected = isTicked(target);
             }
         }
         item.isSelected = std::ranges::any_of(item.targets, &CleanupTarget::isSelected);

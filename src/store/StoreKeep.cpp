@@ -29,28 +29,29 @@ void subtract(CleanupItem& item, const CleanupTarget& target) {
 
 /// Whether anything of the row was kept, or is part of what was.
 bool takeOut(CleanupItem& item, const std::vector<Path>& kept) {
-    const std::size_t before = item.targets.size();
-    std::erase_if(item.targets, [&](const CleanupTarget& target) {
-        const bool goes = isKept(target.url, kept);
-        if (goes) {
-            subtract(item, target);
+    const auto goes = [&](const CleanupTarget& target) { return isKept(target.url, kept); };
+    const auto isHeldBack = [&](const CleanupTarget& target) { return target.mayGo() && holdsKept(target.url, kept); };
+    if (std::ranges::none_of(item.targets,
+                             [&](const CleanupTarget& target) { return goes(target) || isHeldBack(target); })) {
+        return false;
+    }
+    std::vector<CleanupTarget>& targets = item.targets.edit();
+    std::erase_if(targets, [&](const CleanupTarget& target) {
+        if (!goes(target)) {
+            return false;
         }
-        return goes;
+        subtract(item, target);
+        return true;
     });
-    bool isHeldBack = false;
-    for (CleanupTarget& target : item.targets) {
-        if (target.mayGo() && holdsKept(target.url, kept)) {
+    for (CleanupTarget& target : targets) {
+        if (isHeldBack(target)) {
             target.heldBack = L::tr("其中有你保留的项目");
             target.isSelected = false;
-            isHeldBack = true;
         }
     }
-    const bool isChanged = isHeldBack || item.targets.size() != before;
-    if (isChanged) {
-        item.isSelected = std::ranges::any_of(item.targets, &CleanupTarget::isSelected);
-        item.isCleanable = item.isCleanable && std::ranges::any_of(item.targets, &CleanupTarget::mayGo);
-    }
-    return isChanged;
+    item.isSelected = std::ranges::any_of(targets, &CleanupTarget::isSelected);
+    item.isCleanable = item.isCleanable && std::ranges::any_of(targets, &CleanupTarget::mayGo);
+    return true;
 }
 
 /// Whether the application of the row is kept: then nothing of the row is offered.

@@ -5,7 +5,8 @@
 
 #include <algorithm>
 #include <iterator>
-#include <set>
+#include <string_view>
+#include <unordered_set>
 #include <utility>
 
 namespace vellmoor {
@@ -135,28 +136,31 @@ void CleanerStore::State::takeOutOfSmartScan(const ScanSnapshot& fresh, CleanerM
     if (smart == cachedStates.end()) {
         return;
     }
-    std::set<std::filesystem::path> left;
+    std::unordered_set<std::string_view> left;
     for (const CleanupItem& item : fresh.cleanupItems) {
         for (const CleanupTarget& target : item.targets) {
-            left.insert(target.url);
+            left.insert(target.url.native());
         }
     }
     std::vector<CleanupItem>& items = smart->second.cleanupItems;
     smart->second.ledger.forget();
     std::erase_if(items, [&](CleanupItem& item) {
+        if (item.module != module) {
+            return false;
+        }
         const auto isGone = [&](const CleanupTarget& target) {
-            if (item.module != module || left.contains(target.url)) {
+            if (left.contains(target.url.native())) {
                 return false;
             }
             item.bytes -= target.bytes;
             item.files -= target.files;
             return true;
         };
-        return std::erase_if(item.targets, isGone) > 0 && item.targets.empty();
+        return std::erase_if(item.targets.edit(), isGone) > 0 && item.targets.empty();
     });
     if (module == CleanerModule::largeFiles) {
         std::erase_if(smart->second.fileCandidates,
-                      [&](const FileCandidate& file) { return !left.contains(file.url); });
+                      [&](const FileCandidate& file) { return !left.contains(file.url.native()); });
     }
 }
 

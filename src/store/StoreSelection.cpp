@@ -93,7 +93,7 @@ void CleanerStore::setTargetSelected(int itemIndex, int targetIndex, bool select
     if (item == nullptr || targetIndex < 0 || static_cast<std::size_t>(targetIndex) >= item->targets.size()) {
         return;
     }
-    CleanupTarget& target = item->targets.at(static_cast<std::size_t>(targetIndex));
+    CleanupTarget& target = item->targets.edit().at(static_cast<std::size_t>(targetIndex));
     state_->ledger().tick(static_cast<std::size_t>(itemIndex), *item, target, selected && target.mayGo());
     Q_EMIT selectionChanged(itemIndex);
 }

@@ -111,7 +111,7 @@ struct CleanerStore::State {
     void startAction(const std::string& status, std::optional<CleanerModule> rescanned, const Action& action);
     void startLongAction(const std::string& status, std::optional<CleanerModule> rescanned, const LongAction& action);
     void startPutBack(const std::vector<std::filesystem::path>& places);
-    void endAction(const ActionOutcome& outcome, std::optional<CleanerModule> rescanned);
+    void endAction(ActionOutcome outcome, std::optional<CleanerModule> rescanned);
     /// The active module, where it shows a result.
     [[nodiscard]] std::optional<CleanerModule> shownAgain() const;
     void startReading(bool recovers);

@@ -78,11 +78,20 @@ Json json(const CleanupTarget& target) {
 }
 
 Json json(const CleanupItem& item) {
-    return {{"id", item.id.text()},          {"module", rawValue(item.module)}, {"key", item.key},
-            {"title", item.title},           {"description", item.description}, {"bytes", item.bytes},
-            {"files", item.files},           {"symbol", item.symbol},           {"tint", tintName(item.tint)},
-            {"risk", rawValue(item.risk)},   {"isCleanable", item.isCleanable}, {"appInfo", json(item.appInfo)},
-            {"isSelected", item.isSelected}, {"targets", json(item.targets)}};
+    return {{"id", item.id.text()},
+            {"module", rawValue(item.module)},
+            {"key", item.key},
+            {"title", item.title},
+            {"description", item.description},
+            {"bytes", item.bytes},
+            {"files", item.files},
+            {"symbol", item.symbol},
+            {"tint", tintName(item.tint)},
+            {"risk", rawValue(item.risk)},
+            {"isCleanable", item.isCleanable},
+            {"appInfo", json(item.appInfo)},
+            {"isSelected", item.isSelected},
+            {"targets", json<CleanupTarget>(item.targets)}};
 }
 
 Json json(const FileCandidate& candidate) {
@@ -154,9 +163,9 @@ Json json(const ScannedPath& path) {
 }
 
 Json json(const CleanupOutcome& outcome) {
-    return {{"path", outcome.path.string()},
+    return {{"path", outcome.path.native()},
             {"fate", rawValue(outcome.fate)},
-            {"place", outcome.place.string()},
+            {"place", outcome.place.native()},
             {"bytes", outcome.bytes},
             {"reason", outcome.reason}};
 }

@@ -114,8 +114,8 @@ CleanupItem rowOf(const std::string& key, const std::string& title, bool isPrese
     row.isCleanable = true;
     row.risk = isPreselected ? CleanupRisk::safe : CleanupRisk::cautious;
     row.isSelected = isPreselected;
-    row.targets.resize(2);
-    for (CleanupTarget& target : row.targets) {
+    row.targets.edit().resize(2);
+    for (CleanupTarget& target : row.targets.edit()) {
         target.bytes = 1;
         target.isSelected = isPreselected;
     }
@@ -190,7 +190,7 @@ TEST_F(RowChoices, APreselectedRowThatIsNotSafeIsLeftOut) {
 }
 
 TEST_F(RowChoices, WhatIsHeldBackIsNotTaken) {
-    rows_[1].targets.front().heldBack = "kept";
+    rows_[1].targets.edit().front().heldBack = "kept";
     const auto choice = chooseRows({.ticks = {"developer"}, .onlyTicked = true}, rows_, facts_);
     EXPECT_EQ(choice->rows.front().selectedTargetCount(), 1);
 }

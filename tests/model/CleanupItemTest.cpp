@@ -46,6 +46,38 @@ TEST(CleanupItem, KeepsItsIdentityWhenCopied) {
     EXPECT_EQ(copy.targets.front().id, item.targets.front().id);
 }
 
+TEST(CleanupItem, ACopySharesItsTargetsUntilOneIsEdited) {
+    CleanupItem item = itemOf({target("a", 1, 1), target("b", 2, 1)});
+    CleanupItem copy = item;
+    EXPECT_TRUE(copy.targets.isSharedWith(item.targets));
+    copy.selectAll(false);
+    EXPECT_FALSE(copy.targets.isSharedWith(item.targets));
+    EXPECT_EQ(copy.selectedTargetCount(), 0);
+    EXPECT_EQ(item.selectedTargetCount(), 2) << "the other one's ticks are its own";
+    EXPECT_EQ(copy.targets.at(1).id, item.targets.at(1).id);
+}
+
+TEST(CleanupItem, TargetsThatNobodySharesAreEditedWhereTheyAre) {
+    CleanupItem item = itemOf({target("a", 1, 1)});
+    const CleanupTarget* const before = &item.targets.front();
+    item.selectAll(false);
+    EXPECT_EQ(&item.targets.front(), before);
+    {
+        const CleanupItem copy = item;
+        EXPECT_EQ(&copy.targets.front(), before);
+    }
+    item.selectAll(true);
+    EXPECT_EQ(&item.targets.front(), before) << "the copy is gone";
+}
+
+TEST(CleanupItem, WithoutTargetsItCanBeEdited) {
+    CleanupItem item;
+    EXPECT_THAT(item.targets, IsEmpty());
+    item.targets.edit().push_back(target("a", 1, 1));
+    EXPECT_EQ(item.targets.size(), 1U);
+    EXPECT_THAT(CleanupItem().targets, IsEmpty());
+}
+
 TEST(CleanupItem, ASizeThatMayBeMoreSaysSo) {
     const LanguageScope english(AppLanguage::english);
     CleanupItem item = itemOf({target("a", 2000, 1)});
@@ -53,7 +85,7 @@ TEST(CleanupItem, ASizeThatMayBeMoreSaysSo) {
     EXPECT_EQ(item.sizeText(), "2 KB");
     EXPECT_EQ(item.targets.front().sizeText(), "2 KB");
     item.isAtLeast = true;
-    item.targets.front().isAtLeast = true;
+    item.targets.edit().front().isAtLeast = true;
     EXPECT_EQ(item.sizeText(), "at least 2 KB");
     EXPECT_EQ(item.targets.front().sizeText(), "at least 2 KB");
 }

@@ -69,7 +69,7 @@ TEST_F(StoreActions, ACleanTakesWhatItTookOutOfSmartScansResult) {
     CleanupItem trash = row(CleanerModule::trash, "Trash", {10, 20});
     scanned(CleanerModule::smartScan, snapshotOf({trash, cookies}));
     store->show(CleanerModule::trash);
-    trash.targets.pop_back();
+    trash.targets.edit().pop_back();
     answer(snapshotOf({trash}));
     store->cleanSelected(CleanerModule::trash);
     awaitEnd();

@@ -46,7 +46,7 @@ CleanupItem row(CleanerModule module, const std::string& title, std::initializer
         target.isSelected = selected;
         item.bytes += bytes;
         item.files += 1;
-        item.targets.push_back(target);
+        item.targets.edit().push_back(target);
     }
     return item;
 }

@@ -35,7 +35,7 @@ protected:
     /// A Trash of which the first path has a note.
     static ScanSnapshot trash() {
         CleanupItem item = row(CleanerModule::trash, "Trash", {10, 20});
-        item.targets[0].origin = "/home/user/a";
+        item.targets.edit()[0].origin = "/home/user/a";
         return snapshotOf({item});
     }
 
@@ -153,7 +153,7 @@ TEST_F(TicksOverAScan, StayByPath) {
     scanned(CleanerModule::trash, snapshotOf({row(CleanerModule::trash, "Trash", {10, 20, 30})}));
     store->setTargetSelected(0, 1, false);
     CleanupItem next = row(CleanerModule::trash, "Trash", {10, 20, 30, 40});
-    std::swap(next.targets[0], next.targets[1]);
+    std::swap(next.targets.edit()[0], next.targets.edit()[1]);
     scanned(CleanerModule::trash, snapshotOf({next}));
     EXPECT_THAT(ticks(), ElementsAre(false, true, true, true)) << "what is new has its own tick";
 }
@@ -177,8 +177,8 @@ TEST_F(TicksOverAScan, ARowThatIsOffStaysOffWithWhatIsNewInIt) {
 TEST_F(TicksOverAScan, WhatComesFromACleanStartsUntickedUnderAnyName) {
     scanned(CleanerModule::trash, snapshotOf({row(CleanerModule::trash, "Trash", {10, 20})}));
     CleanupItem next = row(CleanerModule::trash, "Trash", {10, 20});
-    next.targets[0].isFromClean = true;
-    next.targets[0].isSelected = false;
+    next.targets.edit()[0].isFromClean = true;
+    next.targets.edit()[0].isSelected = false;
     scanned(CleanerModule::trash, snapshotOf({next}));
     EXPECT_THAT(ticks(), ElementsAre(false, true));
     store->setTargetSelected(0, 0, true);

@@ -19,7 +19,7 @@ CleanupItem rowAt(const std::string& title, const std::vector<Path>& paths,
                   CleanerModule module = CleanerModule::systemJunk) {
     CleanupItem item = row(module, title, {});
     for (const Path& path : paths) {
-        item.targets.push_back({.url = path, .bytes = 10, .files = 1, .isSelected = true});
+        item.targets.edit().push_back({.url = path, .bytes = 10, .files = 1, .isSelected = true});
         item.bytes += 10;
         ++item.files;
     }

@@ -26,10 +26,10 @@ protected:
 
 CleanupItem largeFile(const std::string& name, std::int64_t bytes) {
     CleanupItem item = row(CleanerModule::largeFiles, name, {bytes}, false);
-    item.targets.front().name = name;
-    item.targets.front().location = "~/Downloads";
-    item.targets.front().modified = "2 days ago";
-    item.targets.front().symbol = "film";
+    item.targets.edit().front().name = name;
+    item.targets.edit().front().location = "~/Downloads";
+    item.targets.edit().front().modified = "2 days ago";
+    item.targets.edit().front().symbol = "film";
     return item;
 }
 
@@ -147,8 +147,8 @@ TEST_F(StoreModules, HaveEntriesForAllAfterASmartScan) {
 TEST_F(StoreModules, ASmartScanCountsEachPathOnceAndTheModulesKeepAllOfTheirs) {
     ScanSnapshot snapshot = snapshotOf({row(CleanerModule::systemJunk, "Leftovers", {300}), largeFile("a.iso", 300),
                                         row(CleanerModule::privacy, "Chrome Cache", {60, 5})});
-    snapshot.cleanupItems[1].targets[0].isCovered = true;
-    snapshot.cleanupItems[2].targets[0].isCovered = true;
+    snapshot.cleanupItems[1].targets.edit()[0].isCovered = true;
+    snapshot.cleanupItems[2].targets.edit()[0].isCovered = true;
     scanned(CleanerModule::smartScan, snapshot);
     ASSERT_EQ(store->cleanupItems().size(), 2U);
     EXPECT_EQ(store->cleanupItems()[1].targets.size(), 1U);
@@ -157,6 +157,18 @@ TEST_F(StoreModules, ASmartScanCountsEachPathOnceAndTheModulesKeepAllOfTheirs) {
     EXPECT_EQ(store->cleanableBytes(CleanerModule::largeFiles), 300);
     store->show(CleanerModule::privacy);
     EXPECT_EQ(store->cleanableBytes(CleanerModule::privacy), 65);
+}
+
+TEST_F(StoreModules, HoldAPathOfASmartScanOnceUntilItIsTickedInOneOfItsLists) {
+    scanned(CleanerModule::smartScan, snapshotOf({row(CleanerModule::systemJunk, "Caches", {20, 30})}));
+    const SharedTargets smart = store->cleanupItems().at(0).targets;
+    store->show(CleanerModule::systemJunk);
+    EXPECT_TRUE(store->cleanupItems().at(0).targets.isSharedWith(smart));
+    store->setTargetSelected(0, 0, false);
+    EXPECT_FALSE(store->cleanupItems().at(0).targets.isSharedWith(smart));
+    EXPECT_EQ(store->selectedBytes(CleanerModule::systemJunk), 30);
+    store->show(CleanerModule::smartScan);
+    EXPECT_EQ(store->selectedBytes(CleanerModule::smartScan), 50);
 }
 
 TEST_F(StoreModules, ShowTheirOwnRowsOfASmartScanInOrder) {

@@ -78,10 +78,10 @@ TEST_F(StoreSelection, CleanableBytesAreThoseOfCleanableRowsTickedOrNot) {
 
 TEST_F(StoreSelection, SelectedBytesAreThoseOfTickedPathsOfTickedCleanableRows) {
     CleanupItem partly = row(CleanerModule::trash, "Partly", {100, 20});
-    partly.targets.at(1).isSelected = false;
+    partly.targets.edit().at(1).isSelected = false;
     CleanupItem locked = uncleanable("Locked");
     locked.isSelected = true;
-    locked.targets.front().isSelected = true;
+    locked.targets.edit().front().isSelected = true;
     show({partly, locked, row(CleanerModule::trash, "Unticked", {7}, false), row(CleanerModule::privacy, "D", {3})});
     EXPECT_EQ(store->selectedBytes(CleanerModule::trash), 100);
     EXPECT_EQ(store->selectedBytes(CleanerModule::smartScan), 103);
@@ -96,7 +96,7 @@ TEST_F(StoreSelection, SelectedItemsNeedATickedByte) {
 
 TEST_F(StoreSelection, SelectedItemsAreUnchangedUntickedPathsIncluded) {
     CleanupItem partly = row(CleanerModule::trash, "Partly", {100, 20});
-    partly.targets.at(1).isSelected = false;
+    partly.targets.edit().at(1).isSelected = false;
     show({partly});
     const std::vector<CleanupItem> selected = store->selectedItems(CleanerModule::trash);
     ASSERT_EQ(selected.size(), 1U);
@@ -216,7 +216,7 @@ TEST_F(StoreSelection, BulkTicksTouchTheNamedRowsOnly) {
 
 TEST_F(StoreSelection, SelectAllTicksEveryPathOfTheModulesRowsOnly) {
     CleanupItem partly = row(CleanerModule::trash, "Partly", {10, 20});
-    partly.targets.at(0).isSelected = false;
+    partly.targets.edit().at(0).isSelected = false;
     show({partly, row(CleanerModule::trash, "Unticked", {40}, false), cautious(CleanerModule::privacy, "Other", {80})});
     store->setAllSelected(CleanerModule::trash, true);
     EXPECT_EQ(store->selectedBytes(CleanerModule::smartScan), 70);
@@ -253,7 +253,7 @@ TEST_F(StoreSelection, SumsStayThoseOfTheRowsWhateverIsTicked) {
     CleanupItem contrary = row(CleanerModule::privacy, "Its paths are ticked, it is not", {7, 8}, true);
     contrary.isSelected = false;
     CleanupItem held = row(CleanerModule::trash, "One path stays", {30, 40}, false);
-    held.targets.at(1).heldBack = "kept";
+    held.targets.edit().at(1).heldBack = "kept";
     show({row(CleanerModule::trash, "A", {10, 0, 20}), held, uncleanable("C"), contrary,
           cautious(CleanerModule::privacy, "E", {5, 6}), row(CleanerModule::systemJunk, "Empty", {})});
     std::mt19937 random(1);

@@ -16,9 +16,9 @@ ScanSnapshot manyFiles(CleanerModule module, int further) {
         CleanupItem item = *file;
         item.title = "more-" + std::to_string(number) + ".mkv";
         item.bytes = 300'000'000;
-        item.targets.front().url = "/home/anna/Videos/" + item.title;
-        item.targets.front().name = item.title;
-        item.targets.front().bytes = item.bytes;
+        item.targets.edit().front().url = "/home/anna/Videos/" + item.title;
+        item.targets.edit().front().name = item.title;
+        item.targets.edit().front().bytes = item.bytes;
         scan.furtherLargeFiles.push_back(item);
     }
     return scan;

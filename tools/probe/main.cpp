@@ -96,7 +96,7 @@ void select(const Session& session, const Arguments& arguments, std::vector<Clea
         const bool isWhole = item.isCleanable && (isTicked || arguments.selection == Selection::All);
         const bool keeps = arguments.selection == Selection::Default;
         item.isSelected = isWhole || (keeps && item.isSelected);
-        for (CleanupTarget& target : item.targets) {
+        for (CleanupTarget& target : item.targets.edit()) {
             target.isSelected = (isWhole || (keeps && target.isSelected)) && mayBeCleaned(session, item, target.url);
         }
     }

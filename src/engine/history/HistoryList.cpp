@@ -137,7 +137,7 @@ void markFromCleans(EngineContext& context, std::vector<CleanupItem>& items) {
     std::map<Path, CleanupTarget*> targets;
     for (CleanupItem& item : items) {
         if (item.module == CleanerModule::trash) {
-            for (CleanupTarget& target : item.targets) {
+            for (CleanupTarget& target : item.targets.edit()) {
                 targets.emplace(target.url, &target);
             }
         }

@@ -5,6 +5,7 @@
 
 #include "disk/OwnFile.h"
 #include "done/CleanupReport.h"
+#include "found/SharedPath.h"
 #include "layouts/SystemLayout.h"
 
 #include <expected>
@@ -36,7 +37,7 @@ struct PastDisk {
 
 /// One target of a clean of the past.
 struct PastTarget {
-    Path path;           ///< where it was, without links above it
+    SharedPath path;     ///< where it was, without links above it
     std::size_t row = 0; ///< among those of its clean
     FileIdentity identity;
     Sameness sameness = Sameness::Content;
@@ -45,7 +46,7 @@ struct PastTarget {
     bool wasTrashed = false;                ///< it lay in a Trash: it was to go for good
     bool isBody = false;                    ///< the application itself, in its row
     std::optional<CleanupFate> fate;        ///< nothing: the clean ended before that was written
-    Path place;                             ///< where it lies in a Trash
+    SharedPath place;                       ///< where it lies in a Trash
     std::string reason;
     bool isPutBack = false;
     bool isRepeated = false; ///< the same path stands in another row of the clean before

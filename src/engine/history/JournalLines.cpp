@@ -8,7 +8,7 @@
 #include <array>
 #include <chrono>
 #include <map>
-#include <set>
+#include <unordered_set>
 #include <utility>
 
 namespace vellmoor {
@@ -70,7 +70,9 @@ public:
     void add(std::string_view name, std::uint64_t number) { key(name).append(std::to_string(number)); }
     void add(std::string_view name, bool value) { key(name).append(value ? "true" : "false"); }
     void add(std::string_view name, std::string_view plain) { key(name).append("\"").append(plain).append("\""); }
-    void add(std::string_view name, const Path& path) { add(name, std::string_view(percentEncoded(path.native()))); }
+    void add(std::string_view name, const SharedPath& path) {
+        add(name, std::string_view(percentEncoded(path.native())));
+    }
     void add(std::string_view name, const std::vector<std::uint32_t>& numbers) {
         key(name).append("[");
         for (std::size_t index = 0; index < numbers.size(); ++index) {
@@ -184,7 +186,7 @@ private:
     struct Draft {
         PastClean clean;
         std::size_t count = 0;
-        std::set<Path> paths;
+        std::unordered_set<std::string_view> paths; ///< texts of its targets
     };
 
     void takeEvent(const Json& json) {
@@ -206,7 +208,7 @@ private:
         if (event == "want") {
             if (json.at("index").get<std::size_t>() == clean.targets.size()) {
                 clean.targets.push_back(targetOf(json, clean.rows.size()));
-                clean.targets.back().isRepeated = !draft.paths.insert(clean.targets.back().path).second;
+                clean.targets.back().isRepeated = !draft.paths.insert(clean.targets.back().path.native()).second;
             }
         } else if (event == "did") {
             takeFact(clean.targets.at(json.at("index").get<std::size_t>()), json);

@@ -114,19 +114,21 @@ CleanupItem categoryItem(EngineContext& context, const CategorySpec& spec) {
     item.symbol = spec.symbol;
     item.tint = spec.tint;
     const bool preselected = spec.cleanable && spec.selected && spec.risk == CleanupRisk::safe;
+    std::vector<CleanupTarget> targets;
     for (const Path& root : spec.roots) {
         if (!context.platform().exists(root) || UserPlaces::of(context).holdsUserFolder(root)) {
             continue;
         }
         for (const Offer& offer : offersOf(context, root, spec.splitting)) {
             // Measured once: the figure serves the target and the total.
-            item.targets.push_back(target(context, offer, preselected, spec.sameness));
-            item.bytes = checkedAdd(item.bytes, item.targets.back().bytes);
-            item.files = checkedAdd(item.files, item.targets.back().files);
-            item.isAtLeast = item.isAtLeast || item.targets.back().isAtLeast;
+            const CleanupTarget& found = targets.emplace_back(target(context, offer, preselected, spec.sameness));
+            item.bytes = checkedAdd(item.bytes, found.bytes);
+            item.files = checkedAdd(item.files, found.files);
+            item.isAtLeast = item.isAtLeast || found.isAtLeast;
         }
     }
-    item.targets.shrink_to_fit(); // they stay as long as the list is shown
+    targets.shrink_to_fit(); // they stay as long as the list is shown
+    item.targets = std::move(targets);
     const bool mayGo = std::ranges::any_of(item.targets, &CleanupTarget::mayGo);
     item.description = item.targets.empty() ? L::tr("%@；未发现可处理项目", spec.description) : spec.description;
     item.isCleanable = spec.cleanable && mayGo;

@@ -83,7 +83,7 @@ void markCovered(const Platform& platform, std::vector<CleanupItem>& items) {
     Counted counted(platform);
     for (const bool bodies : {true, false}) {
         for (CleanupItem& item : items) {
-            for (CleanupTarget& target : item.targets) {
+            for (CleanupTarget& target : item.targets.edit()) {
                 if (isOnDisk(item) && target.mayGo() && isBody(item, target) == bodies) {
                     counted.count(target, &item);
                 }

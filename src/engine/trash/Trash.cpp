@@ -148,7 +148,7 @@ CleanupItem contentsRow(EngineContext& context, const TrashSource& source, std::
                                              .cleanable = true,
                                              .selected = true,
                                              .splitting = Splitting::Never}); // half an item could not be put back
-    for (CleanupTarget& target : row.targets) {
+    for (CleanupTarget& target : row.targets.edit()) {
         target.origin = trashedOrigin(context, source.trash, target.url);
     }
     return row;

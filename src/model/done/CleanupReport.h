@@ -2,6 +2,7 @@
 
 #include "found/CleanupItem.h"
 #include "found/MemorySnapshot.h"
+#include "found/SharedPath.h"
 #include "found/Uuid.h"
 
 #include <array>
@@ -35,10 +36,10 @@ inline constexpr std::array<std::pair<CleanupFate, const char*>, 6> cleanupFates
 std::string_view rawValue(CleanupFate fate);
 
 struct CleanupOutcome {
-    std::filesystem::path path;
+    SharedPath path;
     CleanupFate fate = CleanupFate::Untried;
-    std::filesystem::path place; ///< where it lies in a Trash, if it does
-    std::int64_t bytes = 0;      ///< as the scan measured them
+    SharedPath place;       ///< where it lies in a Trash, if it does
+    std::int64_t bytes = 0; ///< as the scan measured them
     std::optional<FileIdentity> identity;
     std::string reason; ///< localised; why it was kept or failed
 };

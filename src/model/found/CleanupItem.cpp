@@ -39,6 +39,11 @@ void subtract(CleanupItem& item, const CleanupTarget& target, std::int64_t bytes
     }
 }
 
+/// Some or all of it.
+bool isCountedElsewhere(const CleanupTarget& target) {
+    return target.isCovered || target.coveredBytes != 0 || target.coveredFiles != 0;
+}
+
 } // namespace
 
 std::string CleanupTarget::sizeText() const {
@@ -58,7 +63,7 @@ std::int64_t CleanupItem::selectedFiles() const {
 }
 
 void CleanupItem::selectAll(bool selected) {
-    for (CleanupTarget& target : targets) {
+    for (CleanupTarget& target : targets.edit()) {
         target.isSelected = selected && target.mayGo();
     }
     isSelected = selected;
@@ -127,10 +132,13 @@ bool matches(CleanupFilter filter, const CleanupItem& item) {
 
 std::vector<CleanupItem> countedOnce(std::vector<CleanupItem> items) {
     for (CleanupItem& item : items) {
-        for (CleanupTarget& target : item.targets) {
+        if (std::ranges::none_of(item.targets, isCountedElsewhere)) {
+            continue; // stays shared
+        }
+        for (CleanupTarget& target : item.targets.edit()) {
             if (target.isCovered) {
                 subtract(item, target, target.bytes, target.files);
-            } else if (target.coveredBytes != 0 || target.coveredFiles != 0) {
+            } else if (isCountedElsewhere(target)) {
                 subtract(item, target, target.coveredBytes, target.coveredFiles);
                 target.bytes = checkedSub(target.bytes, std::exchange(target.coveredBytes, 0));
                 target.files = checkedSub(target.files, std::exchange(target.coveredFiles, 0));
@@ -138,8 +146,9 @@ std::vector<CleanupItem> countedOnce(std::vector<CleanupItem> items) {
         }
     }
     std::erase_if(items, [](CleanupItem& item) {
-        const bool lost = std::erase_if(item.targets, [](const CleanupTarget& target) { return target.isCovered; }) > 0;
+        const bool lost = std::ranges::any_of(item.targets, &CleanupTarget::isCovered);
         if (lost) {
+            std::erase_if(item.targets.edit(), [](const CleanupTarget& target) { return target.isCovered; });
             item.isSelected = item.isSelected && std::ranges::any_of(item.targets, &CleanupTarget::isSelected);
         }
         return lost && item.targets.empty();

@@ -21,6 +21,7 @@ public:
         static const std::string empty;
         return text_ ? *text_ : empty;
     }
+    [[nodiscard]] bool empty() const { return native().empty(); }
     [[nodiscard]] std::filesystem::path path() const { return native(); }
     operator std::filesystem::path() const { return path(); }
 

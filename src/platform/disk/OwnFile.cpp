@@ -52,6 +52,7 @@ std::expected<std::string, std::string> OwnFile::read() const {
         return failed(EINVAL);
     }
     std::string text;
+    text.reserve(static_cast<std::size_t>(status.st_size));
     std::array<char, 65536> block;
     for (;;) {
         const ssize_t count = ::read(descriptor.get(), block.data(), block.size());

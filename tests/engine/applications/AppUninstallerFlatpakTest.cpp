@@ -95,7 +95,7 @@ protected:
     [[nodiscard]] CleanupReport clean() const {
         CleanupItem row = application(home, "Painter");
         row.isSelected = true;
-        for (CleanupTarget& target : row.targets) {
+        for (CleanupTarget& target : row.targets.edit()) {
             target.isSelected = true;
         }
         EngineContext context = home.context();

@@ -31,7 +31,7 @@ inline CleanupItem tickedRow(const std::vector<Path>& paths, CleanerModule modul
     item.isCleanable = true;
     item.isSelected = true;
     for (const Path& path : paths) {
-        item.targets.push_back(tickedTarget(path));
+        item.targets.edit().push_back(tickedTarget(path));
     }
     return item;
 }
@@ -40,7 +40,7 @@ inline CleanupItem tickedRow(const std::vector<Path>& paths, CleanerModule modul
 inline CleanupItem shownRow(const EngineHome& home, const std::vector<Path>& paths,
                             CleanerModule module = CleanerModule::largeFiles) {
     CleanupItem item = tickedRow(paths, module);
-    for (CleanupTarget& target : item.targets) {
+    for (CleanupTarget& target : item.targets.edit()) {
         target.identity = home.platform.identity(target.url);
     }
     return item;

@@ -49,7 +49,7 @@ TEST_P(CleaningOfWhatWasShown, AnOrdinaryFileThatWasReplacedStays) {
 TEST_P(CleaningOfWhatWasShown, ACacheThatWasReplacedAndALogThatGrewGo) {
     const Path file = home.text("Stuff/log", "shown");
     CleanupItem row = shownRow(home, {file});
-    row.targets.front().sameness = Sameness::Kind;
+    row.targets.edit().front().sameness = Sameness::Kind;
     home.text("Stuff/b", "a longer one");
     std::filesystem::rename(home.place("Stuff/b"), file);
     const CleanupReport report = clean(home, std::vector{row});

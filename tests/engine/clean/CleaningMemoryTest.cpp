@@ -32,7 +32,7 @@ protected:
     }
     static CleanupItem memoryRow() {
         CleanupItem item = tickedRow({"/dev/null"}, CleanerModule::memoryOptimization);
-        item.targets.front().bytes = 5000;
+        item.targets.edit().front().bytes = 5000;
         return item;
     }
 

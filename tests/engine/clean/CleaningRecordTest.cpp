@@ -145,8 +145,8 @@ TEST_P(Recorded, WhatMovedWithoutAWordOfItIsFoundByItsIdentity) {
     const CleanupItem row = shownRow(home, paths);
     cleanUntil(2, [&] {
         CleanupItem more = row;
-        more.targets.push_back(tickedTarget(home.text("Stuff/c", "3")));
-        more.targets.back().identity = home.platform.identity(home.place("Stuff/c"));
+        more.targets.edit().push_back(tickedTarget(home.text("Stuff/c", "3")));
+        more.targets.edit().back().identity = home.platform.identity(home.place("Stuff/c"));
         return more;
     }());
     // As if the machine had ended before the facts reached the disk.

@@ -19,7 +19,7 @@ using ::testing::IsEmpty;
 std::vector<CleanupItem> ticked(std::vector<CleanupItem> rows) {
     for (CleanupItem& row : rows) {
         row.isSelected = row.isCleanable;
-        for (CleanupTarget& target : row.targets) {
+        for (CleanupTarget& target : row.targets.edit()) {
             target.isSelected = row.isCleanable;
         }
     }

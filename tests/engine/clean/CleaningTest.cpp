@@ -94,7 +94,7 @@ TEST_P(Cleaning, ATargetThatIsNotSelectedStays) {
     const Path stays = home.file("Stuff/stays");
     const Path goes = home.file("Stuff/goes");
     CleanupItem item = tickedRow({stays, goes});
-    item.targets.front().isSelected = false;
+    item.targets.edit().front().isSelected = false;
     const CleanupReport report = clean(home, std::vector{item});
     EXPECT_TRUE(home.has(stays));
     EXPECT_FALSE(home.has(goes));

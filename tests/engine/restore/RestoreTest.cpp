@@ -96,7 +96,7 @@ TEST_P(Restoring, AnotherFileUnderTheItemsNameInTheTrashIsNotPutBack) {
 TEST_P(Restoring, WhatWasChangedInTheTrashStillIsTheItem) {
     const Path file = home.text("Stuff/a", "mine");
     const CleanupReport report = cleaned({file});
-    std::ofstream(report.outcomes.at(0).place, std::ios::app) << " and more";
+    std::ofstream(report.outcomes.at(0).place.native(), std::ios::app) << " and more";
     EXPECT_EQ(back(report.historyId).restoredCount, 1);
     EXPECT_EQ(contentOf(file), "mine and more");
 }
@@ -105,7 +105,7 @@ TEST_P(Restoring, AfterANewStartOfTheSystemTheContentHasToAgreeToo) {
     const Path same = home.text("Stuff/same", "mine");
     const Path changed = home.text("Stuff/changed", "mine");
     const CleanupReport report = cleaned({same, changed});
-    std::ofstream(report.outcomes.at(1).place, std::ios::app) << " and more";
+    std::ofstream(report.outcomes.at(1).place.native(), std::ios::app) << " and more";
     home.platform.run = "second";
     EXPECT_EQ(back(report.historyId).restoredCount, 1);
     EXPECT_EQ(contentOf(same), "mine");

@@ -29,7 +29,7 @@ protected:
             target.files = 1;
             row.bytes += bytes;
             row.files += 1;
-            row.targets.push_back(target);
+            row.targets.edit().push_back(target);
         }
         rows.push_back(row);
         return rows.back();
@@ -144,7 +144,7 @@ TEST_F(Coverage, ARowLosesItsTickWithItsLastTickedPath) {
     add(CleanerModule::systemJunk, {{"a", 1}});
     CleanupItem& row = add(CleanerModule::performance, {{"a", 1}, {"b", 1}});
     row.isSelected = true;
-    row.targets[0].isSelected = true;
+    row.targets.edit()[0].isSelected = true;
     EXPECT_FALSE(listed()[1].isSelected);
 }
 

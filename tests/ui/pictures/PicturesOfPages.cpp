@@ -151,8 +151,8 @@ bool takeManyFiles(const PictureFrame& frame) {
         ScanSnapshot scan = sample::snapshot(module);
         for (int copy = 1; copy < 8; ++copy) {
             for (CleanupItem item : sample::snapshot(CleanerModule::largeFiles).cleanupItems) {
-                item.targets.front().url = item.targets.front().url.native() + "." + std::to_string(copy);
-                item.targets.front().name += "." + std::to_string(copy);
+                item.targets.edit().front().url = item.targets.front().url.native() + "." + std::to_string(copy);
+                item.targets.edit().front().name += "." + std::to_string(copy);
                 item.title += "." + std::to_string(copy);
                 scan.furtherLargeFiles.push_back(item);
             }

@@ -28,7 +28,7 @@ void stretch(CleanupItem& item) {
     item.description += " · " + longName;
     item.bytes = 0;
     item.files = 0;
-    for (CleanupTarget& target : item.targets) {
+    for (CleanupTarget& target : item.targets.edit()) {
         stretch(target);
         item.bytes += target.bytes;
         item.files += target.files;

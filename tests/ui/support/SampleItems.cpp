@@ -95,8 +95,8 @@ CleanupItem largeFile(const std::filesystem::path& url, std::int64_t bytes, std:
         row(CleanerModule::largeFiles, {url.filename().string(), "", symbol, Tint::indigo, CleanupRisk::cautious},
             {target(url, bytes, 1, symbol, false)});
     item.description = item.targets.front().location;
-    item.targets.front().modifiedAt = daysAgo(days);
-    item.targets.front().modified = L::tr("%d 天前", days);
+    item.targets.edit().front().modifiedAt = daysAgo(days);
+    item.targets.edit().front().modified = L::tr("%d 天前", days);
     return item;
 }
 
@@ -110,8 +110,8 @@ std::vector<CleanupItem> largeFileItems() {
         largeFile("/home/anna/Downloads/vacation.mp4", 912 * megabyte, "film", 2),
         largeFile("/home/anna/Documents/thesis-scans.pdf", 402 * megabyte, "doc", 33),
         largeFile("/home/anna/Desktop/core-dump", 266 * megabyte, "doc", 5)};
-    items.back().targets.front().modifiedAt.reset();
-    items.back().targets.front().modified = L::tr("未知");
+    items.back().targets.edit().front().modifiedAt.reset();
+    items.back().targets.edit().front().modified = L::tr("未知");
     return items;
 }
 
@@ -199,7 +199,7 @@ std::vector<CleanupItem> trashItems() {
              L::tr("无法读取 %@。开启完全磁盘访问后可扫描废纸篓内容。", "/media/anna/BACKUP/.Trash-1000"),
              "lock.trianglebadge.exclamationmark", Tint::orange},
             {target("/media/anna/BACKUP/.Trash-1000", 0, 0, "lock", false)}, false);
-    limited.targets.front().modified = L::tr("访问受限");
+    limited.targets.edit().front().modified = L::tr("访问受限");
     return {row(CleanerModule::trash,
                 {L::tr("用户废纸篓"), L::tr(emptied, L::tr("%@ 中的文件", "~/.local/share/Trash")), "trash", Tint::red,
                  CleanupRisk::safe},

@@ -20,6 +20,9 @@ SpareMemory::SpareMemory(CleanerStore& store) {
     // malloc_trim() gives nothing back, is kept then.
     ::mallopt(M_MMAP_THRESHOLD, largeBlock);
     ::mallopt(M_TRIM_THRESHOLD, freeAtAnEnd);
+    // Small parts that are freed join their neighbours at once: else what a long list was made with stays until the
+    // next malloc_trim().
+    ::mallopt(M_MXFAST, 0);
     later_.setSingleShot(true);
     later_.setInterval(untilQuiet);
     const auto wait = [this] { later_.start(); };

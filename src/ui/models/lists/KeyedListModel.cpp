@@ -74,6 +74,9 @@ void KeyedListModel::setRows(const std::vector<KeyedRow>& fresh) {
         findRecords(places);
         dropGoneRows();
         orderAs(places);
+        if (rows_.size() < rows_.capacity() / 2) {
+            rows_.shrink_to_fit(); // a category of thousands was folded
+        }
     }
     if (!rows_.empty()) {
         Q_EMIT dataChanged(index(0), index(static_cast<int>(rows_.size()) - 1));
