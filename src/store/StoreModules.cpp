@@ -178,7 +178,8 @@ void CleanerStore::State::cache(ScanSnapshot snapshot, CleanerModule scannedModu
     cachedStates.insert_or_assign(scannedModule, std::move(whole));
 }
 
-/// A Smart Scan's rows are held twice, once in its own list and once in their module's; nothing else of them is.
+/// A Smart Scan's rows are held twice, once in its own list and once in their module's. Their targets are shared until
+/// one of the two lists changes a tick in them.
 void CleanerStore::State::cacheByModule(CachedModuleState whole) {
     std::vector<CleanupItem> found = std::exchange(whole.cleanupItems, {});
     std::vector<CleanupItem> further = std::exchange(whole.furtherLargeFiles, {});
@@ -199,7 +200,7 @@ void CleanerStore::State::cacheByModule(CachedModuleState whole) {
         keepTicks(knownItems(module), part.cleanupItems);
         part.fileCandidates = fileCandidates(part.cleanupItems);
         if (module == CleanerModule::largeFiles) {
-            part.furtherLargeFiles = std::move(further);
+            part.furtherLargeFiles = std::exchange(further, {});
         }
         cachedStates.insert_or_assign(module, std::move(part));
     }

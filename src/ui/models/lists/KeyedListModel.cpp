@@ -24,8 +24,9 @@ int KeyedListModel::rowCount(const QModelIndex& parent) const {
 }
 
 int KeyedListModel::rowStartingWith(const QString& prefix, int after) const {
-    for (int step = 1; step <= rowCount(); ++step) {
-        const int row = (std::max(after, -1) + step) % rowCount();
+    const int count = rowCount();
+    for (int step = 1; step <= count; ++step) {
+        const int row = (std::max(after, -1) + step) % count;
         if (data(index(row), nameRole()).toString().startsWith(prefix, Qt::CaseInsensitive)) {
             return row;
         }
