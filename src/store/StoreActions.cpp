@@ -92,13 +92,11 @@ void CleanerStore::State::startAction(const std::string& status, std::optional<C
         } catch (const std::exception& error) {
             outcome = {error.what(), {}, true}; // the engine does not throw; memory can still run out
         }
-        // Both hold tens of thousands of paths. The outcome soon goes: it is handed over. The history stays: a copy
-        // made there lies close together, what was read here lies between all that reading it has freed (10 MiB of
-        // 20,000).
         out->post([this, rescanned, ended = std::make_shared<ActionOutcome>(std::move(outcome))] {
             endAction(std::move(*ended), rescanned);
         });
-        out->post([this, past = std::make_shared<const History>(engine->history())] { set(history, *past, Past); });
+        out->post(
+            [this, past = std::make_shared<History>(engine->history())] { set(history, std::move(*past), Past); });
     };
     try {
         workers->start(actAndPost);

@@ -200,6 +200,14 @@ Json json(const HistoryItem& item) {
             {"isPutBack", item.isPutBack}, {"reason", item.reason}};
 }
 
+Json json(const HistoryItems& items) {
+    Json list = Json::array();
+    for (const HistoryItem& item : items.all()) {
+        list.push_back(json(item));
+    }
+    return list;
+}
+
 Json json(const HistoryClean& clean) {
     return {{"id", clean.id},
             {"at", json(std::optional(clean.at))},

@@ -32,6 +32,7 @@ Json json(const StartupItem& item);
 Json json(const StartupActionResult& result);
 
 Json json(const HistoryItem& item);
+Json json(const HistoryItems& items);
 Json json(const HistoryClean& clean);
 Json json(const HistorySwitch& change);
 /// Without the field "problem": what could not be read is no history.

@@ -71,7 +71,7 @@ bool isInTrash(const HistoryItem& item) {
 
 ExitStatus showPutBack(const Call& call, const HistoryClean& clean) {
     std::vector<HistoryItem> items;
-    std::ranges::copy_if(clean.items, std::back_inserter(items), isInTrash);
+    std::ranges::copy_if(clean.items.all(), std::back_inserter(items), isInTrash);
     if (call.wantsJson) {
         std::cout << terminal::text(
                          terminal::Json{{"isDryRun", true}, {"id", clean.id}, {"items", terminal::json(items)}})
@@ -155,7 +155,7 @@ ExitStatus runPutBack(const terminal::OwnSystem& own, const Call& call) {
     if (!clean) {
         return clean.error();
     }
-    if (std::ranges::none_of((*clean)->items, isInTrash)) {
+    if (std::ranges::none_of((*clean)->items.all(), isInTrash)) {
         return fail(L::tr("没有可放回的项目"), ExitStatus::NothingToDo);
     }
     if (call.isDryRun) {

@@ -25,14 +25,14 @@ HistoryClean shown(Whereabouts& whereabouts, const PastClean& clean, bool& holds
     for (std::size_t index = 0; index < clean.targets.size(); ++index) {
         const PastTarget& target = clean.targets[index];
         const auto trashed = whereabouts.find(clean, target);
-        HistoryItem item{.index = index,
-                         .path = whereabouts.origin(clean, target).native(),
-                         .title = clean.rows[target.row].title,
-                         .bytes = target.bytes,
-                         .fate = trashed ? CleanupFate::Trashed : target.fate.value_or(CleanupFate::Untried),
-                         .place = trashed ? trashed->place.native() : std::string(),
-                         .isPutBack = target.isPutBack,
-                         .reason = target.reason};
+        const HistoryItem item{.index = index,
+                               .path = whereabouts.origin(clean, target).native(),
+                               .title = clean.rows[target.row].title,
+                               .bytes = target.bytes,
+                               .fate = trashed ? CleanupFate::Trashed : target.fate.value_or(CleanupFate::Untried),
+                               .place = trashed ? trashed->place.native() : std::string(),
+                               .isPutBack = target.isPutBack,
+                               .reason = target.reason};
         if (item.fate == CleanupFate::Trashed || item.fate == CleanupFate::Removed) {
             ++seen.movedCount;
             seen.movedBytes = checkedAdd(seen.movedBytes, target.bytes);
@@ -43,7 +43,7 @@ HistoryClean shown(Whereabouts& whereabouts, const PastClean& clean, bool& holds
         } else {
             holdsHidden = holdsHidden || trashed.error() == Whereabouts::Absence::Hidden;
         }
-        seen.items.push_back(std::move(item));
+        seen.items.push_back(item);
     }
     for (const std::size_t index : state.open) {
         ++seen.openCount;

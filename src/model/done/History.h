@@ -1,30 +1,14 @@
 // What was done in the past and what of it can be taken back, as it is shown.
 #pragma once
 
-#include "done/CleanupReport.h"
+#include "done/HistoryItems.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <string>
 #include <vector>
 
 namespace vellmoor {
-
-/// One target of a clean of the past. Its paths are texts: of tens of thousands each part of a std::filesystem::path
-/// would take memory of its own.
-struct HistoryItem {
-    std::size_t index = 0; ///< by which it is asked for
-    std::string path;      ///< where it was
-    std::string title;     ///< of its row, as it was shown
-    std::int64_t bytes = 0;
-    CleanupFate fate = CleanupFate::Untried;
-    std::string place; ///< where it lies in a Trash now; empty: nowhere
-    bool isPutBack = false;
-    std::string reason; ///< localised then; why it was kept or failed
-
-    bool operator==(const HistoryItem&) const = default;
-};
 
 enum class HistoryState : std::uint8_t {
     Finished,
@@ -37,7 +21,7 @@ struct HistoryClean {
     TimePoint at;
     CleanerModule module = CleanerModule::smartScan;
     HistoryState state = HistoryState::Finished;
-    std::vector<HistoryItem> items;
+    HistoryItems items;
     std::int64_t movedCount = 0; ///< into a Trash or for good
     std::int64_t movedBytes = 0;
     std::int64_t trashedCount = 0; ///< still in a Trash

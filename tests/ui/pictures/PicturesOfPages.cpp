@@ -129,8 +129,12 @@ bool takeHistory(const PictureFrame& frame) {
     partly.id = "three";
     partly.at -= std::chrono::hours(30);
     partly.module = CleanerModule::largeFiles;
-    partly.items.front().isPutBack = true;
-    partly.items.front().place.clear();
+    partly.items = {};
+    for (HistoryItem item : history.cleans.back().items.all()) {
+        item.isPutBack = partly.items.empty();
+        item.place = item.isPutBack ? "" : item.place;
+        partly.items.push_back(item);
+    }
     partly.trashedCount = 2;
     partly.trashedBytes = 100 * megabyte;
     history.cleans.push_back(partly);

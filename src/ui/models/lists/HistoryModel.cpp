@@ -110,11 +110,11 @@ const HistoryClean* HistoryModel::cleanAt(int row) const {
     return inside ? &cleans[static_cast<std::size_t>(found->record)] : nullptr;
 }
 
-const HistoryItem* HistoryModel::itemAt(int row) const {
+std::optional<HistoryItem> HistoryModel::itemAt(int row) const {
     const HistoryClean* clean = cleanAt(row);
     const int part = clean == nullptr ? -1 : rowAt(row)->part;
-    return part >= 0 && std::cmp_less(part, clean->items.size()) ? &clean->items[static_cast<std::size_t>(part)]
-                                                                 : nullptr;
+    const bool inside = part >= 0 && std::cmp_less(part, clean->items.size());
+    return inside ? std::optional(clean->items[static_cast<std::size_t>(part)]) : std::nullopt;
 }
 
 const HistorySwitch* HistoryModel::switchAt(int row) const {
@@ -138,7 +138,7 @@ QVariant HistoryModel::data(const QModelIndex& index, int role) const {
     if (const HistorySwitch* change = switchAt(index.row())) {
         return switchData(row->record - static_cast<int>(store_.history().cleans.size()), *change, role);
     }
-    if (const HistoryItem* item = itemAt(index.row())) {
+    if (const auto item = itemAt(index.row())) {
         return partData(*row, *item, role);
     }
     const HistoryClean* clean = cleanAt(index.row());
@@ -166,7 +166,7 @@ QVariant HistoryModel::cleanData(const KeyedRow& row, const HistoryClean& clean,
     case SymbolRole:
         return moduleSymbol(clean.module);
     case ReturnableRole:
-        return std::ranges::any_of(clean.items,
+        return std::ranges::any_of(clean.items.all(),
                                    [&](const HistoryItem& item) { return canGoBack(item) && isTicked(clean, item); });
     case UnfinishedRole:
         return unfinished;
@@ -268,8 +268,8 @@ void HistoryModel::toggleExpanded(int row) {
 }
 
 void HistoryModel::toggle(int row) {
-    const HistoryItem* item = itemAt(row);
-    if (item == nullptr || !canGoBack(*item)) {
+    const auto item = itemAt(row);
+    if (!item || !canGoBack(*item)) {
         return;
     }
     const std::pair key(cleanAt(row)->id, item->index);
@@ -291,10 +291,10 @@ void HistoryModel::putBack(int row) {
         return;
     }
     std::vector<std::size_t> chosen;
-    if (const HistoryItem* item = itemAt(row)) {
+    if (const auto item = itemAt(row)) {
         chosen.push_back(item->index);
     } else {
-        for (const HistoryItem& candidate : clean->items) {
+        for (const HistoryItem& candidate : clean->items.all()) {
             if (canGoBack(candidate) && isTicked(*clean, candidate)) {
                 chosen.push_back(candidate.index);
             }
@@ -315,7 +315,7 @@ std::vector<std::filesystem::path> HistoryModel::pathsOf(int row) const {
     if (const HistorySwitch* change = switchAt(row)) {
         return {change->file};
     }
-    if (const HistoryItem* item = itemAt(row)) {
+    if (const auto item = itemAt(row)) {
         if (item->isPutBack) {
             return {item->path};
         }

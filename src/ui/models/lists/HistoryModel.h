@@ -73,7 +73,7 @@ private:
     void reload();
     [[nodiscard]] std::vector<KeyedRow> wantedRows() const;
     [[nodiscard]] const HistoryClean* cleanAt(int row) const;
-    [[nodiscard]] const HistoryItem* itemAt(int row) const;
+    [[nodiscard]] std::optional<HistoryItem> itemAt(int row) const;
     [[nodiscard]] const HistorySwitch* switchAt(int row) const;
     [[nodiscard]] QVariant cleanData(const KeyedRow& row, const HistoryClean& clean, int role) const;
     [[nodiscard]] QVariant partData(const KeyedRow& row, const HistoryItem& item, int role) const;
